@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace homewarden {
+
+// Takes the content of a file apart into lines ended by CR LF, LF or CR. What follows the last end
+// is a line when it is not empty. The lines point into the content.
+class LineReader {
+ public:
+  explicit LineReader(std::string_view content) : rest_(content) {}
+
+  // The next line without its end; nothing after the last.
+  std::optional<std::string_view> next() {
+    if (rest_.empty()) return std::nullopt;
+    const auto end = rest_.find_first_of("\r\n");
+    const std::string_view line = rest_.substr(0, end);
+    if (end == std::string_view::npos) {
+      rest_ = {};
+      return line;
+    }
+    const bool two_bytes = rest_.substr(end, 2) == "\r\n";
+    rest_.remove_prefix(end + (two_bytes ? 2 : 1));
+    return line;
+  }
+
+ private:
+  std::string_view rest_;
+};
+
+}  // namespace homewarden

@@ -1,0 +1,124 @@
+#include "base/text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <iterator>
+#include <limits>
+#include <system_error>
+
+namespace homewarden {
+namespace {
+
+bool is_digit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+std::string_view trim_blanks(std::string_view text) {
+  const auto first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+bool same_letter(char a, char b) {
+  return to_lower(a) == to_lower(b);
+}
+
+}  // namespace
+
+char to_lower(char letter) {
+  const auto code = static_cast<unsigned char>(letter);
+  const bool plain = code >= 'A' && code <= 'Z';
+  const bool accented = code >= 0xC0 && code <= 0xDE && code != 0xD7;
+  if (plain || accented) return static_cast<char>(code + 0x20);
+  if (code == 0x8A || code == 0x8C || code == 0x8E) return static_cast<char>(code + 0x10);
+  if (code == 0x9F) return static_cast<char>(0xFF);
+  return letter;
+}
+
+std::string to_lower(std::string_view text) {
+  std::string result(text);
+  for (char& letter : result) letter = to_lower(letter);
+  return result;
+}
+
+std::size_t find_ignoring_case(std::string_view text, std::string_view part) {
+  const auto found = std::search(text.begin(), text.end(), part.begin(), part.end(), same_letter);
+  if (found == text.end() && !part.empty()) return std::string_view::npos;
+  return static_cast<std::size_t>(found - text.begin());
+}
+
+bool contains_ignoring_case(std::string_view text, std::string_view part) {
+  return find_ignoring_case(text, part) != std::string_view::npos;
+}
+
+bool equals_ignoring_case(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), same_letter);
+}
+
+std::string without_blanks(std::string_view text) {
+  std::string result(text);
+  std::erase(result, ' ');
+  return result;
+}
+
+std::string replace_all(std::string_view text, std::string_view from, std::string_view to) {
+  std::string result;
+  if (from.empty()) return std::string(text);
+  for (;;) {
+    const auto found = text.find(from);
+    result += text.substr(0, found);
+    if (found == std::string_view::npos) return result;
+    result += to;
+    text.remove_prefix(found + from.size());
+  }
+}
+
+double leading_number(std::string_view text) {
+  text = trim_blanks(text);
+  const bool signed_plus = !text.empty() && text.front() == '+';
+  if (signed_plus) text.remove_prefix(1);
+  // from_chars would also read "inf" and "nan".
+  const auto first = text.find_first_not_of(signed_plus ? "." : "-.");
+  if (first == std::string_view::npos || !is_digit(text[first])) return 0;
+  double number = 0;
+  const auto result =
+      std::from_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed);
+  return result.ec == std::errc() ? number : 0;
+}
+
+std::optional<int> to_integer16(std::string_view text) {
+  text = trim_blanks(text);
+  if (text.size() > 1 && text.front() == '+' && is_digit(text[1])) text.remove_prefix(1);
+  int number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  if (number < std::numeric_limits<std::int16_t>::min() ||
+      number > std::numeric_limits<std::int16_t>::max())
+    return std::nullopt;
+  return number;
+}
+
+long round_to_even(double number) {
+  const double below = std::floor(number);
+  const double rest = number - below;
+  const auto whole = static_cast<long>(below);
+  if (rest < 0.5) return whole;
+  if (rest > 0.5) return whole + 1;
+  return whole % 2 == 0 ? whole : whole + 1;
+}
+
+std::string text_of_single(float number) {
+  char digits[64];
+  const auto end =
+      std::to_chars(std::begin(digits), std::end(digits), number, std::chars_format::fixed);
+  return std::string(std::begin(digits), end.ptr);
+}
+
+std::string two_digits(int number) {
+  const std::string digits = std::to_string(number);
+  return digits.size() < 2 ? "0" + digits : digits;
+}
+
+}  // namespace homewarden

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace homewarden {
+
+// The text rules of the program. Texts are bytes in the system code page (Windows-1252); the
+// letters beyond ASCII have upper and lower case too. No rule depends on the locale.
+
+char to_lower(char letter);
+std::string to_lower(std::string_view text);
+
+// A search for a text inside another ignores letter case everywhere in the program; a comparison of
+// two whole values respects it. The position, or std::string_view::npos.
+std::size_t find_ignoring_case(std::string_view text, std::string_view part);
+bool contains_ignoring_case(std::string_view text, std::string_view part);
+bool equals_ignoring_case(std::string_view a, std::string_view b);
+
+// Every blank removed, inside the text too.
+std::string without_blanks(std::string_view text);
+
+std::string replace_all(std::string_view text, std::string_view from, std::string_view to);
+
+// The number that a text begins with after blanks: sign, digits, decimal point. 0 when there is
+// none: "12abc" is 12, "abc" is 0.
+double leading_number(std::string_view text);
+
+// The whole text as a 16-bit integer, blanks around it allowed; nothing when it is none.
+std::optional<int> to_integer16(std::string_view text);
+
+// To the nearest whole number, halves to the even one: 0.5 is 0, 1.5 is 2.
+long round_to_even(double number);
+
+// The shortest decimal text that reads back as the same number: "100", "1507.5".
+std::string text_of_single(float number);
+
+// At least two digits: "07", "12".
+std::string two_digits(int number);
+
+}  // namespace homewarden

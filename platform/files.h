@@ -1,0 +1,35 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace homewarden {
+
+// The files of the house. Each call is one step that a power cut leaves done or not done; the order
+// of the calls is the order on the disk. All of them return false, or nothing, on failure and leave
+// what was there.
+class Files {
+ public:
+  virtual ~Files() = default;
+
+  virtual bool exists(const std::filesystem::path& file) = 0;
+
+  // The whole content. Nothing when the file is missing or cannot be read.
+  virtual std::optional<std::string> read(const std::filesystem::path& file) = 0;
+
+  // Creates the file or empties it, writes the content and has it on the disk on return.
+  virtual bool write(const std::filesystem::path& file, std::string_view content) = 0;
+
+  // Adds to the end of the file, which is created when missing; on the disk on return.
+  virtual bool append(const std::filesystem::path& file, std::string_view content) = 0;
+
+  // Puts `from` in the place of `to`, whether or not `to` exists, in one step.
+  virtual bool rename(const std::filesystem::path& from, const std::filesystem::path& to) = 0;
+
+  // True also when there was no such file.
+  virtual bool remove(const std::filesystem::path& file) = 0;
+};
+
+}  // namespace homewarden

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace homewarden {
+
+class Desktop;
+class Dialogs;
+class EventLoop;
+class Files;
+class InterfaceControl;
+class Registry;
+class ServiceControl;
+class SingleInstance;
+class SoundPlayer;
+
+// Everything the program needs of the world, gathered by whoever starts it.
+struct Platform {
+  EventLoop& loop;
+  Files& files;
+  Registry& registry;
+  ServiceControl& services;
+  SingleInstance& instance;
+  InterfaceControl& interface_control;
+  Dialogs& dialogs;
+  Desktop& desktop;
+  SoundPlayer& sounds;
+
+  std::filesystem::path folder;  // the application folder: data files, html/, sounds
+  std::string windows_folder;    // where the service tools lie; "" where there are none
+};
+
+}  // namespace homewarden
