@@ -1,0 +1,60 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace homewarden {
+
+struct Room {
+  std::string name;
+};
+
+struct Device {
+  std::string room;
+  std::string name;
+  std::string house_code;  // as the file has it; only "A" to "P" can be switched
+  int unit = 0;            // only 1 to 16 can be switched
+
+  // Names the device's type, state and level in the settings: "KitchenTableLamp".
+  std::string key() const;
+  // Entries of the event and macro editors: "Kitchen Table Lamp A3".
+  std::string label() const;
+  // Entries of `lst_codes`: "A~3".
+  std::string code() const;
+  // Key of the node in the navigation tree: "Table Lamp~A~3".
+  std::string tree_key() const;
+  // Whether the power line has such an address: A to P, 1 to 16.
+  bool has_address() const;
+};
+
+std::string device_key(std::string_view room, std::string_view device);
+
+// One line of the room and device list.
+struct ListLine {
+  std::string room;
+  std::optional<Device> device;  // nothing on a room line
+};
+
+// Nothing for a line that is empty or no line of the list: too few fields, a unit that is no
+// integer, control characters, more than kLongestLine bytes.
+inline constexpr std::size_t kLongestLine = 1024;
+std::optional<ListLine> parse_list_line(std::string_view line);
+
+struct DeviceType {
+  std::string_view display_name;
+  std::string_view code;
+  bool dimmable;
+};
+
+// The five types in the order in which they are offered.
+const std::array<DeviceType, 5>& device_types();
+
+// The type with this code; an appliance module for any other text.
+const DeviceType& device_type(std::string_view code);
+
+// The picture of a device within the application folder: "html/bulbon.gif".
+std::string device_picture(const DeviceType& type, bool on);
+
+}  // namespace homewarden

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <utility>
+
+#include "base/task.h"
+#include "core/module1.h"
+#include "ui/frm_main.h"
+
+namespace homewarden {
+
+// Holds `filebusy`: one operation at a time works on the data files. Released on every way out.
+class FileLock {
+ public:
+  explicit FileLock(FrmMain& form) : form_(&form) { form.filebusy = true; }
+  FileLock(FileLock&& other) noexcept : form_(std::exchange(other.form_, nullptr)) {}
+  FileLock(const FileLock&) = delete;
+  FileLock& operator=(const FileLock&) = delete;
+  FileLock& operator=(FileLock&&) = delete;
+  ~FileLock() { release(); }
+
+  void release() {
+    if (form_) form_->filebusy = false;
+    form_ = nullptr;
+  }
+
+ private:
+  FrmMain* form_;
+};
+
+// Waits in pauses of 2 seconds until nobody works on the data files.
+inline Task<FileLock> lock_files(FrmMain& form, Module1& module1) {
+  while (form.filebusy) co_await module1.pause(2);
+  co_return FileLock(form);
+}
+
+}  // namespace homewarden

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+
+#include "base/task.h"
+#include "platform/event_loop.h"
+#include "platform/registry.h"
+#include "platform/service_control.h"
+
+namespace homewarden {
+
+// The routines every part of the program uses: machine-wide values, the background service,
+// waiting. None of them reports a failure other than by its result.
+class Module1 {
+ public:
+  Module1(EventLoop& loop, Registry& registry, ServiceControl& services,
+          std::string windows_folder);
+
+  // The text up to its first zero character. The default when the value is missing, unreadable or
+  // no string.
+  std::string regread(RegistryRoot root, const std::string& key, const std::string& name,
+                      const std::string& default_text = {});
+  void regwrite(RegistryRoot root, const std::string& key, const std::string& name,
+                const std::string& text);
+
+  // "Stopped", "Start Pending", "Stop Pending", "Running", "Coninue Pending", "Pause Pending" or
+  // "Paused"; "" when the service is not installed or cannot be asked.
+  std::string servicestatus(const std::string& machine, const std::string& service);
+  void servicestart(const std::string& machine, const std::string& service);
+  void servicestop(const std::string& machine, const std::string& service);
+
+  // Waits 0 to 255 seconds while everything else goes on. The start is taken rounded to a whole
+  // second of the wall clock, so a pause lasts up to half a second less or more than asked; what
+  // the wall clock does during the pause does not matter.
+  Task<void> pause(int seconds);
+
+  // The folder with the service tools, at most 145 characters.
+  std::string windowsdir() const;
+
+ private:
+  EventLoop& loop_;
+  Registry& registry_;
+  ServiceControl& services_;
+  std::string windows_folder_;
+};
+
+}  // namespace homewarden

@@ -1,0 +1,41 @@
+#include "core/program.h"
+
+#include <utility>
+
+#include "x10/interface_state.h"
+
+namespace homewarden {
+
+Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
+    : operations_(std::move(on_error)),
+      settings_(platform.registry),
+      module1_(platform.loop, platform.registry, platform.services, platform.windows_folder),
+      device_state_(module1_),
+      rooms_(frm_main, module1_, settings_, platform.files, platform.folder),
+      commands_(frm_main, platform.loop, module1_, platform.interface_control),
+      devices_(frm_main, operations_, rooms_, device_state_, commands_, platform.dialogs,
+               platform.sounds, platform.folder),
+      tree_(frm_main, operations_, platform.loop, rooms_, device_state_, devices_),
+      window_(frm_main, operations_, platform.desktop, platform.dialogs),
+      finder_(frm_main, operations_, platform.loop, module1_, platform.interface_control,
+              platform.dialogs),
+      startup_(frm_main, frm_wait, operations_, platform.loop, module1_, settings_,
+               platform.instance, platform.desktop, rooms_, tree_, finder_),
+      shutdown_(frm_main, frm_wait, operations_, platform.loop, module1_, settings_,
+                platform.desktop, platform.interface_control) {
+  show_interface_state(frm_main, platform.interface_control);
+  for (Timer* timer :
+       {&frm_main.startuptimer, &frm_main.timerqueue, &frm_main.timerdelete, &frm_main.timetimer,
+        &frm_main.eventtimer, &frm_main.flashsave, &frm_main.timerhide})
+    timers_.emplace_back(platform.loop, *timer);
+}
+
+Program::~Program() {
+  operations_.destroy_all();
+}
+
+void Program::start() {
+  operations_.start(startup_.Form_Load());
+}
+
+}  // namespace homewarden

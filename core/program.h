@@ -1,0 +1,55 @@
+#pragma once
+
+#include <list>
+
+#include "base/operations.h"
+#include "core/module1.h"
+#include "core/room_list.h"
+#include "core/settings.h"
+#include "core/shutdown.h"
+#include "core/startup.h"
+#include "platform/platform.h"
+#include "ui/frm_main.h"
+#include "ui/frm_wait.h"
+#include "ui/navigation_tree.h"
+#include "ui/timer_driver.h"
+#include "ui/window_services.h"
+#include "x10/device_commands.h"
+#include "x10/device_panel.h"
+#include "x10/device_state.h"
+#include "x10/interface_finder.h"
+
+namespace homewarden {
+
+// The whole program, put together on a platform. Faces show `frm_main` and `frm_wait`.
+class Program {
+ public:
+  Program(const Platform& platform, Operations::ErrorHandler on_error);
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+  // Ends every operation where it waits.
+  ~Program();
+
+  // Begins the start-up; the rest happens from the event loop, which quits when the program ends.
+  void start();
+
+  FrmMain frm_main;
+  FrmWait frm_wait;
+
+ private:
+  Operations operations_;
+  Settings settings_;
+  Module1 module1_;
+  DeviceState device_state_;
+  RoomList rooms_;
+  DeviceCommands commands_;
+  DevicePanel devices_;
+  NavigationTree tree_;
+  WindowServices window_;
+  InterfaceFinder finder_;
+  Startup startup_;
+  Shutdown shutdown_;
+  std::list<TimerDriver> timers_;
+};
+
+}  // namespace homewarden

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+
+#include "platform/registry.h"
+
+namespace homewarden {
+
+// Where the machine-wide values of the program lie: seen by the window and by the service.
+inline const std::string kMachineKey = "Software\\Microsoft\\Windows\\Homewarden";
+// "Homewardendelay" lies here.
+inline const std::string kDelayKey = "Software\\Microsoft\\Windows\\CurrentVersion";
+
+// The per-user values: application Homewarden, a section, a key, a text.
+class Settings {
+ public:
+  explicit Settings(Registry& registry) : registry_(registry) {}
+
+  std::string read(const std::string& section, const std::string& key,
+                   const std::string& default_text) const;
+  // A value that cannot be written is lost silently; the program goes on with what it has.
+  void write(const std::string& section, const std::string& key, const std::string& text);
+
+ private:
+  Registry& registry_;
+};
+
+}  // namespace homewarden

@@ -1,0 +1,89 @@
+#include "core/shutdown.h"
+
+#include <string>
+#include <string_view>
+
+#include "base/text.h"
+#include "core/window_position.h"
+#include "platform/waiting.h"
+#include "x10/interface_finder.h"
+
+namespace homewarden {
+namespace {
+
+const char* const kService = "Wardengine";
+
+}  // namespace
+
+Shutdown::Shutdown(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop,
+                   Module1& module1, Settings& settings, Desktop& desktop,
+                   InterfaceControl& interface_control)
+    : form_(form),
+      wait_(wait),
+      loop_(loop),
+      module1_(module1),
+      settings_(settings),
+      desktop_(desktop),
+      interface_(interface_control) {
+  form.close_requested.connect([this, &operations] { operations.start(Form_Unload()); });
+  form.resized.connect([this] { Form_Resize(); });
+}
+
+Task<void> Shutdown::Form_Unload() {
+  if (unloading_) co_return;
+  unloading_ = true;
+  module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "closeengine", "False");
+  wait_.visible = true;
+  wait_.Label2.caption = "Homewarden - Closing";
+  co_await pending_events(loop_);
+  form_.ignoreclicks = true;
+  form_.Statusbar.panel2 = "Closing communications, please wait";
+  co_await pending_events(loop_);
+  co_await progress("Saving Data");
+  form_.state = WindowState::kNormal;
+  form_.visible = true;
+  keep_on_screen(form_, desktop_);
+  co_await progress("Closing Port");
+  co_await close_interface(interface_, module1_);
+  save_position();
+  co_await progress("Starting Service");
+  if (form_.chk_service.checked) co_await start_service();
+  co_await progress("Finished");
+  wait_.visible = false;
+  form_.visible = false;
+  loop_.quit();
+}
+
+void Shutdown::Form_Resize() {
+  if (form_.ignoreclicks) return;
+  if (form_.state == WindowState::kMinimized) {
+    settings_.write("data", "state", "1");
+    form_.ignoreclicks = true;
+    form_.visible = false;
+    form_.state = WindowState::kNormal;
+    form_.ignoreclicks = false;
+  } else {
+    settings_.write("data", "state", "0");
+    form_.visible = true;
+  }
+}
+
+Task<void> Shutdown::progress(std::string_view text) {
+  wait_.Label1.caption = std::string(text);
+  co_await pending_events(loop_);
+}
+
+void Shutdown::save_position() {
+  settings_.write("data", "left", text_of_single(form_.left));
+  settings_.write("data", "top", text_of_single(form_.top));
+}
+
+Task<void> Shutdown::start_service() {
+  module1_.servicestart("", kService);
+  co_await module1_.pause(1);
+  if (to_lower(module1_.servicestatus("", kService)) != "stopped") co_return;
+  co_await module1_.pause(1);
+  module1_.servicestart("", kService);
+}
+
+}  // namespace homewarden

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "base/text.h"
+#include "platform/clock.h"
+
+namespace homewarden {
+
+inline std::string hh_mm(const LocalTime& time) {
+  return two_digits(time.hour) + ":" + two_digits(time.minute);
+}
+
+inline std::string hh_mm_ss(const LocalTime& time) {
+  return hh_mm(time) + ":" + two_digits(time.second);
+}
+
+}  // namespace homewarden

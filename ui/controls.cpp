@@ -1,0 +1,106 @@
+#include "ui/controls.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <iterator>
+
+namespace homewarden {
+namespace {
+
+// Windows-1252 letters beyond ASCII in the order of the code, as the plain letter each sorts
+// behind;
+// "." for what is no letter.
+constexpr std::string_view kPlainLetters =
+    "..........s.o.z...........s.o.zy"   // 80-9F
+    "................................"   // A0-BF
+    "aaaaaaaceeeeiiiidnooooo.ouuuuyts"   // C0-DF
+    "aaaaaaaceeeeiiiidnooooo.ouuuuyty";  // E0-FF
+
+std::uint16_t collation_weight(unsigned char byte) {
+  if (byte >= '0' && byte <= '9') return static_cast<std::uint16_t>(0x1000 + byte);
+  unsigned char letter = byte;
+  if (byte >= 'A' && byte <= 'Z') letter = static_cast<unsigned char>(byte + 0x20);
+  if (letter >= 'a' && letter <= 'z')
+    return static_cast<std::uint16_t>(0x2000 + ((letter - 'a') << 8));
+  if (byte >= 0x80) {
+    const char plain = kPlainLetters[static_cast<std::size_t>(byte - 0x80)];
+    if (plain != '.') {
+      unsigned char lower = byte;
+      if (byte >= 0xC0 && byte <= 0xDE) lower = static_cast<unsigned char>(byte + 0x20);
+      if (byte == 0x8A || byte == 0x8C || byte == 0x8E)
+        lower = static_cast<unsigned char>(byte + 0x10);
+      if (byte == 0x9F) lower = 0xFF;
+      return static_cast<std::uint16_t>(0x2000 + ((plain - 'a') << 8) + lower);
+    }
+  }
+  return byte;
+}
+
+const std::array<std::uint16_t, 256>& collation_weights() {
+  static const auto weights = [] {
+    std::array<std::uint16_t, 256> table{};
+    for (std::size_t byte = 0; byte < table.size(); ++byte)
+      table[byte] = collation_weight(static_cast<unsigned char>(byte));
+    return table;
+  }();
+  return weights;
+}
+
+}  // namespace
+
+bool sorts_before(std::string_view a, std::string_view b) {
+  const auto& weights = collation_weights();
+  return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
+                                      [&weights](char left, char right) {
+                                        return weights[static_cast<unsigned char>(left)] <
+                                               weights[static_cast<unsigned char>(right)];
+                                      });
+}
+
+void ComboBox::clear() {
+  items = std::vector<std::string>();
+  text = std::string();
+}
+
+void ComboBox::add(const std::string& item) {
+  auto list = items.get();
+  const auto place =
+      sorted ? std::upper_bound(list.begin(), list.end(), item, sorts_before) : list.end();
+  list.insert(place, item);
+  items = std::move(list);
+}
+
+void ListBox::clear() {
+  selected = -1;
+  items = std::vector<std::string>();
+}
+
+void ListBox::add(const std::string& item) {
+  auto list = items.get();
+  const auto place =
+      sorted ? std::upper_bound(list.begin(), list.end(), item, sorts_before) : list.end();
+  list.insert(place, item);
+  items = std::move(list);
+}
+
+void ListBox::add_all(std::vector<std::string> more) {
+  auto list = items.get();
+  list.insert(list.end(), std::make_move_iterator(more.begin()),
+              std::make_move_iterator(more.end()));
+  if (sorted) std::stable_sort(list.begin(), list.end(), sorts_before);
+  items = std::move(list);
+}
+
+void Timer::set_interval(int milliseconds) {
+  interval_ = milliseconds;
+  rearmed();
+}
+
+void Timer::set_enabled(bool enabled) {
+  if (enabled == enabled_) return;
+  enabled_ = enabled;
+  rearmed();
+}
+
+}  // namespace homewarden

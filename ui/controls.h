@@ -1,0 +1,188 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/signal.h"
+
+namespace homewarden {
+
+// The kinds of control that the windows are made of, as plain values that can be watched. Logic
+// sets them and connects to what a person does with them; a face shows them. Texts are bytes in the
+// system code page.
+
+struct Control {
+  Control() = default;
+  explicit Control(bool shown) : visible(shown) {}
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+
+  Property<bool> visible{true};
+  Property<bool> enabled{true};
+  Property<std::string> tool_tip;
+
+  // Asks the face to put the keyboard focus here.
+  Signal<> focus_requested;
+  void set_focus() { focus_requested(); }
+};
+
+// A panel that holds other controls.
+struct Frame : Control {
+  using Control::Control;
+};
+
+// A text; a link when somebody is connected to its click.
+struct Label : Control {
+  explicit Label(std::string text = {}) : caption(std::move(text)) {}
+  Property<std::string> caption;
+  Signal<> click;
+};
+
+struct TextBox : Control {
+  Property<std::string> text;
+};
+
+struct Button : Control {
+  explicit Button(std::string text = {}) : caption(std::move(text)) {}
+  Property<std::string> caption;
+  Property<bool> bold{true};
+  Signal<> click;
+};
+
+// Setting the box from code fires its click, as a person's click does; setting the value it has
+// fires nothing.
+struct CheckBox : Control {
+  explicit CheckBox(std::string text = {}) : caption(std::move(text)) {
+    checked.changed.connect([this] { click(); });
+  }
+  Property<std::string> caption;
+  Property<bool> checked;
+  Signal<> click;
+};
+
+// A list with a text box, into which a person can also type.
+struct ComboBox : Control {
+  Property<std::vector<std::string>> items;
+  Property<std::string> text;
+  Signal<> click;  // a person chose an entry; `text` is that entry
+  bool sorted = false;
+
+  void clear();
+  void add(const std::string& item);
+};
+
+struct ListBox : Control {
+  explicit ListBox(bool keeps_sorted = false) : sorted(keeps_sorted) {}
+  Property<std::vector<std::string>> items;
+  Property<int> selected{-1};  // -1: none
+  Signal<> mouse_down;
+  const bool sorted;
+
+  void clear();
+  // Keeps a sorted list sorted; entries that compare equal stay in the order of adding.
+  void add(const std::string& item);
+  // Adds many at once: n log n, one notification.
+  void add_all(std::vector<std::string> more);
+};
+
+// The order of sorted lists: letter case ignored; blanks and punctuation before digits before
+// letters, a letter with an accent right behind the same letter without.
+bool sorts_before(std::string_view a, std::string_view b);
+
+// A slider moved by code reports nothing; `moved` is raised by a person's move, with the position
+// already in `value`.
+struct Slider : Control {
+  int minimum = 20;
+  int maximum = 100;
+  Property<int> value{20};
+  Signal<> moved;
+};
+
+struct Picture : Control {
+  Property<std::string> file;  // path of an image; "" shows none
+  Signal<> click;
+};
+
+struct StatusBar : Control {
+  Property<std::string> panel1;  // the clock
+  Property<std::string> panel2;  // the status line
+  Property<std::string> panel3;  // the state of the interface
+};
+
+struct MenuEntry {
+  explicit MenuEntry(std::string text) : caption(std::move(text)) {}
+  std::string caption;  // "-" draws a line
+  Signal<> click;
+};
+
+// A pop-up menu. `popped_up` asks the face to show it where the pointer is.
+struct Menu {
+  explicit Menu(std::string text) : caption(std::move(text)) {}
+  std::string caption;
+  std::vector<MenuEntry*> entries;
+  Signal<> popped_up;
+};
+
+struct ListColumn {
+  std::string caption;
+  int width = 0;  // twips
+  bool operator==(const ListColumn&) const = default;
+};
+
+// A list of rows of texts under column headers.
+struct ListView : Control {
+  using Row = std::vector<std::string>;
+  Property<std::vector<ListColumn>> columns;
+  Property<std::vector<Row>> rows;
+  Property<int> selected{-1};
+  Signal<> double_click;
+  Signal<int> key_press;     // the character
+  Signal<int> mouse_down;    // 1 left button, 2 right button
+  Signal<int> column_click;  // position from 1
+};
+
+// Fires `tick` every `interval` milliseconds while it is enabled; 0 does not fire. Setting the
+// interval, also to the value it has, or enabling it starts the countdown anew.
+class Timer {
+ public:
+  explicit Timer(int interval, bool enabled) : interval_(interval), enabled_(enabled) {}
+  Timer(const Timer&) = delete;
+  Timer& operator=(const Timer&) = delete;
+
+  int interval() const { return interval_; }
+  bool enabled() const { return enabled_; }
+  void set_interval(int milliseconds);
+  void set_enabled(bool enabled);
+
+  Signal<> tick;
+  Signal<> rearmed;  // for whoever drives the timer
+
+ private:
+  int interval_;
+  bool enabled_;
+};
+
+enum class WindowState { kNormal, kMinimized };
+enum class MousePointer { kNormal, kHourglass };
+
+// Positions and sizes in twips, 15 to a pixel at normal size.
+struct Window : Control {
+  explicit Window(std::string title) : Control(false), caption(std::move(title)) {
+    state.changed.connect([this] { resized(); });
+  }
+  Property<std::string> caption;
+  Property<float> left{100};
+  Property<float> top{100};
+  Property<float> width{0};
+  Property<float> height{0};
+  Property<WindowState> state{WindowState::kNormal};
+  Property<MousePointer> mouse_pointer{MousePointer::kNormal};
+  Property<bool> topmost{false};
+  Signal<> raised;           // asks the face to bring the window to the front
+  Signal<> resized;          // its size or state changed, by a person or by code
+  Signal<> close_requested;  // a person closes it
+};
+
+}  // namespace homewarden

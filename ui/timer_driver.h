@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/event_loop.h"
+#include "ui/controls.h"
+
+namespace homewarden {
+
+// Lets a timer of a window fire from the event loop.
+class TimerDriver {
+ public:
+  TimerDriver(EventLoop& loop, Timer& timer);
+  TimerDriver(const TimerDriver&) = delete;
+  TimerDriver& operator=(const TimerDriver&) = delete;
+  ~TimerDriver();
+
+ private:
+  void rearm();
+
+  EventLoop& loop_;
+  Timer& timer_;
+  EventLoop::CallId call_ = 0;
+};
+
+}  // namespace homewarden

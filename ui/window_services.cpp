@@ -1,0 +1,53 @@
+#include "ui/window_services.h"
+
+#include <utility>
+
+#include "core/version.h"
+
+namespace homewarden {
+
+WindowServices::WindowServices(FrmMain& form, Operations& operations, Desktop& desktop,
+                               Dialogs& dialogs)
+    : form_(form), desktop_(desktop), dialogs_(dialogs) {
+  form.mnu_about.click.connect([this, &operations] { operations.start(about()); });
+  form.mnu_exit.click.connect([this] {
+    form_.ignoreclicks = true;
+    form_.close_requested();
+  });
+}
+
+void WindowServices::ontop() {
+  form_.topmost = true;
+}
+
+void WindowServices::offtop() {
+  form_.topmost = false;
+}
+
+Task<void> WindowServices::link(std::string webaddress) {
+  if (!desktop_.finds_browser()) {
+    Message message{"Could not find associated browser!", "BROWSER NOT FOUND",
+                    MessageIcon::kExclamation, MessageButtons::kOk};
+    co_await dialogs_.message_box(std::move(message));
+    co_return;
+  }
+  if (desktop_.open_address(webaddress)) co_return;
+  Message message{"Web Page not Opened", "URL FAILED", MessageIcon::kExclamation,
+                  MessageButtons::kOk};
+  co_await dialogs_.message_box(std::move(message));
+}
+
+Task<void> WindowServices::about() {
+  std::string text = "Thank you for using Homewarden from\n";
+  text += "The Homewarden developers, ";
+  text += kWebSite;
+  text += "\n\nThis is version ";
+  text += kVersion;
+  text += "\n\nFor more information go to\n";
+  text += kWebSite;
+  Message message{std::move(text), "About Homewarden", MessageIcon::kInformation,
+                  MessageButtons::kOk};
+  co_await dialogs_.message_box(std::move(message));
+}
+
+}  // namespace homewarden

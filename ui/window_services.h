@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+
+#include "base/operations.h"
+#include "base/task.h"
+#include "platform/desktop.h"
+#include "platform/dialogs.h"
+#include "ui/frm_main.h"
+
+namespace homewarden {
+
+// What the main window does for other parts, and its own menu.
+class WindowServices {
+ public:
+  WindowServices(FrmMain& form, Operations& operations, Desktop& desktop, Dialogs& dialogs);
+
+  // Keeps the window above all others, or returns it to the normal order. Size and place stay.
+  void ontop();
+  void offtop();
+
+  // Opens an address in the person's browser; a message says when that fails.
+  Task<void> link(std::string webaddress);
+
+ private:
+  Task<void> about();
+
+  FrmMain& form_;
+  Desktop& desktop_;
+  Dialogs& dialogs_;
+};
+
+}  // namespace homewarden
