@@ -1,0 +1,97 @@
+#pragma once
+
+#include <deque>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/desktop.h"
+#include "platform/dialogs.h"
+#include "platform/service_control.h"
+#include "platform/single_instance.h"
+#include "platform/sound_player.h"
+#include "platform/waiting.h"
+
+namespace homewarden::testing {
+
+// A person who answers at once, as told beforehand, and remembers what was shown.
+class FakeDialogs : public Dialogs {
+ public:
+  explicit FakeDialogs(EventLoop& loop) : loop_(loop) {}
+
+  Task<Answer> message_box(Message message) override {
+    messages.push_back(message.title + ": " + message.text);
+    co_await pending_events(loop_);
+    const bool asks = message.buttons == MessageButtons::kYesNo;
+    co_return asks ? (says_yes ? Answer::kYes : Answer::kNo) : Answer::kOk;
+  }
+
+  Task<std::optional<std::string>> input_box(Question question) override {
+    messages.push_back(question.title + "? " + question.prompt + " [" + question.initial + "]");
+    co_await pending_events(loop_);
+    if (typed.empty()) co_return std::nullopt;
+    std::string answer = typed.front();
+    typed.pop_front();
+    co_return answer;
+  }
+
+  std::vector<std::string> messages;
+  std::deque<std::string> typed;
+  bool says_yes = true;
+
+ private:
+  EventLoop& loop_;
+};
+
+class FakeDesktop : public Desktop {
+ public:
+  float screen_width() const override { return 15360; }
+  float screen_height() const override { return 11520; }
+  bool finds_browser() override { return has_browser; }
+  bool open_address(const std::string& address) override {
+    opened.push_back(address);
+    return browser_starts;
+  }
+
+  bool has_browser = true;
+  bool browser_starts = true;
+  std::vector<std::string> opened;
+};
+
+class FakeSounds : public SoundPlayer {
+ public:
+  void play(const std::filesystem::path& file) override {
+    played.push_back(file.filename().string());
+  }
+  std::vector<std::string> played;
+};
+
+class FakeServices : public ServiceControl {
+ public:
+  ServiceState query(const std::string&, const std::string&) override { return state; }
+  void start(const std::string&, const std::string& service) override {
+    calls.push_back("start " + service);
+    if (obeys) state = ServiceState::kRunning;
+  }
+  void stop(const std::string&, const std::string& service) override {
+    calls.push_back("stop " + service);
+    if (obeys) state = ServiceState::kStopped;
+  }
+
+  ServiceState state = ServiceState::kUnknown;
+  bool obeys = true;
+  std::vector<std::string> calls;
+};
+
+class FakeInstance : public SingleInstance {
+ public:
+  bool another_is_running() override {
+    if (others == 0) return false;
+    --others;
+    return true;
+  }
+  int others = 0;  // how many times another copy is seen
+};
+
+}  // namespace homewarden::testing

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <chrono>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "platform/interface_control.h"
+#include "platform/waiting.h"
+
+namespace homewarden::testing {
+
+// An interface without a power line: answers as it is told and writes down what it is asked, with
+// the second of uptime at which it was asked.
+class FakeInterface : public InterfaceControl {
+ public:
+  explicit FakeInterface(EventLoop& loop) : loop_(loop) {}
+
+  void PortNumber(int port) override {
+    port_ = port;
+    note("port " + std::to_string(port));
+  }
+
+  Task<int> OpenInterface() override {
+    note("open");
+    const auto found = status_of_port.find(port_);
+    co_return found == status_of_port.end() ? 1 : found->second;
+  }
+
+  void NumericOption(int option) override { note("option " + std::to_string(option)); }
+  void ClientName(const std::string& name) override { note("client " + name); }
+
+  Task<bool> CloseInterface() override {
+    note("close");
+    co_return !refuses_close;
+  }
+
+  Task<int> SendX10(std::string house, std::string unit, int function, double amount, int option1,
+                    int option2) override {
+    std::ostringstream text;
+    text << "send " << house << unit << ' ' << function << ' ' << amount << ' ' << option1 << ' '
+         << option2;
+    note(text.str());
+    co_await Delay(loop_, mains_time);
+    co_return 0;
+  }
+
+  // What was asked, without the times; the notes are gone afterwards.
+  std::vector<std::string> take_notes() { return std::exchange(notes_, {}); }
+  // Uptime in milliseconds of each note, as far as take_notes was not called.
+  const std::vector<long>& times() const { return times_; }
+
+  std::map<int, int> status_of_port;  // 1 where nothing is said
+  std::chrono::milliseconds mains_time{0};
+  bool refuses_close = false;
+
+ private:
+  void note(std::string text) {
+    notes_.push_back(std::move(text));
+    times_.push_back(static_cast<long>(loop_.uptime().count()));
+  }
+
+  EventLoop& loop_;
+  int port_ = 0;
+  std::vector<std::string> notes_;
+  std::vector<long> times_;
+};
+
+}  // namespace homewarden::testing

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "platform/files.h"
+
+namespace homewarden::testing {
+
+// Files that live in memory. A stop can be set: from the n-th changing step on nothing happens any
+// more, as if the power had gone.
+class MemoryFiles : public Files {
+ public:
+  using path = std::filesystem::path;
+
+  bool exists(const path& file) override {
+    return contents.count(file) + unreadable.count(file) > 0;
+  }
+
+  std::optional<std::string> read(const path& file) override {
+    const auto found = contents.find(file);
+    if (found == contents.end() || unreadable.count(file) > 0) return std::nullopt;
+    return found->second;
+  }
+
+  // A write that is stopped leaves half of the content, as a real one may.
+  bool write(const path& file, std::string_view content) override {
+    if (!step()) {
+      if (steps_ == stop_at_) contents[file] = content.substr(0, content.size() / 2);
+      return false;
+    }
+    contents[file] = content;
+    return true;
+  }
+
+  bool append(const path& file, std::string_view content) override {
+    if (!step()) return false;
+    contents[file] += content;
+    return true;
+  }
+
+  bool rename(const path& from, const path& to) override {
+    if (!step() || contents.count(from) == 0) return false;
+    contents[to] = contents[from];
+    contents.erase(from);
+    return true;
+  }
+
+  bool remove(const path& file) override {
+    if (!step()) return false;
+    contents.erase(file);
+    return true;
+  }
+
+  // The n-th changing step from now, counted from 1, is the first that does not happen.
+  void stop_at(int n) {
+    steps_ = 0;
+    stop_at_ = n;
+  }
+  void no_stop() { stop_at_ = 0; }
+
+  std::map<path, std::string> contents;
+  std::set<path> unreadable;
+
+ private:
+  bool step() { return ++steps_ < stop_at_ || stop_at_ == 0; }
+
+  int steps_ = 0;
+  int stop_at_ = 0;
+};
+
+}  // namespace homewarden::testing
