@@ -17,11 +17,12 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
                platform.sounds, platform.folder),
       tree_(frm_main, operations_, platform.loop, rooms_, device_state_, devices_),
       window_(frm_main, operations_, platform.desktop, platform.dialogs),
+      tray_(frm_main, frmSysTray, settings_, window_),
       finder_(frm_main, operations_, platform.loop, module1_, platform.interface_control,
               platform.dialogs),
       startup_(frm_main, frm_wait, operations_, platform.loop, module1_, settings_,
-               platform.instance, platform.desktop, rooms_, tree_, finder_),
-      shutdown_(frm_main, frm_wait, operations_, platform.loop, module1_, settings_,
+               platform.instance, platform.desktop, rooms_, tree_, tray_, finder_),
+      shutdown_(frm_main, frm_wait, tray_, operations_, platform.loop, module1_, settings_,
                 platform.desktop, platform.interface_control) {
   show_interface_state(frm_main, platform.interface_control);
   for (Timer* timer :

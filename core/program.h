@@ -10,9 +10,11 @@
 #include "core/startup.h"
 #include "platform/platform.h"
 #include "ui/frm_main.h"
+#include "ui/frm_systray.h"
 #include "ui/frm_wait.h"
 #include "ui/navigation_tree.h"
 #include "ui/timer_driver.h"
+#include "ui/tray.h"
 #include "ui/window_services.h"
 #include "x10/device_commands.h"
 #include "x10/device_panel.h"
@@ -21,7 +23,7 @@
 
 namespace homewarden {
 
-// The whole program, put together on a platform. Faces show `frm_main` and `frm_wait`.
+// The whole program, put together on a platform. Faces show the three forms.
 class Program {
  public:
   Program(const Platform& platform, Operations::ErrorHandler on_error);
@@ -35,6 +37,7 @@ class Program {
 
   FrmMain frm_main;
   FrmWait frm_wait;
+  FrmSysTray frmSysTray;
 
  private:
   Operations operations_;
@@ -46,6 +49,7 @@ class Program {
   DevicePanel devices_;
   NavigationTree tree_;
   WindowServices window_;
+  Tray tray_;
   InterfaceFinder finder_;
   Startup startup_;
   Shutdown shutdown_;

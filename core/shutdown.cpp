@@ -15,11 +15,12 @@ const char* const kService = "Wardengine";
 
 }  // namespace
 
-Shutdown::Shutdown(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop,
-                   Module1& module1, Settings& settings, Desktop& desktop,
+Shutdown::Shutdown(FrmMain& form, FrmWait& wait, Tray& tray, Operations& operations,
+                   EventLoop& loop, Module1& module1, Settings& settings, Desktop& desktop,
                    InterfaceControl& interface_control)
     : form_(form),
       wait_(wait),
+      tray_(tray),
       loop_(loop),
       module1_(module1),
       settings_(settings),
@@ -36,6 +37,7 @@ Task<void> Shutdown::Form_Unload() {
   wait_.visible = true;
   wait_.Label2.caption = "Homewarden - Closing";
   co_await pending_events(loop_);
+  tray_.unload();
   form_.ignoreclicks = true;
   form_.Statusbar.panel2 = "Closing communications, please wait";
   co_await pending_events(loop_);
@@ -57,6 +59,7 @@ Task<void> Shutdown::Form_Unload() {
 void Shutdown::Form_Resize() {
   if (form_.ignoreclicks) return;
   if (form_.state == WindowState::kMinimized) {
+    if (!tray_.can_hide()) return;
     settings_.write("data", "state", "1");
     form_.ignoreclicks = true;
     form_.visible = false;

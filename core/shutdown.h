@@ -11,19 +11,22 @@
 #include "platform/interface_control.h"
 #include "ui/frm_main.h"
 #include "ui/frm_wait.h"
+#include "ui/tray.h"
 
 namespace homewarden {
 
 // The end of the program, and the window's way into hiding.
 class Shutdown {
  public:
-  Shutdown(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop, Module1& module1,
-           Settings& settings, Desktop& desktop, InterfaceControl& interface_control);
+  Shutdown(FrmMain& form, FrmWait& wait, Tray& tray, Operations& operations, EventLoop& loop,
+           Module1& module1, Settings& settings, Desktop& desktop,
+           InterfaceControl& interface_control);
 
   // Runs once, however often it is asked for; quits the loop at its end.
   Task<void> Form_Unload();
 
-  // Minimising the window hides it; anything else makes sure that it shows.
+  // Minimising the window hides it where an icon can bring it back; anything else makes sure that
+  // it shows.
   void Form_Resize();
 
  private:
@@ -33,6 +36,7 @@ class Shutdown {
 
   FrmMain& form_;
   FrmWait& wait_;
+  Tray& tray_;
   EventLoop& loop_;
   Module1& module1_;
   Settings& settings_;

@@ -20,7 +20,7 @@ constexpr int kDelaySeconds = 20;
 
 Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop,
                  Module1& module1, Settings& settings, SingleInstance& instance, Desktop& desktop,
-                 RoomList& rooms, NavigationTree& tree, InterfaceFinder& finder)
+                 RoomList& rooms, NavigationTree& tree, Tray& tray, InterfaceFinder& finder)
     : form_(form),
       wait_(wait),
       loop_(loop),
@@ -30,6 +30,7 @@ Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop
       desktop_(desktop),
       rooms_(rooms),
       tree_(tree),
+      tray_(tray),
       finder_(finder) {
   wait.lab_wait.tool_tip = "Click Here To Skip The Delay";
   wait.lab_wait.click.connect([this] { SkipWait(); });
@@ -154,6 +155,7 @@ void Startup::set_options() {
 
 Task<void> Startup::delayed_step() {
   form_.startuptimer.set_interval(0);  // before the search, which outlasts the interval
+  tray_.loadtray();
   co_await pending_events(loop_);
   form_.ignoreclicks = false;
   restore_window_state();
@@ -162,7 +164,7 @@ Task<void> Startup::delayed_step() {
 
 void Startup::restore_window_state() {
   if (settings_.read("data", "state", "0") == "1") form_.state = WindowState::kMinimized;
-  if (form_.state != WindowState::kMinimized) return;
+  if (form_.state != WindowState::kMinimized || !tray_.can_hide()) return;
   form_.ignoreclicks = true;
   form_.state = WindowState::kNormal;
   form_.visible = false;

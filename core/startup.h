@@ -13,6 +13,7 @@
 #include "ui/frm_main.h"
 #include "ui/frm_wait.h"
 #include "ui/navigation_tree.h"
+#include "ui/tray.h"
 #include "x10/interface_finder.h"
 
 namespace homewarden {
@@ -23,7 +24,7 @@ class Startup {
  public:
   Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop, Module1& module1,
           Settings& settings, SingleInstance& instance, Desktop& desktop, RoomList& rooms,
-          NavigationTree& tree, InterfaceFinder& finder);
+          NavigationTree& tree, Tray& tray, InterfaceFinder& finder);
 
   // Runs once. A copy of the program that finds another one running quits the loop.
   Task<void> Form_Load();
@@ -53,6 +54,7 @@ class Startup {
   Desktop& desktop_;
   RoomList& rooms_;
   NavigationTree& tree_;
+  Tray& tray_;
   InterfaceFinder& finder_;
 };
 

@@ -64,6 +64,7 @@ class House {
 
   FrmMain& form() { return program_->frm_main; }
   FrmWait& wait() { return program_->frm_wait; }
+  FrmSysTray& icon() { return program_->frmSysTray; }
   std::string status() { return form().Statusbar.panel2; }
 
   void click_node(const std::string& key) {

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "core/version.h"
 #include "tests/stories/house.h"
 
 namespace homewarden::testing {
@@ -144,9 +145,25 @@ TEST(LifeStory, MinimisedToTheNotificationAreaAndStartedThere) {
   house.loop.advance(500ms);
   EXPECT_FALSE(house.form().visible);
   EXPECT_EQ(house.form().state.get(), WindowState::kNormal);
-  house.form().resized();  // anything but minimising
+  int menus = 0;
+  house.form().sspp3.popped_up.connect([&menus] { ++menus; });
+  house.icon().SysTrayMouseDown(2);
+  EXPECT_EQ(menus, 1);
+  EXPECT_FALSE(house.form().visible);
+  house.icon().SysTrayMouseDown(1);
   EXPECT_TRUE(house.form().visible);
+  EXPECT_FALSE(house.form().topmost);
   EXPECT_EQ(house.settings.read("data", "state", ""), "0");
+  EXPECT_EQ(house.icon().ToolTip.get(), std::string("Homewarden Version ") + kVersion);
+}
+
+TEST(LifeStory, WithoutANotificationAreaTheWindowIsNotLost) {
+  House house;
+  house.open();
+  house.icon().has_area = false;
+  house.loop.advance(2s);
+  house.form().state = WindowState::kMinimized;
+  EXPECT_TRUE(house.form().visible) << "hidden where no icon brings it back";
 }
 
 TEST(LifeStory, StoredPortThatNeverAnswersEndsTheProgramAfterFourTries) {

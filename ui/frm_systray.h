@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+#include "base/signal.h"
+
+namespace homewarden {
+
+// The program's icon in the notification area, shown while `loaded`. Buttons: 1 left, 2 right.
+struct FrmSysTray {
+  Property<bool> loaded{false};
+  Property<std::string> ToolTip{"Homewarden"};
+  Property<std::string> IconHandle;  // path of the picture; "" is the program's own icon
+  Signal<int> SysTrayMouseDown;
+  Signal<int> SysTrayMouseUp;
+  Signal<> SysTrayMouseMove;
+  Signal<int> SysTrayDoubleClick;
+
+  // Set by the face: without a notification area nothing can be found again there.
+  bool has_area = true;
+};
+
+}  // namespace homewarden

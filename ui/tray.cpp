@@ -1,0 +1,45 @@
+#include "ui/tray.h"
+
+#include <string>
+
+#include "core/version.h"
+
+namespace homewarden {
+namespace {
+
+constexpr int kRightButton = 2;
+
+}  // namespace
+
+Tray::Tray(FrmMain& form, FrmSysTray& icon, Settings& settings, WindowServices& window)
+    : form_(form), icon_(icon), settings_(settings), window_(window) {
+  icon.SysTrayDoubleClick.connect([this](int) { restore(); });
+  icon.SysTrayMouseDown.connect([this](int button) { mouse_down(button); });
+}
+
+void Tray::loadtray() {
+  icon_.loaded = true;
+  icon_.ToolTip = std::string("Homewarden Version ") + kVersion;
+  icon_.IconHandle = form_.imgicon.file.get();
+}
+
+void Tray::unload() {
+  icon_.loaded = false;
+}
+
+void Tray::mouse_down(int button) {
+  if (button == kRightButton)
+    form_.sspp3.popped_up();
+  else
+    restore();
+}
+
+void Tray::restore() {
+  settings_.write("data", "state", "0");
+  form_.visible = true;
+  window_.ontop();
+  window_.offtop();
+  form_.raised();
+}
+
+}  // namespace homewarden
