@@ -1,0 +1,29 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+namespace homewarden {
+
+// Where things lie.
+struct Folders {
+  std::filesystem::path application;  // data files, html/, sounds
+  std::filesystem::path machine;      // settings that the background service sees too, ports/
+  std::filesystem::path user;         // settings of the person
+};
+
+// The folders of the running program. The machine-wide one is $HOMEWARDEN_MACHINE_DIR, else
+// /var/lib/homewarden where the person may write there, else homewarden in the person's state
+// folder; the person's is $HOMEWARDEN_USER_DIR, else homewarden in the configuration folder. The
+// application folder is the one given, else the folder of the program when a house lies there,
+// else homewarden in the person's data folder.
+Folders find_folders(const std::optional<std::filesystem::path>& application_folder);
+
+// Copies pictures and sounds that the application folder does not have from the copy that was
+// installed or built with the program. False when the folder cannot be written.
+bool fill_application_folder(const std::filesystem::path& folder);
+
+// $XDG_DATA_HOME or ~/.local/share.
+std::filesystem::path data_home();
+
+}  // namespace homewarden

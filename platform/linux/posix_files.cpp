@@ -1,0 +1,90 @@
+#include "platform/linux/posix_files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+
+#include "platform/linux/descriptor.h"
+
+namespace homewarden {
+namespace {
+
+constexpr off_t kLargest = 64L * 1024 * 1024;
+constexpr mode_t kMode = 0644;
+
+bool write_all(int descriptor, std::string_view content) {
+  while (!content.empty()) {
+    const ssize_t written = ::write(descriptor, content.data(), content.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    content.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+// A name that was made, changed or removed is on the disk only when its folder is.
+bool sync_folder_of(const std::filesystem::path& file) {
+  const auto folder = file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
+  const Descriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  return descriptor.is_open() && ::fsync(descriptor.get()) == 0;
+}
+
+}  // namespace
+
+bool PosixFiles::exists(const std::filesystem::path& file) {
+  struct stat info {};
+  return ::stat(file.c_str(), &info) == 0;
+}
+
+std::optional<std::string> PosixFiles::read(const std::filesystem::path& file) {
+  // Not blocking: a pipe or a device of this name must not hold up the program.
+  const Descriptor descriptor(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  struct stat info {};
+  if (!descriptor.is_open() || ::fstat(descriptor.get(), &info) != 0 || !S_ISREG(info.st_mode) ||
+      info.st_size > kLargest)
+    return std::nullopt;
+  std::string content(static_cast<std::size_t>(info.st_size), '\0');
+  std::size_t filled = 0;
+  while (filled < content.size()) {
+    const ssize_t got = ::read(descriptor.get(), content.data() + filled, content.size() - filled);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return std::nullopt;
+    if (got == 0) break;
+    filled += static_cast<std::size_t>(got);
+  }
+  content.resize(filled);
+  return content;
+}
+
+bool PosixFiles::write(const std::filesystem::path& file, std::string_view content) {
+  const Descriptor descriptor(
+      ::open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kMode));
+  return descriptor.is_open() && write_all(descriptor.get(), content) &&
+         ::fsync(descriptor.get()) == 0 && sync_folder_of(file);
+}
+
+bool PosixFiles::append(const std::filesystem::path& file, std::string_view content) {
+  const Descriptor descriptor(
+      ::open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, kMode));
+  struct stat info {};
+  if (!descriptor.is_open() || ::fstat(descriptor.get(), &info) != 0) return false;
+  if (write_all(descriptor.get(), content) && ::fsync(descriptor.get()) == 0)
+    return info.st_size > 0 || sync_folder_of(file);
+  // Half a line would spoil the file: back to what it was.
+  [[maybe_unused]] const int cut = ::ftruncate(descriptor.get(), info.st_size);
+  return false;
+}
+
+bool PosixFiles::rename(const std::filesystem::path& from, const std::filesystem::path& to) {
+  return ::rename(from.c_str(), to.c_str()) == 0 && sync_folder_of(to);
+}
+
+bool PosixFiles::remove(const std::filesystem::path& file) {
+  if (::unlink(file.c_str()) != 0) return errno == ENOENT;
+  return sync_folder_of(file);
+}
+
+}  // namespace homewarden

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/files.h"
+
+namespace homewarden {
+
+// The files of a POSIX system. What a call reports as done is on the disk.
+class PosixFiles : public Files {
+ public:
+  bool exists(const std::filesystem::path& file) override;
+  // Also nothing for what is no regular file, and for more than 64 MiB.
+  std::optional<std::string> read(const std::filesystem::path& file) override;
+  bool write(const std::filesystem::path& file, std::string_view content) override;
+  bool append(const std::filesystem::path& file, std::string_view content) override;
+  bool rename(const std::filesystem::path& from, const std::filesystem::path& to) override;
+  bool remove(const std::filesystem::path& file) override;
+};
+
+}  // namespace homewarden

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "platform/registry.h"
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace homewarden {
+
+// One file of typed values: a table of key, name, type, data. Opened at the first use, and again
+// after a failure, so that a folder that appears later is found.
+class Database {
+ public:
+  explicit Database(std::filesystem::path file);
+  Database(const Database&) = delete;
+  Database& operator=(const Database&) = delete;
+  ~Database();
+
+  std::optional<RegistryValue> read(const std::string& key, const std::string& name);
+  bool write(const std::string& key, const std::string& name, const RegistryValue& value);
+
+ private:
+  bool open();
+  bool try_to_open();
+  bool prepare();
+  void close();
+  void set_broken_file_aside();
+
+  std::filesystem::path file_;
+  sqlite3* database_ = nullptr;
+  sqlite3_stmt* select_ = nullptr;
+  sqlite3_stmt* upsert_ = nullptr;
+  int error_ = 0;
+};
+
+}  // namespace homewarden

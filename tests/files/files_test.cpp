@@ -1,0 +1,114 @@
+// Files, folders and the lock, on a real disk.
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <fstream>
+
+#include "platform/linux/folders.h"
+#include "platform/linux/lock_file_instance.h"
+#include "platform/linux/posix_files.h"
+#include "tests/platform/memory_files.h"
+#include "tests/platform/scratch_folder.h"
+
+namespace homewarden::testing {
+namespace {
+
+struct OnDisk {
+  ScratchFolder folder;
+  PosixFiles files;
+  std::filesystem::path path(const char* name) { return folder / name; }
+};
+struct InMemory {
+  MemoryFiles files;
+  std::filesystem::path path(const char* name) { return name; }
+};
+
+template <class Kind>
+struct FilesContract : ::testing::Test {
+  Kind kind;
+};
+using Kinds = ::testing::Types<OnDisk, InMemory>;
+TYPED_TEST_SUITE(FilesContract, Kinds);
+
+TYPED_TEST(FilesContract, WritesAppendsRenamesAndRemoves) {
+  Files& files = this->kind.files;
+  const auto list = this->kind.path("list");
+  const auto other = this->kind.path("other");
+  EXPECT_FALSE(files.exists(list));
+  EXPECT_FALSE(files.read(list));
+  EXPECT_TRUE(files.remove(list)) << "nothing to remove is no failure";
+  EXPECT_TRUE(files.append(list, "one\r\n"));
+  EXPECT_TRUE(files.append(list, std::string("\0two", 4)));
+  EXPECT_EQ(files.read(list), std::string("one\r\n\0two", 9));
+  EXPECT_TRUE(files.write(list, "short"));
+  EXPECT_EQ(files.read(list), "short");
+  EXPECT_TRUE(files.write(other, "old"));
+  EXPECT_TRUE(files.rename(list, other));
+  EXPECT_EQ(files.read(other), "short");
+  EXPECT_FALSE(files.exists(list));
+  EXPECT_FALSE(files.rename(list, other));
+  EXPECT_EQ(files.read(other), "short");
+  EXPECT_TRUE(files.remove(other));
+  EXPECT_FALSE(files.exists(other));
+}
+
+TEST(PosixFiles, WhatIsNoFileIsNotReadAndHoldsNobodyUp) {
+  ScratchFolder folder;
+  PosixFiles files;
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+  EXPECT_FALSE(files.read(folder / "pipe"));
+  EXPECT_FALSE(files.read(folder.path()));
+  EXPECT_FALSE(files.write(folder / "missing/file", "x"));
+  EXPECT_FALSE(files.append(folder.path(), "x"));
+}
+
+TEST(LockFileInstance, OneCopyAtATimeAndNoneAfterAKill) {
+  ScratchFolder folder;
+  int ready[2];
+  ASSERT_EQ(pipe(ready), 0);
+  const pid_t first = fork();
+  if (first == 0) {
+    LockFileInstance instance(folder.path());
+    const char found = instance.another_is_running() ? 'y' : 'n';
+    [[maybe_unused]] const auto told = write(ready[1], &found, 1);
+    pause();
+  }
+  char found = '?';
+  ASSERT_EQ(read(ready[0], &found, 1), 1);
+  EXPECT_EQ(found, 'n');
+  LockFileInstance second(folder.path());
+  EXPECT_TRUE(second.another_is_running());
+  kill(first, SIGKILL);
+  waitpid(first, nullptr, 0);
+  EXPECT_FALSE(second.another_is_running());
+  EXPECT_FALSE(second.another_is_running()) << "it found itself";
+  close(ready[0]);
+  close(ready[1]);
+}
+
+TEST(Folders, EnvironmentAndOptionDecide) {
+  ScratchFolder folder;
+  setenv("HOMEWARDEN_MACHINE_DIR", (folder / "m").c_str(), 1);
+  setenv("HOMEWARDEN_USER_DIR", (folder / "u").c_str(), 1);
+  const Folders told = find_folders(folder / "house");
+  EXPECT_EQ(told.machine, folder / "m");
+  EXPECT_EQ(told.user, folder / "u");
+  EXPECT_EQ(told.application, folder / "house");
+
+  unsetenv("HOMEWARDEN_USER_DIR");
+  setenv("XDG_CONFIG_HOME", (folder / "config").c_str(), 1);
+  setenv("XDG_DATA_HOME", (folder / "data").c_str(), 1);
+  const Folders usual = find_folders(std::nullopt);
+  EXPECT_EQ(usual.user, folder / "config/homewarden");
+  EXPECT_EQ(usual.application, folder / "data/homewarden");
+  unsetenv("HOMEWARDEN_MACHINE_DIR");
+  unsetenv("XDG_CONFIG_HOME");
+  unsetenv("XDG_DATA_HOME");
+}
+
+}  // namespace
+}  // namespace homewarden::testing

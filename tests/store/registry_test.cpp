@@ -1,0 +1,152 @@
+// What every registry promises, and what the one on disk promises beyond that.
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <memory>
+
+#include "platform/store/sqlite_registry.h"
+#include "tests/platform/memory_registry.h"
+#include "tests/platform/scratch_folder.h"
+
+namespace homewarden::testing {
+namespace {
+
+constexpr auto kMachine = RegistryRoot::kLocalMachine;
+constexpr auto kUser = RegistryRoot::kCurrentUser;
+const std::string kKey = "Software\\Test";
+
+RegistryValue text(std::string data) {
+  return {RegistryType::kString, std::move(data)};
+}
+
+struct OnDisk {
+  ScratchFolder folder;
+  SqliteRegistry registry{folder / "machine", folder / "user"};
+};
+struct InMemory {
+  MemoryRegistry registry;
+};
+
+template <class Kind>
+struct RegistryContract : ::testing::Test {
+  Kind kind;
+};
+using Kinds = ::testing::Types<OnDisk, InMemory>;
+TYPED_TEST_SUITE(RegistryContract, Kinds);
+
+TYPED_TEST(RegistryContract, KeepsTypesBytesAndRootsApart) {
+  Registry& registry = this->kind.registry;
+  EXPECT_FALSE(registry.read(kMachine, kKey, "port"));
+  const std::string bytes("a\0b\xE9'\"\n", 7);
+  EXPECT_TRUE(registry.write(kMachine, kKey, "port", {RegistryType::kNumber, "3"}));
+  EXPECT_TRUE(registry.write(kMachine, kKey, "name", text(bytes)));
+  EXPECT_TRUE(registry.write(kMachine, kKey, "empty", text("")));
+  EXPECT_EQ(registry.read(kMachine, kKey, "port")->type, RegistryType::kNumber);
+  EXPECT_EQ(registry.read(kMachine, kKey, "name")->data, bytes);
+  EXPECT_EQ(registry.read(kMachine, kKey, "empty")->data, "");
+  EXPECT_FALSE(registry.read(kUser, kKey, "name"));
+  EXPECT_FALSE(registry.read(kMachine, "Software", "name"));
+}
+
+TYPED_TEST(RegistryContract, FindsNamesWithoutRegardToCaseAndTheLastWriteWins) {
+  Registry& registry = this->kind.registry;
+  registry.write(kMachine, "Software\\TEST", "HallLamp", text("False"));
+  registry.write(kMachine, kKey, "hallLAMP", {RegistryType::kNumber, "1"});
+  EXPECT_EQ(registry.read(kMachine, kKey, "HallLamp"), (RegistryValue{RegistryType::kNumber, "1"}));
+}
+
+TEST(SqliteRegistry, OutlivesItsObjectAndIsSeenByAnother) {
+  ScratchFolder folder;
+  SqliteRegistry other(folder.path(), folder.path());
+  {
+    SqliteRegistry registry(folder.path(), folder.path());
+    registry.write(kMachine, kKey, "port", text("3"));
+  }
+  EXPECT_EQ(other.read(kMachine, kKey, "port")->data, "3");
+}
+
+TEST(SqliteRegistry, ABrokenFileIsSetAsideAndTheProgramGoesOn) {
+  ScratchFolder folder;
+  std::ofstream(folder / "machine.db") << std::string(5000, 'x');
+  SqliteRegistry registry(folder.path(), folder.path());
+  EXPECT_FALSE(registry.read(kMachine, kKey, "port"));
+  EXPECT_TRUE(registry.write(kMachine, kKey, "port", text("3")));
+  EXPECT_EQ(registry.read(kMachine, kKey, "port")->data, "3");
+  EXPECT_EQ(std::filesystem::file_size(folder / "machine.db.broken-1"), 5000u);
+}
+
+TEST(SqliteRegistry, AFolderThatCannotBeMadeReadsAsEmptyAndRefusesWrites) {
+  ScratchFolder folder;
+  std::ofstream(folder / "file") << "in the way";
+  SqliteRegistry registry(folder / "file", folder / "file");
+  EXPECT_FALSE(registry.read(kMachine, kKey, "port"));
+  EXPECT_FALSE(registry.write(kMachine, kKey, "port", text("3")));
+}
+
+// Runs a function in another process, which ends with it.
+template <class Function>
+pid_t in_child(Function function) {
+  const pid_t child = fork();
+  if (child == 0) {
+    function();
+    _exit(0);
+  }
+  return child;
+}
+
+TEST(SqliteRegistry, TwoProcessesThatWriteAtOnceLoseNothing) {
+  ScratchFolder folder;
+  constexpr int kValues = 150;
+  std::vector<pid_t> writers;
+  for (const char* who : {"a", "b"})
+    writers.push_back(in_child([&folder, who] {
+      SqliteRegistry registry(folder.path(), folder.path());
+      for (int i = 0; i < kValues; ++i)
+        if (!registry.write(kMachine, kKey, who + std::to_string(i), text(who))) _exit(1);
+    }));
+  for (const pid_t writer : writers) {
+    int status = 0;
+    waitpid(writer, &status, 0);
+    EXPECT_EQ(status, 0) << "a write was refused while the other process wrote";
+  }
+  SqliteRegistry registry(folder.path(), folder.path());
+  for (const char* who : {"a", "b"})
+    for (int i = 0; i < kValues; ++i)
+      ASSERT_TRUE(registry.read(kMachine, kKey, who + std::to_string(i))) << who << i;
+}
+
+TEST(SqliteRegistry, KilledAtAnyMomentLosesNothingThatWasReportedAsWritten) {
+  ScratchFolder folder;
+  for (int round = 0; round < 12; ++round) {
+    int reports[2];
+    ASSERT_EQ(pipe(reports), 0);
+    const pid_t writer = in_child([&folder, &reports, round] {
+      SqliteRegistry registry(folder.path(), folder.path());
+      for (int i = 0;; ++i)
+        if (registry.write(kMachine, kKey, std::to_string(round) + "-" + std::to_string(i),
+                           text("kept"))) [[maybe_unused]]
+          const auto told = write(reports[1], &i, sizeof i);
+    });
+    close(reports[1]);
+    // Killed after a number of reports, at a moment within a write that differs from round to
+    // round.
+    int last = -1;
+    for (int i = 0; i <= round; ++i) ASSERT_EQ(read(reports[0], &last, sizeof last), 4);
+    usleep(static_cast<useconds_t>(round * 137));
+    kill(writer, SIGKILL);
+    waitpid(writer, nullptr, 0);
+    while (read(reports[0], &last, sizeof last) == 4) continue;
+    close(reports[0]);
+    SqliteRegistry registry(folder.path(), folder.path());
+    for (int i = 0; i <= last; ++i)
+      ASSERT_TRUE(registry.read(kMachine, kKey, std::to_string(round) + "-" + std::to_string(i)))
+          << "round " << round << " value " << i << " of " << last;
+  }
+}
+
+}  // namespace
+}  // namespace homewarden::testing
