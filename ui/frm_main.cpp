@@ -45,6 +45,7 @@ FrmMain::FrmMain() : Window("Homewarden") {
     slider.visible = false;
   }
   lab_notice.visible = false;
+  lab_nodevices.visible = false;
   for (auto& picture : device) picture.visible = false;
 
   lst_temproom.sorted = true;

@@ -30,6 +30,7 @@ struct FrmMain : Window {
   // The devices of one room.
   Frame frm_devices{false};
   Label lab_room;
+  Label lab_nodevices{"This room has no devices yet. Go to Home and choose \"Add a new device\"."};
   std::array<Picture, kSlots> device;
   std::array<Label, kSlots> devicename;
   std::array<Slider, kSlots> image1;

@@ -105,6 +105,7 @@ void NavigationTree::node_clicked() {
 }
 
 void NavigationTree::device_node_clicked(const TreeNode& node) {
+  form_.lab_nodevices.visible = false;
   rooms_.loadroom(node.parent->text);
   for (int slot = 0; slot < FrmMain::kSlots; ++slot) {
     if (form_.devicename[static_cast<std::size_t>(slot)].caption.get() != node.text) continue;
@@ -116,6 +117,7 @@ void NavigationTree::device_node_clicked(const TreeNode& node) {
 void NavigationTree::room_node_clicked(const TreeNode& node) {
   rooms_.loadroom(node.text);
   empty_slots();
+  form_.lab_nodevices.visible = node.children.empty();
   const int shown = std::min(FrmMain::kSlots, static_cast<int>(node.children.size()));
   for (int slot = 0; slot < shown; ++slot) {
     const auto index = static_cast<std::size_t>(slot);

@@ -213,7 +213,9 @@ TEST(DeviceStory, MoreThanTenDevicesAndADeviceOfAnotherRoom) {
   house.loop.advance(3s);
   EXPECT_EQ(form.lab_room.caption.get(), "Small");
   EXPECT_TRUE(house.interface_control.take_notes().empty());
+  EXPECT_FALSE(form.lab_nodevices.visible);
   house.click_node("Empty");
+  EXPECT_TRUE(form.lab_nodevices.visible);
   EXPECT_TRUE(shown_names(form).empty());
 }
 

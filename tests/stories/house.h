@@ -60,6 +60,9 @@ class House {
     return form();
   }
 
+  // Another interface than the one without a power line; before open().
+  void connect(InterfaceControl& other) { connected_ = &other; }
+
   void forget_program() { program_.reset(); }
 
   FrmMain& form() { return program_->frm_main; }
@@ -109,10 +112,11 @@ class House {
 
  private:
   Platform platform() {
-    return Platform{loop,    files,   registry, services, instance, interface_control,
+    return Platform{loop,    files,   registry, services, instance, *connected_,
                     dialogs, desktop, sounds,   kFolder,  ""};
   }
 
+  InterfaceControl* connected_ = &interface_control;
   std::unique_ptr<Program> program_;
 };
 

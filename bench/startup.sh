@@ -1,0 +1,17 @@
+#!/usr/bin/env bash
+# Time from the start of the process to the first paint of the main window, and peak memory, of the
+# demo under a virtual display; several runs, since machines are noisy.
+# usage: bench/startup.sh [RUNS]   (after a release build)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+source tools/packages.sh
+tools/install-packages "a virtual display for the measurement" "${screenshot_packages[@]}"
+
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+export XDG_DATA_HOME=$scratch HOME=$scratch
+for run in $(seq "${1:-5}"); do
+  echo "run $run:" $(timeout -s TERM 8 xvfb-run -a -s "-screen 0 1400x1000x24" \
+    build/release/bin/homewarden --demo --report-start 2>/dev/null | grep -E 'first paint|peak')
+done

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/desktop.h"
+
+namespace homewarden {
+
+// The desktop that the person has logged on to.
+class QtDesktop : public Desktop {
+ public:
+  float screen_width() const override;
+  float screen_height() const override;
+  bool finds_browser() override;
+  bool open_address(const std::string& address) override;
+};
+
+}  // namespace homewarden

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QTimer>
+#include <functional>
+#include <map>
+#include <utility>
+
+#include "platform/event_loop.h"
+
+namespace homewarden {
+
+// The event loop of the program on that of Qt: one timer for whatever comes due next.
+class QtLoop : public EventLoop {
+ public:
+  QtLoop();
+  QtLoop(const QtLoop&) = delete;
+  QtLoop& operator=(const QtLoop&) = delete;
+
+  std::chrono::milliseconds uptime() const override;
+  LocalTime local_time() const override;
+  CallId call_after(std::chrono::milliseconds delay, std::function<void()> function) override;
+  void cancel(CallId id) override;
+  void quit() override;
+
+  // Calls the function whenever the descriptor has something to read, as long as the loop lives or
+  // until the descriptor is closed.
+  void watch_readable(int descriptor, std::function<void()> function);
+
+ private:
+  using Due = std::pair<std::chrono::milliseconds, CallId>;
+
+  void arm();
+  void run_due();
+  void run(const std::function<void()>& function) const;
+
+  QElapsedTimer clock_;
+  QTimer timer_;
+  QObject watchers_;
+  CallId last_id_ = 0;
+  std::map<Due, std::function<void()>> calls_;
+  std::map<CallId, std::chrono::milliseconds> due_of_;
+};
+
+}  // namespace homewarden

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+#include <string>
+#include <string_view>
+
+namespace homewarden {
+
+// Texts of the program are bytes in the system code page (Windows-1252); people see Unicode. The
+// five bytes that the code page leaves open stand for the control characters of the same number, so
+// that every byte comes back as it was.
+QString from_code_page(std::string_view bytes);
+
+// Characters that the code page does not have become "?".
+std::string to_code_page(const QString& text);
+
+}  // namespace homewarden

@@ -1,0 +1,64 @@
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "ui/qt/bindings.h"
+#include "ui/qt/page.h"
+#include "ui/qt/pages.h"
+
+namespace homewarden {
+namespace {
+
+QString tr(const char* text) {
+  return QObject::tr(text);
+}
+
+QLineEdit* make_line(TextBox& control, const QString& name, QWidget* parent) {
+  auto* line = new QLineEdit(parent);
+  bind(control, line, name);
+  return line;
+}
+
+void add_button(Button& control, Page* page) {
+  auto* button = make_button(control, page->body());
+  QObject::connect(button, &QPushButton::pressed, button, [button] { button->setFocus(); });
+  page->rows()->addWidget(button, 0, Qt::AlignLeft);
+}
+
+}  // namespace
+
+QWidget* make_add_room_page(FrmMain& form) {
+  auto* page = new Page(tr("Add a new room"), 520);
+  page->add_text(tr("Type in your room name below, then click on Save"));
+  page->rows()->addWidget(make_line(form.txt_roomname, tr("Room name"), page->body()));
+  add_button(form.Command3, page);
+  page->add_rest();
+  return page;
+}
+
+QWidget* make_add_device_page(FrmMain& form) {
+  auto* page = new Page(tr("Add a new device"), 520);
+  QWidget* body = page->body();
+  page->add_text(
+      tr("Please select the room you wish to add the new device to from this drop down list"));
+  page->rows()->addWidget(make_combo(form.lst_temproom, tr("Room"), body));
+  page->add_text(tr("Type in a name for your device"));
+  page->rows()->addWidget(make_line(form.txt_devname, tr("Device name"), body));
+  page->add_text(tr("Select the house code and device number"));
+  auto* address = new QHBoxLayout;
+  address->addWidget(new QLabel(tr("Code"), body));
+  address->addWidget(make_combo(form.lst_housecode, tr("House code"), body));
+  address->addSpacing(12);
+  address->addWidget(new QLabel(tr("Number"), body));
+  address->addWidget(make_combo(form.lst_device, tr("Device number"), body));
+  address->addStretch();
+  page->rows()->addLayout(address);
+  page->add_text(tr("Select the device type from this list"));
+  page->rows()->addWidget(make_combo(form.lst_devicetype, tr("Device type"), body));
+  page->add_text(
+      tr("When you are finished, click on Save to save your new device and add it to the list"));
+  add_button(form.Command4, page);
+  page->add_rest();
+  return page;
+}
+
+}  // namespace homewarden

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <filesystem>
+
+#include "platform/qt/qt_loop.h"
+#include "tools/emulator/emulator.h"
+#include "tools/emulator/pty_host.h"
+
+namespace homewarden {
+
+// The demo's interface, power line and modules at the end of a pseudo-terminal, run by the
+// program's own loop. `link` leads to the terminal and makes it a COM port like any other. What
+// reaches the power line is printed on the terminal.
+class DemoLine {
+ public:
+  DemoLine(QtLoop& loop, const std::filesystem::path& link);
+  DemoLine(const DemoLine&) = delete;
+  DemoLine& operator=(const DemoLine&) = delete;
+
+ private:
+  void print_reports();
+
+  emulator::Emulator emulator_;
+  emulator::PtyHost host_;
+  emulator::PtyHostDriver driver_;
+};
+
+}  // namespace homewarden

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <functional>
+
+#include "platform/qt/qt_loop.h"
+
+namespace homewarden {
+
+// Calls the function from the loop when the process is asked to end (interrupt, terminate, hang
+// up). Asked a second time, the process ends at once.
+void on_end_signal(QtLoop& loop, std::function<void()> function);
+
+}  // namespace homewarden

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QStringList>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace homewarden {
+
+// What the command line asks for.
+struct AppOptions {
+  std::optional<std::filesystem::path> folder;  // the application folder
+  bool demo = false;
+  bool demo_reset = false;
+  bool trace_serial = false;
+  bool report_start = false;  // print when the window was first painted and how much memory it took
+};
+
+// Prints help or the version, or what is wrong with the arguments, and ends the program where the
+// arguments say so.
+AppOptions parse_options(const QStringList& arguments);
+
+}  // namespace homewarden

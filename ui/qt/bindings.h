@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTreeWidget>
+
+#include "ui/controls.h"
+
+namespace homewarden {
+
+// Each function joins a control to the widget that shows it, both ways, for the widget's life. The
+// name is what a screen reader says; where the control has a caption it may be left out.
+
+// Visible, enabled, tool tip, focus: what all controls have. Part of the others.
+void bind_common(Control& control, QWidget* widget, const QString& name = {});
+
+void bind(Label& control, QLabel* widget);
+void bind(Button& control, QPushButton* widget);
+void bind(CheckBox& control, QCheckBox* widget, const QString& name = {});
+void bind(TextBox& control, QLineEdit* widget, const QString& name);
+void bind(ComboBox& control, QComboBox* widget, const QString& name);
+void bind(ListBox& control, QListWidget* widget, const QString& name);
+void bind(ListView& control, QTreeWidget* widget, const QString& name);
+
+// A label that is a link: a flat button that looks like a row one can press.
+QPushButton* make_link(Label& control, QWidget* parent);
+
+// A combo box that is editable, as all of the program's are, and joined to its control.
+QComboBox* make_combo(ComboBox& control, const QString& name, QWidget* parent);
+QPushButton* make_button(Button& control, QWidget* parent);
+
+}  // namespace homewarden

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QStackedWidget>
+
+#include "ui/frm_main.h"
+
+namespace homewarden {
+
+// The main window: shows the form and hands on what a person does with it.
+class MainWindowView : public QMainWindow {
+ public:
+  explicit MainWindowView(FrmMain& form);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void build();
+  QWidget* build_side();
+  void add_page(Frame& frame, QWidget* (*make)(FrmMain&));
+  void add_menu(Menu& menu);
+  void bind_window();
+  void place();
+  void show_state(WindowState state);
+
+  FrmMain& form_;
+  QStackedWidget* pages_;
+  bool placing_ = false;
+};
+
+}  // namespace homewarden

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QFormLayout>
+#include <QLabel>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+namespace homewarden {
+
+// A panel of the right side: a title, and rows below it that do not grow wider than is pleasant to
+// read. It scrolls when the window is small.
+class Page : public QScrollArea {
+ public:
+  static constexpr int kMargin = 28;
+  static constexpr int kTextWidth = 720;
+
+  // `max_width` 0: as wide as the window.
+  explicit Page(const QString& title, int max_width = kTextWidth, QWidget* parent = nullptr);
+
+  QVBoxLayout* rows() { return rows_; }
+  QWidget* body() { return body_; }
+  QLabel* title() { return title_; }
+
+  // A paragraph, wrapped. Quiet text explains; the other says something.
+  QLabel* add_text(const QString& text, bool quiet = true);
+  QLabel* add_heading(const QString& text);
+  // Rows of a label and a field, the labels aligned.
+  QFormLayout* add_form();
+  // Takes the room that is left, below everything.
+  void add_rest() { rows_->addStretch(1); }
+
+ private:
+  QWidget* body_;
+  QVBoxLayout* rows_;
+  QLabel* title_;
+};
+
+// The colour of text that explains, on the widget's background.
+QColor quiet_text_colour(const QPalette& palette);
+
+}  // namespace homewarden

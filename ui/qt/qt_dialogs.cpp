@@ -1,0 +1,90 @@
+#include "ui/qt/qt_dialogs.h"
+
+#include <QInputDialog>
+#include <QMessageBox>
+#include <coroutine>
+#include <memory>
+
+#include "platform/qt/text_codec.h"
+
+namespace homewarden {
+namespace {
+
+// Waits for a dialog to be closed. The dialog is closed without a word when the wait is given up.
+class Closed {
+ public:
+  explicit Closed(QDialog& dialog) : dialog_(dialog) {}
+  Closed(const Closed&) = delete;
+  Closed& operator=(const Closed&) = delete;
+  ~Closed() { QObject::disconnect(connection_); }
+
+  bool await_ready() const noexcept { return false; }
+  void await_suspend(std::coroutine_handle<> waiting) {
+    // From the loop, not from inside the dialog, which goes with the operation.
+    connection_ = QObject::connect(
+        &dialog_, &QDialog::finished, &dialog_, [waiting] { waiting.resume(); },
+        Qt::QueuedConnection);
+    dialog_.open();
+  }
+  void await_resume() const noexcept {}
+
+ private:
+  QDialog& dialog_;
+  QMetaObject::Connection connection_;
+};
+
+// Deleted from the loop: a dialog may still be in the middle of closing.
+struct DeleteLater {
+  void operator()(QObject* object) const { object->deleteLater(); }
+};
+template <class Dialog>
+using DialogPointer = std::unique_ptr<Dialog, DeleteLater>;
+
+QMessageBox::Icon icon_of(MessageIcon icon) {
+  switch (icon) {
+    case MessageIcon::kInformation:
+      return QMessageBox::Information;
+    case MessageIcon::kExclamation:
+      return QMessageBox::Warning;
+    case MessageIcon::kCritical:
+      return QMessageBox::Critical;
+    case MessageIcon::kQuestion:
+      return QMessageBox::Question;
+    case MessageIcon::kNone:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+// A window that is hidden cannot carry a box; the box then stands alone.
+QWidget* visible_parent(QWidget* parent) {
+  return parent && parent->isVisible() ? parent : nullptr;
+}
+
+}  // namespace
+
+Task<Answer> QtDialogs::message_box(Message message) {
+  const bool asks = message.buttons == MessageButtons::kYesNo;
+  const DialogPointer<QMessageBox> box(new QMessageBox(
+      icon_of(message.icon), from_code_page(message.title), from_code_page(message.text),
+      asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, visible_parent(parent_)));
+  box->setTextFormat(Qt::PlainText);
+  box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  if (asks) box->setEscapeButton(QMessageBox::No);
+  co_await Closed(*box);
+  if (!asks) co_return Answer::kOk;
+  co_return box->result() == QMessageBox::Yes ? Answer::kYes : Answer::kNo;
+}
+
+Task<std::optional<std::string>> QtDialogs::input_box(Question question) {
+  const DialogPointer<QInputDialog> box(new QInputDialog(visible_parent(parent_)));
+  box->setWindowTitle(from_code_page(question.title));
+  box->setLabelText(from_code_page(question.prompt));
+  box->setTextValue(from_code_page(question.initial));
+  if (question.secret) box->setTextEchoMode(QLineEdit::Password);
+  co_await Closed(*box);
+  if (box->result() != QDialog::Accepted) co_return std::nullopt;
+  co_return to_code_page(box->textValue());
+}
+
+}  // namespace homewarden

@@ -1,0 +1,81 @@
+// The panels of the web server, the profiles and the speech reminders.
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "ui/qt/bindings.h"
+#include "ui/qt/page.h"
+#include "ui/qt/pages.h"
+
+namespace homewarden {
+namespace {
+
+QString tr(const char* text) {
+  return QObject::tr(text);
+}
+
+}  // namespace
+
+QWidget* make_web_page(FrmMain& form) {
+  auto* page = new Page(tr("Web Server"));
+  QWidget* body = page->body();
+  auto* running = new QLabel(body);
+  bind(form.Label48, running);
+  page->rows()->addWidget(running);
+
+  auto* port = new QHBoxLayout;
+  port->addWidget(new QLabel(tr("Port"), body));
+  auto* box = new QLineEdit(body);
+  bind(form.txt_webport, box, tr("Port of the web server"));
+  box->setMaximumWidth(110);
+  port->addWidget(box);
+  port->addWidget(make_button(form.Command7, body));
+  port->addStretch();
+  page->rows()->addLayout(port);
+
+  page->add_heading(tr("Access"));
+  auto* access = new QHBoxLayout;
+  for (Button* button : {&form.Command8, &form.Command9, &form.Command10})
+    access->addWidget(make_button(*button, body));
+  access->addStretch();
+  page->rows()->addLayout(access);
+  page->add_rest();
+  return page;
+}
+
+QWidget* make_profiles_page(FrmMain& form) {
+  auto* page = new Page(tr("Profiles"));
+  page->add_text(tr("Select a different power profile from this drop down list"), false);
+  page->rows()->addWidget(make_combo(form.com_profile, tr("Profile"), page->body()), 0,
+                          Qt::AlignLeft);
+  page->add_text(
+      tr("Power profiles allow you to set different sets of events based on things like Holidays, "
+         "Weekends, Business Trips etc. When you select a different profile above, your will get a "
+         "new events list. Whatever you set as an event in one profile, will not be shown in a "
+         "different profile."));
+  page->add_rest();
+  return page;
+}
+
+QWidget* make_speech_page(FrmMain& /*form*/) {
+  auto* page = new Page(tr("Speech Recognition Reminers"));
+  page->add_text(tr("Speak Fluently and Clearly and leave small breaks between your words"));
+  const std::pair<const char*, const char*> reminders[] = {
+      {"To turn a device ON", "Say   (room)  then  (device name)  then ON   e.g. Bedroom Light On"},
+      {"To turn a device OFF",
+       "Say   Cancel  (room)  then  (device name)    e.g. Cancel bedroom light"},
+      {"To DIM a device", "Say   Dim  (room)  then  (device name)   e.g. Dim bedroom light"},
+      {"To make a device brighter",
+       "Say   Bright  (room)  then  (device name)    e.g. Bright bedroom light"}};
+  for (const auto& [what, how] : reminders) {
+    page->add_heading(tr(what));
+    page->add_text(tr(how));
+  }
+  page->rows()->addSpacing(10);
+  page->add_text(tr("Saying  'Repeat Command'   will repeat your last command"));
+  page->add_rest();
+  return page;
+}
+
+}  // namespace homewarden

@@ -1,0 +1,74 @@
+#include "ui/qt/status_bar_view.h"
+
+#include <QPainter>
+
+#include "platform/qt/text_codec.h"
+#include "ui/qt/watch.h"
+
+namespace homewarden {
+namespace {
+
+constexpr int kLight = 10;
+
+const QColor kGood(0x3f, 0xa9, 0x5c);
+const QColor kBad(0xe0, 0x7b, 0x2a);
+
+QPixmap light(const QColor& colour, double ratio) {
+  QPixmap pixmap(QSize(kLight, kLight) * ratio);
+  pixmap.setDevicePixelRatio(ratio);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(colour);
+  painter.drawEllipse(QRectF(0.5, 0.5, kLight - 1, kLight - 1));
+  return pixmap;
+}
+
+}  // namespace
+
+QSize ElidedLabel::minimumSizeHint() const {
+  return QSize(fontMetrics().horizontalAdvance('x') * 8, QLabel::minimumSizeHint().height());
+}
+
+void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
+  painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter, shown);
+}
+
+StatusBarView::StatusBarView(StatusBar& control, QWidget* parent)
+    : QStatusBar(parent),
+      clock_(new QLabel(this)),
+      status_(new ElidedLabel(this)),
+      light_(new QLabel(this)),
+      state_(new QLabel(this)) {
+  setSizeGripEnabled(false);
+  setStyleSheet("QStatusBar::item { border: none; }");
+  setContentsMargins(8, 2, 10, 3);
+  clock_->setMinimumWidth(fontMetrics().horizontalAdvance("00:00:00"));
+  clock_->setAccessibleName(tr("Clock"));
+  status_->setAccessibleName(tr("Status"));
+  state_->setAccessibleName(tr("Interface"));
+  addWidget(clock_);
+  addWidget(status_, 1);
+  addPermanentWidget(light_);
+  addPermanentWidget(state_);
+  follow(control.panel1, this,
+         [this](const std::string& text) { clock_->setText(from_code_page(text)); });
+  follow(control.panel2, this, [this](const std::string& text) {
+    status_->setText(from_code_page(text));
+    status_->setToolTip(from_code_page(text));
+    status_->setAccessibleDescription(from_code_page(text));
+  });
+  follow(control.panel3, this,
+         [this](const std::string& text) { show_state(from_code_page(text)); });
+}
+
+void StatusBarView::show_state(const QString& state) {
+  state_->setText(state);
+  light_->setVisible(!state.isEmpty());
+  light_->setPixmap(light(state == "STATUS: Ready" ? kGood : kBad, devicePixelRatioF()));
+}
+
+}  // namespace homewarden

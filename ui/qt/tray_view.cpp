@@ -1,0 +1,42 @@
+#include "ui/qt/tray_view.h"
+
+#include <QSystemTrayIcon>
+
+#include "platform/qt/text_codec.h"
+#include "ui/qt/key_codes.h"
+#include "ui/qt/watch.h"
+
+namespace homewarden {
+
+TrayView::TrayView(FrmSysTray& form) : form_(form) {
+  form.has_area = QSystemTrayIcon::isSystemTrayAvailable();
+  watch(form.loaded.changed, this, [this] { show_icon(form_.loaded); });
+  watch(form.ToolTip.changed, this, [this] {
+    if (icon_) icon_->setToolTip(from_code_page(form_.ToolTip.get()));
+  });
+}
+
+void TrayView::show_icon(bool loaded) {
+  if (!loaded || !form_.has_area) {
+    delete icon_;
+    icon_ = nullptr;
+    return;
+  }
+  icon_ = new QSystemTrayIcon(QIcon(":/icons/homewarden.png"), this);
+  icon_->setToolTip(from_code_page(form_.ToolTip.get()));
+  connect(icon_, &QSystemTrayIcon::activated, this, [this](auto reason) {
+    switch (reason) {
+      case QSystemTrayIcon::Context:
+        form_.SysTrayMouseDown(kRightButton);
+        break;
+      case QSystemTrayIcon::DoubleClick:
+        form_.SysTrayDoubleClick(kLeftButton);
+        break;
+      default:
+        form_.SysTrayMouseDown(kLeftButton);
+    }
+  });
+  icon_->show();
+}
+
+}  // namespace homewarden
