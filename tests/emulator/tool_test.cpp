@@ -34,8 +34,8 @@ class Tool {
     std::array<int, 2> in{};
     std::array<int, 2> out{};
     if (pipe2(in.data(), O_CLOEXEC) != 0 || pipe2(out.data(), O_CLOEXEC) != 0) return;
-    arguments.insert(arguments.begin(), CM11_EMULATOR_PATH);
-    std::vector<char*> pointers;
+    std::string path = CM11_EMULATOR_PATH;
+    std::vector<char*> pointers{path.data()};
     for (auto& argument : arguments) pointers.push_back(argument.data());
     pointers.push_back(nullptr);
     pid_ = fork();

@@ -39,13 +39,12 @@ QSize DeviceButton::sizeHint() const {
 void DeviceButton::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+  if (picture_.isNull()) return;
   const int shrink = isDown() ? 2 : 0;
   const QRect place = QRect(kFocusFrame, kFocusFrame, kPictureSize, kPictureSize)
                           .adjusted(shrink, shrink, -shrink, -shrink);
   const QSize pixels = place.size() * devicePixelRatioF();
   painter.drawPixmap(place, picture_.scaled(pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation));
-  if (underMouse() && isEnabled() && !isDown())
-    painter.fillRect(QRect(), QColor(255, 255, 255, 20));
   if (!hasFocus()) return;
   painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
   painter.setBrush(Qt::NoBrush);

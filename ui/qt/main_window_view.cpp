@@ -162,6 +162,7 @@ void MainWindowView::bind_window() {
 }
 
 void MainWindowView::place() {
+  if (placing_) return;
   placing_ = true;
   move(to_pixels(form_.left), to_pixels(form_.top));
   placing_ = false;
@@ -189,8 +190,10 @@ void MainWindowView::changeEvent(QEvent* event) {
 void MainWindowView::moveEvent(QMoveEvent* event) {
   QMainWindow::moveEvent(event);
   if (placing_ || !isVisible() || isMinimized()) return;
+  placing_ = true;  // the form follows the window, not the other way round
   form_.left = to_twips(pos().x());
   form_.top = to_twips(pos().y());
+  placing_ = false;
 }
 
 // A window that is disabled takes no input but looks as usual: it is only for a moment, and greying

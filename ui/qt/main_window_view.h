@@ -29,7 +29,7 @@ class MainWindowView : public QMainWindow {
 
   FrmMain& form_;
   QStackedWidget* pages_;
-  bool placing_ = false;
+  bool placing_ = false;  // the window and the form are being brought to the same place
 };
 
 }  // namespace homewarden

@@ -1,0 +1,305 @@
+// The main window with real clicks and keys.
+
+#include <gmock/gmock.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSlider>
+#include <QTest>
+#include <QToolButton>
+#include <QTreeView>
+#include <QTreeWidget>
+#include <algorithm>
+#include <memory>
+
+#include "ui/qt/device_card.h"
+#include "ui/qt/main_window_view.h"
+#include "ui/qt/wait_window_view.h"
+
+namespace homewarden::testing {
+namespace {
+
+using ::testing::ElementsAre;
+
+struct WindowTest : ::testing::Test {
+  WindowTest() {
+    for (const char* fixed : {"Home", "Events", "Macros"}) form.Tree.add(nullptr, fixed, fixed);
+    TreeNode* room = form.Tree.add(nullptr,
+                                   "K\xFC"
+                                   "che",
+                                   "K\xFC"
+                                   "che");
+    form.Tree.add(room, "Lamp~A~3", "Lamp");
+    form.Tree.add(room, "Fan~A~4", "Fan");
+    form.Tree.click.connect([this] { clicks.push_back(form.Tree.selected.get()->text); });
+    form.Tree.key_press.connect([this](int key) { keys.push_back(key); });
+    form.Tree.mouse_down.connect([this](int button) { buttons.push_back(button); });
+    form.frm_home.visible = true;
+    view = std::make_unique<MainWindowView>(form);
+    form.visible = true;
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(view.get()));
+    tree = view->findChild<QTreeView*>();
+    tree->setFocus();
+  }
+
+  QPoint place_of(const char* text) {
+    const auto found = tree->model()->match(tree->model()->index(0, 0), Qt::DisplayRole, text, 1,
+                                            Qt::MatchExactly | Qt::MatchRecursive);
+    EXPECT_EQ(found.size(), 1) << text;
+    return found.isEmpty() ? QPoint() : tree->visualRect(found.front()).center();
+  }
+  void press(const char* text, Qt::MouseButton button = Qt::LeftButton) {
+    QTest::mouseClick(tree->viewport(), button, {}, place_of(text));
+  }
+
+  // Fills two slots: a lamp with a slider and a fan without.
+  void show_devices() {
+    form.frm_devices.visible = true;
+    form.devicename[0].caption = "Lamp";
+    form.devicename[1].caption = "Fan";
+    for (const std::size_t slot : {0u, 1u}) form.device[slot].visible = true;
+    form.image1[0].visible = true;
+    QTest::qWait(0);
+  }
+  template <class Widget>
+  std::vector<Widget*> shown() {
+    std::vector<Widget*> widgets;
+    for (QWidget* child : view->findChildren<QWidget*>())
+      if (auto* widget = dynamic_cast<Widget*>(child); widget && widget->isVisible())
+        widgets.push_back(widget);
+    return widgets;
+  }
+
+  FrmMain form;
+  std::unique_ptr<MainWindowView> view;
+  QTreeView* tree = nullptr;
+  std::vector<std::string> clicks;
+  std::vector<int> keys;
+  std::vector<int> buttons;
+};
+
+TEST_F(WindowTest, MouseInTheTree) {
+  EXPECT_EQ(place_of("Lamp"), QRect().center()) << "rooms are closed at first";
+  press(
+      "K\u00FC"
+      "che");
+  press("Lamp");
+  EXPECT_THAT(clicks, ElementsAre("K\xFC"
+                                  "che",
+                                  "Lamp"));
+  EXPECT_THAT(buttons, ElementsAre(1, 1));
+  QContextMenuEvent menu(QContextMenuEvent::Mouse, place_of("Home"),
+                         tree->viewport()->mapToGlobal(place_of("Home")));
+  QApplication::sendEvent(tree->viewport(), &menu);
+  EXPECT_THAT(buttons, ElementsAre(1, 1, 2));
+  EXPECT_EQ(form.Tree.selected.get()->text, "Home");
+  EXPECT_EQ(clicks.size(), 2u) << "the right button pressed a node";
+}
+
+TEST_F(WindowTest, KeysInTheTreeSwitchNoDeviceByTheWay) {
+  press(
+      "K\u00FC"
+      "che");
+  clicks.clear();
+  QTest::keyClick(tree, Qt::Key_Down);
+  QTest::keyClick(tree, Qt::Key_Down);
+  EXPECT_EQ(form.Tree.selected.get()->text, "Fan");
+  EXPECT_TRUE(clicks.empty()) << "moving onto a device switched it";
+  QTest::keyClick(tree, Qt::Key_Return);
+  QTest::keyClick(tree, Qt::Key_Home);
+  QTest::keyClick(tree, Qt::Key_Down);
+  EXPECT_THAT(clicks, ElementsAre("Fan", "Home", "Events"));
+  QTest::keyClick(tree, Qt::Key_D, Qt::ControlModifier);
+  QTest::keyClick(tree, Qt::Key_Delete);
+  QTest::keyClick(tree, Qt::Key_Backspace);
+  QTest::keyClick(tree, Qt::Key_X);  // letters search
+  EXPECT_THAT(keys, ElementsAre(4, 127, 8));
+}
+
+TEST_F(WindowTest, ChangingTheTreeKeepsItsOpenRoomsAndItsSelection) {
+  press(
+      "K\u00FC"
+      "che");
+  press("Lamp");
+  clicks.clear();
+  form.Tree.add(form.Tree.find("K\xFC"
+                               "che"),
+                "Radio~A~5", "Radio");
+  EXPECT_NE(place_of("Radio"), QRect().center());
+  EXPECT_EQ(form.Tree.selected.get()->text, "Lamp");
+  form.Tree.remove(form.Tree.find("Lamp~A~3"));
+  EXPECT_EQ(form.Tree.selected.get(), nullptr);
+  form.Tree.selected = form.Tree.find("Events");
+  EXPECT_EQ(tree->currentIndex().data().toString(), "Events");
+  EXPECT_TRUE(clicks.empty()) << "the program's own selection counted as a click";
+}
+
+TEST_F(WindowTest, CardsOfDevices) {
+  show_devices();
+  int picture_clicks = 0;
+  int name_clicks = 0;
+  form.device[1].click.connect([&] { ++picture_clicks; });
+  form.devicename[1].click.connect([&] { ++name_clicks; });
+  const auto cards = shown<DeviceCard>();
+  ASSERT_EQ(cards.size(), 2u);
+  auto* button = cards[1]->findChild<QAbstractButton*>();
+  QTest::mouseClick(button, Qt::LeftButton);
+  QTest::keyClick(button, Qt::Key_Space);
+  QTest::keyClick(button, Qt::Key_Return);
+  EXPECT_EQ(picture_clicks, 3);
+  for (auto* label : cards[1]->findChildren<QLabel*>())
+    if (label->text() == "Fan")
+      QTest::mouseClick(cards[1], Qt::LeftButton, {}, label->geometry().center());
+  EXPECT_EQ(name_clicks, 1);
+  form.device[1].tool_tip = "Click me to turn this device OFF";
+  EXPECT_EQ(button->toolTip(), "Click me to turn this device OFF");
+  EXPECT_EQ(shown<QSlider>().size(), 1u) << "a fan has no slider";
+}
+
+TEST_F(WindowTest, AMoveOfTheSliderIsReportedOnce) {
+  show_devices();
+  std::vector<int> moves;
+  form.image1[0].moved.connect([&] { moves.push_back(form.image1[0].value); });
+  QSlider* slider = shown<QSlider>().front();
+  form.image1[0].value = 80;  // the program's move
+  EXPECT_EQ(slider->value(), 80);
+  QTest::qWait(500);
+  EXPECT_TRUE(moves.empty());
+
+  slider->setSliderDown(true);
+  for (const int position : {70, 50, 30}) slider->setSliderPosition(position);
+  QTest::qWait(500);
+  EXPECT_TRUE(moves.empty()) << "reported while it was being dragged";
+  slider->setSliderDown(false);
+  QTest::qWait(500);
+  EXPECT_THAT(moves, ElementsAre(30));
+
+  for (int step = 0; step < 4; ++step) QTest::keyClick(slider, Qt::Key_Up);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return moves.size() == 2; }, 2000));
+  EXPECT_THAT(moves, ElementsAre(30, 50));
+}
+
+TEST_F(WindowTest, BoxesTellTheirControlsOnceAndListenToThem) {
+  int clicks_of_box = 0;
+  form.Check1.click.connect([&] { ++clicks_of_box; });
+  QCheckBox* box = nullptr;
+  for (QCheckBox* candidate : shown<QCheckBox>())
+    if (candidate->text() == "Daylight Saving Time") box = candidate;
+  ASSERT_TRUE(box);
+  QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
+  EXPECT_TRUE(form.Check1.checked);
+  EXPECT_EQ(clicks_of_box, 1);
+  form.Check1.checked = false;
+  EXPECT_FALSE(box->isChecked());
+  EXPECT_EQ(clicks_of_box, 2);
+
+  form.frm_event.visible = true;
+  int choices = 0;
+  form.lst_hour.click.connect([&] { ++choices; });
+  form.lst_hour.items = std::vector<std::string>{"00", "01", "sRise"};
+  form.lst_hour.text = "01";
+  QComboBox* hour = nullptr;
+  for (QComboBox* candidate : shown<QComboBox>())
+    if (candidate->accessibleName() == "Hour") hour = candidate;
+  ASSERT_TRUE(hour);
+  EXPECT_EQ(hour->currentText(), "01");
+  QTest::keyClick(hour, Qt::Key_Down);
+  EXPECT_EQ(form.lst_hour.text.get(), "sRise");
+  EXPECT_EQ(choices, 1);
+  hour->lineEdit()->selectAll();
+  QTest::keyClicks(hour->lineEdit(), "K");
+  QKeyEvent accented(QEvent::KeyPress, Qt::Key_Udiaeresis, Qt::NoModifier, QChar(0xFC));
+  QApplication::sendEvent(hour->lineEdit(), &accented);
+  EXPECT_EQ(form.lst_hour.text.get(), "K\xFC");
+  EXPECT_EQ(choices, 1) << "typing is no choice";
+}
+
+TEST_F(WindowTest, ADisabledWindowTakesNoInputButCanBeClosed) {
+  show_devices();
+  int clicks_of_device = 0;
+  int closes = 0;
+  form.device[0].click.connect([&] { ++clicks_of_device; });
+  form.close_requested.connect([&] { ++closes; });
+  auto* button = shown<DeviceButton>().front();
+  form.enabled = false;
+  QTest::mouseClick(button, Qt::LeftButton);
+  QTest::keyClick(button, Qt::Key_Space);
+  EXPECT_EQ(clicks_of_device, 0);
+  view->close();
+  EXPECT_EQ(closes, 1);
+  EXPECT_TRUE(view->isVisible()) << "it closes when the program has done its last work";
+  form.enabled = true;
+  QTest::mouseClick(button, Qt::LeftButton);
+  EXPECT_EQ(clicks_of_device, 1);
+}
+
+TEST_F(WindowTest, PlaceAndPanelFollowTheForm) {
+  form.left = 1500;
+  form.top = 750;
+  EXPECT_EQ(view->pos(), QPoint(100, 50));
+  view->move(40, 20);
+  EXPECT_EQ(form.left.get(), 600.0F);
+  EXPECT_EQ(form.top.get(), 300.0F);
+  form.lab_room.caption =
+      "K\xFC"
+      "che";
+  form.frm_devices.visible = true;
+  form.frm_home.visible = false;
+  bool found = false;
+  for (QLabel* label : shown<QLabel>())
+    found = found || label->text() ==
+                         "K\u00FC"
+                         "che";
+  EXPECT_TRUE(found);
+  form.lab_notice.visible = true;  // a page that is not shown stays hidden
+  EXPECT_TRUE(shown<QCheckBox>().empty());
+}
+
+TEST_F(WindowTest, EverythingHasANameForAScreenReader) {
+  show_devices();
+  for (Frame* frame : {&form.frm_addroom, &form.frm_adddevice, &form.frm_event, &form.frm_macros,
+                       &form.Frame4, &form.Frame5, &form.Frame3, &form.frm_home})
+    frame->visible = true;
+  int named = 0;
+  for (QWidget* widget : view->findChildren<QWidget*>()) {
+    const bool inner = widget->objectName().startsWith("qt_") ||
+                       qobject_cast<QScrollBar*>(widget) ||
+                       qobject_cast<QComboBox*>(widget->parentWidget());
+    if (inner || widget->window() != view.get() || !(widget->focusPolicy() & Qt::TabFocus))
+      continue;
+    const auto* button = qobject_cast<QAbstractButton*>(widget);
+    const bool has_text = button && !button->text().isEmpty();
+    if (dynamic_cast<const DeviceButton*>(button) && !widget->isVisibleTo(view.get())) continue;
+    EXPECT_TRUE(has_text || !widget->accessibleName().isEmpty() || widget->isHidden())
+        << widget->metaObject()->className() << " in "
+        << widget->parentWidget()->metaObject()->className();
+    ++named;
+  }
+  EXPECT_GT(named, 30);
+}
+
+TEST(WaitWindow, ShowsItsStepsAndCanSkipTheDelay) {
+  FrmWait form;
+  WaitWindowView view(form);
+  form.visible = true;
+  form.Label1.caption = "Time Delay 20";
+  EXPECT_TRUE(view.isVisible());
+  auto* skip = view.findChild<QPushButton*>();
+  EXPECT_FALSE(skip->isVisible());
+  form.lab_wait.visible = true;
+  int skips = 0;
+  form.lab_wait.click.connect([&] { ++skips; });
+  QTest::mouseClick(skip, Qt::LeftButton);
+  EXPECT_EQ(skips, 1);
+  view.close();
+  EXPECT_TRUE(view.isVisible());
+  form.visible = false;
+  EXPECT_FALSE(view.isVisible());
+}
+
+}  // namespace
+}  // namespace homewarden::testing

@@ -1,0 +1,91 @@
+// The whole program on the real driver and an emulated interface at the speed of the mains.
+
+#include <gmock/gmock.h>
+
+#include <cstdio>
+
+#include "platform/cm11/driver.h"
+#include "tests/cm11/emulated_port.h"
+#include "tests/stories/house.h"
+#include "tools/emulator/emulator.h"
+
+namespace homewarden::testing {
+namespace {
+
+using ::testing::HasSubstr;
+
+std::string hex(const std::string& bytes) {
+  std::string text;
+  char two[4];
+  for (const char byte : bytes) {
+    std::snprintf(two, sizeof two, "%02X ",
+                  static_cast<unsigned>(static_cast<unsigned char>(byte)));
+    text += two;
+  }
+  return text;
+}
+
+struct WireStory : ::testing::Test {
+  WireStory() {
+    house.connect(driver);
+    house.open();
+    house.loop.advance(2s);
+    house.click_node("Kitchen");
+    port.written.clear();
+  }
+
+  // What the computer wrote since the last call.
+  std::string written() { return hex(std::exchange(port.written, {})); }
+  std::string module(cm11::Address address) { return emulator.modules().at(address).text(); }
+
+  House house;
+  emulator::Emulator emulator;
+  EmulatedPort port{house.loop, emulator, 2};
+  cm11::Driver driver{house.loop, port};
+  Operations operations{[](std::exception_ptr) { FAIL(); }};
+};
+
+TEST_F(WireStory, AClickAndASlideReachTheLamp) {
+  ASSERT_TRUE(house.form().connected);
+  house.form().device[1].click();
+  house.loop.advance(5s);
+  EXPECT_EQ(written(), "04 62 00 06 62 00 ") << "A3 On";
+  EXPECT_EQ(house.machine("KitchenTableLamp"), "True");
+
+  house.slide(1, 60);
+  house.loop.advance(20s);
+  // On; Bright by 22 of 22 steps; Dim by 9 of 22, each behind its address.
+  EXPECT_EQ(written(), "04 62 00 06 62 00 04 62 00 B6 65 00 04 62 00 4E 64 00 ");
+  EXPECT_EQ(module({0, 3}), "on 59 %");
+  EXPECT_EQ(house.machine("KitchenTableLamp"), "True");
+  EXPECT_EQ(house.machine("dimKitchenTableLamp"), "60");
+  EXPECT_EQ(house.form().Statusbar.panel3.get(), "STATUS: Ready");
+}
+
+TEST_F(WireStory, PullingTheCableIsToldAndPluggingItInMendsIt) {
+  port.unplug();
+  house.loop.advance(2s);
+  EXPECT_NE(house.form().Statusbar.panel3.get(), "STATUS: Ready");
+  house.form().device[1].click();
+  house.loop.advance(30s);
+  EXPECT_THAT(house.form().Statusbar.panel3.get(), HasSubstr("A3 On"));
+  EXPECT_TRUE(house.form().enabled) << "the window stayed disabled";
+  port.plug(6);  // under another name
+  house.loop.advance(5s);
+  EXPECT_EQ(house.form().Statusbar.panel3.get(), "STATUS: Ready");
+  house.form().device[0].click();
+  house.loop.advance(5s);
+  EXPECT_EQ(module({0, 4}), "on 100 %");
+}
+
+TEST_F(WireStory, ClosingInTheMiddleOfACommandEndsTheProgram) {
+  house.slide(1, 60);
+  house.loop.advance(1s);
+  house.form().close_requested();
+  house.loop.advance(2s);
+  EXPECT_TRUE(house.loop.has_quit());
+  EXPECT_FALSE(port.is_open());
+}
+
+}  // namespace
+}  // namespace homewarden::testing
