@@ -50,8 +50,17 @@ class Property {
     value_ = value;
     changed();
   }
+  void set(T&& value) {
+    if (value == value_) return;
+    value_ = std::move(value);
+    changed();
+  }
   Property& operator=(const T& value) {
     set(value);
+    return *this;
+  }
+  Property& operator=(T&& value) {
+    set(std::move(value));
     return *this;
   }
 

@@ -10,12 +10,12 @@
 namespace homewarden {
 
 RoomList::RoomList(FrmMain& form, Module1& module1, Settings& settings, Files& files,
-                   std::filesystem::path folder)
+                   const std::filesystem::path& folder)
     : form_(form),
       module1_(module1),
       settings_(settings),
       files_(files),
-      file_(std::move(folder) / "rmlst.hwd") {}
+      file_(folder / "rmlst.hwd") {}
 
 Task<void> RoomList::loadlists() {
   form_.lst_rooms.clear();

@@ -15,7 +15,7 @@ namespace homewarden {
 class RoomList {
  public:
   RoomList(FrmMain& form, Module1& module1, Settings& settings, Files& files,
-           std::filesystem::path folder);
+           const std::filesystem::path& folder);
 
   // Fills `lst_rooms` with every line of the file, sorted. A missing file is an empty list. A file
   // that cannot be read is an empty list, and what is wrong stands on the home page, as do lines

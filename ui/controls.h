@@ -47,7 +47,7 @@ struct TextBox : Control {
 struct Button : Control {
   explicit Button(std::string text = {}) : caption(std::move(text)) {}
   Property<std::string> caption;
-  Property<bool> bold{true};
+  Property<bool> bold;
   Signal<> click;
 };
 

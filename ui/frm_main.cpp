@@ -17,6 +17,8 @@ void set_event_tool_tips(FrmMain& form) {
   form.lst_freq.tool_tip = "Choose either on or off as your command";
   form.Command5.tool_tip = "Click here to create a new event";
   form.Command6.tool_tip = "Click here to save this event";
+  form.Command5.bold = true;
+  form.Command6.bold = true;
   form.ListView1.tool_tip =
       "Press CTRL & D to delete this event, DOUBLE CLICK here to edit this event";
   for (std::size_t day = 0; day < form.days.size(); ++day) {

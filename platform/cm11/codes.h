@@ -15,7 +15,9 @@ inline constexpr std::array<std::uint8_t, 16> kLineCodes = {0x6, 0xE, 0x2, 0xA, 
                                                             0x7, 0xF, 0x3, 0xB, 0x0, 0x8, 0x4, 0xC};
 
 // The code of the i-th house or unit, i from 0 to 15.
-constexpr std::uint8_t line_code(int index) { return kLineCodes[static_cast<std::size_t>(index)]; }
+constexpr std::uint8_t line_code(int index) {
+  return kLineCodes[static_cast<std::size_t>(index)];
+}
 
 // The reverse of line_code: which house or unit, 0 to 15, a 4-bit code stands for.
 constexpr int line_index(std::uint8_t code) {
@@ -54,13 +56,13 @@ inline std::optional<Address> parse_address(const std::string& text) {
 inline constexpr int kDimSteps = 22;
 
 // The bytes that stand alone on the serial line.
-inline constexpr std::uint8_t kAcknowledge = 0x00;  // computer: the checksum is right, transmit
-inline constexpr std::uint8_t kReady = 0x55;        // interface: transmitted
-inline constexpr std::uint8_t kPoll = 0x5A;         // interface: data waiting
-inline constexpr std::uint8_t kPollAnswer = 0xC3;   // computer: send it
+inline constexpr std::uint8_t kAcknowledge = 0x00;   // computer: the checksum is right, transmit
+inline constexpr std::uint8_t kReady = 0x55;         // interface: transmitted
+inline constexpr std::uint8_t kPoll = 0x5A;          // interface: data waiting
+inline constexpr std::uint8_t kPollAnswer = 0xC3;    // computer: send it
 inline constexpr std::uint8_t kClockRequest = 0xA5;  // interface: power failed, set my clock
 inline constexpr std::uint8_t kClockHeader = 0x9B;   // computer: the clock follows
-inline constexpr std::uint8_t kMacroNotice = 0x5B;   // interface: a stored macro ran, 2 bytes follow
+inline constexpr std::uint8_t kMacroNotice = 0x5B;  // interface: a stored macro ran, 2 bytes follow
 inline constexpr std::uint8_t kStatusRequest = 0x8B;  // computer: 14 bytes of status, please
 
 }  // namespace homewarden::cm11

@@ -9,8 +9,8 @@
 
 namespace homewarden {
 
-LockFileInstance::LockFileInstance(std::filesystem::path folder)
-    : file_(std::move(folder) / "running.lock") {}
+LockFileInstance::LockFileInstance(const std::filesystem::path& folder)
+    : file_(folder / "running.lock") {}
 
 bool LockFileInstance::another_is_running() {
   if (lock_.is_open()) return false;

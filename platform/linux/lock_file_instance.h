@@ -10,7 +10,7 @@ namespace homewarden {
 // Copies are told apart by a lock on a file; the lock goes with the process, however it ends.
 class LockFileInstance : public SingleInstance {
  public:
-  explicit LockFileInstance(std::filesystem::path folder);
+  explicit LockFileInstance(const std::filesystem::path& folder);
 
   // Where the file cannot be made nobody can be found: false.
   bool another_is_running() override;

@@ -54,8 +54,9 @@ void QtLoop::cancel(CallId id) {
   due_of_.erase(found);
 }
 
+// Not QCoreApplication::quit(), which any window that stays open would refuse.
 void QtLoop::quit() {
-  QCoreApplication::quit();
+  QCoreApplication::exit(0);
 }
 
 void QtLoop::arm() {

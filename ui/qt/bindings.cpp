@@ -103,7 +103,7 @@ void bind(ComboBox& control, QComboBox* widget, const QString& name) {
   widget->setEditable(true);
   widget->setInsertPolicy(QComboBox::NoInsert);
   if (widget->completer()) widget->completer()->setCompletionMode(QCompleter::PopupCompletion);
-  const auto show_text = [widget, &control](const std::string& text) {
+  const auto show_text = [widget](const std::string& text) {
     const QSignalBlocker quiet(widget);
     const QString shown = from_code_page(text);
     widget->setCurrentIndex(widget->findText(shown, Qt::MatchExactly | Qt::MatchCaseSensitive));

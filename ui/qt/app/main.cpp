@@ -25,6 +25,7 @@
 #include "ui/qt/app/serial_trace.h"
 #include "ui/qt/app/start_report.h"
 #include "ui/qt/app/status_printer.h"
+#include "ui/qt/app/terminal_dialogs.h"
 #include "ui/qt/main_window_view.h"
 #include "ui/qt/qt_dialogs.h"
 #include "ui/qt/tray_view.h"
@@ -43,6 +44,7 @@ bool choose_offscreen() {
   if (is_set("QT_QPA_PLATFORM")) return std::getenv("QT_QPA_PLATFORM") == std::string("offscreen");
   if (is_set("DISPLAY") || is_set("WAYLAND_DISPLAY")) return false;
   std::puts("There is no display: Homewarden runs without a window and prints its status here.");
+  std::fflush(stdout);
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
   return true;
 }
@@ -59,7 +61,8 @@ void report_escaped(std::exception_ptr error) {
 
 int run(const AppOptions& options, bool offscreen) {
   const Folders folders = options.demo ? demo_folders() : find_folders(options.folder);
-  if (options.demo_reset) remove_demo(folders);
+  if (options.demo_reset && !LockFileInstance(folders.machine).another_is_running())
+    remove_demo(folders);
   if (!fill_application_folder(folders.application))
     std::fprintf(stderr, "Homewarden: the folder %s cannot be written; changes will be lost.\n",
                  folders.application.c_str());
@@ -73,12 +76,15 @@ int run(const AppOptions& options, bool offscreen) {
                                                              : cm11::PortNames::Devices::All});
   cm11::Driver interface_control(loop, stream);
   if (options.trace_serial) trace_serial_line(interface_control, loop);
-  QtDialogs dialogs;
+  QtDialogs window_dialogs;
+  TerminalDialogs terminal_dialogs;
+  Dialogs& dialogs = offscreen ? static_cast<Dialogs&>(terminal_dialogs) : window_dialogs;
   QtDesktop desktop;
   QtSoundPlayer sounds;
 
   std::unique_ptr<DemoLine> line;
-  if (options.demo) {
+  // A second copy ends itself soon and must leave the first one's line alone.
+  if (options.demo && !instance.another_is_running()) {
     furnish_demo(folders, files, registry);
     line = std::make_unique<DemoLine>(
         loop, folders.machine / "ports" / ("com" + std::to_string(kDemoPort)));
@@ -91,7 +97,7 @@ int run(const AppOptions& options, bool offscreen) {
   WaitWindowView wait_window(program.frm_wait);
   MainWindowView window(program.frm_main);
   TrayView tray(program.frmSysTray);
-  dialogs.set_parent(&window);
+  window_dialogs.set_parent(&window);
   if (offscreen) print_status_lines(program.frm_main);
   if (options.report_start) report_first_paint(window);
   on_end_signal(loop, [&program] { program.frm_main.close_requested(); });

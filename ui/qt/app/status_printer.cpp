@@ -5,19 +5,16 @@
 #include "platform/qt/text_codec.h"
 
 namespace homewarden {
-namespace {
 
-void print(const std::string& text) {
+void print_line(const std::string& text) {
   if (text.empty()) return;
   std::puts(from_code_page(text).toLocal8Bit().constData());
   std::fflush(stdout);
 }
 
-}  // namespace
-
 void print_status_lines(FrmMain& form) {
-  form.Statusbar.panel2.changed.connect([&form] { print(form.Statusbar.panel2); });
-  form.Statusbar.panel3.changed.connect([&form] { print(form.Statusbar.panel3); });
+  form.Statusbar.panel2.changed.connect([&form] { print_line(form.Statusbar.panel2); });
+  form.Statusbar.panel3.changed.connect([&form] { print_line(form.Statusbar.panel3); });
 }
 
 }  // namespace homewarden
