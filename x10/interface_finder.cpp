@@ -56,6 +56,7 @@ Task<void> InterfaceFinder::findinterface() {
     co_return;
   }
   allow_input();
+  form_.Statusbar.panel3 = "STATUS: No interface found";
   co_await tell(
       "Sorry, Could not find a CM11 or CM12 Home Control Interface on any of your computer ports. "
       "Cant control your interface until it`s sorted.",

@@ -206,6 +206,7 @@ TEST(LifeStory, NoInterfaceAnywhereAndThenOneByHand) {
   EXPECT_TRUE(house.form().enabled);
   EXPECT_FALSE(house.form().connected);
   EXPECT_EQ(house.form().eventtimer.interval(), 0) << "events run without an interface";
+  EXPECT_NE(house.form().Statusbar.panel3.get(), "STATUS: Ready");
 
   for (const char* silly : {"0", "16", "two", ""}) {
     house.dialogs.typed = {silly};
