@@ -44,7 +44,7 @@ fs::path user_folder() {
 }
 
 fs::path application_folder(const std::optional<fs::path>& wanted) {
-  if (wanted) return fs::absolute(*wanted);
+  if (wanted && !wanted->empty()) return fs::absolute(*wanted);
   const fs::path program = program_folder();
   std::error_code ignored;
   const bool has_house = fs::exists(program / "rmlst.hwd", ignored);

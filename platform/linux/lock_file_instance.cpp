@@ -17,6 +17,8 @@ bool LockFileInstance::another_is_running() {
   std::error_code ignored;
   std::filesystem::create_directories(file_.parent_path(), ignored);
   Descriptor descriptor(::open(file_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666));
+  // A file that another person made may often be read only, which is enough for the lock.
+  if (!descriptor.is_open()) descriptor = Descriptor(::open(file_.c_str(), O_RDONLY | O_CLOEXEC));
   if (!descriptor.is_open()) return false;
   if (::flock(descriptor.get(), LOCK_EX | LOCK_NB) != 0) return errno == EWOULDBLOCK;
   lock_ = std::move(descriptor);

@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <utility>
 
 #include "platform/linux/descriptor.h"
 
@@ -23,6 +24,16 @@ bool write_all(int descriptor, std::string_view content) {
     content.remove_prefix(static_cast<std::size_t>(written));
   }
   return true;
+}
+
+// Opens a regular file for writing. Not blocking: a pipe that nobody reads must not hold up the
+// program. A device or pipe of this name is not opened.
+Descriptor open_to_write(const std::filesystem::path& file, int flags, struct stat& info) {
+  constexpr int kAlways = O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC;
+  Descriptor descriptor(::open(file.c_str(), kAlways | flags, kMode));
+  const bool fits =
+      descriptor.is_open() && ::fstat(descriptor.get(), &info) == 0 && S_ISREG(info.st_mode);
+  return fits ? std::move(descriptor) : Descriptor();
 }
 
 // A name that was made, changed or removed is on the disk only when its folder is.
@@ -60,17 +71,16 @@ std::optional<std::string> PosixFiles::read(const std::filesystem::path& file) {
 }
 
 bool PosixFiles::write(const std::filesystem::path& file, std::string_view content) {
-  const Descriptor descriptor(
-      ::open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kMode));
+  struct stat info {};
+  const Descriptor descriptor = open_to_write(file, O_TRUNC, info);
   return descriptor.is_open() && write_all(descriptor.get(), content) &&
          ::fsync(descriptor.get()) == 0 && sync_folder_of(file);
 }
 
 bool PosixFiles::append(const std::filesystem::path& file, std::string_view content) {
-  const Descriptor descriptor(
-      ::open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, kMode));
   struct stat info {};
-  if (!descriptor.is_open() || ::fstat(descriptor.get(), &info) != 0) return false;
+  const Descriptor descriptor = open_to_write(file, O_APPEND, info);
+  if (!descriptor.is_open()) return false;
   if (write_all(descriptor.get(), content) && ::fsync(descriptor.get()) == 0)
     return info.st_size > 0 || sync_folder_of(file);
   // Half a line would spoil the file: back to what it was.

@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -42,6 +43,48 @@ void bind_text(sqlite3_stmt* statement, int position, const std::string& text) {
   sqlite3_bind_text(statement, position, text.data(), static_cast<int>(text.size()), nullptr);
 }
 
+// Processes open a file one after the other. Without that two could change a new file to a
+// write-ahead log at once, for which SQLite does not wait; and one could begin a new file, or a new
+// log, while another sets a damaged one aside, and have it taken away.
+class Turn {
+ public:
+  explicit Turn(std::filesystem::path file) {
+    file += ".turn";
+    if (sqlite3_open(file.c_str(), &lock_) != SQLITE_OK) return;
+    sqlite3_busy_timeout(lock_, kBusyMilliseconds);
+    is_held_ = sqlite3_exec(lock_, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr) == SQLITE_OK;
+  }
+  Turn(const Turn&) = delete;
+  Turn& operator=(const Turn&) = delete;
+  ~Turn() { sqlite3_close(lock_); }
+
+  bool is_held() const { return is_held_; }
+
+ private:
+  sqlite3* lock_ = nullptr;
+  bool is_held_ = false;
+};
+
+bool is_damage(int result) {
+  return result == SQLITE_NOTADB || result == SQLITE_CORRUPT;
+}
+
+void set_aside(const std::filesystem::path& file) {
+  for (int number = 1; number < 100; ++number) {
+    std::filesystem::path aside = file;
+    aside += ".broken-" + std::to_string(number);
+    std::error_code error;
+    if (std::filesystem::exists(aside, error)) continue;
+    std::filesystem::rename(file, aside, error);
+    for (const char* log : {"-wal", "-shm"}) {
+      std::filesystem::path beside = file;
+      std::filesystem::path beside_aside = aside;
+      std::filesystem::rename(beside += log, beside_aside += log, error);
+    }
+    return;
+  }
+}
+
 }  // namespace
 
 Database::Database(std::filesystem::path file) : file_(std::move(file)) {}
@@ -76,55 +119,62 @@ bool Database::write(const std::string& key, const std::string& name, const Regi
 
 bool Database::open() {
   if (upsert_) return true;
-  if (try_to_open()) return true;
-  if (error_ != SQLITE_NOTADB && error_ != SQLITE_CORRUPT) return false;
-  set_broken_file_aside();
-  return try_to_open();
-}
-
-bool Database::try_to_open() {
   std::error_code ignored;
   std::filesystem::create_directories(file_.parent_path(), ignored);
-  const bool opened = sqlite3_open(file_.c_str(), &database_) == SQLITE_OK && prepare();
-  error_ = database_ ? sqlite3_errcode(database_) : SQLITE_NOMEM;
-  if (!opened) close();
-  return opened;
+  const Turn turn(file_);
+  int result = try_to_open();
+  if (is_damage(result) && turn.is_held()) {
+    set_aside(file_);
+    result = try_to_open();
+  }
+  return result == SQLITE_OK;
 }
 
-bool Database::prepare() {
+int Database::try_to_open() {
+  int result = sqlite3_open(file_.c_str(), &database_);
+  if (result == SQLITE_OK) result = set_up();
+  if (result != SQLITE_OK) close();
+  return result;
+}
+
+int Database::set_up() {
   sqlite3_busy_timeout(database_, kBusyMilliseconds);
-  if (sqlite3_exec(database_, kSchema, nullptr, nullptr, nullptr) != SQLITE_OK) {
-    // A file that may not be written can still be read when its table is there.
-    if (sqlite3_errcode(database_) != SQLITE_READONLY) return false;
+  int result = sqlite3_exec(database_, kSchema, nullptr, nullptr, nullptr);
+  // A file that may not be written can still be read when its table is there.
+  if (result == SQLITE_READONLY) result = SQLITE_OK;
+  if (result == SQLITE_OK) result = check_pages();
+  return result == SQLITE_OK ? prepare() : result;
+}
+
+// A file may begin as a database and have spoiled pages further on, which nothing would get past.
+int Database::check_pages() {
+  sqlite3_stmt* check = nullptr;
+  int result = sqlite3_prepare_v2(database_, "PRAGMA quick_check(1)", -1, &check, nullptr);
+  if (result == SQLITE_OK) result = sqlite3_step(check);
+  if (result == SQLITE_ROW) {
+    const auto* verdict = static_cast<const char*>(sqlite3_column_blob(check, 0));
+    const auto size = static_cast<std::size_t>(sqlite3_column_bytes(check, 0));
+    result = verdict && std::string_view(verdict, size) == "ok" ? SQLITE_OK : SQLITE_CORRUPT;
   }
-  return sqlite3_prepare_v3(database_, "SELECT type, data FROM value WHERE key=? AND name=?", -1,
-                            SQLITE_PREPARE_PERSISTENT, &select_, nullptr) == SQLITE_OK &&
-         sqlite3_prepare_v3(database_,
+  sqlite3_finalize(check);
+  return result;
+}
+
+int Database::prepare() {
+  const int result =
+      sqlite3_prepare_v3(database_, "SELECT type, data FROM value WHERE key=? AND name=?", -1,
+                         SQLITE_PREPARE_PERSISTENT, &select_, nullptr);
+  if (result != SQLITE_OK) return result;
+  return sqlite3_prepare_v3(database_,
                             "INSERT INTO value VALUES (?, ?, ?, ?) ON CONFLICT (key, name) "
                             "DO UPDATE SET type=excluded.type, data=excluded.data",
-                            -1, SQLITE_PREPARE_PERSISTENT, &upsert_, nullptr) == SQLITE_OK;
+                            -1, SQLITE_PREPARE_PERSISTENT, &upsert_, nullptr);
 }
 
 void Database::close() {
   sqlite3_finalize(std::exchange(select_, nullptr));
   sqlite3_finalize(std::exchange(upsert_, nullptr));
   sqlite3_close(std::exchange(database_, nullptr));
-}
-
-void Database::set_broken_file_aside() {
-  for (int number = 1; number < 100; ++number) {
-    std::filesystem::path aside = file_;
-    aside += ".broken-" + std::to_string(number);
-    std::error_code error;
-    if (std::filesystem::exists(aside, error)) continue;
-    std::filesystem::rename(file_, aside, error);
-    for (const char* log : {"-wal", "-shm"}) {
-      std::filesystem::path file = file_;
-      std::filesystem::path log_aside = aside;
-      std::filesystem::rename(file += log, log_aside += log, error);
-    }
-    return;
-  }
 }
 
 }  // namespace homewarden

@@ -25,16 +25,17 @@ class Database {
 
  private:
   bool open();
-  bool try_to_open();
-  bool prepare();
+  // These answer a result code of SQLite.
+  int try_to_open();
+  int set_up();
+  int check_pages();
+  int prepare();
   void close();
-  void set_broken_file_aside();
 
   std::filesystem::path file_;
   sqlite3* database_ = nullptr;
   sqlite3_stmt* select_ = nullptr;
   sqlite3_stmt* upsert_ = nullptr;
-  int error_ = 0;
 };
 
 }  // namespace homewarden

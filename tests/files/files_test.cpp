@@ -1,6 +1,8 @@
 // Files, folders and the lock, on a real disk.
 
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -11,6 +13,7 @@
 #include "platform/linux/folders.h"
 #include "platform/linux/lock_file_instance.h"
 #include "platform/linux/posix_files.h"
+#include "tests/platform/as_nobody.h"
 #include "tests/platform/memory_files.h"
 #include "tests/platform/scratch_folder.h"
 
@@ -61,9 +64,28 @@ TEST(PosixFiles, WhatIsNoFileIsNotReadAndHoldsNobodyUp) {
   PosixFiles files;
   ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
   EXPECT_FALSE(files.read(folder / "pipe"));
+  EXPECT_FALSE(files.write(folder / "pipe", "x"));
+  EXPECT_FALSE(files.append(folder / "pipe", "x"));
   EXPECT_FALSE(files.read(folder.path()));
   EXPECT_FALSE(files.write(folder / "missing/file", "x"));
   EXPECT_FALSE(files.append(folder.path(), "x"));
+}
+
+TEST(PosixFiles, AnAppendThatTheDiskCutsShortLeavesWhatWasThere) {
+  ScratchFolder folder;
+  PosixFiles files;
+  ASSERT_TRUE(files.write(folder / "list", "one\r\n"));
+  const pid_t child = fork();
+  if (child == 0) {
+    signal(SIGXFSZ, SIG_IGN);
+    const struct rlimit ten_bytes = {10, 10};
+    const bool limited = setrlimit(RLIMIT_FSIZE, &ten_bytes) == 0;
+    _exit(limited && !files.append(folder / "list", "a long second line\r\n") ? 0 : 1);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  EXPECT_EQ(status, 0) << "the append was reported as done";
+  EXPECT_EQ(files.read(folder / "list"), "one\r\n");
 }
 
 TEST(LockFileInstance, OneCopyAtATimeAndNoneAfterAKill) {
@@ -90,6 +112,16 @@ TEST(LockFileInstance, OneCopyAtATimeAndNoneAfterAKill) {
   close(ready[1]);
 }
 
+TEST(LockFileInstance, ACopyOfAnotherPersonIsFound) {
+  const AsNobody nobody;
+  ScratchFolder folder;
+  LockFileInstance first(folder.path());
+  ASSERT_FALSE(first.another_is_running());
+  std::filesystem::permissions(folder / "running.lock", std::filesystem::perms::owner_read);
+  LockFileInstance second(folder.path());
+  EXPECT_TRUE(second.another_is_running());
+}
+
 TEST(Folders, EnvironmentAndOptionDecide) {
   ScratchFolder folder;
   setenv("HOMEWARDEN_MACHINE_DIR", (folder / "m").c_str(), 1);
@@ -105,6 +137,7 @@ TEST(Folders, EnvironmentAndOptionDecide) {
   const Folders usual = find_folders(std::nullopt);
   EXPECT_EQ(usual.user, folder / "config/homewarden");
   EXPECT_EQ(usual.application, folder / "data/homewarden");
+  EXPECT_EQ(find_folders("").application, usual.application) << "an empty option is none";
   unsetenv("HOMEWARDEN_MACHINE_DIR");
   unsetenv("XDG_CONFIG_HOME");
   unsetenv("XDG_DATA_HOME");

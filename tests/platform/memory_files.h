@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/files.h"
 
@@ -45,8 +46,9 @@ class MemoryFiles : public Files {
 
   bool rename(const path& from, const path& to) override {
     if (!step() || contents.count(from) == 0) return false;
-    contents[to] = contents[from];
+    std::string content = std::move(contents[from]);
     contents.erase(from);
+    contents[to] = std::move(content);
     return true;
   }
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <optional>
 #include <string>
 #include <tuple>
 
-#include "base/text.h"
 #include "platform/registry.h"
 
 namespace homewarden::testing {
@@ -14,18 +14,26 @@ class MemoryRegistry : public Registry {
  public:
   std::optional<RegistryValue> read(RegistryRoot root, const std::string& key,
                                     const std::string& name) override {
-    const auto found = values_.find({root, to_lower(key), to_lower(name)});
+    const auto found = values_.find({root, found_as(key), found_as(name)});
     if (found == values_.end()) return std::nullopt;
     return found->second;
   }
 
   bool write(RegistryRoot root, const std::string& key, const std::string& name,
              const RegistryValue& value) override {
-    values_[{root, to_lower(key), to_lower(name)}] = value;
+    values_[{root, found_as(key), found_as(name)}] = value;
     return true;
   }
 
  private:
+  // Only ASCII letters lose their case, as in a real registry of this program.
+  static std::string found_as(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(), [](char letter) {
+      return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + 0x20) : letter;
+    });
+    return text;
+  }
+
   std::map<std::tuple<RegistryRoot, std::string, std::string>, RegistryValue> values_;
 };
 

@@ -7,8 +7,11 @@
 
 #include <fstream>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "platform/store/sqlite_registry.h"
+#include "tests/platform/as_nobody.h"
 #include "tests/platform/memory_registry.h"
 #include "tests/platform/scratch_folder.h"
 
@@ -57,6 +60,14 @@ TYPED_TEST(RegistryContract, FindsNamesWithoutRegardToCaseAndTheLastWriteWins) {
   registry.write(kMachine, "Software\\TEST", "HallLamp", text("False"));
   registry.write(kMachine, kKey, "hallLAMP", {RegistryType::kNumber, "1"});
   EXPECT_EQ(registry.read(kMachine, kKey, "HallLamp"), (RegistryValue{RegistryType::kNumber, "1"}));
+  registry.write(kMachine, kKey,
+                 "K\xFC"
+                 "che",
+                 text("True"));
+  EXPECT_FALSE(registry.read(kMachine, kKey,
+                             "K\xDC"
+                             "che"))
+      << "only ASCII letters lose their case";
 }
 
 TEST(SqliteRegistry, OutlivesItsObjectAndIsSeenByAnother) {
@@ -77,6 +88,39 @@ TEST(SqliteRegistry, ABrokenFileIsSetAsideAndTheProgramGoesOn) {
   EXPECT_TRUE(registry.write(kMachine, kKey, "port", text("3")));
   EXPECT_EQ(registry.read(kMachine, kKey, "port")->data, "3");
   EXPECT_EQ(std::filesystem::file_size(folder / "machine.db.broken-1"), 5000u);
+}
+
+TEST(SqliteRegistry, SpoiledPagesAreSetAsideAtTheNextStart) {
+  ScratchFolder folder;
+  {
+    SqliteRegistry registry(folder.path(), folder.path());
+    for (int i = 0; i < 300; ++i)
+      registry.write(kMachine, kKey, "value" + std::to_string(i), text(std::string(40, 'v')));
+  }
+  const auto size = std::filesystem::file_size(folder / "machine.db");
+  ASSERT_GT(size, 8192u);
+  {
+    std::fstream file(folder / "machine.db", std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(4096);
+    file << std::string(size - 4096, '\xAA');
+  }
+  SqliteRegistry registry(folder.path(), folder.path());
+  EXPECT_FALSE(registry.read(kMachine, kKey, "value7"));
+  EXPECT_TRUE(registry.write(kMachine, kKey, "value7", text("new")));
+  EXPECT_EQ(registry.read(kMachine, kKey, "value7"), text("new"));
+  EXPECT_EQ(std::filesystem::file_size(folder / "machine.db.broken-1"), size);
+}
+
+TEST(SqliteRegistry, AFolderThatMayNotBeWrittenReadsAsEmptyAndRefusesWrites) {
+  const AsNobody nobody;
+  ScratchFolder folder;
+  std::filesystem::permissions(
+      folder.path(), std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+  SqliteRegistry registry(folder.path(), folder.path());
+  EXPECT_FALSE(registry.read(kMachine, kKey, "port"));
+  EXPECT_FALSE(registry.write(kMachine, kKey, "port", text("3")));
+  std::filesystem::permissions(folder.path(), std::filesystem::perms::owner_all);
+  EXPECT_TRUE(registry.write(kMachine, kKey, "port", text("3"))) << "it did not try again";
 }
 
 TEST(SqliteRegistry, AFolderThatCannotBeMadeReadsAsEmptyAndRefusesWrites) {
@@ -118,6 +162,42 @@ TEST(SqliteRegistry, TwoProcessesThatWriteAtOnceLoseNothing) {
     for (int i = 0; i < kValues; ++i)
       ASSERT_TRUE(registry.read(kMachine, kKey, who + std::to_string(i))) << who << i;
 }
+
+// Both processes open a store that is missing or broken at the same moment, many times over.
+class StartTogether : public ::testing::TestWithParam<bool> {};
+
+TEST_P(StartTogether, NoWriteIsRefusedOrLost) {
+  const bool begins_broken = GetParam();
+  for (int round = 0; round < 25; ++round) {
+    ScratchFolder folder;
+    if (begins_broken) std::ofstream(folder / "machine.db") << std::string(5000, 'x');
+    int start[2];
+    ASSERT_EQ(pipe(start), 0);
+    std::vector<pid_t> writers;
+    for (const char* who : {"a", "b", "c"})
+      writers.push_back(in_child([&folder, &start, who] {
+        close(start[1]);
+        char end = 0;
+        if (read(start[0], &end, 1) != 0) _exit(2);
+        SqliteRegistry registry(folder.path(), folder.path());
+        if (!registry.write(kMachine, kKey, who, text(who))) _exit(1);
+      }));
+    close(start[0]);
+    close(start[1]);
+    for (const pid_t writer : writers) {
+      int status = 0;
+      waitpid(writer, &status, 0);
+      EXPECT_EQ(status, 0) << "a first write was refused in round " << round;
+    }
+    SqliteRegistry registry(folder.path(), folder.path());
+    for (const char* who : {"a", "b", "c"})
+      EXPECT_TRUE(registry.read(kMachine, kKey, who)) << who << " in round " << round;
+    EXPECT_FALSE(std::filesystem::exists(folder / "machine.db.broken-2"))
+        << "the store that was begun anew was set aside too";
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(SqliteRegistry, StartTogether, ::testing::Bool());
 
 TEST(SqliteRegistry, KilledAtAnyMomentLosesNothingThatWasReportedAsWritten) {
   ScratchFolder folder;
