@@ -25,7 +25,7 @@ click 80 240 1  # Living Room
 click 543 120   # its ceiling light
 click 350 290   # its reading lamp
 xdotool mousemove 411 248 mousedown 1 mousemove 411 260 mousemove 411 282 mouseup 1 # ... darker
-sleep 5
+sleep 7
 xdotool mousemove 900 600
 sleep 1
 import -window root -crop 960x640+0+0 +repage "${1:-docs/window.png}"

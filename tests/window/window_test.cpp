@@ -181,6 +181,15 @@ TEST_F(WindowTest, AMoveOfTheSliderIsReportedOnce) {
   for (int step = 0; step < 4; ++step) QTest::keyClick(slider, Qt::Key_Up);
   EXPECT_TRUE(QTest::qWaitFor([&] { return moves.size() == 2; }, 2000));
   EXPECT_THAT(moves, ElementsAre(30, 50));
+
+  tree->setFocus();
+  QWheelEvent wheel(QPointF(5, 5), slider->mapToGlobal(QPointF(5, 5)), {}, QPoint(0, 120),
+                    Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(slider, &wheel);
+  EXPECT_EQ(slider->value(), 50) << "scrolling over the page dimmed a lamp";
+  QTest::mouseClick(slider, Qt::LeftButton, {}, QPoint(slider->width() / 2, 8));
+  ASSERT_EQ(moves.size(), 3u);
+  EXPECT_GT(moves.back(), 90) << "a click at the top did not bring the handle there";
 }
 
 TEST_F(WindowTest, BoxesTellTheirControlsOnceAndListenToThem) {

@@ -8,6 +8,7 @@
 #include "platform/qt/text_codec.h"
 #include "ui/qt/key_codes.h"
 #include "ui/qt/watch.h"
+#include "ui/qt/wheel_guard.h"
 
 namespace homewarden {
 namespace {
@@ -102,6 +103,7 @@ void bind(ComboBox& control, QComboBox* widget, const QString& name) {
   bind_common(control, widget, name);
   widget->setEditable(true);
   widget->setInsertPolicy(QComboBox::NoInsert);
+  guard_wheel(widget);
   if (widget->completer()) widget->completer()->setCompletionMode(QCompleter::PopupCompletion);
   const auto show_text = [widget](const std::string& text) {
     const QSignalBlocker quiet(widget);

@@ -11,7 +11,6 @@ constexpr int kGap = 14;
 }  // namespace
 
 void CardGrid::add(QWidget* card) {
-  card->setParent(this);
   card->installEventFilter(this);
   cards_ << card;
 }

@@ -10,6 +10,7 @@ class CardGrid : public QWidget {
  public:
   using QWidget::QWidget;
 
+  // A child of the grid.
   void add(QWidget* card);
 
  protected:

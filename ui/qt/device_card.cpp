@@ -3,12 +3,13 @@
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPainterPath>
+#include <QProxyStyle>
 #include <QSignalBlocker>
 
 #include "platform/qt/text_codec.h"
 #include "ui/qt/bindings.h"
 #include "ui/qt/watch.h"
+#include "ui/qt/wheel_guard.h"
 
 namespace homewarden {
 namespace {
@@ -18,6 +19,17 @@ constexpr int kFocusFrame = 5;
 constexpr int kCardWidth = 176;
 constexpr double kCorner = 12;
 constexpr int kSettledMilliseconds = 350;
+
+// A click beside the handle brings it there, as people expect of a dimmer.
+class JumpStyle : public QProxyStyle {
+ public:
+  explicit JumpStyle(QObject* owner) { setParent(owner); }
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* data) const override {
+    if (hint == SH_Slider_AbsoluteSetButtons) return Qt::LeftButton;
+    return QProxyStyle::styleHint(hint, option, widget, data);
+  }
+};
 
 }  // namespace
 
@@ -114,6 +126,8 @@ void DeviceCard::bind_name() {
 }
 
 void DeviceCard::bind_slider() {
+  bar_->setStyle(new JumpStyle(bar_));
+  guard_wheel(bar_);
   bar_->setRange(slider_.minimum, slider_.maximum);
   bar_->setPageStep(10);
   bar_->setSingleStep(5);
