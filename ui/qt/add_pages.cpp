@@ -1,5 +1,7 @@
+#include <QFocusEvent>
 #include <QLineEdit>
 #include <QPushButton>
+#include <utility>
 
 #include "ui/qt/bindings.h"
 #include "ui/qt/page.h"
@@ -12,8 +14,29 @@ QString tr(const char* text) {
   return QObject::tr(text);
 }
 
+// Selects its whole text when it gets the focus, so that typing replaces it.
+class NameBox : public QLineEdit {
+ public:
+  using QLineEdit::QLineEdit;
+
+ protected:
+  void focusInEvent(QFocusEvent* event) override {
+    QLineEdit::focusInEvent(event);
+    selectAll();
+    clicked_ = event->reason() == Qt::MouseFocusReason;
+  }
+  // The click that brought the focus comes second and would put the cursor where it was.
+  void mousePressEvent(QMouseEvent* event) override {
+    QLineEdit::mousePressEvent(event);
+    if (std::exchange(clicked_, false)) selectAll();
+  }
+
+ private:
+  bool clicked_ = false;
+};
+
 QLineEdit* make_line(TextBox& control, const QString& name, QWidget* parent) {
-  auto* line = new QLineEdit(parent);
+  auto* line = new NameBox(parent);
   bind(control, line, name);
   return line;
 }

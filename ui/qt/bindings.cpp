@@ -2,7 +2,7 @@
 
 #include <QCompleter>
 #include <QHeaderView>
-#include <QShortcut>
+#include <QKeyEvent>
 #include <QSignalBlocker>
 
 #include "platform/qt/text_codec.h"
@@ -34,6 +34,7 @@ void show_rows(const ListView& control, QTreeWidget* widget) {
   items.reserve(static_cast<qsizetype>(control.rows.get().size()));
   for (const ListView::Row& row : control.rows.get()) items << new QTreeWidgetItem(to_list(row));
   widget->addTopLevelItems(items);
+  widget->setCurrentItem(widget->topLevelItem(control.selected));
 }
 
 void show_columns(const std::vector<ListColumn>& columns, QTreeWidget* widget) {
@@ -44,6 +45,30 @@ void show_columns(const std::vector<ListColumn>& columns, QTreeWidget* widget) {
   for (std::size_t i = 0; i < columns.size(); ++i)
     widget->header()->resizeSection(static_cast<int>(i), columns[i].width / kTwipsPerPixel);
 }
+
+// Reports the keys of a list as they arrive, so that a window that takes no input reports none.
+class ListKeys : public QObject {
+ public:
+  ListKeys(ListView& control, QWidget* list) : QObject(list), control_(control) {
+    list->installEventFilter(this);
+  }
+
+  bool eventFilter(QObject* /*list*/, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress) return false;
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (key.key() == Qt::Key_D && key.modifiers() == Qt::ControlModifier) {
+      control_.key_press(kControlD);
+      return true;
+    }
+    const bool opens = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    if (!opens || control_.selected < 0) return false;
+    control_.double_click();  // what the mouse does with two clicks
+    return true;
+  }
+
+ private:
+  ListView& control_;
+};
 
 }  // namespace
 
@@ -108,8 +133,14 @@ void bind(ComboBox& control, QComboBox* widget, const QString& name) {
   const auto show_text = [widget](const std::string& text) {
     const QSignalBlocker quiet(widget);
     const QString shown = from_code_page(text);
-    widget->setCurrentIndex(widget->findText(shown, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    const int row = widget->findText(shown, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (row == widget->currentIndex() && shown == widget->currentText()) return;
+    const bool being_typed = to_code_page(widget->currentText()) == text;
+    const int cursor = widget->lineEdit()->cursorPosition();
+    // The row goes with the text: otherwise leaving the box would count as choosing an entry.
+    widget->setCurrentIndex(row);
     widget->setEditText(shown);
+    if (being_typed) widget->lineEdit()->setCursorPosition(cursor);
   };
   follow(control.items, widget, [widget, &control, show_text](const auto& items) {
     {
@@ -130,10 +161,11 @@ void bind(ComboBox& control, QComboBox* widget, const QString& name) {
 
 void bind(ListBox& control, QListWidget* widget, const QString& name) {
   bind_common(control, widget, name);
-  follow(control.items, widget, [widget](const auto& items) {
+  follow(control.items, widget, [widget, &control](const auto& items) {
     const QSignalBlocker quiet(widget);
     widget->clear();
     widget->addItems(to_list(items));
+    widget->setCurrentRow(control.selected);
   });
   follow(control.selected, widget, [widget](int row) { widget->setCurrentRow(row); });
   QObject::connect(widget, &QListWidget::currentRowChanged, widget,
@@ -162,10 +194,7 @@ void bind(ListView& control, QTreeWidget* widget, const QString& name) {
   QObject::connect(widget->header(), &QHeaderView::sectionClicked, widget,
                    [&control](int column) { control.column_click(column + 1); });
   widget->header()->setSectionsClickable(true);
-  auto* erase = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_D), widget);
-  erase->setContext(Qt::WidgetShortcut);
-  QObject::connect(erase, &QShortcut::activated, widget,
-                   [&control] { control.key_press(kControlD); });
+  new ListKeys(control, widget);
 }
 
 QPushButton* make_link(Label& control, QWidget* parent) {
@@ -173,9 +202,9 @@ QPushButton* make_link(Label& control, QWidget* parent) {
   link->setFlat(true);
   link->setCursor(Qt::PointingHandCursor);
   link->setStyleSheet(
-      "QPushButton { text-align: left; padding: 7px 10px; border: 1px solid transparent;"
+      "QPushButton { text-align: left; padding: 6px 2px; border: 1px solid transparent;"
       " border-radius: 6px; color: palette(link); }"
-      "QPushButton:hover { background: palette(alternate-base); }"
+      "QPushButton:hover { text-decoration: underline; }"
       "QPushButton:focus { border-color: palette(highlight); }");
   bind_common(control, link);
   follow(control.caption, link, [link](const std::string& text) { link->setText(plain(text)); });
@@ -186,6 +215,8 @@ QPushButton* make_link(Label& control, QWidget* parent) {
 QComboBox* make_combo(ComboBox& control, const QString& name, QWidget* parent) {
   auto* combo = new QComboBox(parent);
   bind(control, combo, name);
+  // Long entries do not keep the page wide when the window is small.
+  combo->setMinimumWidth(combo->fontMetrics().horizontalAdvance('x') * 6);
   return combo;
 }
 

@@ -17,7 +17,7 @@ QString tr(const char* text) {
 // The words between the boxes read as one sentence: Turn on and Dim to 60% at 07 : 30.
 QLayout* make_action_row(FrmMain& form, QWidget* body) {
   auto* row = new QHBoxLayout;
-  row->setSpacing(8);
+  row->setSpacing(6);
   row->addWidget(make_combo(form.lst_action, tr("Action"), body));
   auto* dim = new QLabel(body);
   bind(form.Label29, dim);
@@ -64,6 +64,7 @@ QWidget* make_event_page(FrmMain& form) {
   editor->addRow(tr("Frequency"), make_frequency_row(form, body));
   auto* list = new QTreeWidget(body);
   bind(form.ListView1, list, tr("Events"));
+  list->setStyleSheet("QTreeWidget::item { padding: 3px 2px; }");
   list->setMinimumHeight(180);
   page->rows()->addWidget(list, 1);
   return page;

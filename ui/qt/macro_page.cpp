@@ -41,6 +41,7 @@ QWidget* make_macro_page(FrmMain& form) {
   page->add_text(tr("Below are your active Macro's. Click on the macro to delete it."));
   auto* list = new QListWidget(body);
   bind(form.ListVIew2, list, tr("Macros"));
+  list->setStyleSheet("QListWidget::item { padding: 3px 2px; }");
   list->setMinimumHeight(140);
   page->rows()->addWidget(list, 1);
   return page;

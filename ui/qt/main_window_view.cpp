@@ -1,5 +1,6 @@
 #include "ui/qt/main_window_view.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMenu>
@@ -52,9 +53,12 @@ bool is_input(QEvent::Type type) {
 
 }  // namespace
 
-MainWindowView::MainWindowView(FrmMain& form) : form_(form), pages_(new QStackedWidget) {
+MainWindowView::MainWindowView(FrmMain& form)
+    : form_(form), pages_(new QStackedWidget), no_page_(new QWidget), cover_(new QWidget(this)) {
   load_icons();
-  setMinimumSize(700, 480);
+  setMinimumSize(760, 520);
+  cover_->setCursor(Qt::BusyCursor);
+  cover_->hide();
   resize(to_pixels(form.width), to_pixels(form.height));
   build();
   bind_window();
@@ -62,6 +66,7 @@ MainWindowView::MainWindowView(FrmMain& form) : form_(form), pages_(new QStacked
 }
 
 void MainWindowView::build() {
+  pages_->addWidget(no_page_);
   add_page(form_.frm_home, make_home_page);
   add_page(form_.frm_devices, make_device_page);
   add_page(form_.frm_addroom, make_add_room_page);
@@ -111,9 +116,13 @@ void MainWindowView::add_page(Frame& frame, QWidget* (*make)(FrmMain&)) {
   rows->setContentsMargins(0, 0, 0, 0);
   pages_->addWidget(place);
   follow(frame.visible, this, [this, place, rows, make](bool visible) {
-    if (!visible) return;
-    if (rows->isEmpty()) rows->addWidget(make(form_));
-    pages_->setCurrentWidget(place);
+    shown_pages_.removeOne(place);
+    if (visible) {
+      if (rows->isEmpty()) rows->addWidget(make(form_));
+      shown_pages_ << place;
+    }
+    // Of several that are visible the one shown last; none at all leaves the place empty.
+    pages_->setCurrentWidget(shown_pages_.isEmpty() ? no_page_ : shown_pages_.last());
   });
 }
 
@@ -126,14 +135,28 @@ void MainWindowView::add_menu(Menu& menu) {
       connect(shown->addAction(from_code_page(entry->caption)), &QAction::triggered, this,
               [entry] { entry->click(); });
   }
-  watch(menu.popped_up, this, [this, shown] {
-    // Opened with the keyboard, the menu belongs to the widget, not to wherever the pointer is.
-    QPoint place = QCursor::pos();
-    const QWidget* focus = QApplication::focusWidget();
-    if (isVisible() && !frameGeometry().contains(place) && focus)
-      place = focus->mapToGlobal(focus->rect().center());
-    shown->popup(place);
-  });
+  watch(menu.popped_up, this, [this, shown] { shown->popup(place_of_menu()); });
+}
+
+// Where the pointer is; below what has the focus when the keyboard was used last.
+QPoint MainWindowView::place_of_menu() const {
+  const QWidget* focus = QApplication::focusWidget();
+  if (!keyboard_used_ || !focus || focus->window() != this) return QCursor::pos();
+  if (const auto* list = qobject_cast<const QAbstractItemView*>(focus))
+    return list->viewport()->mapToGlobal(list->visualRect(list->currentIndex()).bottomLeft());
+  return focus->mapToGlobal(focus->rect().bottomLeft());
+}
+
+// Widgets with a pointer of their own would keep it while the window is busy.
+void MainWindowView::show_pointer() {
+  const bool busy = form_.mouse_pointer == MousePointer::kHourglass;
+  if (busy)
+    setCursor(Qt::BusyCursor);
+  else
+    unsetCursor();
+  cover_->setGeometry(rect());
+  cover_->setVisible(busy && !form_.enabled);
+  cover_->raise();
 }
 
 void MainWindowView::bind_window() {
@@ -152,12 +175,8 @@ void MainWindowView::bind_window() {
     raise();
     activateWindow();
   });
-  watch(form_.mouse_pointer.changed, this, [this] {
-    if (form_.mouse_pointer == MousePointer::kHourglass)
-      setCursor(Qt::BusyCursor);
-    else
-      unsetCursor();
-  });
+  watch(form_.mouse_pointer.changed, this, [this] { show_pointer(); });
+  watch(form_.enabled.changed, this, [this] { show_pointer(); });
   follow(form_.visible, this, [this](bool visible) { setVisible(visible); });
 }
 
@@ -199,9 +218,24 @@ void MainWindowView::moveEvent(QMoveEvent* event) {
 // A window that is disabled takes no input but looks as usual: it is only for a moment, and greying
 // everything would flicker. Other windows, such as questions, are not concerned.
 bool MainWindowView::eventFilter(QObject* watched, QEvent* event) {
-  if (form_.enabled || !is_input(event->type())) return false;
+  if (!is_input(event->type())) return false;
   const auto* widget = qobject_cast<QWidget*>(watched);
-  return widget && widget->window() == this;
+  if (!widget || widget->window() != this) return false;
+  note_device(*event);
+  return !form_.enabled;
+}
+
+void MainWindowView::note_device(const QEvent& event) {
+  if (event.type() == QEvent::KeyPress) keyboard_used_ = true;
+  if (event.type() == QEvent::MouseButtonPress) keyboard_used_ = false;
+  if (event.type() == QEvent::ContextMenu)
+    keyboard_used_ =
+        static_cast<const QContextMenuEvent&>(event).reason() == QContextMenuEvent::Keyboard;
+}
+
+void MainWindowView::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  cover_->setGeometry(rect());
 }
 
 }  // namespace homewarden

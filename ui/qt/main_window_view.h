@@ -16,6 +16,7 @@ class MainWindowView : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
   void moveEvent(QMoveEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -26,10 +27,17 @@ class MainWindowView : public QMainWindow {
   void bind_window();
   void place();
   void show_state(WindowState state);
+  void show_pointer();
+  void note_device(const QEvent& event);
+  QPoint place_of_menu() const;
 
   FrmMain& form_;
   QStackedWidget* pages_;
-  bool placing_ = false;  // the window and the form are being brought to the same place
+  QWidget* no_page_;
+  QWidget* cover_;  // lies over everything while the window is busy
+  QList<QWidget*> shown_pages_;
+  bool keyboard_used_ = false;  // rather than the mouse, for the last input
+  bool placing_ = false;        // the window and the form are being brought to the same place
 };
 
 }  // namespace homewarden
