@@ -137,6 +137,7 @@ struct ListView : Control {
   Property<std::vector<ListColumn>> columns;
   Property<std::vector<Row>> rows;
   Property<int> selected{-1};
+  Property<int> sort_key{-1};  // the column that the rows are sorted by, from 0; -1: none
   Signal<> double_click;
   Signal<int> key_press;     // the character
   Signal<int> mouse_down;    // 1 left button, 2 right button

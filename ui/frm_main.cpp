@@ -48,6 +48,8 @@ FrmMain::FrmMain() : Window("Homewarden") {
   }
   lab_notice.visible = false;
   lab_nodevices.visible = false;
+  lab_noevents.visible = false;
+  lab_eventnotice.visible = false;
   for (auto& picture : device) picture.visible = false;
 
   lst_temproom.sorted = true;

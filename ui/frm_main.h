@@ -1,8 +1,10 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 
+#include "base/date.h"
 #include "ui/controls.h"
 #include "ui/tree_view.h"
 
@@ -60,6 +62,9 @@ struct FrmMain : Window {
   Button Command5{"New"};
   Button Command6{"Save"};
   ListView ListView1;
+  Label lab_noevents{
+      "You have no timed events yet. Choose a device, a time and the days above, then click Save."};
+  Label lab_eventnotice;  // what is wrong with the event list; hidden when nothing is
 
   Frame frm_macros{false};
   ComboBox com_sel1;
@@ -126,6 +131,10 @@ struct FrmMain : Window {
   bool filebusy = false;      // an operation works on the data files, or code moves a slider
   bool sending = false;       // a device command is being sent
   bool connected = false;     // the interface has been found
+
+  // Today's sun times; nothing until they could be computed.
+  std::optional<Date> sunrise_time;
+  std::optional<Date> sunset_time;
 
   // Keys of once-events waiting for removal; "" is a free slot.
   std::array<std::string, 51> once_removal;
