@@ -15,12 +15,6 @@ bool is_digit(char c) {
   return c >= '0' && c <= '9';
 }
 
-std::string_view trim_blanks(std::string_view text) {
-  const auto first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 bool same_letter(char a, char b) {
   return to_lower(a) == to_lower(b);
 }
@@ -55,6 +49,12 @@ bool contains_ignoring_case(std::string_view text, std::string_view part) {
 
 bool equals_ignoring_case(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), same_letter);
+}
+
+std::string_view trim_blanks(std::string_view text) {
+  const auto first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 std::string without_blanks(std::string_view text) {

@@ -19,6 +19,8 @@ std::size_t find_ignoring_case(std::string_view text, std::string_view part);
 bool contains_ignoring_case(std::string_view text, std::string_view part);
 bool equals_ignoring_case(std::string_view a, std::string_view b);
 
+std::string_view trim_blanks(std::string_view text);
+
 // Every blank removed, inside the text too.
 std::string without_blanks(std::string_view text);
 

@@ -26,7 +26,7 @@ class VirtualLoop : public EventLoop {
     const auto wall = sys_time<milliseconds>(wall_offset_ + now_);
     const auto today = floor<days>(wall);
     const year_month_day date(today);
-    const hh_mm_ss<milliseconds> time(wall - today);
+    const std::chrono::hh_mm_ss<milliseconds> time(wall - today);
     LocalTime local;
     local.year = static_cast<int>(date.year());
     local.month = static_cast<int>(static_cast<unsigned>(date.month()));
@@ -42,7 +42,8 @@ class VirtualLoop : public EventLoop {
 
   CallId call_after(Milliseconds delay, std::function<void()> function) override {
     const CallId id = ++last_id_;
-    calls_.emplace(Due{now_ + std::max(delay, Milliseconds(0)), id}, std::move(function));
+    calls_.emplace(Due{now_ + std::max(delay, Milliseconds(0)) + lateness, id},
+                   std::move(function));
     return id;
   }
 
@@ -87,6 +88,12 @@ class VirtualLoop : public EventLoop {
     }
     return true;
   }
+
+  // The wall clock goes on, or back, by this much while nothing runs: the machine slept.
+  void skip(Milliseconds length) { wall_offset_ += length; }
+
+  // How long after they are due calls are delivered.
+  Milliseconds lateness{0};
 
   std::size_t pending_calls() const { return calls_.size(); }
 

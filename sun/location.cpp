@@ -1,0 +1,111 @@
+#include "sun/location.h"
+
+#include <charconv>
+#include <cmath>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "base/text.h"
+#include "core/dates.h"
+#include "platform/waiting.h"
+#include "sun/sunrise.h"
+
+namespace homewarden {
+namespace {
+
+const char* const kDefaultCity = "London, England, 51.3, 0.1, 0";
+constexpr double kFurthestZone = 14;
+
+std::optional<double> number_in(std::string_view piece, double furthest) {
+  const std::string digits = without_blanks(piece);
+  const char* const end = digits.data() + digits.size();
+  const char* const begin = digits.data() + (digits.starts_with('+') ? 1 : 0);
+  double number = 0;
+  const auto result = std::from_chars(begin, end, number, std::chars_format::fixed);
+  if (result.ec != std::errc() || result.ptr != end || begin == end) return std::nullopt;
+  if (!(std::abs(number) <= furthest)) return std::nullopt;
+  return number;
+}
+
+}  // namespace
+
+Location::Location(FrmMain& form, Operations& operations, EventLoop& loop, Settings& settings)
+    : form_(form), loop_(loop), settings_(settings) {
+  form.com_city.click.connect([this, &operations] {
+    if (!form_.formloading) operations.start(city_chosen());
+  });
+  form.Check1.click.connect([this] {
+    if (!form_.formloading) daylight_saving_clicked();
+  });
+}
+
+void Location::dosunset() {
+  fill_city_list(form_.com_city);
+  form_.com_city.text = settings_.read("data", "city", kDefaultCity);
+  compute(form_.com_city.text);
+}
+
+Task<void> Location::city_chosen() {
+  const std::string city = form_.com_city.text;
+  settings_.write("data", "city", city);
+  co_await pending_events(loop_);
+  compute(city);
+}
+
+void Location::daylight_saving_clicked() {
+  settings_.write("data", "dst", form_.Check1.checked ? "1" : "0");
+  dosunset();
+}
+
+void Location::compute(const std::string& city) {
+  const auto place = parse_city_text(city);
+  if (!place) {
+    form_.Statusbar.panel2 =
+        "The city \"" + city + "\" cannot be read, " +
+        (form_.sunrise_time ? "the sun times stay as they were"
+                            : "events at sunrise and sunset wait until you choose one");
+    return;
+  }
+  clsSunrise sun(date_of(loop_.local_time()));
+  sun.Latitude(place->latitude);
+  sun.Longitude(place->longitude);
+  sun.DaySavings(form_.Check1.checked);
+  sun.CalculateSun(place->time_zone);
+  form_.sunrise_time = sun.sunrise();
+  form_.sunset_time = sun.sunset();
+  using std::chrono::floor;
+  using std::chrono::minutes;
+  form_.lab_sunset.caption = "Todays Sunrise time is:" + hh_mm(floor<minutes>(sun.sunrise())) +
+                             " Todays Sunset time is:" + hh_mm(floor<minutes>(sun.sunset()));
+}
+
+std::optional<Place> parse_city_text(std::string_view text) {
+  std::vector<std::string_view> pieces;
+  for (;;) {
+    const auto comma = text.find(',');
+    pieces.push_back(text.substr(0, comma));
+    if (comma == std::string_view::npos) break;
+    text.remove_prefix(comma + 1);
+  }
+  // One city of the list has no comma in its name.
+  const std::size_t first = pieces.size() == 4 ? 1 : 2;
+  if (pieces.size() != first + 3) return std::nullopt;
+  const auto latitude = number_in(pieces[first], 90);
+  const auto longitude = number_in(pieces[first + 1], 180);
+  const auto zone = number_in(pieces[first + 2], kFurthestZone);
+  if (!latitude || !longitude || !zone) return std::nullopt;
+  return Place{*latitude, *longitude, round_to_even(*zone)};
+}
+
+void fill_city_list(ComboBox& list) {
+  auto items = list.items.get();
+  if (items.size() >= kCityCount) return;
+  for (const City& city : city_table()) {
+    if (items.size() >= kCityCount) break;
+    items.push_back(city_entry(city));
+  }
+  list.items = std::move(items);
+}
+
+}  // namespace homewarden

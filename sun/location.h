@@ -1,0 +1,47 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/operations.h"
+#include "base/task.h"
+#include "core/settings.h"
+#include "platform/event_loop.h"
+#include "ui/frm_main.h"
+
+namespace homewarden {
+
+// Where the house is, and the sun times of the day there.
+class Location {
+ public:
+  Location(FrmMain& form, Operations& operations, EventLoop& loop, Settings& settings);
+
+  // Computes and shows today's sun times for the stored city. A city text that cannot be read
+  // keeps the times there are and is told in the status line.
+  void dosunset();
+
+ private:
+  Task<void> city_chosen();
+  void daylight_saving_clicked();
+  void compute(const std::string& city);
+
+  FrmMain& form_;
+  EventLoop& loop_;
+  Settings& settings_;
+};
+
+struct Place {
+  double latitude = 0;
+  double longitude = 0;  // positive to the west
+  long time_zone = 0;    // hours west of Greenwich
+};
+
+// Reads an entry of the city list, or a text of the same form: a name with one comma or none, then
+// latitude, longitude and time zone. Nothing when a number is missing or is no place on the earth.
+std::optional<Place> parse_city_text(std::string_view text);
+
+// Appends the cities of the table to a list that holds fewer.
+void fill_city_list(ComboBox& list);
+
+}  // namespace homewarden

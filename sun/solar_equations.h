@@ -1,0 +1,27 @@
+#pragma once
+
+namespace homewarden {
+
+// The low-accuracy solar equations that the NOAA Global Monitoring Laboratory publishes as "General
+// Solar Position Calculations", after J. W. Spencer, Fourier series representation of the position
+// of the sun (1971). Angles in radians unless said otherwise.
+
+// pi as the times are defined with.
+inline constexpr double kPi = 3.1415926535;
+
+double degrees(double radians) noexcept;
+double radians(double degrees) noexcept;
+
+// The angle of the year at an hour of a day; 1 January is day 1.
+double fractional_year(int day_of_year, double hour) noexcept;
+
+// What a sundial is ahead of a clock, in minutes.
+double equation_of_time(double fractional_year) noexcept;
+
+double solar_declination(double fractional_year) noexcept;
+
+// The angle between noon and the moment at which the upper edge of the sun, lifted by refraction,
+// touches the horizon (a zenith of 90.833 degrees). 0 where it does not.
+double hour_angle(double latitude_degrees, double declination) noexcept;
+
+}  // namespace homewarden
