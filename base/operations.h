@@ -28,6 +28,9 @@ class Operations {
   // Ends all that still wait, where they wait.
   void destroy_all();
 
+  // Tells the error handler of a failure that its operation went on past.
+  void report(std::exception_ptr error) const { on_error_(error); }
+
   std::size_t running() const { return frames_.size(); }
 
  private:

@@ -1,24 +1,17 @@
 #include "core/shutdown.h"
 
-#include <string>
-#include <string_view>
-
 #include "base/text.h"
 #include "core/window_position.h"
 #include "platform/waiting.h"
 #include "x10/interface_finder.h"
 
 namespace homewarden {
-namespace {
-
-const char* const kService = "Wardengine";
-
-}  // namespace
 
 Shutdown::Shutdown(FrmMain& form, FrmWait& wait, Tray& tray, Operations& operations,
                    EventLoop& loop, Module1& module1, Settings& settings, Desktop& desktop,
                    InterfaceControl& interface_control)
-    : form_(form),
+    : steps_(wait, loop, operations),
+      form_(form),
       wait_(wait),
       tray_(tray),
       loop_(loop),
@@ -33,24 +26,26 @@ Shutdown::Shutdown(FrmMain& form, FrmWait& wait, Tray& tray, Operations& operati
 Task<void> Shutdown::Form_Unload() {
   if (unloading_) co_return;
   unloading_ = true;
-  module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "closeengine", "False");
+  steps_.run([this] {
+    module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "closeengine", "False");
+  });
   wait_.visible = true;
   wait_.Label2.caption = "Homewarden - Closing";
   co_await pending_events(loop_);
-  tray_.unload();
+  steps_.run([this] { tray_.unload(); });
   form_.ignoreclicks = true;
   form_.Statusbar.panel2 = "Closing communications, please wait";
   co_await pending_events(loop_);
-  co_await progress("Saving Data");
+  co_await steps_.progress("Saving Data");
   form_.state = WindowState::kNormal;
   form_.visible = true;
-  keep_on_screen(form_, desktop_);
-  co_await progress("Closing Port");
-  co_await close_interface(interface_, module1_);
-  save_position();
-  co_await progress("Starting Service");
-  if (form_.chk_service.checked) co_await start_service();
-  co_await progress("Finished");
+  steps_.run([this] { keep_on_screen(form_, desktop_); });
+  co_await steps_.progress("Closing Port");
+  co_await steps_.finish(close_interface(interface_, module1_));
+  steps_.run([this] { save_position(); });
+  co_await steps_.progress("Starting Service");
+  if (form_.chk_service.checked) co_await steps_.finish(start_service());
+  co_await steps_.progress("Finished");
   wait_.visible = false;
   form_.visible = false;
   loop_.quit();
@@ -71,22 +66,17 @@ void Shutdown::Form_Resize() {
   }
 }
 
-Task<void> Shutdown::progress(std::string_view text) {
-  wait_.Label1.caption = std::string(text);
-  co_await pending_events(loop_);
-}
-
 void Shutdown::save_position() {
   settings_.write("data", "left", text_of_single(form_.left));
   settings_.write("data", "top", text_of_single(form_.top));
 }
 
 Task<void> Shutdown::start_service() {
-  module1_.servicestart("", kService);
+  module1_.servicestart("", kServiceName);
   co_await module1_.pause(1);
-  if (to_lower(module1_.servicestatus("", kService)) != "stopped") co_return;
+  if (to_lower(module1_.servicestatus("", kServiceName)) != "stopped") co_return;
   co_await module1_.pause(1);
-  module1_.servicestart("", kService);
+  module1_.servicestart("", kServiceName);
 }
 
 }  // namespace homewarden

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <string_view>
-
 #include "base/operations.h"
 #include "base/task.h"
 #include "core/module1.h"
 #include "core/settings.h"
+#include "core/steps.h"
 #include "platform/desktop.h"
 #include "platform/event_loop.h"
 #include "platform/interface_control.h"
@@ -30,10 +29,10 @@ class Shutdown {
   void Form_Resize();
 
  private:
-  Task<void> progress(std::string_view text);
   void save_position();
   Task<void> start_service();
 
+  Steps steps_;
   FrmMain& form_;
   FrmWait& wait_;
   Tray& tray_;

@@ -1,32 +1,16 @@
 #include "x10/device_commands.h"
 
+#include "base/flag_guard.h"
 #include "core/time_text.h"
 #include "platform/waiting.h"
 
 namespace homewarden {
-namespace {
-
-// Set while a command is being sent, so that the command queue does not start another one. Cleared
-// also when the operation is given up.
-class SendingFlag {
- public:
-  explicit SendingFlag(FrmMain& form) : form_(form) { form_.sending = true; }
-  SendingFlag(const SendingFlag&) = delete;
-  SendingFlag& operator=(const SendingFlag&) = delete;
-  ~SendingFlag() { form_.sending = false; }
-
- private:
-  FrmMain& form_;
-};
-
-}  // namespace
-
 DeviceCommands::DeviceCommands(FrmMain& form, EventLoop& loop, Module1& module1,
                                InterfaceControl& interface_control)
     : form_(form), loop_(loop), module1_(module1), interface_(interface_control) {}
 
 Task<void> DeviceCommands::turnon(std::string housecode, int anumber, int& percent) {
-  const SendingFlag sending(form_);
+  const FlagGuard sending(form_.sending);
   const std::string address = housecode + std::to_string(anumber);
   if (percent != 100) {
     form_.Statusbar.panel2 = "Please wait, setting dim level";
@@ -45,7 +29,7 @@ Task<void> DeviceCommands::turnon(std::string housecode, int anumber, int& perce
 }
 
 Task<void> DeviceCommands::turndim(std::string housecode, int anumber, int /*percent*/) {
-  const SendingFlag sending(form_);
+  const FlagGuard sending(form_.sending);
   co_await send(housecode, anumber, kX10Dim, 20);
   report("DIMMED device", housecode + std::to_string(anumber));
 }
@@ -56,7 +40,7 @@ Task<void> DeviceCommands::turnbright(std::string housecode, int anumber, int /*
 }
 
 Task<void> DeviceCommands::turnoff(std::string housecode, int anumber) {
-  const SendingFlag sending(form_);
+  const FlagGuard sending(form_.sending);
   co_await send(housecode, anumber, kX10Off, 20);
   report("Turned OFF device", housecode + std::to_string(anumber));
   co_await module1_.pause(1);

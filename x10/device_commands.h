@@ -30,6 +30,7 @@ class DeviceCommands {
   Task<void> send(std::string housecode, int anumber, int function, double amount);
   void report(const std::string& what, const std::string& address, const std::string& more = {});
 
+  // `sending` keeps the command queue from starting a command while another one is being sent.
   FrmMain& form_;
   EventLoop& loop_;
   Module1& module1_;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "ui/busy_window.h"
 
 namespace homewarden {
 namespace {
@@ -13,31 +14,6 @@ constexpr int kOffLevel = 20;
 std::size_t slot(int Index) {
   return static_cast<std::size_t>(Index);
 }
-
-// The room that the device panel shows.
-std::string selected_room(const TreeView& tree) {
-  const TreeNode* node = tree.selected;
-  if (!node) return "";
-  return node->parent ? node->parent->text : node->text;
-}
-
-// The window takes no input while a command is carried out.
-class BusyWindow {
- public:
-  explicit BusyWindow(FrmMain& form) : form_(form) {
-    form_.enabled = false;
-    form_.mouse_pointer = MousePointer::kHourglass;
-  }
-  BusyWindow(const BusyWindow&) = delete;
-  BusyWindow& operator=(const BusyWindow&) = delete;
-  ~BusyWindow() {
-    form_.mouse_pointer = MousePointer::kNormal;
-    form_.enabled = true;
-  }
-
- private:
-  FrmMain& form_;
-};
 
 }  // namespace
 
@@ -75,7 +51,7 @@ Task<void> DevicePanel::deviceclicked(int Index, int& adim) {
     co_return;
   }
 
-  const std::string room = selected_room(form_.Tree);
+  const std::string room = shown_room(form_.Tree);
   const std::string name = form_.devicename[slot(Index)].caption;
   const auto line = find_line(room, name);
   if (!line) {

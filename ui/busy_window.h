@@ -1,0 +1,25 @@
+#pragma once
+
+#include "ui/frm_main.h"
+
+namespace homewarden {
+
+// The window takes no input, and shows it, while one of these lives.
+class BusyWindow {
+ public:
+  explicit BusyWindow(FrmMain& form) : form_(form) {
+    form_.enabled = false;
+    form_.mouse_pointer = MousePointer::kHourglass;
+  }
+  BusyWindow(const BusyWindow&) = delete;
+  BusyWindow& operator=(const BusyWindow&) = delete;
+  ~BusyWindow() {
+    form_.mouse_pointer = MousePointer::kNormal;
+    form_.enabled = true;
+  }
+
+ private:
+  FrmMain& form_;
+};
+
+}  // namespace homewarden
