@@ -1,5 +1,6 @@
 #include "core/choice_lists.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,6 +14,14 @@ namespace {
 void fill(ComboBox& list, std::vector<std::string> items, const std::string& chosen) {
   list.items = std::move(items);
   list.text = chosen;
+}
+
+void offer(ComboBox& list, std::vector<std::string> items) {
+  if (items == list.items.get()) return;
+  const bool stays = std::find(items.begin(), items.end(), list.text.get()) != items.end();
+  const std::string text = stays ? list.text.get() : "00";
+  list.items = std::move(items);
+  list.text = text;
 }
 
 std::vector<std::string> numbers(int first, int last) {
@@ -52,6 +61,14 @@ void fill_event_lists(FrmMain& form) {
   hours.insert(hours.end(), {"sRise", "sSet"});
   fill(form.lst_hour, std::move(hours), "00");
   fill(form.lst_min, numbers(0, 59), "00");
+}
+
+void fill_minutes(FrmMain& form) {
+  offer(form.lst_min, numbers(0, 59));
+}
+
+void fill_sun_offsets(FrmMain& form) {
+  offer(form.lst_min, {"-3", "-2", "-1", "00", "+1", "+2", "+3"});
 }
 
 void fill_dim_list(FrmMain& form) {

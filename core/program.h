@@ -2,6 +2,13 @@
 
 #include <list>
 
+#include "automation/event_cleanup.h"
+#include "automation/event_editor.h"
+#include "automation/event_file.h"
+#include "automation/event_list.h"
+#include "automation/house_clock.h"
+#include "automation/run_event_now.h"
+#include "automation/scheduler.h"
 #include "base/operations.h"
 #include "core/module1.h"
 #include "core/room_list.h"
@@ -9,6 +16,7 @@
 #include "core/shutdown.h"
 #include "core/startup.h"
 #include "platform/platform.h"
+#include "sun/location.h"
 #include "ui/frm_main.h"
 #include "ui/frm_systray.h"
 #include "ui/frm_wait.h"
@@ -48,6 +56,14 @@ class Program {
   DeviceCommands commands_;
   DevicePanel devices_;
   NavigationTree tree_;
+  EventFile event_file_;
+  EventList events_;
+  EventEditor editor_;
+  EventCleanup cleanup_;
+  RunEventNow run_event_now_;
+  Scheduler scheduler_;
+  Location location_;
+  HouseClock clock_;
   WindowServices window_;
   Tray tray_;
   InterfaceFinder finder_;

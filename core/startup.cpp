@@ -12,7 +12,6 @@
 namespace homewarden {
 namespace {
 
-const char* const kService = "Wardengine";
 constexpr int kStopTries = 3;
 constexpr int kDelaySeconds = 20;
 
@@ -20,8 +19,10 @@ constexpr int kDelaySeconds = 20;
 
 Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop,
                  Module1& module1, Settings& settings, SingleInstance& instance, Desktop& desktop,
-                 RoomList& rooms, NavigationTree& tree, Tray& tray, InterfaceFinder& finder)
-    : form_(form),
+                 RoomList& rooms, NavigationTree& tree, EventFile& event_file, EventList& events,
+                 Location& location, Tray& tray, InterfaceFinder& finder)
+    : steps_(wait, loop, operations),
+      form_(form),
       wait_(wait),
       loop_(loop),
       module1_(module1),
@@ -30,6 +31,9 @@ Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop
       desktop_(desktop),
       rooms_(rooms),
       tree_(tree),
+      event_file_(event_file),
+      events_(events),
+      location_(location),
       tray_(tray),
       finder_(finder) {
   wait.lab_wait.tool_tip = "Click Here To Skip The Delay";
@@ -40,40 +44,47 @@ Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop
 Task<void> Startup::Form_Load() {
   form_.skipdelay = false;
   wait_.visible = true;
-  module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "closeengine", "True");
+  steps_.run([this] {
+    module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "closeengine", "True");
+  });
   form_.ignoreclicks = true;
   form_.formloading = true;
   form_.txt_queue.text = std::string();
   form_.sending = false;
 
-  co_await stop_service();
+  co_await steps_.finish(stop_service());
   const bool second_copy = co_await is_second_copy();
   if (second_copy) {
     loop_.quit();
     co_return;
   }
-  co_await delay();
-  show_web_port();
-  module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "installing", "False");
+  co_await steps_.finish(delay());
+  steps_.run([this] { show_web_port(); });
+  steps_.run([this] {
+    module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "installing", "False");
+  });
   form_.ignoreclicks = true;
   form_.lst_temproom.clear();
 
-  co_await progress("Loading Lists");
-  co_await rooms_.loadlists();
-  co_await progress("Loading Devices");
-  tree_.loadtree();
-  co_await progress("Loading Options");
-  std::fill_n(form_.once_removal.begin(), 11, std::string());
+  co_await steps_.progress("Loading Lists");
+  co_await steps_.finish(rooms_.loadlists());
+  co_await steps_.progress("Loading Devices");
+  steps_.run([this] { tree_.loadtree(); });
+  co_await steps_.progress("Loading Options");
+  std::fill_n(form_.once_removal.begin(), FrmMain::kOnceSlots, std::string());
   show_first_panel();
   fill_device_lists(form_);
-  place_window();
-  form_.com_profile.text = settings_.read("data", "profile", "Standard");
+  steps_.run([this] { place_window(); });
+  steps_.run([this] { form_.com_profile.text = settings_.read("data", "profile", "Standard"); });
   fill_event_columns(form_);
   fill_event_lists(form_);
-  set_options();
+  steps_.run([this] { set_options(); });
+  co_await steps_.progress("Loading Events");
+  co_await steps_.finish(load_events());
 
   wait_.visible = false;
-  form_.Check1.checked = settings_.read("data", "dst", "0") != "0";
+  steps_.run([this] { form_.Check1.checked = settings_.read("data", "dst", "0") != "0"; });
+  steps_.run([this] { location_.dosunset(); });
   form_.startuptimer.set_enabled(true);
   form_.timerdelete.set_enabled(true);
   form_.formloading = false;
@@ -84,19 +95,14 @@ void Startup::SkipWait() {
   form_.skipdelay = true;
 }
 
-Task<void> Startup::progress(std::string_view text) {
-  wait_.Label1.caption = std::string(text);
-  co_await pending_events(loop_);
-}
-
 // Takes the house over from the background service.
 Task<void> Startup::stop_service() {
-  const std::string status = to_lower(module1_.servicestatus("", kService));
+  const std::string status = to_lower(module1_.servicestatus("", kServiceName));
   if (status.empty() || status == "stopped") co_return;
   for (int tries = 0; tries < kStopTries; ++tries) {
-    if (tries > 0 && to_lower(module1_.servicestatus("", kService)) == "stopped") co_return;
-    module1_.servicestop("", kService);
-    if (tries == 0) co_await progress("Stopping Service");
+    if (tries > 0 && to_lower(module1_.servicestatus("", kServiceName)) == "stopped") co_return;
+    module1_.servicestop("", kServiceName);
+    if (tries == 0) co_await steps_.progress("Stopping Service");
     co_await module1_.pause(3);
   }
 }
@@ -112,7 +118,7 @@ Task<void> Startup::delay() {
   wait_.lab_wait.visible = true;
   for (int seconds = kDelaySeconds; seconds >= 0 && !form_.skipdelay; --seconds) {
     const std::string text = "Time Delay " + std::to_string(seconds);
-    co_await progress(text);
+    co_await steps_.progress(text);
     co_await module1_.pause(1);
   }
   wait_.lab_wait.visible = false;
@@ -121,6 +127,11 @@ Task<void> Startup::delay() {
 bool Startup::is_delayed() {
   return module1_.regread(RegistryRoot::kLocalMachine, kDelayKey, "Homewardendelay",
                           "notdelayed") == "delayed";
+}
+
+Task<void> Startup::load_events() {
+  event_file_.recover();
+  co_await events_.loadevents();
 }
 
 void Startup::show_web_port() {

@@ -1,15 +1,17 @@
 #pragma once
 
-#include <string_view>
-
+#include "automation/event_file.h"
+#include "automation/event_list.h"
 #include "base/operations.h"
 #include "base/task.h"
 #include "core/module1.h"
 #include "core/room_list.h"
 #include "core/settings.h"
+#include "core/steps.h"
 #include "platform/desktop.h"
 #include "platform/event_loop.h"
 #include "platform/single_instance.h"
+#include "sun/location.h"
 #include "ui/frm_main.h"
 #include "ui/frm_wait.h"
 #include "ui/navigation_tree.h"
@@ -24,7 +26,8 @@ class Startup {
  public:
   Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop, Module1& module1,
           Settings& settings, SingleInstance& instance, Desktop& desktop, RoomList& rooms,
-          NavigationTree& tree, Tray& tray, InterfaceFinder& finder);
+          NavigationTree& tree, EventFile& event_file, EventList& events, Location& location,
+          Tray& tray, InterfaceFinder& finder);
 
   // Runs once. A copy of the program that finds another one running quits the loop.
   Task<void> Form_Load();
@@ -33,11 +36,11 @@ class Startup {
   void SkipWait();
 
  private:
-  Task<void> progress(std::string_view text);
   Task<void> stop_service();
   Task<bool> is_second_copy();
   Task<void> delay();
   bool is_delayed();
+  Task<void> load_events();
   void show_web_port();
   void show_first_panel();
   void place_window();
@@ -45,6 +48,7 @@ class Startup {
   Task<void> delayed_step();  // startuptimer
   void restore_window_state();
 
+  Steps steps_;
   FrmMain& form_;
   FrmWait& wait_;
   EventLoop& loop_;
@@ -54,6 +58,9 @@ class Startup {
   Desktop& desktop_;
   RoomList& rooms_;
   NavigationTree& tree_;
+  EventFile& event_file_;
+  EventList& events_;
+  Location& location_;
   Tray& tray_;
   InterfaceFinder& finder_;
 };

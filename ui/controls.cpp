@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdint>
 #include <iterator>
+#include <numeric>
+#include <utility>
 
 namespace homewarden {
 namespace {
@@ -90,6 +92,51 @@ void ListBox::add_all(std::vector<std::string> more) {
               std::make_move_iterator(more.end()));
   if (sorted) std::stable_sort(list.begin(), list.end(), sorts_before);
   items = std::move(list);
+}
+
+namespace {
+
+// Where each row goes when they are sorted by the column: first the row that comes first.
+std::vector<std::size_t> sorted_order(const std::vector<ListView::Row>& rows, int column) {
+  std::vector<std::size_t> order(rows.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  const auto cell = [&rows, column](std::size_t row) -> std::string_view {
+    const auto index = static_cast<std::size_t>(column);
+    return index < rows[row].size() ? std::string_view(rows[row][index]) : std::string_view();
+  };
+  std::stable_sort(order.begin(), order.end(), [&cell](std::size_t a, std::size_t b) {
+    return sorts_before(cell(a), cell(b));
+  });
+  return order;
+}
+
+std::vector<ListView::Row> reordered(std::vector<ListView::Row> rows,
+                                     const std::vector<std::size_t>& order) {
+  std::vector<ListView::Row> result;
+  result.reserve(rows.size());
+  for (const std::size_t row : order) result.push_back(std::move(rows[row]));
+  return result;
+}
+
+}  // namespace
+
+void ListView::show(std::vector<Row> new_rows, int column) {
+  const auto order = sorted_order(new_rows, column);
+  selected = -1;
+  sort_key = column;
+  rows = reordered(std::move(new_rows), order);
+}
+
+void ListView::sort_by(int column) {
+  const auto order = sorted_order(rows, column);
+  const auto was_selected = static_cast<std::size_t>(selected.get());
+  const bool has_selection = selected >= 0;
+  selected = -1;
+  sort_key = column;
+  rows = reordered(rows, order);
+  if (!has_selection) return;
+  const auto place = std::find(order.begin(), order.end(), was_selected);
+  selected = place == order.end() ? -1 : static_cast<int>(place - order.begin());
 }
 
 void Timer::set_interval(int milliseconds) {

@@ -142,18 +142,30 @@ struct ListView : Control {
   Signal<int> key_press;     // the character
   Signal<int> mouse_down;    // 1 left button, 2 right button
   Signal<int> column_click;  // position from 1
+
+  // Replaces the rows, sorted by the texts of a column (from 0); none is selected.
+  void show(std::vector<Row> new_rows, int column);
+  // Sorts the rows anew, ascending; the selected row stays selected.
+  void sort_by(int column);
 };
 
 // Fires `tick` every `interval` milliseconds while it is enabled; 0 does not fire. Setting the
 // interval, also to the value it has, or enabling it starts the countdown anew.
 class Timer {
  public:
-  explicit Timer(int interval, bool enabled) : interval_(interval), enabled_(enabled) {}
+  enum class Start {
+    kNow,          // a countdown lasts the interval
+    kWholeMinute,  // an interval of a minute ends where the wall clock's minute ends
+  };
+
+  explicit Timer(int interval, bool enabled, Start start = Start::kNow)
+      : interval_(interval), enabled_(enabled), start_(start) {}
   Timer(const Timer&) = delete;
   Timer& operator=(const Timer&) = delete;
 
   int interval() const { return interval_; }
   bool enabled() const { return enabled_; }
+  Start start() const { return start_; }
   void set_interval(int milliseconds);
   void set_enabled(bool enabled);
 
@@ -163,6 +175,7 @@ class Timer {
  private:
   int interval_;
   bool enabled_;
+  Start start_;
 };
 
 enum class WindowState { kNormal, kMinimized };

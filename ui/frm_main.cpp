@@ -65,7 +65,7 @@ FrmMain::FrmMain() : Window("Homewarden") {
     com_profile.add(profile);
 
   mnuPopup.entries = {&mnu_deletetree};
-  mnuPopup1.entries = {&mnu_deleteevent, &mnu_newevent, &mnu_line1, &mnu_runeventnow};
+  mnuPopup1.entries = {&mnu_delevent, &mnu_newevent, &mnu_line1, &mnu_runeventnow};
   sspp3.entries = {&mnu_about, &mnu_line2, &mnu_exit};
 }
 

@@ -15,7 +15,8 @@ namespace homewarden {
 struct FrmMain : Window {
   FrmMain();
 
-  static constexpr int kSlots = 10;  // devices that the device panel shows
+  static constexpr int kSlots = 10;      // devices that the device panel shows
+  static constexpr int kOnceSlots = 11;  // entries of once_removal in use
 
   TreeView Tree;
   StatusBar Statusbar;
@@ -108,7 +109,7 @@ struct FrmMain : Window {
   Menu mnuPopup{"Menu1"};
   MenuEntry mnu_deletetree{"Delete this item"};
   Menu mnuPopup1{"Menu2"};
-  MenuEntry mnu_deleteevent{"Delete this event"};
+  MenuEntry mnu_delevent{"Delete this event"};
   MenuEntry mnu_newevent{"Add New Event"};
   MenuEntry mnu_line1{"-"};
   MenuEntry mnu_runeventnow{"Run this event now"};
@@ -121,7 +122,7 @@ struct FrmMain : Window {
   Timer timerqueue{2000, true};
   Timer timerdelete{10000, false};
   Timer timetimer{0, true};
-  Timer eventtimer{0, true};
+  Timer eventtimer{0, true, Timer::Start::kWholeMinute};
   Timer flashsave{0, true};
   Timer timerhide{0, true};
 

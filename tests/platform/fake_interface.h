@@ -4,8 +4,10 @@
 #include <map>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "core/time_text.h"
 #include "platform/interface_control.h"
 #include "platform/waiting.h"
 
@@ -42,6 +44,12 @@ class FakeInterface : public InterfaceControl {
     text << "send " << house << unit << ' ' << function << ' ' << amount << ' ' << option1 << ' '
          << option2;
     note(text.str());
+    static const char* const kDays[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
+    const LocalTime now = loop_.local_time();
+    std::ostringstream entry;
+    entry << kDays[now.weekday] << ' ' << hh_mm_ss(now) << ' ' << house << unit << ' ' << function;
+    if (function == kX10Dim) entry << ' ' << amount;
+    line_log.push_back(entry.str());
     co_await Delay(loop_, mains_time);
     co_return 0;
   }
@@ -50,6 +58,10 @@ class FakeInterface : public InterfaceControl {
   std::vector<std::string> take_notes() { return std::exchange(notes_, {}); }
   // Uptime in milliseconds of each note, as far as take_notes was not called.
   const std::vector<long>& times() const { return times_; }
+
+  // What went to the power line and when: "Fri 19:18:00 B12 2", the amount behind a Dim.
+  std::vector<std::string> take_line_log() { return std::exchange(line_log, {}); }
+  std::vector<std::string> line_log;
 
   std::map<int, int> status_of_port;  // 1 where nothing is said
   std::chrono::milliseconds mains_time{0};

@@ -63,6 +63,9 @@ class House {
   // Another interface than the one without a power line; before open().
   void connect(InterfaceControl& other) { connected_ = &other; }
 
+  // Other files than the ones in memory; before open().
+  void use_files(Files& other) { used_files_ = &other; }
+
   void forget_program() { program_.reset(); }
 
   FrmMain& form() { return program_->frm_main; }
@@ -112,11 +115,12 @@ class House {
 
  private:
   Platform platform() {
-    return Platform{loop,    files,   registry, services, instance, *connected_,
-                    dialogs, desktop, sounds,   kFolder,  ""};
+    return Platform{loop,    *used_files_, registry, services, instance, *connected_,
+                    dialogs, desktop,      sounds,   kFolder,  ""};
   }
 
   InterfaceControl* connected_ = &interface_control;
+  Files* used_files_ = &files;
   std::unique_ptr<Program> program_;
 };
 

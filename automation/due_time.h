@@ -1,0 +1,30 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "automation/event_record.h"
+#include "base/date.h"
+
+namespace homewarden {
+
+// The time of day at which an event is due, in minutes since midnight. A sun time plus its offset
+// in hours wraps around midnight. Nothing when `time` is no time, or when there is no sun time to
+// count from.
+std::optional<int> due_minute(std::string_view time, std::optional<Date> sunrise,
+                              std::optional<Date> sunset);
+
+// Whether the time counts from sunrise or sunset.
+bool is_sun_time(std::string_view time);
+
+// The letter of the event list for the day of this minute: "mtwufs" from Monday, "r" on Sunday.
+char weekday_letter(Minute minute);
+
+// The level that an "on" event sets, 0 to 100; nothing when the field is none.
+std::optional<int> event_level(const EventRecord& event);
+
+// What keeps an event that can be read from ever running, in words for a person; "" when nothing
+// does.
+std::string_view why_never_run(const EventRecord& event);
+
+}  // namespace homewarden

@@ -1,0 +1,131 @@
+#include "automation/event_input.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "base/text.h"
+#include "core/devices.h"
+
+namespace homewarden {
+namespace {
+
+constexpr std::string_view kDayLetters = "mtwufsr";
+constexpr int kLowestDim = 10;
+constexpr int kHighestDim = 100;
+constexpr int kFurthestOffset = 3;
+
+std::string without_end_blanks(std::string_view text) {
+  return std::string(text.substr(0, text.find_last_not_of(' ') + 1));
+}
+
+std::optional<int> number_within(std::string_view text, int lowest, int highest) {
+  const auto number = to_integer16(text);
+  if (!number || *number < lowest || *number > highest) return std::nullopt;
+  return number;
+}
+
+// "-3" to "+3", "00".
+std::string offset_text(int hours) {
+  if (hours == 0) return "00";
+  return (hours < 0 ? "-" : "+") + std::to_string(std::abs(hours));
+}
+
+std::string check_device(const EventInput& input, const std::vector<std::string>& devices,
+                         const std::optional<EventRecord>& edited, EventRecord& event) {
+  const bool listed = std::find(devices.begin(), devices.end(), input.device) != devices.end();
+  const bool kept = edited && input.device == edited->device_label();
+  if (!listed && !kept)
+    return input.device.empty() ? "Please choose a device from the list."
+                                : "There is no device \"" + input.device +
+                                      "\". Please choose one from the list of devices.";
+  const LabelParts parts = split_label(input.device);
+  if (!Device{"", "", parts.housecode, parts.unit}.has_address())
+    return "The device \"" + input.device +
+           "\" has no address on the power line. House codes are A to P, units 1 to 16.";
+  event.roomdevice = parts.roomdevice;
+  event.housecode = parts.housecode;
+  event.unit = std::to_string(parts.unit);
+  return "";
+}
+
+std::string check_action(const EventInput& input, EventRecord& event) {
+  event.action = to_lower(input.action);
+  if (event.action == "off") {
+    event.dim = " ";
+    return "";
+  }
+  if (event.action != "on") return "Please choose \"on\" or \"off\".";
+  const auto level = number_within(replace_all(input.dim, "%", ""), kLowestDim, kHighestDim);
+  if (!level) return "Please choose a dim level from 10% to 100%.";
+  event.dim = std::to_string(*level);
+  return "";
+}
+
+std::string check_time(const EventInput& input, EventRecord& event) {
+  const std::string_view sun = sun_name(input.hour);
+  if (!sun.empty()) {
+    const auto offset = number_within(input.minute, -kFurthestOffset, kFurthestOffset);
+    if (!offset)
+      return "With sRise or sSet the minute box holds the offset in hours. Please choose one from "
+             "-3 to +3; 00 is the sun time itself.";
+    event.time = std::string(sun) + ":" + offset_text(*offset);
+    return "";
+  }
+  const auto hour = number_within(input.hour, 0, 23);
+  if (!hour) return "Please choose an hour from 00 to 23, or sRise or sSet.";
+  const bool is_offset = input.minute.find_first_of("+-") != std::string::npos;
+  if (is_offset)
+    return "An offset of \"" + input.minute +
+           "\" hours needs sRise or sSet as the hour. Please choose a minute from 00 to 59.";
+  const auto minute = number_within(input.minute, 0, 59);
+  if (!minute) return "Please choose a minute from 00 to 59.";
+  event.time = two_digits(*hour) + ":" + two_digits(*minute);
+  return "";
+}
+
+std::string check_frequency(const EventInput& input, EventRecord& event) {
+  event.freq = to_lower(input.freq);
+  if (event.freq != "once" && event.freq != "daily") return "Please choose \"once\" or \"daily\".";
+  return "";
+}
+
+std::string day_letters(const std::array<bool, 7>& days) {
+  std::string letters;
+  for (std::size_t day = 0; day < days.size(); ++day)
+    if (days[day]) letters += kDayLetters[day];
+  return letters;
+}
+
+}  // namespace
+
+LabelParts split_label(std::string_view label) {
+  constexpr std::size_t kCodeLength = 3;
+  std::string_view code = label.substr(label.size() - std::min(label.size(), kCodeLength));
+  LabelParts parts;
+  parts.roomdevice = without_end_blanks(label.substr(0, label.size() - code.size()));
+  if (!code.empty() && code.front() == ' ') code.remove_prefix(1);
+  if (code.empty()) return parts;
+  parts.housecode = code.substr(0, 1);
+  parts.unit = to_integer16(code.substr(1)).value_or(0);
+  return parts;
+}
+
+CheckedInput check_input(const EventInput& input, const std::vector<std::string>& devices,
+                         const std::optional<EventRecord>& edited) {
+  EventRecord event;
+  std::string wrong = check_device(input, devices, edited, event);
+  if (wrong.empty()) wrong = check_action(input, event);
+  if (wrong.empty()) wrong = check_time(input, event);
+  if (wrong.empty()) wrong = check_frequency(input, event);
+  if (!wrong.empty()) return wrong;
+  event.days = day_letters(input.days);
+  return event;
+}
+
+std::string_view sun_name(std::string_view hour) {
+  for (const std::string_view name : {"sRise", "sSet"})
+    if (equals_ignoring_case(hour, name)) return name;
+  return "";
+}
+
+}  // namespace homewarden

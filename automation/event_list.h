@@ -1,0 +1,46 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "automation/event_file.h"
+#include "automation/event_record.h"
+#include "base/task.h"
+#include "core/module1.h"
+#include "platform/files.h"
+#include "ui/frm_main.h"
+
+namespace homewarden {
+
+// The event list and the macro list as the window shows them.
+class EventList {
+ public:
+  EventList(FrmMain& form, Module1& module1, Files& files, EventFile& events,
+            const std::filesystem::path& folder);
+
+  // Fills both lists from their files. Missing files are empty lists; what cannot be understood is
+  // left out of the view and told above it. The event that was selected stays selected.
+  Task<void> loadevents();
+
+  // The event in the selected row; nothing when no row is.
+  std::optional<EventRecord> selected() const;
+  // Selects the row of this event; none when it is not in the list.
+  void select(const std::optional<EventRecord>& event);
+
+ private:
+  void load_macros();
+  void show_events(const std::optional<std::string>& content);
+
+  FrmMain& form_;
+  Module1& module1_;
+  Files& files_;
+  EventFile& events_;
+  std::filesystem::path macro_file_;
+};
+
+// A row of `ListView1` and back.
+ListView::Row row_of(const EventRecord& event);
+EventRecord event_in(const ListView::Row& row);
+
+}  // namespace homewarden

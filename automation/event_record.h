@@ -1,0 +1,44 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace homewarden {
+
+// A timed event: one line of the event list. All fields are texts as they stand in the file; what
+// each may hold is written down in docs/data-files.md.
+struct EventRecord {
+  std::string roomdevice;  // "Kitchen Table Lamp"
+  std::string housecode;   // "A"
+  std::string unit;        // "3"; a 16-bit integer
+  std::string dim;         // "40"; one blank for an event that switches off
+  std::string time;        // "07:30", "sRise:-1", "sSet:00"
+  std::string action;      // "on" or "off"
+  std::string freq;        // "once" or "daily"
+  std::string days;        // letters of "mtwufsr"
+
+  // The complete line, by which the event is found in the file again.
+  std::string key() const;
+  // The line without its days: names a once-event that has come due.
+  std::string once_key() const;
+  // "Kitchen Table Lamp A3", as the device lists of the editors name it.
+  std::string device_label() const;
+
+  bool operator==(const EventRecord&) const = default;
+};
+
+// The fields of a line, pointing into it: the last one is everything behind the seventh tilde.
+using EventFields = std::array<std::string_view, 8>;
+
+inline constexpr std::size_t kLongestEventLine = 1024;
+
+// Nothing for a line that is no event: fewer than eight fields, a unit that is no 16-bit integer,
+// control characters, more than kLongestEventLine bytes, a percent sign in the level.
+std::optional<EventFields> split_event(std::string_view line);
+
+EventRecord event_of(const EventFields& fields);
+std::optional<EventRecord> parse_event(std::string_view line);
+
+}  // namespace homewarden

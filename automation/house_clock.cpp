@@ -1,0 +1,50 @@
+#include "automation/house_clock.h"
+
+#include <string>
+#include <utility>
+
+#include "base/text.h"
+#include "core/dates.h"
+#include "core/time_text.h"
+
+namespace homewarden {
+namespace {
+
+using std::chrono::abs;
+using std::chrono::days;
+using std::chrono::floor;
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+// More than a clock that is being adjusted moves within a second.
+constexpr milliseconds kJump{2500};
+
+}  // namespace
+
+HouseClock::HouseClock(FrmMain& form, EventLoop& loop, std::function<void()> new_day)
+    : form_(form), loop_(loop), new_day_(std::move(new_day)) {
+  form.timetimer.tick.connect([this] { tick(); });
+}
+
+void HouseClock::tick() {
+  const LocalTime local = loop_.local_time();
+  form_.Statusbar.panel1 =
+      std::to_string(local.hour) + ":" + two_digits(local.minute) + ":" + two_digits(local.second);
+
+  const Date now = date_of(local);
+  const bool another_date = last_tick_ && floor<days>(*last_tick_) != floor<days>(now);
+  if (another_date || hh_mm(local) == "00:00") new_day_();
+  if (has_jumped(now)) form_.eventtimer.tick();
+}
+
+bool HouseClock::has_jumped(Date now) {
+  const milliseconds uptime = loop_.uptime();
+  const bool first = !last_tick_;
+  const milliseconds shown = first ? milliseconds(0) : now - *last_tick_;
+  const milliseconds passed = uptime - last_uptime_;
+  last_tick_ = now;
+  last_uptime_ = uptime;
+  return !first && abs(shown - passed) > kJump;
+}
+
+}  // namespace homewarden

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <optional>
+
+#include "base/date.h"
+#include "platform/event_loop.h"
+#include "ui/frm_main.h"
+
+namespace homewarden {
+
+// The clock in the status bar. Tells when the sun times of another day are needed, and lets the
+// scheduler run at once when the wall clock has jumped: the machine slept, summer time began or
+// ended, or somebody set the clock.
+class HouseClock {
+ public:
+  // `new_day` is called on every tick of the first minute of a day, and when the date changed in
+  // another way.
+  HouseClock(FrmMain& form, EventLoop& loop, std::function<void()> new_day);
+
+ private:
+  void tick();
+  bool has_jumped(Date now);
+
+  FrmMain& form_;
+  EventLoop& loop_;
+  std::function<void()> new_day_;
+  std::optional<Date> last_tick_;
+  std::chrono::milliseconds last_uptime_{0};
+};
+
+}  // namespace homewarden

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <list>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "automation/checked_minutes.h"
+#include "automation/event_file.h"
+#include "automation/event_record.h"
+#include "base/operations.h"
+#include "base/task.h"
+#include "core/module1.h"
+#include "platform/event_loop.h"
+#include "ui/frm_main.h"
+#include "x10/device_commands.h"
+#include "x10/device_panel.h"
+#include "x10/device_state.h"
+
+namespace homewarden {
+
+// Looks at the start of every minute for events that are due and carries them out.
+//
+// A minute that the clock skipped is made good by the next run, one that it shows twice runs its
+// daily events once. Passes of several minutes that take long go on beside each other.
+class Scheduler {
+ public:
+  Scheduler(FrmMain& form, Operations& operations, EventLoop& loop, Module1& module1,
+            EventFile& events, DeviceCommands& commands, DeviceState& state, DevicePanel& devices);
+
+  Task<void> eventtimer_run();
+
+ private:
+  class FilesInUse;
+  class Turn;
+
+  Task<void> check(std::vector<MinuteCheck> minutes);
+  Task<int> pass(MinuteCheck check);
+  Task<FilesInUse> take_files();
+  Task<int> look_for_events(MinuteCheck check, std::string_view lines);
+  Task<bool> carry_out(EventRecord event, Minute minute, int due);
+  void refresh_panel(const EventRecord& event, int& level);
+  void queue_removal(const EventRecord& event);
+
+  FrmMain& form_;
+  EventLoop& loop_;
+  Module1& module1_;
+  EventFile& events_;
+  DeviceCommands& commands_;
+  DeviceState& state_;
+  DevicePanel& devices_;
+  CheckedMinutes checked_;
+  int passes_ = 0;            // that have the files
+  std::list<Turn*> waiting_;  // passes that wait for the files, the first of them first
+};
+
+}  // namespace homewarden

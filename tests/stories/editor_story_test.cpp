@@ -1,0 +1,331 @@
+// Events written, changed and deleted by a person.
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+#include "tests/stories/event_house.h"
+
+namespace homewarden::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+using ::testing::UnorderedElementsAre;
+
+const char* const kPorch = "Hall Lamp~B~12~ ~sSet:+1~off~once~fs";
+const char* const kMorning = "Kitchen Table Lamp~A~3~40~07:30~on~daily~mtwuf";
+
+// Editing the selected event as a person does.
+void edit(EventHouse& house, const std::string& device) {
+  ASSERT_TRUE(house.select_event(device));
+  house.form().ListView1.double_click();
+}
+
+TEST(EditorStory, SunsetMinusOneHourOnFridays) {
+  EventHouse house;
+  house.loop.set_wall_clock(2023, 6, 21, 14, 5, 0);
+  FrmMain& form = house.open_connected();
+  form.Label5.click();
+  EXPECT_TRUE(form.frm_event.visible);
+  EXPECT_TRUE(form.lab_noevents.visible);
+  form.Command5.click();
+  EXPECT_EQ(form.lst_hour.text.get() + ":" + form.lst_min.text.get(), "14:05");
+  EXPECT_EQ(form.lst_action.text.get() + form.lst_dim.text.get() + form.lst_freq.text.get(),
+            "on100%daily");
+  EXPECT_TRUE(std::all_of(form.days.begin(), form.days.end(),
+                          [](const CheckBox& day) { return day.checked.get(); }));
+
+  form.lst_eventdevice.text = "Hall Lamp B12";
+  form.lst_hour.text = "sSet";
+  form.lst_hour.click();
+  house.loop.run_pending();
+  EXPECT_EQ(house.dialogs.messages.back(),
+            "Please read: You have selected Sunset\r\n\r\nYou may now select an offset time\r\n"
+            "using the Minute selector.\r\n\r\nYou can offset Sunset by 3 hours either\r\n"
+            "before or after actual sunset.");
+  EXPECT_THAT(form.lst_min.items.get(), ElementsAre("-3", "-2", "-1", "00", "+1", "+2", "+3"));
+  EXPECT_EQ(form.lst_min.text.get(), "00");
+  form.lst_min.text = "-1";
+  for (std::size_t day : {0u, 1u, 2u, 3u, 5u, 6u}) form.days[day].checked = false;
+  form.Command6.click();
+  EXPECT_FALSE(form.enabled);
+  EXPECT_EQ(form.mouse_pointer.get(), MousePointer::kHourglass);
+  house.loop.run_pending();
+  EXPECT_EQ(house.status(), "New event saved at 14:05");
+  EXPECT_TRUE(form.enabled);
+  EXPECT_THAT(house.event_lines(), ElementsAre("Hall Lamp~B~12~100~sSet:-1~on~daily~f"));
+  EXPECT_EQ(house.files.contents[House::file("evelst.hwd")].substr(37), "\r\n");
+  ASSERT_THAT(form.ListView1.rows.get(), SizeIs(1));
+  EXPECT_FALSE(form.lab_noevents.visible);
+
+  house.interface_control.take_line_log();
+  house.loop.advance(3 * 24h);
+  EXPECT_THAT(house.interface_control.take_line_log(), ElementsAre("Fri 19:19:00 B12 2"));
+}
+
+TEST(EditorStory, ChoicesFollowEachOther) {
+  EventHouse house;
+  FrmMain& form = house.open_connected();
+  form.lst_action.text = "off";
+  form.lst_action.click();
+  EXPECT_FALSE(form.lst_dim.visible || form.Label29.visible);
+  form.lst_action.text = "on";
+  EXPECT_TRUE(form.lst_dim.visible && form.Label29.visible);
+  form.lst_hour.text = "sRise";
+  form.lst_hour.click();
+  house.loop.run_pending();
+  EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("before or after actual sunrise."));
+  form.lst_hour.text = "07";
+  form.lst_hour.click();
+  EXPECT_THAT(form.lst_min.items.get(), SizeIs(60));
+  EXPECT_EQ(form.lst_min.text.get(), "00");
+  form.lst_hour.text = "sSet";
+  form.lst_min.text = "+2";
+  house.click_node("Events");
+  EXPECT_THAT(form.lst_min.items.get(), SizeIs(60)) << "the present time among sun offsets";
+}
+
+TEST(EditorStory, AnEditedEventMovesToTheEnd) {
+  EventHouse house(std::string(kPorch) + "\r\n" + kMorning + "\r\n");
+  house.loop.set_wall_clock(2023, 6, 21, 14, 5, 0);
+  FrmMain& form = house.open_connected();
+  house.click_node("Events");
+  edit(house, "Hall Lamp");
+  EXPECT_EQ(form.lst_eventdevice.text.get(), "Hall Lamp B12");
+  EXPECT_EQ(form.lst_hour.text.get() + form.lst_min.text.get(), "sSet+1");
+  EXPECT_EQ(form.lst_action.text.get() + form.lst_freq.text.get(), "offonce");
+  for (std::size_t day = 0; day < 7; ++day)
+    EXPECT_EQ(form.days[day].checked.get(), day == 4 || day == 5) << day;
+  EXPECT_FALSE(form.ListView1.enabled || form.Tree.enabled || form.Command5.bold);
+  bool bold = form.Command6.bold;
+  for (int second = 0; second < 3; ++second) {
+    house.loop.advance(1s);
+    EXPECT_NE(form.Command6.bold.get(), bold) << "Save does not flash";
+    bold = form.Command6.bold;
+  }
+
+  house.status_texts.clear();
+  const auto start = house.loop.uptime();
+  form.Command6.click();
+  ASSERT_TRUE(house.loop.advance_until([&form] { return form.enabled.get(); }, 10s));
+  EXPECT_EQ(house.loop.uptime() - start, 2s);
+  EXPECT_THAT(
+      house.status_texts,
+      ElementsAre("Please wait, preparing to edit your event", "Old event deleted, now cleaning up",
+                  "Please wait, saving your new event now", "New event saved at 14:05"));
+  EXPECT_THAT(house.event_lines(), ElementsAre(kMorning, kPorch));
+  EXPECT_TRUE(form.ListView1.enabled && form.Tree.enabled);
+  EXPECT_TRUE(form.Command5.bold && form.Command6.bold);
+  EXPECT_EQ(form.flashsave.interval(), 0);
+  EXPECT_EQ(form.ListView1.rows.get()[static_cast<std::size_t>(form.ListView1.selected)][0],
+            "Hall Lamp");
+
+  edit(house, "Hall Lamp");
+  form.mnu_newevent.click();
+  EXPECT_TRUE(form.ListView1.enabled && form.Tree.enabled);
+  form.lst_eventdevice.text = "Hall Lamp B12";
+  form.Command6.click();
+  house.loop.advance(5s);
+  EXPECT_THAT(house.event_lines(), SizeIs(3)) << "\"New\" still replaced the event";
+}
+
+TEST(EditorStory, RefusesWhatIsNoEventAndKeepsWhatWasTyped) {
+  EventHouse house(std::string(kPorch) + "\r\n");
+  FrmMain& form = house.open_connected();
+  house.dialogs.messages.clear();
+  form.lst_eventdevice.text = std::string();
+  form.Command6.click();
+  house.loop.advance(5s);
+  EXPECT_THAT(house.dialogs.messages,
+              ElementsAre("Please check: Please choose a device from the list."));
+  edit(house, "Hall Lamp");
+  form.lst_min.text = "30";
+  form.Command6.click();
+  house.loop.advance(5s);
+  EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("-3 to +3"));
+  EXPECT_FALSE(form.ListView1.enabled) << "a mistake ended the editing";
+  EXPECT_EQ(form.lst_min.text.get(), "30");
+  EXPECT_THAT(house.event_lines(), ElementsAre(kPorch));
+  EXPECT_TRUE(form.enabled);
+}
+
+TEST(EditorStory, SaveWaitsForAPassThatRuns) {
+  EventHouse house(std::string(kMorning) + "\r\n" + kPorch + "\r\n");
+  house.loop.set_wall_clock(2023, 6, 21, 7, 29, 30);
+  FrmMain& form = house.open_connected();
+  house.interface_control.mains_time = 5s;
+  edit(house, "Hall Lamp");
+  form.lst_action.text = "on";
+  house.run_until(7, 30, 1);
+  ASSERT_TRUE(form.filebusy);
+  form.Command6.click();
+  house.loop.advance(10s);
+  EXPECT_THAT(house.event_lines(), ElementsAre(kMorning, kPorch)) << "changed under the pass";
+  house.run_until(7, 31, 0);
+  EXPECT_THAT(house.event_lines(), ElementsAre(kMorning, "Hall Lamp~B~12~100~sSet:+1~on~once~fs"));
+  EXPECT_TRUE(form.enabled);
+  EXPECT_FALSE(form.filebusy);
+}
+
+// What a kill may leave: the event as it was or as it is saved, once, and every other event once.
+void expect_one_of(const EventHouse& house, const std::vector<std::string>& lines,
+                   const std::string& was, const std::string& becomes, int stop) {
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), kMorning), 1) << "stopped at step " << stop;
+  EXPECT_EQ(
+      std::count(lines.begin(), lines.end(), was) + std::count(lines.begin(), lines.end(), becomes),
+      becomes.empty() ? std::count(lines.begin(), lines.end(), was) : 1)
+      << "stopped at step " << stop;
+  EXPECT_LE(lines.size(), 2u);
+  EXPECT_FALSE(house.files.contents.contains(House::file("temp.txt")))
+      << "a scratch file stayed, stopped at step " << stop;
+}
+
+TEST(EditorStory, AKillBetweenAnyTwoStepsLosesAndDoublesNothing) {
+  const std::string becomes = "Hall Lamp~B~12~55~sSet:+1~on~once~fs";
+  int outcomes[2] = {0, 0};
+  for (int stop = 1; stop <= 6; ++stop) {
+    EventHouse house(std::string(kPorch) + "\r\n" + kMorning + "\r\n");
+    FrmMain& form = house.open_connected();
+    edit(house, "Hall Lamp");
+    form.lst_action.text = "on";
+    form.lst_dim.text = "55%";
+    house.files.stop_at(stop);
+    form.Command6.click();
+    house.loop.advance(10s);
+    house.forget_program();
+    house.files.no_stop();
+    house.open();
+    house.loop.advance(10s);
+    const auto lines = house.event_lines();
+    expect_one_of(house, lines, kPorch, becomes, stop);
+    ++outcomes[std::count(lines.begin(), lines.end(), becomes)];
+    EXPECT_THAT(house.form().ListView1.rows.get(), SizeIs(2));
+  }
+  EXPECT_GE(outcomes[0], 2) << "no stop came early enough";
+  EXPECT_GE(outcomes[1], 2) << "no stop came late enough";
+}
+
+TEST(EditorStory, ADiskThatRefusesIsToldAndNothingIsLost) {
+  EventHouse house(std::string(kMorning) + "\r\n");
+  FrmMain& form = house.open_connected();
+  house.dialogs.messages.clear();
+  form.Command5.click();
+  form.lst_eventdevice.text = "Hall Lamp B12";
+  house.files.stop_at(1);
+  form.Command6.click();
+  house.loop.advance(5s);
+  EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("your event is not saved"));
+  EXPECT_EQ(house.status(), "The event could not be saved");
+  house.select_event("Kitchen Table Lamp");
+  form.mnu_delevent.click();
+  house.loop.advance(5s);
+  EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("the event is still there"));
+  house.files.no_stop();
+  EXPECT_THAT(house.event_lines(), ElementsAre(kMorning));
+  EXPECT_FALSE(form.filebusy);
+}
+
+TEST(EditorStory, AListThatStoppedHalfWayInItsOldWaysComesBack) {
+  EventHouse house;
+  house.files.contents[House::file("temp.txt")] = std::string(kMorning) + "\r\n";
+  house.open_connected();
+  EXPECT_THAT(house.event_lines(), ElementsAre(kMorning));
+  EXPECT_FALSE(house.files.contents.contains(House::file("temp.txt")));
+}
+
+TEST(EventListStory, SortsSelectsAndDeletes) {
+  EventHouse house(
+      "Lamp~A~3~40~12:00~on~daily~m\r\n\r\nBell~A~12~40~06:00~on~daily~\r\n"
+      "big lamp~A~3~40~12:00~on~daily~m\r\nLamp~A~3~40~12:00~on~daily~m\r\n");
+  house.files.contents[House::file("macs.hlk")] =
+      "When~A1~Hall~Lamp~turns~on~Turn~On~B2~Fan\r\n\r\n";
+  FrmMain& form = house.open_connected();
+  const auto cells = [&form](std::size_t column) {
+    std::vector<std::string> texts;
+    for (const auto& row : form.ListView1.rows.get()) texts.push_back(row[column]);
+    return texts;
+  };
+  EXPECT_THAT(form.ListVIew2.items.get(),
+              ElementsAre("When A1 Hall Lamp turns on Turn On B2 Fan", ""));
+  EXPECT_THAT(cells(0), ElementsAre("Bell", "big lamp", "Lamp", "Lamp"));
+  form.ListView1.selected = 1;
+  form.ListView1.column_click(3);
+  EXPECT_THAT(cells(2), ElementsAre("12", "3", "3", "3")) << "texts, not numbers";
+  EXPECT_EQ(form.ListView1.sort_key.get(), 2);
+  EXPECT_EQ(form.ListView1.selected.get(), 1) << "the selection did not go with its row";
+  form.ListView1.column_click(5);
+  EXPECT_THAT(cells(4), ElementsAre("06:00", "12:00", "12:00", "12:00"));
+
+  form.ListView1.key_press('d');
+  house.loop.run_pending();
+  EXPECT_THAT(cells(0), SizeIs(4));
+  ASSERT_TRUE(house.select_event("Lamp"));
+  form.ListView1.key_press(4);
+  house.loop.run_pending();
+  EXPECT_THAT(house.event_lines(), ElementsAre("", "Bell~A~12~40~06:00~on~daily~"))
+      << "both identical lines go, and one whose device ends in the same name at the same address";
+  EXPECT_EQ(form.ListView1.sort_key.get(), 0);
+  form.ListView1.key_press(4);  // nothing is selected
+  house.loop.run_pending();
+  EXPECT_THAT(cells(0), ElementsAre("Bell"));
+  ASSERT_TRUE(house.select_event("Bell"));
+  form.mnu_delevent.click();
+  house.loop.run_pending();
+  EXPECT_TRUE(form.lab_noevents.visible);
+  house.dialogs.messages.clear();
+  form.mnu_delevent.click();
+  form.mnu_runeventnow.click();
+  house.loop.run_pending();
+  EXPECT_THAT(house.dialogs.messages,
+              UnorderedElementsAre("No events: You dont have any events to delete",
+                                   "No events: You dont have any events to run"));
+}
+
+TEST(EventListStory, RunsAnEventNowAndOpensItsMenu) {
+  EventHouse house(std::string(kPorch) + "\r\n" + kMorning + "\r\n");
+  FrmMain& form = house.open_connected();
+  int menus = 0;
+  form.mnuPopup1.popped_up.connect([&menus] { ++menus; });
+  form.ListView1.mouse_down(1);
+  form.ListView1.mouse_down(2);
+  EXPECT_EQ(menus, 1);
+  form.mnu_runeventnow.click();
+  house.loop.advance(3s);
+  EXPECT_THAT(house.interface_control.line_log, IsEmpty()) << "nothing was selected";
+  for (const char* device : {"Hall Lamp", "Kitchen Table Lamp"}) {
+    house.select_event(device);
+    form.mnu_runeventnow.click();
+    house.loop.advance(3s);
+  }
+  EXPECT_EQ(house.interface_control.take_notes(),
+            (std::vector<std::string>{"send B12 3 20 20 50", "send A3 2 0 20 50",
+                                      "send A3 5 100 20 50", "send A3 4 60 20 50"}));
+  EXPECT_EQ(house.machine("KitchenTableLamp"), "(none)");
+  EXPECT_THAT(house.event_lines(), SizeIs(2));
+}
+
+TEST(EventListStory, LoadingAndCleaningWaitForTheFiles) {
+  EventHouse house("Hall Lamp~B~12~ ~07:30~off~once~mtwufsr\r\n");
+  FrmMain& form = house.open_connected();
+  form.once_removal[3] = "Hall Lamp~B~12~ ~07:30~off~once";
+  form.filebusy = true;
+  house.loop.advance(60s);
+  EXPECT_THAT(house.event_lines(), SizeIs(1));
+  form.filebusy = false;
+  house.loop.advance(20s);
+  EXPECT_THAT(house.event_lines(), IsEmpty());
+  EXPECT_EQ(form.once_removal[3], "");
+
+  // swapped away in the same seconds: no empty list comes into being
+  form.once_removal[0] = "Hall Lamp~B~12~ ~07:30~off~once";
+  house.files.contents.erase(House::file("evelst.hwd"));
+  house.loop.advance(20s);
+  EXPECT_THAT(house.event_lines(), ElementsAre("(missing)"));
+  EXPECT_EQ(form.once_removal[0], "");
+}
+
+}  // namespace
+}  // namespace homewarden::testing
