@@ -1,0 +1,172 @@
+// The sun calculator against the position of the sun as J. Meeus gives it (Astronomical Algorithms,
+// chapters 12, 13, 22 and 25: true to 0.01 degrees), the moments found by halving intervals.
+// Nothing of it is shared with the program.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <functional>
+#include <numbers>
+
+#include "sun/sunrise.h"
+
+namespace homewarden::testing {
+namespace {
+
+using std::chrono::local_days;
+using std::chrono::seconds;
+
+constexpr double kRadian = std::numbers::pi / 180;
+constexpr double kHorizon = -0.833;       // altitude of the centre at rise and set
+constexpr double kDeltaT = 69.0 / 86400;  // uniform minus universal time around 2023, days
+
+double turn(double angle) {
+  return angle - 360 * std::floor(angle / 360);
+}
+
+struct Equatorial {
+  double right_ascension;  // degrees
+  double declination;
+};
+
+// Chapter 25, with the longitude of the ascending node for nutation and 20.5" of aberration.
+Equatorial sun_position(double julian_day) {
+  const double t = (julian_day + kDeltaT - 2451545.0) / 36525;
+  const double mean_longitude = 280.46646 + t * (36000.76983 + t * 0.0003032);
+  const double anomaly = (357.52911 + t * (35999.05029 - t * 0.0001537)) * kRadian;
+  const double centre = (1.914602 - t * (0.004817 + t * 0.000014)) * std::sin(anomaly) +
+                        (0.019993 - t * 0.000101) * std::sin(2 * anomaly) +
+                        0.000289 * std::sin(3 * anomaly);
+  const double node = (125.04 - 1934.136 * t) * kRadian;
+  const double longitude = (mean_longitude + centre - 0.00569 - 0.00478 * std::sin(node)) * kRadian;
+  const double obliquity =
+      (23.4392911 - t * (0.0130042 + t * 1.64e-7) + 0.00256 * std::cos(node)) * kRadian;
+  return {std::atan2(std::cos(obliquity) * std::sin(longitude), std::cos(longitude)) / kRadian,
+          std::asin(std::sin(obliquity) * std::sin(longitude)) / kRadian};
+}
+
+// Chapters 12 and 13; the longitude counts to the west. -180 to 180, 0 at noon.
+double local_hour_angle(double julian_day, double longitude) {
+  const double t = (julian_day - 2451545.0) / 36525;
+  const double sidereal =
+      280.46061837 + 360.98564736629 * (julian_day - 2451545.0) + t * t * 0.000387933;
+  const double angle = turn(sidereal - longitude - sun_position(julian_day).right_ascension);
+  return angle > 180 ? angle - 360 : angle;
+}
+
+double altitude(double julian_day, double latitude, double longitude) {
+  const double declination = sun_position(julian_day).declination * kRadian;
+  const double hour_angle = local_hour_angle(julian_day, longitude) * kRadian;
+  const double phi = latitude * kRadian;
+  return std::asin(std::sin(phi) * std::sin(declination) +
+                   std::cos(phi) * std::cos(declination) * std::cos(hour_angle)) /
+         kRadian;
+}
+
+// Where a function that changes its sign between two days is 0, to a fraction of a second.
+double crossing(double below, double above, const std::function<double(double)>& function) {
+  for (int halving = 0; halving < 32; ++halving) {
+    const double middle = (below + above) / 2;
+    (function(middle) < 0 ? below : above) = middle;
+  }
+  return below;
+}
+
+struct Moments {
+  double rise;  // seconds after midnight, universal time, of the day asked for
+  double set;
+};
+
+Moments true_moments(local_days day, double latitude, double longitude) {
+  const double midnight = 2440587.5 + static_cast<double>(day.time_since_epoch().count());
+  const double about_noon = midnight + 0.5 + longitude / 360;
+  const double noon = crossing(about_noon - 0.1, about_noon + 0.1, [longitude](double moment) {
+    return local_hour_angle(moment, longitude);
+  });
+  const auto above_horizon = [=](double moment) {
+    return altitude(moment, latitude, longitude) - kHorizon;
+  };
+  return {(crossing(noon - 0.5, noon, above_horizon) - midnight) * 86400,
+          (crossing(noon + 0.5, noon, above_horizon) - midnight) * 86400};
+}
+
+class Deviation {
+ public:
+  void add(double seconds_off, local_days day) {
+    sum_ += std::abs(seconds_off);
+    ++count_;
+    if (std::abs(seconds_off) > kTwoMinutes) ++beyond_;
+    if (std::abs(seconds_off) <= std::abs(largest_)) return;
+    largest_ = seconds_off;
+    day_ = day;
+  }
+  double largest() const { return std::abs(largest_); }
+  int beyond() const { return beyond_; }
+  void print() const {
+    const std::chrono::year_month_day day(day_);
+    std::printf("%+5.0f s on %02u-%02u, mean %3.0f s", largest_, unsigned(day.month()),
+                unsigned(day.day()), sum_ / count_);
+  }
+
+  static constexpr double kTwoMinutes = 120;
+
+ private:
+  double largest_ = 0;
+  double sum_ = 0;
+  int count_ = 0;
+  int beyond_ = 0;  // days more than two minutes off
+  local_days day_{};
+};
+
+// What the equations reach. Their year is half a day ahead and knows no leap years, which moves the
+// times by what the sun's height changes in up to 18 hours: least in a leap year, most in the one
+// after it, and more the further the place is from the equator.
+double allowed(int year, double latitude) {
+  const double distance = std::abs(latitude);
+  if (distance < 38) return Deviation::kTwoMinutes;
+  if (year % 4 == 0) return distance < 57 ? Deviation::kTwoMinutes : 165;
+  return distance < 50 ? 165 : 255;
+}
+
+class SunriseAgainstMeeus : public ::testing::TestWithParam<int> {};
+
+// Lists in the output how far each city is off.
+TEST_P(SunriseAgainstMeeus, EveryCityOnEveryDay) {
+  const std::chrono::year year(GetParam());
+  const local_days first = local_days(year / 1 / 1);
+  double worst = 0;
+  int cities_within = 0;
+  for (const City& city : city_table()) {
+    Deviation rise;
+    Deviation set;
+    for (local_days day = first; day < first + std::chrono::days(365);
+         day += std::chrono::days(1)) {
+      clsSunrise sun{Date(day)};
+      sun.Latitude(city.latitude);
+      sun.Longitude(city.longitude);
+      sun.CalculateSun(0);
+      const Moments moments = true_moments(day, city.latitude, city.longitude);
+      rise.add(static_cast<double>((sun.sunrise() - day) / seconds(1)) - moments.rise, day);
+      set.add(static_cast<double>((sun.sunset() - day) / seconds(1)) - moments.set, day);
+    }
+    std::printf("%d %-24s %6.2f  rise ", GetParam(), std::string(city.name).c_str(), city.latitude);
+    rise.print();
+    std::printf("  set ");
+    set.print();
+    std::printf("  more than two minutes off: %d\n", rise.beyond() + set.beyond());
+    EXPECT_LE(rise.largest(), allowed(GetParam(), city.latitude)) << city.name;
+    EXPECT_LE(set.largest(), allowed(GetParam(), city.latitude)) << city.name;
+    worst = std::max({worst, rise.largest(), set.largest()});
+    if (rise.beyond() + set.beyond() == 0) ++cities_within;
+  }
+  std::printf("%d: %d of %zu cities always within two minutes, largest of all %.0f s\n", GetParam(),
+              cities_within, kCityCount, worst);
+}
+
+INSTANTIATE_TEST_SUITE_P(LeapYearCycle, SunriseAgainstMeeus, ::testing::Range(2023, 2027));
+
+}  // namespace
+}  // namespace homewarden::testing
