@@ -66,6 +66,9 @@ class House {
   // Other files than the ones in memory; before open().
   void use_files(Files& other) { used_files_ = &other; }
 
+  // A person at a real window; before open().
+  void use_dialogs(Dialogs& other) { used_dialogs_ = &other; }
+
   void forget_program() { program_.reset(); }
 
   FrmMain& form() { return program_->frm_main; }
@@ -115,12 +118,13 @@ class House {
 
  private:
   Platform platform() {
-    return Platform{loop,    *used_files_, registry, services, instance, *connected_,
-                    dialogs, desktop,      sounds,   kFolder,  ""};
+    return Platform{loop,           *used_files_, registry, services, instance, *connected_,
+                    *used_dialogs_, desktop,      sounds,   kFolder,  ""};
   }
 
   InterfaceControl* connected_ = &interface_control;
   Files* used_files_ = &files;
+  Dialogs* used_dialogs_ = &dialogs;
   std::unique_ptr<Program> program_;
 };
 
