@@ -94,6 +94,11 @@ void bind(Button& control, QPushButton* widget) {
   bind_common(control, widget);
   follow(control.caption, widget,
          [widget](const std::string& text) { widget->setText(plain(text)); });
+  // A caption that turns bold and back, as a flashing one does, moves nothing around it.
+  QFont bold_font = widget->font();
+  bold_font.setBold(true);
+  widget->setFont(bold_font);
+  widget->setMinimumWidth(widget->sizeHint().width());
   follow(control.bold, widget, [widget](bool bold) {
     QFont font = widget->font();
     font.setBold(bold);
@@ -194,6 +199,14 @@ void bind(ListView& control, QTreeWidget* widget, const QString& name) {
   QObject::connect(widget->header(), &QHeaderView::sectionClicked, widget,
                    [&control](int column) { control.column_click(column + 1); });
   widget->header()->setSectionsClickable(true);
+  widget->header()->setSortIndicatorShown(true);
+  const auto show_order = [widget](int column) {
+    widget->header()->setSortIndicator(column, Qt::AscendingOrder);
+  };
+  follow(control.sort_key, widget, show_order);
+  // A click turns the arrow around by itself; the rows keep their order.
+  QObject::connect(widget->header(), &QHeaderView::sectionClicked, widget,
+                   [&control, show_order] { show_order(control.sort_key); });
   new ListKeys(control, widget);
 }
 
@@ -210,6 +223,16 @@ QPushButton* make_link(Label& control, QWidget* parent) {
   follow(control.caption, link, [link](const std::string& text) { link->setText(plain(text)); });
   QObject::connect(link, &QPushButton::clicked, link, [&control] { control.click(); });
   return link;
+}
+
+QLabel* make_notice(Label& control, QWidget* parent) {
+  auto* notice = new QLabel(parent);
+  notice->setWordWrap(true);
+  notice->setStyleSheet(
+      "QLabel { background: palette(alternate-base); border: 1px solid palette(highlight);"
+      " border-radius: 6px; padding: 8px 10px; }");
+  bind(control, notice);
+  return notice;
 }
 
 QComboBox* make_combo(ComboBox& control, const QString& name, QWidget* parent) {

@@ -30,6 +30,9 @@ void bind(ListView& control, QTreeWidget* widget, const QString& name);
 // A label that is a link: a flat button that looks like a row one can press.
 QPushButton* make_link(Label& control, QWidget* parent);
 
+// A label that tells what is wrong, in a frame.
+QLabel* make_notice(Label& control, QWidget* parent);
+
 // A combo box that is editable, as all of the program's are, and joined to its control.
 QComboBox* make_combo(ComboBox& control, const QString& name, QWidget* parent);
 QPushButton* make_button(Button& control, QWidget* parent);

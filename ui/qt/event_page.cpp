@@ -48,6 +48,7 @@ QLayout* make_frequency_row(FrmMain& form, QWidget* body) {
   row->addWidget(make_combo(form.lst_freq, tr("Frequency"), body));
   row->addStretch();
   row->addWidget(make_button(form.Command5, body));
+  row->addSpacing(8);
   row->addWidget(make_button(form.Command6, body));
   return row;
 }
@@ -66,6 +67,9 @@ QWidget* make_event_page(FrmMain& form) {
   bind(form.ListView1, list, tr("Events"));
   list->setStyleSheet("QTreeWidget::item { padding: 3px 2px; }");
   list->setMinimumHeight(180);
+  auto* empty = page->add_text({});
+  bind(form.lab_noevents, empty);
+  page->rows()->addWidget(make_notice(form.lab_eventnotice, body));
   page->rows()->addWidget(list, 1);
   return page;
 }

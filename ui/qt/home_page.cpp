@@ -14,16 +14,6 @@ QString tr(const char* text) {
   return QObject::tr(text);
 }
 
-void add_notice(FrmMain& form, Page* page) {
-  auto* notice = new QLabel(page->body());
-  notice->setWordWrap(true);
-  notice->setStyleSheet(
-      "QLabel { background: palette(alternate-base); border: 1px solid palette(highlight);"
-      " border-radius: 6px; padding: 8px 10px; }");
-  bind(form.lab_notice, notice);
-  page->rows()->addWidget(notice);
-}
-
 void add_links(FrmMain& form, Page* page) {
   auto* links = new QVBoxLayout;
   links->setSpacing(2);
@@ -44,14 +34,16 @@ void add_settings(FrmMain& form, Page* page) {
   rows->setHorizontalSpacing(18);
   rows->setVerticalSpacing(10);
   rows->addRow(tr("City:"), make_combo(form.com_city, tr("City"), frame));
-  for (CheckBox* box : {&form.Check1, &form.chk_lww, &form.chk_service, &form.chk_startup}) {
+  const auto add_box = [frame, rows](CheckBox& box) {
     auto* check = new QCheckBox(frame);
-    bind(*box, check);
+    bind(box, check);
     rows->addRow(QString(), check);
-  }
+  };
+  add_box(form.Check1);
   auto* sun_times = new QLabel(frame);
   bind(form.lab_sunset, sun_times);
   rows->addRow(QString(), sun_times);
+  for (CheckBox* box : {&form.chk_lww, &form.chk_service, &form.chk_startup}) add_box(*box);
   page->rows()->addWidget(frame);
 }
 
@@ -59,7 +51,7 @@ void add_settings(FrmMain& form, Page* page) {
 
 QWidget* make_home_page(FrmMain& form) {
   auto* page = new Page(tr("Welcome to Homewarden"));
-  add_notice(form, page);
+  page->rows()->addWidget(make_notice(form.lab_notice, page->body()));
   page->add_text(
       tr("Choose a room on the left to see its devices. Click a device to switch it, and move its "
          "slider to dim it."));

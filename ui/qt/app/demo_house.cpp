@@ -38,6 +38,16 @@ constexpr std::array<DemoDevice, 17> kDevices = {{
     {"Garden", "Porch Light", 'C', 3, "bulb"},
 }};
 
+const char* const kEvents =
+    "Garden Porch Light~C~3~100~sSet:00~on~daily~mtwufsr\r\n"
+    "Garden Porch Light~C~3~ ~23:30~off~daily~mtwufsr\r\n"
+    "Garden Fountain~C~2~100~10:00~on~daily~sr\r\n"
+    "Garden Fountain~C~2~ ~sSet:-1~off~daily~sr\r\n"
+    "Bedroom Bedside Lamp~B~1~40~06:45~on~daily~mtwuf\r\n"
+    "Bedroom Bedside Lamp~B~1~ ~sRise:+1~off~daily~mtwuf\r\n"
+    "Kitchen Coffee Maker~A~8~100~06:50~on~daily~mtwuf\r\n"
+    "Kitchen Coffee Maker~A~8~ ~07:30~off~daily~mtwuf\r\n";
+
 std::string room_list() {
   std::string list;
   std::string room;
@@ -72,6 +82,7 @@ void furnish_demo(const Folders& folders, Files& files, Registry& registry) {
     settings.write("type", device_key(device.room, device.name), device.type);
   registry.write(RegistryRoot::kLocalMachine, kMachineKey, "port",
                  {RegistryType::kString, std::to_string(kDemoPort)});
+  files.write(folders.application / "evelst.hwd", kEvents);
   files.write(list, room_list());
 }
 
