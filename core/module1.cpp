@@ -28,6 +28,10 @@ void Module1::regwrite(RegistryRoot root, const std::string& key, const std::str
   registry_.write(root, key, name, RegistryValue{RegistryType::kString, text});
 }
 
+void Module1::regdelete(RegistryRoot root, const std::string& key, const std::string& name) {
+  registry_.remove(root, key, name);
+}
+
 std::string Module1::servicestatus(const std::string& machine, const std::string& service) {
   switch (services_.query(machine, service)) {
     case ServiceState::kStopped:

@@ -22,6 +22,7 @@ class Module1 {
                       const std::string& default_text = {});
   void regwrite(RegistryRoot root, const std::string& key, const std::string& name,
                 const std::string& text);
+  void regdelete(RegistryRoot root, const std::string& key, const std::string& name);
 
   // "Stopped", "Start Pending", "Stop Pending", "Running", "Coninue Pending", "Pause Pending" or
   // "Paused"; "" when the service is not installed or cannot be asked.

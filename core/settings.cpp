@@ -21,4 +21,8 @@ void Settings::write(const std::string& section, const std::string& key, const s
                   RegistryValue{RegistryType::kString, text});
 }
 
+void Settings::remove(const std::string& section, const std::string& key) {
+  registry_.remove(RegistryRoot::kCurrentUser, section_key(section), key);
+}
+
 }  // namespace homewarden

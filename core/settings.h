@@ -20,6 +20,7 @@ class Settings {
                    const std::string& default_text) const;
   // A value that cannot be written is lost silently; the program goes on with what it has.
   void write(const std::string& section, const std::string& key, const std::string& text);
+  void remove(const std::string& section, const std::string& key);
 
  private:
   Registry& registry_;

@@ -36,6 +36,9 @@ class Registry {
   // False when it could not be written; the value is then what it was before.
   virtual bool write(RegistryRoot root, const std::string& key, const std::string& name,
                      const RegistryValue& value) = 0;
+
+  // True also when there was no such value. False when it could not be removed.
+  virtual bool remove(RegistryRoot root, const std::string& key, const std::string& name) = 0;
 };
 
 }  // namespace homewarden

@@ -117,6 +117,14 @@ bool Database::write(const std::string& key, const std::string& name, const Regi
   return sqlite3_step(upsert_) == SQLITE_DONE;
 }
 
+bool Database::remove(const std::string& key, const std::string& name) {
+  if (!open()) return false;
+  const Use use(delete_);
+  bind_text(delete_, 1, key);
+  bind_text(delete_, 2, name);
+  return sqlite3_step(delete_) == SQLITE_DONE;
+}
+
 bool Database::open() {
   if (upsert_) return true;
   std::error_code ignored;
@@ -161,18 +169,22 @@ int Database::check_pages() {
 }
 
 int Database::prepare() {
-  const int result =
-      sqlite3_prepare_v3(database_, "SELECT type, data FROM value WHERE key=? AND name=?", -1,
-                         SQLITE_PREPARE_PERSISTENT, &select_, nullptr);
+  const auto make = [this](const char* text, sqlite3_stmt** statement) {
+    return sqlite3_prepare_v3(database_, text, -1, SQLITE_PREPARE_PERSISTENT, statement, nullptr);
+  };
+  int result = make("SELECT type, data FROM value WHERE key=? AND name=?", &select_);
+  if (result == SQLITE_OK) result = make("DELETE FROM value WHERE key=? AND name=?", &delete_);
   if (result != SQLITE_OK) return result;
-  return sqlite3_prepare_v3(database_,
-                            "INSERT INTO value VALUES (?, ?, ?, ?) ON CONFLICT (key, name) "
-                            "DO UPDATE SET type=excluded.type, data=excluded.data",
-                            -1, SQLITE_PREPARE_PERSISTENT, &upsert_, nullptr);
+  // The last one: where it is there, the file is open.
+  return make(
+      "INSERT INTO value VALUES (?, ?, ?, ?) ON CONFLICT (key, name) "
+      "DO UPDATE SET type=excluded.type, data=excluded.data",
+      &upsert_);
 }
 
 void Database::close() {
   sqlite3_finalize(std::exchange(select_, nullptr));
+  sqlite3_finalize(std::exchange(delete_, nullptr));
   sqlite3_finalize(std::exchange(upsert_, nullptr));
   sqlite3_close(std::exchange(database_, nullptr));
 }

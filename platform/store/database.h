@@ -22,6 +22,7 @@ class Database {
 
   std::optional<RegistryValue> read(const std::string& key, const std::string& name);
   bool write(const std::string& key, const std::string& name, const RegistryValue& value);
+  bool remove(const std::string& key, const std::string& name);
 
  private:
   bool open();
@@ -35,6 +36,7 @@ class Database {
   std::filesystem::path file_;
   sqlite3* database_ = nullptr;
   sqlite3_stmt* select_ = nullptr;
+  sqlite3_stmt* delete_ = nullptr;
   sqlite3_stmt* upsert_ = nullptr;
 };
 

@@ -25,6 +25,10 @@ class SqliteRegistry : public Registry {
     return database(root).write(key, name, value);
   }
 
+  bool remove(RegistryRoot root, const std::string& key, const std::string& name) override {
+    return database(root).remove(key, name);
+  }
+
  private:
   Database& database(RegistryRoot root) {
     return root == RegistryRoot::kLocalMachine ? machine_ : user_;

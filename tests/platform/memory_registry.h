@@ -25,6 +25,11 @@ class MemoryRegistry : public Registry {
     return true;
   }
 
+  bool remove(RegistryRoot root, const std::string& key, const std::string& name) override {
+    values_.erase({root, found_as(key), found_as(name)});
+    return true;
+  }
+
  private:
   // Only ASCII letters lose their case, as in a real registry of this program.
   static std::string found_as(std::string text) {

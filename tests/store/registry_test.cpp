@@ -70,6 +70,18 @@ TYPED_TEST(RegistryContract, FindsNamesWithoutRegardToCaseAndTheLastWriteWins) {
       << "only ASCII letters lose their case";
 }
 
+TYPED_TEST(RegistryContract, RemovesOneValue) {
+  Registry& registry = this->kind.registry;
+  EXPECT_TRUE(registry.remove(kMachine, kKey, "port")) << "there was none";
+  registry.write(kMachine, kKey, "port", text("2"));
+  registry.write(kMachine, kKey, "ports", text("3"));
+  registry.write(kUser, kKey, "port", text("4"));
+  EXPECT_TRUE(registry.remove(kMachine, kKey, "PORT"));
+  EXPECT_FALSE(registry.read(kMachine, kKey, "port"));
+  EXPECT_TRUE(registry.read(kMachine, kKey, "ports"));
+  EXPECT_TRUE(registry.read(kUser, kKey, "port"));
+}
+
 TEST(SqliteRegistry, OutlivesItsObjectAndIsSeenByAnother) {
   ScratchFolder folder;
   SqliteRegistry other(folder.path(), folder.path());
