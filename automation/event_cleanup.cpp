@@ -17,7 +17,7 @@ constexpr int kRightButton = 2;
 }  // namespace
 
 EventCleanup::EventCleanup(FrmMain& form, Operations& operations, EventLoop& loop, Module1& module1,
-                           Dialogs& dialogs, EventFile& events, EventList& list)
+                           Dialogs& dialogs, ListFile& events, EventList& list)
     : form_(form), loop_(loop), module1_(module1), dialogs_(dialogs), events_(events), list_(list) {
   const auto delete_event = [this, &operations](int key) { operations.start(deleteevent(key)); };
   form.ListView1.key_press.connect(delete_event);
@@ -48,7 +48,7 @@ Task<void> EventCleanup::remove_once_event(std::string& slot) {
     form_.Statusbar.panel2 = "Found an old event to delete, deleting now";
     co_await pending_events(loop_);
     events_.remove_scratch();
-    if (!events_.write_scratch(slot)) co_return;
+    if (!events_.write_scratch(lines_containing(slot))) co_return;
     form_.Statusbar.panel2 = "Old event deleted at " + hh_mm(loop_.local_time());
     co_await pending_events(loop_);
     co_await module1_.pause(1);
@@ -72,7 +72,8 @@ Task<void> EventCleanup::deleteevent(int KeyAscii) {
   bool deleted = false;
   {
     const FileLock lock = co_await lock_files(form_, module1_);
-    deleted = events_.write_scratch(event->key()) && events_.use_scratch();
+    const std::string key = event->key();
+    deleted = events_.write_scratch(lines_containing(key)) && events_.use_scratch();
   }
   if (deleted) {
     co_await list_.loadevents();

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "automation/event_file.h"
 #include "automation/event_list.h"
 #include "base/operations.h"
 #include "base/task.h"
+#include "core/list_file.h"
 #include "core/module1.h"
 #include "platform/dialogs.h"
 #include "platform/event_loop.h"
@@ -16,7 +16,7 @@ namespace homewarden {
 class EventCleanup {
  public:
   EventCleanup(FrmMain& form, Operations& operations, EventLoop& loop, Module1& module1,
-               Dialogs& dialogs, EventFile& events, EventList& list);
+               Dialogs& dialogs, ListFile& events, EventList& list);
 
   // Removes the once-events whose keys wait in `once_removal`. What cannot be removed now keeps its
   // slot for the next run.
@@ -32,7 +32,7 @@ class EventCleanup {
   EventLoop& loop_;
   Module1& module1_;
   Dialogs& dialogs_;
-  EventFile& events_;
+  ListFile& events_;
   EventList& list_;
   bool cleaning_ = false;
 };

@@ -28,7 +28,7 @@ std::string sun_message(const std::string& name, const std::string& lower_case_n
 }  // namespace
 
 EventEditor::EventEditor(FrmMain& form, Operations& operations, EventLoop& loop, Module1& module1,
-                         Dialogs& dialogs, EventFile& events, EventList& list)
+                         Dialogs& dialogs, ListFile& events, EventList& list)
     : form_(form), loop_(loop), module1_(module1), dialogs_(dialogs), events_(events), list_(list) {
   form.Command5.click.connect([this] { new_event(); });
   form.mnu_newevent.click.connect([this] { form_.Command5.click(); });
@@ -124,7 +124,8 @@ Task<bool> EventEditor::replace_edited(const EventRecord& event) {
     const FileLock lock = co_await lock_files(form_, module1_);
     co_await progress("Please wait, preparing to edit your event");
     events_.remove_scratch();
-    if (!events_.write_scratch(edited_->key(), event.key())) co_return false;
+    const std::string old_key = edited_->key();
+    if (!events_.write_scratch(lines_containing(old_key), event.key())) co_return false;
     co_await progress("Old event deleted, now cleaning up");
     co_await module1_.pause(1);
     if (!events_.use_scratch()) co_return false;
@@ -138,7 +139,7 @@ Task<bool> EventEditor::replace_edited(const EventRecord& event) {
 Task<bool> EventEditor::add(const EventRecord& event) {
   const FileLock lock = co_await lock_files(form_, module1_);
   co_await progress("Please wait, saving your new event now");
-  co_return events_.write_scratch({}, event.key()) && events_.use_scratch();
+  co_return events_.add(event.key());
 }
 
 Task<void> EventEditor::progress(const char* text) {

@@ -3,11 +3,11 @@
 #include <optional>
 #include <string>
 
-#include "automation/event_file.h"
 #include "automation/event_input.h"
 #include "automation/event_list.h"
 #include "base/operations.h"
 #include "base/task.h"
+#include "core/list_file.h"
 #include "core/module1.h"
 #include "platform/dialogs.h"
 #include "platform/event_loop.h"
@@ -20,7 +20,7 @@ namespace homewarden {
 class EventEditor {
  public:
   EventEditor(FrmMain& form, Operations& operations, EventLoop& loop, Module1& module1,
-              Dialogs& dialogs, EventFile& events, EventList& list);
+              Dialogs& dialogs, ListFile& events, EventList& list);
 
   // "New": an event that switches on daily at the present time. The device stays.
   void new_event();
@@ -47,7 +47,7 @@ class EventEditor {
   EventLoop& loop_;
   Module1& module1_;
   Dialogs& dialogs_;
-  EventFile& events_;
+  ListFile& events_;
   EventList& list_;
   std::optional<EventRecord> edited_;
 };

@@ -62,7 +62,7 @@ EventRecord event_in(const ListView::Row& row) {
   return {row[0], row[1], row[2], replace_all(row[3], "%", ""), row[4], row[5], row[6], row[7]};
 }
 
-EventList::EventList(FrmMain& form, Module1& module1, Files& files, EventFile& events,
+EventList::EventList(FrmMain& form, Module1& module1, Files& files, ListFile& events,
                      const std::filesystem::path& folder)
     : form_(form),
       module1_(module1),

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "automation/event_file.h"
 #include "automation/event_record.h"
 #include "base/task.h"
+#include "core/list_file.h"
 #include "core/module1.h"
 #include "platform/files.h"
 #include "ui/frm_main.h"
@@ -16,7 +16,7 @@ namespace homewarden {
 // The event list and the macro list as the window shows them.
 class EventList {
  public:
-  EventList(FrmMain& form, Module1& module1, Files& files, EventFile& events,
+  EventList(FrmMain& form, Module1& module1, Files& files, ListFile& events,
             const std::filesystem::path& folder);
 
   // Fills both lists from their files. Missing files are empty lists; what cannot be understood is
@@ -35,7 +35,7 @@ class EventList {
   FrmMain& form_;
   Module1& module1_;
   Files& files_;
-  EventFile& events_;
+  ListFile& events_;
   std::filesystem::path macro_file_;
 };
 

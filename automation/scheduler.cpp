@@ -58,7 +58,7 @@ class Scheduler::Turn {
 };
 
 Scheduler::Scheduler(FrmMain& form, Operations& operations, EventLoop& loop, Module1& module1,
-                     EventFile& events, DeviceCommands& commands, DeviceState& state,
+                     ListFile& events, DeviceCommands& commands, DeviceState& state,
                      DevicePanel& devices)
     : form_(form),
       loop_(loop),

@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "automation/checked_minutes.h"
-#include "automation/event_file.h"
 #include "automation/event_record.h"
 #include "base/operations.h"
 #include "base/task.h"
+#include "core/list_file.h"
 #include "core/module1.h"
 #include "platform/event_loop.h"
 #include "ui/frm_main.h"
@@ -26,7 +26,7 @@ namespace homewarden {
 class Scheduler {
  public:
   Scheduler(FrmMain& form, Operations& operations, EventLoop& loop, Module1& module1,
-            EventFile& events, DeviceCommands& commands, DeviceState& state, DevicePanel& devices);
+            ListFile& events, DeviceCommands& commands, DeviceState& state, DevicePanel& devices);
 
   Task<void> eventtimer_run();
 
@@ -45,7 +45,7 @@ class Scheduler {
   FrmMain& form_;
   EventLoop& loop_;
   Module1& module1_;
-  EventFile& events_;
+  ListFile& events_;
   DeviceCommands& commands_;
   DeviceState& state_;
   DevicePanel& devices_;

@@ -70,10 +70,11 @@ class BenchHouse {
   Settings settings{registry};
   Module1 module1{loop, registry, services, ""};
   DeviceState device_state{module1};
-  RoomList rooms{form, module1, settings, files, folder};
+  ListFile room_file{files, folder / "rmlst.hwd", folder / "tc.tmp"};
+  RoomList rooms{form, module1, settings, room_file};
   DeviceCommands commands{form, loop, module1, interface_control};
   DevicePanel devices{form, operations, rooms, device_state, commands, dialogs, sounds, folder};
-  EventFile event_file{files, folder};
+  ListFile event_file{files, folder / "evelst.hwd", folder / "temp.txt"};
   EventList events{form, module1, files, event_file, folder};
   Scheduler scheduler{form, operations, loop, module1, event_file, commands, device_state, devices};
 };

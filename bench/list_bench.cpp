@@ -48,7 +48,7 @@ void loadevents_and_paint(benchmark::State& state) {
   fill_event_columns(form);
   Operations operations([](std::exception_ptr error) { std::rethrow_exception(error); });
   Module1 module1(loop, registry, services, "");
-  EventFile event_file(files, folder);
+  ListFile event_file(files, folder / "evelst.hwd", folder / "temp.txt");
   EventList list(form, module1, files, event_file, folder);
   form.Tree.add(nullptr, "Events", "Events");
   form.frm_event.visible = true;

@@ -45,7 +45,8 @@ void loadlists_and_loadtree(benchmark::State& state) {
   Settings settings(registry);
   Module1 module1(loop, registry, services, "");
   DeviceState device_state(module1);
-  RoomList rooms(form, module1, settings, files, "/house");
+  ListFile room_file(files, "/house/rmlst.hwd", "/house/tc.tmp");
+  RoomList rooms(form, module1, settings, room_file);
   DeviceCommands commands(form, loop, module1, interface_control);
   DevicePanel devices(form, operations, rooms, device_state, commands, dialogs, sounds, "/house");
   NavigationTree tree(form, operations, loop, rooms, device_state, devices);

@@ -1,4 +1,6 @@
-#include "automation/event_file.h"
+#include "core/list_file.h"
+
+#include <utility>
 
 #include "base/lines.h"
 #include "base/text.h"
@@ -12,49 +14,55 @@ constexpr std::string_view kLineEnd = "\r\n";
 
 }  // namespace
 
-EventFile::EventFile(Files& files, const std::filesystem::path& folder)
-    : files_(files), file_(folder / "evelst.hwd"), scratch_(folder / "temp.txt") {}
+ListFile::ListFile(Files& files, std::filesystem::path file, std::filesystem::path scratch)
+    : files_(files), file_(std::move(file)), scratch_(std::move(scratch)) {}
 
-bool EventFile::exists() {
+bool ListFile::exists() {
   return files_.exists(file_);
 }
 
-std::optional<std::string> EventFile::content() {
+std::optional<std::string> ListFile::content() {
   auto content = files_.read(file_);
   if (content && content->starts_with(kByteOrderMark)) content->erase(0, kByteOrderMark.size());
   return content;
 }
 
-bool EventFile::write_scratch(std::string_view left_out, std::string_view added) {
+bool ListFile::write_scratch(const Choice& left_out, std::string_view added) {
   std::string kept;
   if (exists()) {
-    const auto old = files_.read(file_);
+    const auto old = content();
     if (!old) return false;
     kept.reserve(old->size() + added.size() + kLineEnd.size());
     LineReader reader(*old);
-    while (const auto line = reader.next()) {
-      if (!left_out.empty() && contains_ignoring_case(*line, left_out)) continue;
-      kept.append(*line).append(kLineEnd);
-    }
+    while (const auto line = reader.next())
+      if (!left_out(*line)) kept.append(*line).append(kLineEnd);
   }
   if (!added.empty()) kept.append(added).append(kLineEnd);
   return files_.write(scratch_, kept);
 }
 
-bool EventFile::use_scratch() {
+bool ListFile::use_scratch() {
   return files_.rename(scratch_, file_);
 }
 
-void EventFile::remove_scratch() {
+bool ListFile::add(std::string_view line) {
+  return write_scratch(lines_containing({}), line) && use_scratch();
+}
+
+void ListFile::remove_scratch() {
   if (files_.exists(scratch_)) files_.remove(scratch_);
 }
 
-void EventFile::recover() {
+void ListFile::recover() {
   if (!files_.exists(scratch_)) return;
   if (exists())
     files_.remove(scratch_);
   else
     use_scratch();
+}
+
+ListFile::Choice lines_containing(std::string_view key) {
+  return [key](std::string_view line) { return !key.empty() && contains_ignoring_case(line, key); };
 }
 
 }  // namespace homewarden

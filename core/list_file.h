@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,36 +10,49 @@
 
 namespace homewarden {
 
-// The event list `evelst.hwd`. Whoever calls a member that reads or changes it holds `filebusy`.
+// A data file of lines: rooms and devices, events, macros. Whoever calls a member that reads or
+// changes it holds `filebusy`.
 //
-// A change writes the whole new list into the scratch file `temp.txt` and puts that in the place of
+// A change writes the whole new list into a scratch file beside it and puts that in the place of
 // the list, so a stop at any moment leaves the old list or the new one.
-class EventFile {
+class ListFile {
  public:
-  EventFile(Files& files, const std::filesystem::path& folder);
+  using Choice = std::function<bool(std::string_view line)>;
+
+  ListFile(Files& files, std::filesystem::path file, std::filesystem::path scratch);
 
   bool exists();
 
   // All lines, without a byte-order mark. Nothing when the file is missing or cannot be read.
   std::optional<std::string> content();
 
-  // Writes into the scratch file the lines that do not contain the key, whatever their letter case,
-  // and `added` behind them unless it is "". An empty key leaves out nothing. False, with the list
-  // as it was, when the list cannot be read or the scratch file cannot be written.
-  bool write_scratch(std::string_view left_out, std::string_view added = {});
+  // Writes into the scratch file the lines that are not chosen, and `added` behind them unless it
+  // is "". False, with the list as it was, when the list cannot be read or the scratch file cannot
+  // be written.
+  bool write_scratch(const Choice& left_out, std::string_view added = {});
 
   // Puts the scratch file in the place of the list.
   bool use_scratch();
+
+  // Adds one line, which holds no line end, behind the others.
+  bool add(std::string_view line);
 
   void remove_scratch();
 
   // Puts back what a stop in the middle of a change left as the only copy of the list.
   void recover();
 
+  const std::filesystem::path& path() const { return file_; }
+  const std::filesystem::path& scratch() const { return scratch_; }
+
  private:
   Files& files_;
   std::filesystem::path file_;
   std::filesystem::path scratch_;
 };
+
+// Chooses the lines that contain the key, whatever their letter case; none for an empty key. The
+// key is kept by whoever calls.
+ListFile::Choice lines_containing(std::string_view key);
 
 }  // namespace homewarden

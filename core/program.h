@@ -4,12 +4,12 @@
 
 #include "automation/event_cleanup.h"
 #include "automation/event_editor.h"
-#include "automation/event_file.h"
 #include "automation/event_list.h"
 #include "automation/house_clock.h"
 #include "automation/run_event_now.h"
 #include "automation/scheduler.h"
 #include "base/operations.h"
+#include "core/list_file.h"
 #include "core/module1.h"
 #include "core/room_list.h"
 #include "core/settings.h"
@@ -52,11 +52,12 @@ class Program {
   Settings settings_;
   Module1 module1_;
   DeviceState device_state_;
+  ListFile room_file_;
   RoomList rooms_;
   DeviceCommands commands_;
   DevicePanel devices_;
   NavigationTree tree_;
-  EventFile event_file_;
+  ListFile event_file_;
   EventList events_;
   EventEditor editor_;
   EventCleanup cleanup_;

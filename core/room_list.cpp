@@ -9,29 +9,25 @@
 
 namespace homewarden {
 
-RoomList::RoomList(FrmMain& form, Module1& module1, Settings& settings, Files& files,
-                   const std::filesystem::path& folder)
-    : form_(form),
-      module1_(module1),
-      settings_(settings),
-      files_(files),
-      file_(folder / "rmlst.hwd") {}
+RoomList::RoomList(FrmMain& form, Module1& module1, Settings& settings, ListFile& list)
+    : form_(form), module1_(module1), settings_(settings), list_(list) {}
 
 Task<void> RoomList::loadlists() {
   form_.lst_rooms.clear();
   form_.lab_notice.visible = false;
-  if (!files_.exists(file_)) co_return;
+  if (!list_.exists()) co_return;
   const FileLock lock = co_await lock_files(form_, module1_);
+  form_.lst_rooms.clear();  // another call may have filled it meanwhile
   read_file();
 }
 
 void RoomList::read_file() {
-  const auto content = files_.read(file_);
+  const auto content = list_.content();
   if (!content) {
     form_.lab_notice.caption =
         "The room and device list rmlst.hwd cannot be read, so no rooms are shown. Please check "
         "the file and its permissions in " +
-        file_.parent_path().string() + ".";
+        list_.path().parent_path().string() + ".";
     form_.lab_notice.visible = true;
     return;
   }

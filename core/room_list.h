@@ -1,12 +1,11 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
 
 #include "base/task.h"
+#include "core/list_file.h"
 #include "core/module1.h"
 #include "core/settings.h"
-#include "platform/files.h"
 #include "ui/frm_main.h"
 
 namespace homewarden {
@@ -14,8 +13,7 @@ namespace homewarden {
 // The house as `rmlst.hwd` describes it, and the panels that show it.
 class RoomList {
  public:
-  RoomList(FrmMain& form, Module1& module1, Settings& settings, Files& files,
-           const std::filesystem::path& folder);
+  RoomList(FrmMain& form, Module1& module1, Settings& settings, ListFile& list);
 
   // Fills `lst_rooms` with every line of the file, sorted. A missing file is an empty list. A file
   // that cannot be read is an empty list, and what is wrong stands on the home page, as do lines
@@ -35,8 +33,7 @@ class RoomList {
   FrmMain& form_;
   Module1& module1_;
   Settings& settings_;
-  Files& files_;
-  std::filesystem::path file_;
+  ListFile& list_;
 };
 
 }  // namespace homewarden

@@ -19,7 +19,7 @@ constexpr int kDelaySeconds = 20;
 
 Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop,
                  Module1& module1, Settings& settings, SingleInstance& instance, Desktop& desktop,
-                 RoomList& rooms, NavigationTree& tree, EventFile& event_file, EventList& events,
+                 RoomList& rooms, NavigationTree& tree, ListFile& event_file, EventList& events,
                  Location& location, Tray& tray, InterfaceFinder& finder)
     : steps_(wait, loop, operations),
       form_(form),

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "automation/event_file.h"
 #include "automation/event_list.h"
 #include "base/operations.h"
 #include "base/task.h"
+#include "core/list_file.h"
 #include "core/module1.h"
 #include "core/room_list.h"
 #include "core/settings.h"
@@ -26,7 +26,7 @@ class Startup {
  public:
   Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop, Module1& module1,
           Settings& settings, SingleInstance& instance, Desktop& desktop, RoomList& rooms,
-          NavigationTree& tree, EventFile& event_file, EventList& events, Location& location,
+          NavigationTree& tree, ListFile& event_file, EventList& events, Location& location,
           Tray& tray, InterfaceFinder& finder);
 
   // Runs once. A copy of the program that finds another one running quits the loop.
@@ -58,7 +58,7 @@ class Startup {
   Desktop& desktop_;
   RoomList& rooms_;
   NavigationTree& tree_;
-  EventFile& event_file_;
+  ListFile& event_file_;
   EventList& events_;
   Location& location_;
   Tray& tray_;
