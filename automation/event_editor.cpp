@@ -10,6 +10,7 @@
 #include "core/time_text.h"
 #include "platform/waiting.h"
 #include "ui/busy_window.h"
+#include "ui/panels.h"
 
 namespace homewarden {
 namespace {
@@ -46,9 +47,7 @@ void EventEditor::new_event() {
   form_.lst_freq.text = "daily";
   for (CheckBox& day : form_.days) day.checked = true;
   end_editing();
-  const LocalTime now = loop_.local_time();
-  form_.lst_hour.text = two_digits(now.hour);
-  form_.lst_min.text = two_digits(now.minute);
+  preset_time(form_, loop_.local_time());
 }
 
 void EventEditor::edit_selected() {

@@ -1,9 +1,7 @@
 #include "automation/house_clock.h"
 
-#include <string>
 #include <utility>
 
-#include "base/text.h"
 #include "core/dates.h"
 #include "core/time_text.h"
 
@@ -28,8 +26,7 @@ HouseClock::HouseClock(FrmMain& form, EventLoop& loop, std::function<void()> new
 
 void HouseClock::tick() {
   const LocalTime local = loop_.local_time();
-  form_.Statusbar.panel1 =
-      std::to_string(local.hour) + ":" + two_digits(local.minute) + ":" + two_digits(local.second);
+  form_.Statusbar.panel1 = h_mm_ss(local);
 
   const Date now = date_of(local);
   const bool another_date = last_tick_ && floor<days>(*last_tick_) != floor<days>(now);

@@ -15,6 +15,17 @@ bool is_digit(char c) {
   return c >= '0' && c <= '9';
 }
 
+// The other way around; letters that to_lower does not change have no other case.
+char to_upper(char letter) {
+  const auto code = static_cast<unsigned char>(letter);
+  for (const unsigned distance : {0x20U, 0x10U}) {
+    if (code < distance) continue;
+    const char candidate = static_cast<char>(code - distance);
+    if (candidate != letter && to_lower(candidate) == letter) return candidate;
+  }
+  return code == 0xFF ? static_cast<char>(0x9F) : letter;
+}
+
 bool same_letter(char a, char b) {
   return to_lower(a) == to_lower(b);
 }
@@ -38,9 +49,18 @@ std::string to_lower(std::string_view text) {
 }
 
 std::size_t find_ignoring_case(std::string_view text, std::string_view part) {
-  const auto found = std::search(text.begin(), text.end(), part.begin(), part.end(), same_letter);
-  if (found == text.end() && !part.empty()) return std::string_view::npos;
-  return static_cast<std::size_t>(found - text.begin());
+  if (part.empty()) return 0;
+  // Every line of every list is searched: find the first letter quickly, whose other case is at
+  // most one other byte.
+  const char lower = to_lower(part.front());
+  const char upper = to_upper(part.front());
+  for (std::size_t at = 0; at + part.size() <= text.size(); ++at) {
+    if (text[at] != lower && text[at] != upper) continue;
+    if (std::equal(part.begin() + 1, part.end(), text.begin() + static_cast<long>(at) + 1,
+                   same_letter))
+      return at;
+  }
+  return std::string_view::npos;
 }
 
 bool contains_ignoring_case(std::string_view text, std::string_view part) {

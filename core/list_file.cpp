@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/lines.h"
+#include "base/replace_file.h"
 #include "base/text.h"
 
 namespace homewarden {
@@ -46,7 +47,9 @@ bool ListFile::use_scratch() {
 }
 
 bool ListFile::add(std::string_view line) {
-  return write_scratch(lines_containing({}), line) && use_scratch();
+  if (write_scratch(lines_containing({}), line) && use_scratch()) return true;
+  remove_scratch();
+  return false;
 }
 
 void ListFile::remove_scratch() {
@@ -55,10 +58,13 @@ void ListFile::remove_scratch() {
 
 void ListFile::recover() {
   if (!files_.exists(scratch_)) return;
-  if (exists())
-    files_.remove(scratch_);
-  else
-    use_scratch();
+  if (!exists()) {
+    // A line that was cut off is none.
+    auto content = files_.read(scratch_).value_or("");
+    content.erase(content.rfind('\n') + 1);
+    if (!content.empty() && replace_file(files_, file_, content)) return remove_scratch();
+  }
+  if (exists()) remove_scratch();
 }
 
 ListFile::Choice lines_containing(std::string_view key) {

@@ -6,9 +6,16 @@
 #include "automation/event_editor.h"
 #include "automation/event_list.h"
 #include "automation/house_clock.h"
+#include "automation/macro_editor.h"
+#include "automation/macros.h"
+#include "automation/profile_switch.h"
+#include "automation/profiles.h"
 #include "automation/run_event_now.h"
 #include "automation/scheduler.h"
 #include "base/operations.h"
+#include "core/house_deletion.h"
+#include "core/house_editor.h"
+#include "core/house_files.h"
 #include "core/list_file.h"
 #include "core/module1.h"
 #include "core/room_list.h"
@@ -24,10 +31,13 @@
 #include "ui/timer_driver.h"
 #include "ui/tray.h"
 #include "ui/window_services.h"
+#include "x10/command_queue.h"
 #include "x10/device_commands.h"
 #include "x10/device_panel.h"
 #include "x10/device_state.h"
+#include "x10/incoming_traffic.h"
 #include "x10/interface_finder.h"
+#include "x10/seen_commands.h"
 
 namespace homewarden {
 
@@ -52,17 +62,25 @@ class Program {
   Settings settings_;
   Module1 module1_;
   DeviceState device_state_;
-  ListFile room_file_;
+  HouseFiles files_;
   RoomList rooms_;
   DeviceCommands commands_;
   DevicePanel devices_;
   NavigationTree tree_;
-  ListFile event_file_;
   EventList events_;
   EventEditor editor_;
   EventCleanup cleanup_;
   RunEventNow run_event_now_;
   Scheduler scheduler_;
+  Macros macros_;
+  MacroEditor macro_editor_;
+  ProfileSwitch profile_switch_;
+  Profiles profiles_;
+  SeenCommands seen_;
+  CommandQueue queue_;
+  IncomingTraffic incoming_;
+  HouseEditor house_editor_;
+  HouseDeletion house_deletion_;
   Location location_;
   HouseClock clock_;
   WindowServices window_;

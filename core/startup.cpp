@@ -19,8 +19,8 @@ constexpr int kDelaySeconds = 20;
 
 Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop,
                  Module1& module1, Settings& settings, SingleInstance& instance, Desktop& desktop,
-                 RoomList& rooms, NavigationTree& tree, ListFile& event_file, EventList& events,
-                 Location& location, Tray& tray, InterfaceFinder& finder)
+                 RoomList& rooms, NavigationTree& tree, HouseFiles& files, ProfileSwitch& profiles,
+                 EventList& events, Location& location, Tray& tray, InterfaceFinder& finder)
     : steps_(wait, loop, operations),
       form_(form),
       wait_(wait),
@@ -31,7 +31,8 @@ Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop
       desktop_(desktop),
       rooms_(rooms),
       tree_(tree),
-      event_file_(event_file),
+      files_(files),
+      profiles_(profiles),
       events_(events),
       location_(location),
       tray_(tray),
@@ -67,6 +68,7 @@ Task<void> Startup::Form_Load() {
   form_.lst_temproom.clear();
 
   co_await steps_.progress("Loading Lists");
+  steps_.run([this] { recover_files(); });
   co_await steps_.finish(rooms_.loadlists());
   co_await steps_.progress("Loading Devices");
   steps_.run([this] { tree_.loadtree(); });
@@ -75,12 +77,12 @@ Task<void> Startup::Form_Load() {
   show_first_panel();
   fill_device_lists(form_);
   steps_.run([this] { place_window(); });
-  steps_.run([this] { form_.com_profile.text = settings_.read("data", "profile", "Standard"); });
+  steps_.run([this] { form_.com_profile.text = profiles_.active(); });
   fill_event_columns(form_);
   fill_event_lists(form_);
   steps_.run([this] { set_options(); });
   co_await steps_.progress("Loading Events");
-  co_await steps_.finish(load_events());
+  co_await steps_.finish(events_.loadevents());
 
   wait_.visible = false;
   steps_.run([this] { form_.Check1.checked = settings_.read("data", "dst", "0") != "0"; });
@@ -129,9 +131,10 @@ bool Startup::is_delayed() {
                           "notdelayed") == "delayed";
 }
 
-Task<void> Startup::load_events() {
-  event_file_.recover();
-  co_await events_.loadevents();
+// The profile first: it knows whether a missing event list is meant to be missing.
+void Startup::recover_files() {
+  profiles_.recover();
+  files_.recover();
 }
 
 void Startup::show_web_port() {

@@ -1,9 +1,10 @@
 #pragma once
 
 #include "automation/event_list.h"
+#include "automation/profile_switch.h"
 #include "base/operations.h"
 #include "base/task.h"
-#include "core/list_file.h"
+#include "core/house_files.h"
 #include "core/module1.h"
 #include "core/room_list.h"
 #include "core/settings.h"
@@ -26,8 +27,8 @@ class Startup {
  public:
   Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop, Module1& module1,
           Settings& settings, SingleInstance& instance, Desktop& desktop, RoomList& rooms,
-          NavigationTree& tree, ListFile& event_file, EventList& events, Location& location,
-          Tray& tray, InterfaceFinder& finder);
+          NavigationTree& tree, HouseFiles& files, ProfileSwitch& profiles, EventList& events,
+          Location& location, Tray& tray, InterfaceFinder& finder);
 
   // Runs once. A copy of the program that finds another one running quits the loop.
   Task<void> Form_Load();
@@ -40,7 +41,7 @@ class Startup {
   Task<bool> is_second_copy();
   Task<void> delay();
   bool is_delayed();
-  Task<void> load_events();
+  void recover_files();
   void show_web_port();
   void show_first_panel();
   void place_window();
@@ -58,7 +59,8 @@ class Startup {
   Desktop& desktop_;
   RoomList& rooms_;
   NavigationTree& tree_;
-  ListFile& event_file_;
+  HouseFiles& files_;
+  ProfileSwitch& profiles_;
   EventList& events_;
   Location& location_;
   Tray& tray_;

@@ -11,6 +11,11 @@ inline std::string hh_mm(const LocalTime& time) {
   return two_digits(time.hour) + ":" + two_digits(time.minute);
 }
 
+// The hour without a leading zero: "7:05:09".
+inline std::string h_mm_ss(const LocalTime& time) {
+  return std::to_string(time.hour) + ":" + two_digits(time.minute) + ":" + two_digits(time.second);
+}
+
 inline std::string hh_mm_ss(const LocalTime& time) {
   return hh_mm(time) + ":" + two_digits(time.second);
 }

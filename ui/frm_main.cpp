@@ -46,6 +46,7 @@ FrmMain::FrmMain() : Window("Homewarden") {
     slider.tool_tip = "Slide up to increase the brightness or Down to decrease the brightness";
     slider.visible = false;
   }
+  lab_norooms.visible = false;
   lab_notice.visible = false;
   lab_nodevices.visible = false;
   lab_noevents.visible = false;

@@ -28,6 +28,7 @@ struct FrmMain : Window {
   Label Label5{"Add or View timed events"};
   Label Label51{"To auto detect X10 interface, click here"};
   Label Label63{"To manually set X10 port number, click here"};
+  Label lab_norooms{"Your house has no rooms yet. Start with \"Add a new room\"."};
   Label lab_notice;  // what is wrong with a data file; hidden when nothing is
 
   // The devices of one room.

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "base/text.h"
+#include "ui/fixed_nodes.h"
+#include "ui/panels.h"
 
 namespace homewarden {
 namespace {
@@ -35,8 +37,8 @@ NavigationTree::NavigationTree(FrmMain& form, Operations& operations, EventLoop&
   form.Label3.click.connect([this] { show_form(form_.frm_addroom, form_.txt_roomname); });
   form.Label4.click.connect([this] { show_form(form_.frm_adddevice, form_.txt_devname); });
   form.Label5.click.connect([this] {
-    show_only(form_.frm_event);
-    preset_time();
+    show_only(form_, form_.frm_event);
+    preset_time(form_, loop_.local_time());
   });
 }
 
@@ -47,8 +49,8 @@ void NavigationTree::loadtree() {
   form_.lst_eventdevice.clear();
   form_.com_sel1.clear();
   form_.com_sel2.clear();
-  for (const char* name : {kHome, kEvents, kMacros, kWebServer, kProfiles})
-    form_.Tree.add(nullptr, name, name);
+  form_.lab_norooms.visible = form_.lst_rooms.items.get().empty();
+  for (const char* name : kFixedNodes) form_.Tree.add(nullptr, name, name);
   form_.lst_temproom.clear();
 
   Selectors selectors;
@@ -84,21 +86,21 @@ void NavigationTree::add_line(const ListLine& line, std::string& last_room, Sele
 void NavigationTree::node_clicked() {
   const TreeNode* node = form_.Tree.selected;
   if (!node) return;
-  show_only(form_.frm_devices);
+  show_only(form_, form_.frm_devices);
   if (node->parent) {
     device_node_clicked(*node);
   } else if (node->text == kHome) {
     rooms_.gohome();
   } else if (node->text == kWebServer) {
-    show_only(form_.Frame4);
+    show_only(form_, form_.Frame4);
   } else if (node->text == kEvents) {
-    show_only(form_.frm_event);
-    preset_time();
+    show_only(form_, form_.frm_event);
+    preset_time(form_, loop_.local_time());
   } else if (node->text == kMacros) {
-    show_only(form_.frm_macros);
-    preset_time();
+    show_only(form_, form_.frm_macros);
+    preset_time(form_, loop_.local_time());
   } else if (node->text == kProfiles) {
-    show_only(form_.Frame5);
+    show_only(form_, form_.Frame5);
   } else {
     room_node_clicked(*node);
   }
@@ -138,23 +140,9 @@ void NavigationTree::empty_slots() {
   for (auto& slider : form_.image1) slider.visible = false;
 }
 
-void NavigationTree::show_only(Frame& frame) {
-  frame.visible = true;
-  for (Frame* other :
-       {&form_.frm_addroom, &form_.frm_home, &form_.frm_adddevice, &form_.frm_event, &form_.Frame3,
-        &form_.Frame5, &form_.Frame4, &form_.frm_macros, &form_.frm_devices})
-    if (other != &frame) other->visible = false;
-}
-
 void NavigationTree::show_form(Frame& frame, Control& focus) {
-  show_only(frame);
+  show_only(form_, frame);
   focus.set_focus();
-}
-
-void NavigationTree::preset_time() {
-  const LocalTime now = loop_.local_time();
-  form_.lst_hour.text = two_digits(now.hour);
-  form_.lst_min.text = two_digits(now.minute);
 }
 
 }  // namespace homewarden

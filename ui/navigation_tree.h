@@ -22,13 +22,6 @@ class NavigationTree {
   // is emptied by the caller.
   void loadtree();
 
-  // The five nodes that every tree has.
-  static constexpr const char* kHome = "Home";
-  static constexpr const char* kEvents = "Events";
-  static constexpr const char* kMacros = "Macros";
-  static constexpr const char* kWebServer = "Web Server";
-  static constexpr const char* kProfiles = "Profiles";
-
  private:
   struct Selectors;
 
@@ -37,9 +30,7 @@ class NavigationTree {
   void device_node_clicked(const TreeNode& node);
   void room_node_clicked(const TreeNode& node);
   void empty_slots();
-  void show_only(Frame& frame);
   void show_form(Frame& frame, Control& focus);  // the home page's links
-  void preset_time();
 
   FrmMain& form_;
   Operations& operations_;

@@ -1,18 +1,33 @@
 #include "x10/device_commands.h"
 
-#include "base/flag_guard.h"
 #include "core/time_text.h"
 #include "platform/waiting.h"
 
 namespace homewarden {
+// `sending` is set as long as one of these lives.
+class DeviceCommands::Sending {
+ public:
+  explicit Sending(DeviceCommands& commands) : commands_(commands) {
+    ++commands_.commands_;
+    commands_.form_.sending = true;
+  }
+  Sending(const Sending&) = delete;
+  Sending& operator=(const Sending&) = delete;
+  ~Sending() { commands_.form_.sending = --commands_.commands_ > 0; }
+
+ private:
+  DeviceCommands& commands_;
+};
+
 DeviceCommands::DeviceCommands(FrmMain& form, EventLoop& loop, Module1& module1,
                                InterfaceControl& interface_control)
     : form_(form), loop_(loop), module1_(module1), interface_(interface_control) {}
 
 Task<void> DeviceCommands::turnon(std::string housecode, int anumber, int& percent) {
-  const FlagGuard sending(form_.sending);
+  const Sending sending(*this);
   const std::string address = housecode + std::to_string(anumber);
-  if (percent != 100) {
+  const bool dims = percent != 100;
+  if (dims) {
     form_.Statusbar.panel2 = "Please wait, setting dim level";
     co_await pending_events(loop_);
     const int wanted = percent;
@@ -26,10 +41,11 @@ Task<void> DeviceCommands::turnon(std::string housecode, int anumber, int& perce
     report("Turned ON device", address);
   }
   co_await module1_.pause(1);
+  carried_out(housecode, anumber, dims ? kX10Dim : kX10On);
 }
 
 Task<void> DeviceCommands::turndim(std::string housecode, int anumber, int /*percent*/) {
-  const FlagGuard sending(form_.sending);
+  const Sending sending(*this);
   co_await send(housecode, anumber, kX10Dim, 20);
   report("DIMMED device", housecode + std::to_string(anumber));
 }
@@ -40,10 +56,11 @@ Task<void> DeviceCommands::turnbright(std::string housecode, int anumber, int /*
 }
 
 Task<void> DeviceCommands::turnoff(std::string housecode, int anumber) {
-  const FlagGuard sending(form_.sending);
+  const Sending sending(*this);
   co_await send(housecode, anumber, kX10Off, 20);
   report("Turned OFF device", housecode + std::to_string(anumber));
   co_await module1_.pause(1);
+  carried_out(housecode, anumber, kX10Off);
 }
 
 Task<void> DeviceCommands::send(std::string housecode, int anumber, int function, double amount) {

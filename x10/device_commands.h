@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "base/signal.h"
 #include "base/task.h"
 #include "core/module1.h"
 #include "platform/event_loop.h"
@@ -26,7 +27,13 @@ class DeviceCommands {
   // Pauses like turnon.
   Task<void> turnoff(std::string housecode, int anumber);
 
+  // Raised at the end of turnon and turnoff, while `sending` is still set: what happened to which
+  // device, as X10 functions: 2 on, 3 off, 4 dimmed.
+  Signal<const std::string&, int, int> carried_out;
+
  private:
+  class Sending;
+
   Task<void> send(std::string housecode, int anumber, int function, double amount);
   void report(const std::string& what, const std::string& address, const std::string& more = {});
 
@@ -35,6 +42,7 @@ class DeviceCommands {
   EventLoop& loop_;
   Module1& module1_;
   InterfaceControl& interface_;
+  int commands_ = 0;  // being sent
 };
 
 }  // namespace homewarden

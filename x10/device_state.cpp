@@ -12,7 +12,7 @@ void DeviceState::setstatus(const std::string& keyname, const std::string& state
   if (level == 0) {
     level = 20;
   } else if (level == kNoLevel) {
-    level = 100;
+    level = getlaststatus(keyname) ? this->level(keyname) : 100;
   } else if (level != 100 && (on || level != 20)) {
     // With "on", 20 is what turnon leaves of 80; with anything else it is the level of being off.
     level = 100 - level;
@@ -33,6 +33,12 @@ int DeviceState::level(const std::string& keyname) {
   const std::string text = module1_.regread(RegistryRoot::kLocalMachine, kMachineKey,
                                             "dim" + without_blanks(keyname), "100");
   return std::clamp(to_integer16(text).value_or(100), 0, 100);
+}
+
+void DeviceState::forget(const std::string& keyname) {
+  const std::string name = without_blanks(keyname);
+  module1_.regdelete(RegistryRoot::kLocalMachine, kMachineKey, name);
+  module1_.regdelete(RegistryRoot::kLocalMachine, kMachineKey, "dim" + name);
 }
 
 }  // namespace homewarden

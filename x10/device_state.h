@@ -17,11 +17,15 @@ class DeviceState {
 
   // Records the state: on when `state` is exactly "on". `level` is what `turnon` left in its
   // percent (100 minus the level that was set, or 100) and becomes the level in percent that is
-  // recorded; kNoLevel stands for 100, 0 for 20. A device that is off is recorded at 20.
+  // recorded; 0 stands for 20, kNoLevel for the level that a device which is on has already and for
+  // 100 otherwise. A device that is off is recorded at 20.
   void setstatus(const std::string& keyname, const std::string& state, int& level);
 
   // Whether the device is recorded as on.
   bool getlaststatus(const std::string& keyname);
+
+  // Removes what is recorded of a device that is no more.
+  void forget(const std::string& keyname);
 
   // The level recorded, in percent; 100 when there is none or it is no number.
   int level(const std::string& keyname);

@@ -55,6 +55,7 @@ QWidget* make_home_page(FrmMain& form) {
   page->add_text(
       tr("Choose a room on the left to see its devices. Click a device to switch it, and move its "
          "slider to dim it."));
+  bind(form.lab_norooms, page->add_text({}, false));
   add_links(form, page);
   page->add_text(
       tr("To remove a room, highlight the room in the left hand list and then press CTRL & D"));

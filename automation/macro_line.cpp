@@ -1,0 +1,155 @@
+#include "automation/macro_line.h"
+
+#include <algorithm>
+#include <deque>
+#include <map>
+#include <unordered_map>
+#include <utility>
+
+#include "automation/event_input.h"
+#include "base/text.h"
+#include "core/devices.h"
+#include "platform/interface_control.h"
+
+namespace homewarden {
+namespace {
+
+struct Words {
+  std::string_view choice;
+  std::string_view in_line;
+  int function;
+};
+
+constexpr Words kEvents[] = {
+    {"On", "turns on", kX10On}, {"Off", "turns off", kX10Off}, {"Dim", "turns dim", kX10Dim}};
+constexpr Words kActions[] = {{"Turn On", "Turn~On~", kX10On}, {"Turn Off", "Turn~Off~", kX10Off}};
+
+std::optional<MacroEnd> end_of_label(std::string_view label) {
+  const LabelParts parts = split_label(label);
+  if (!Device{"", "", parts.housecode, parts.unit}.has_address()) return std::nullopt;
+  return MacroEnd{parts.housecode + std::to_string(parts.unit), parts.roomdevice, 0};
+}
+
+std::optional<int> function_of(std::string_view text, const auto& words) {
+  for (const Words& entry : words)
+    if (entry.choice == text) return entry.function;
+  return std::nullopt;
+}
+
+std::string_view words_of(int function) {
+  for (const Words& entry : kEvents)
+    if (entry.function == function) return entry.in_line;
+  return "";
+}
+
+// "Dimms" is what older lists have for the dim trigger.
+int trigger_function(std::string_view line) {
+  if (contains_ignoring_case(line, "turns~on")) return kX10On;
+  if (contains_ignoring_case(line, "turns~off")) return kX10Off;
+  for (const std::string_view dim : {"turns~dim", "~Dimms~"})
+    if (contains_ignoring_case(line, dim)) return kX10Dim;
+  return 0;
+}
+
+std::string with_blanks(std::string_view text) {
+  return replace_all(text, "~", " ");
+}
+
+// What stands between the trigger's code and its words.
+std::string trigger_name(std::string_view rest) {
+  auto end = std::string_view::npos;
+  for (const std::string_view words : {"~turns~", "~Dimms~"})
+    end = std::min(end, find_ignoring_case(rest, words));
+  return end == std::string_view::npos ? "" : with_blanks(rest.substr(0, end));
+}
+
+// A device and what happens to it, as one text to compare.
+std::string link(const MacroEnd& end) {
+  return to_lower(end.code) + ":" + std::to_string(end.function);
+}
+
+}  // namespace
+
+std::optional<Macro> macro_of_choices(std::string_view trigger_label, std::string_view event,
+                                      std::string_view target_label, std::string_view action) {
+  auto trigger = end_of_label(trigger_label);
+  auto target = end_of_label(target_label);
+  const auto trigger_function = function_of(event, kEvents);
+  const auto target_function = function_of(action, kActions);
+  if (!trigger || !target || !trigger_function || !target_function) return std::nullopt;
+  trigger->function = *trigger_function;
+  target->function = *target_function;
+  return Macro{std::move(*trigger), std::move(*target)};
+}
+
+std::string macro_line(const Macro& macro) {
+  const char* const action = macro.target.function == kX10On ? "Turn On" : "Turn Off";
+  const std::string text = "When " + macro.trigger.code + " " + macro.trigger.name + " " +
+                           std::string(words_of(macro.trigger.function)) + " " + action + " " +
+                           macro.target.code + " " + macro.target.name;
+  return replace_all(text, " ", "~");
+}
+
+std::optional<Macro> parse_macro(std::string_view line) {
+  const auto first = line.find('~');
+  if (first == std::string_view::npos) return std::nullopt;
+  const auto second = line.find('~', first + 1);
+  if (second == std::string_view::npos) return std::nullopt;
+
+  Macro macro;
+  macro.trigger.code = line.substr(first + 1, second - first - 1);
+  macro.trigger.function = trigger_function(line);
+  macro.trigger.name = trigger_name(line.substr(second + 1));
+  auto action_end = std::string_view::npos;
+  auto action_at = std::string_view::npos;
+  for (const Words& action : kActions) {
+    const auto at = find_ignoring_case(line, action.in_line);
+    if (at >= action_at) continue;
+    action_at = at;
+    action_end = at + action.in_line.size();
+    macro.target.function = action.function;
+  }
+  if (macro.trigger.function == 0 || action_at == std::string_view::npos) return std::nullopt;
+  const std::string_view target = line.substr(action_end);
+  const auto code_end = target.find('~');
+  macro.target.code = target.substr(0, code_end);
+  if (code_end != std::string_view::npos)
+    macro.target.name = with_blanks(target.substr(code_end + 1));
+  return macro;
+}
+
+std::string in_words(const MacroEnd& end) {
+  return (end.name.empty() ? "" : end.name + " ") + end.code + " " +
+         std::string(words_of(end.function));
+}
+
+std::vector<MacroEnd> endless_chain(const std::vector<Macro>& macros, const Macro& added) {
+  std::unordered_multimap<std::string, const Macro*> by_trigger;
+  for (const Macro& macro : macros) by_trigger.emplace(link(macro.trigger), &macro);
+
+  // The shortest way from the target back to the trigger: breadth first, each link once.
+  const std::string goal = link(added.trigger);
+  std::map<std::string, const Macro*> reached{{link(added.target), &added}};
+  std::deque<std::string> next{link(added.target)};
+  while (!next.empty() && !reached.contains(goal)) {
+    const auto [begin, end] = by_trigger.equal_range(next.front());
+    next.pop_front();
+    for (auto found = begin; found != end; ++found)
+      if (reached.emplace(link(found->second->target), found->second).second)
+        next.push_back(link(found->second->target));
+  }
+  if (!reached.contains(goal)) return {};
+
+  std::vector<MacroEnd> chain;
+  for (std::string at = goal;;) {
+    const Macro* macro = reached.at(at);
+    chain.push_back(macro->target);
+    if (macro == &added) break;
+    at = link(macro->trigger);
+  }
+  chain.push_back(added.trigger);
+  std::reverse(chain.begin(), chain.end());
+  return chain;
+}
+
+}  // namespace homewarden

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace homewarden {
+
+// The end of a chain link: a device and what happens to it, as X10 functions (2 on, 3 off, 4
+// dimmed).
+struct MacroEnd {
+  std::string code;  // "A1"
+  std::string name;  // "Hall Lamp"
+  int function = 0;
+};
+
+// What one line of the macro list says: when the trigger happens, the target is switched.
+struct Macro {
+  MacroEnd trigger;
+  MacroEnd target;  // 2 or 3
+};
+
+// The texts of the four boxes of the macro panel. Nothing unless both devices are labels with an
+// address, the event is "On", "Off" or "Dim" and the action "Turn On" or "Turn Off".
+std::optional<Macro> macro_of_choices(std::string_view trigger_label, std::string_view event,
+                                      std::string_view target_label, std::string_view action);
+
+// The line as it stands in the file; docs/data-files.md.
+std::string macro_line(const Macro& macro);
+
+// Nothing for a line that is no macro. The target's code is taken as it stands.
+std::optional<Macro> parse_macro(std::string_view line);
+
+// "Hall Lamp A1 turns on".
+std::string in_words(const MacroEnd& end);
+
+// When saving `added` would let macros set each other off for ever: the chain, from the trigger of
+// `added` to where it comes back to it. Empty otherwise.
+std::vector<MacroEnd> endless_chain(const std::vector<Macro>& macros, const Macro& added);
+
+}  // namespace homewarden

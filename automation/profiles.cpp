@@ -1,0 +1,53 @@
+#include "automation/profiles.h"
+
+#include <string>
+#include <utility>
+
+#include "core/file_lock.h"
+#include "ui/panels.h"
+
+namespace homewarden {
+
+Profiles::Profiles(FrmMain& form, Operations& operations, EventLoop& loop, Module1& module1,
+                   Dialogs& dialogs, ProfileSwitch& profiles, EventList& events)
+    : form_(form),
+      loop_(loop),
+      module1_(module1),
+      dialogs_(dialogs),
+      switch_(profiles),
+      events_(events) {
+  form.com_profile.click.connect([this, &operations] { operations.start(profile_chosen()); });
+}
+
+Task<void> Profiles::profile_chosen() {
+  if (form_.formloading) co_return;
+  const std::string name = form_.com_profile.text;
+  const bool exchanged = co_await exchange(name);
+  co_await events_.loadevents();
+  form_.mouse_pointer = MousePointer::kNormal;
+  if (exchanged) {
+    show_only(form_, form_.frm_event);
+    preset_time(form_, loop_.local_time());
+    co_return;
+  }
+  form_.com_profile.text = switch_.active();
+  Message message{
+      "Sorry, the files of the profile " + name +
+          " could not be read or written, so the profile was not changed. Please check the disk "
+          "and the permissions of the files.",
+      "Error", MessageIcon::kCritical, MessageButtons::kOk};
+  co_await dialogs_.message_box(std::move(message));
+}
+
+Task<bool> Profiles::exchange(std::string name) {
+  const FileLock lock = co_await lock_files(form_, module1_);
+  form_.mouse_pointer = MousePointer::kHourglass;
+  if (!switch_.begin(name)) co_return false;
+  co_await module1_.pause(1);
+  if (!switch_.park()) co_return false;
+  co_await module1_.pause(1);
+  co_await module1_.pause(1);
+  co_return switch_.bring_in();
+}
+
+}  // namespace homewarden

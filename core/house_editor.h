@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+
+#include "base/operations.h"
+#include "base/task.h"
+#include "core/list_file.h"
+#include "core/module1.h"
+#include "core/room_list.h"
+#include "core/settings.h"
+#include "platform/dialogs.h"
+#include "ui/frm_main.h"
+#include "ui/navigation_tree.h"
+
+namespace homewarden {
+
+// The two panels that rooms and devices are added on. What is no name, room or address is refused
+// with a message, and nothing is written.
+class HouseEditor {
+ public:
+  HouseEditor(FrmMain& form, Operations& operations, Module1& module1, Settings& settings,
+              Dialogs& dialogs, ListFile& list, RoomList& rooms, NavigationTree& tree);
+
+  Task<void> add_room();
+  Task<void> add_device();
+
+ private:
+  Task<bool> add_line(std::string line);
+  Task<void> rebuild();
+  Task<void> refuse(std::string text);
+
+  FrmMain& form_;
+  Module1& module1_;
+  Settings& settings_;
+  Dialogs& dialogs_;
+  ListFile& list_;
+  RoomList& rooms_;
+  NavigationTree& tree_;
+};
+
+}  // namespace homewarden

@@ -1,0 +1,205 @@
+// The house reacts: commands from the power line, macros and the queue.
+
+#include <gmock/gmock.h>
+
+#include "tests/stories/event_house.h"
+
+namespace homewarden::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+const char* const kWallToLamp = "When~A4~Kitchen~Kettle~turns~on~Turn~On~B12~Hall~Lamp\r\n";
+
+class ReactionStory : public ::testing::Test {
+ protected:
+  FrmMain& open(const std::string& macros, const std::string& rooms = {}) {
+    if (!rooms.empty()) house.files.contents[House::file("rmlst.hwd")] = rooms;
+    if (!macros.empty()) house.files.contents[House::file("macs.hlk")] = macros;
+    house.loop.set_wall_clock(2023, 6, 21, 20, 0, 0);
+    FrmMain& form = house.open_connected();
+    house.interface_control.mains_time = 800ms;
+    return form;
+  }
+  // Somebody presses a button on the wall.
+  void on_line(const std::string& address, int function) {
+    house.interface_control.CommandReceived(address, function);
+  }
+  std::vector<std::string> line() { return house.interface_control.take_line_log(); }
+
+  EventHouse house;
+};
+
+TEST_F(ReactionStory, AButtonOnTheWallSwitchesASecondLampThroughAMacro) {
+  FrmMain& form = open(kWallToLamp);
+  house.click_node("Hall");
+  house.status_texts.clear();
+  on_line("A4", 2);  // 20:00:02
+  house.loop.advance(10ms);
+  EXPECT_EQ(house.machine("KitchenKettle"), "True");
+  EXPECT_EQ(form.txt_queue.text.get(), "2B12~");
+  EXPECT_THAT(line(), IsEmpty()) << "a macro switches through the queue";
+  house.loop.advance(5s);
+  EXPECT_THAT(line(), ElementsAre("Wed 20:00:04 B12 2"));
+  EXPECT_EQ(form.txt_queue.text.get(), "");
+  EXPECT_EQ(house.machine("HallLamp"), "True");
+  EXPECT_EQ(house.machine("dimHallLamp"), "100");
+  EXPECT_EQ(form.device[0].file.get(), "/house/html/bulb2on.gif");
+  EXPECT_THAT(house.status_texts, ElementsAre("Incoming command from X10, A4, 2, at 20:00",
+                                              "Macro created and added to queue",
+                                              "Incoming message, Kettle has turned on at 20:00:02",
+                                              "Turned ON device with housecode B12 at 20:00:04",
+                                              "Incoming message, Lamp has turned on at 20:00:06"));
+}
+
+TEST_F(ReactionStory, TheQueueSendsOneAfterTheOtherAndDropsDoubles) {
+  FrmMain& form = open("");
+  form.txt_queue.text = "2A3~2A3~9A1~3Q4~junk~2A4~3A3~";
+  house.loop.advance(30s);
+  EXPECT_THAT(line(), ElementsAre("Wed 20:00:04 A3 2", "Wed 20:00:14 A4 2", "Wed 20:00:18 A3 3"))
+      << "one each tick, and what cannot be sent costs its own tick";
+  EXPECT_EQ(form.txt_queue.text.get(), "");
+
+  form.txt_queue.text = "2A4~";
+  form.sending = true;
+  house.loop.advance(10s);
+  EXPECT_THAT(line(), IsEmpty()) << "another command was being sent";
+  form.sending = false;
+  form.txt_queue.text = "2A4";  // cut off
+  house.loop.advance(10s);
+  EXPECT_THAT(line(), SizeIs(1));
+}
+
+TEST_F(ReactionStory, AChainOfThreeMacrosAndOneThatLoops) {
+  FrmMain& form = open(
+      "When~A3~Kitchen~Table~Lamp~turns~dim~Turn~On~A4~Kitchen~Kettle\r\n"
+      "When~A4~Kitchen~Kettle~turns~on~Turn~On~B12~Hall~Lamp\r\n"
+      "When~B12~Hall~Lamp~turns~on~Turn~Off~A3~Kitchen~Table~Lamp\r\n");
+  house.click_node("Kitchen");
+  house.slide(1, 60);
+  house.loop.advance(20s);
+  const auto log = line();
+  ASSERT_THAT(log, SizeIs(6));
+  EXPECT_THAT(log[3], HasSubstr("A4 2"));
+  EXPECT_THAT(log[4], HasSubstr("B12 2"));
+  EXPECT_THAT(log[5], HasSubstr("A3 3"));
+  EXPECT_EQ(form.txt_queue.text.get(), "");
+
+  house.files.contents[House::file("macs.hlk")] =
+      "When~A4~Kettle~turns~on~Turn~Off~A4~Kettle\r\nWhen~A4~Kettle~turns~off~Turn~On~A4~"
+      "Kettle\r\n";
+  on_line("A4", 3);
+  house.loop.advance(60s);
+  EXPECT_GT(line().size(), 10u);
+  EXPECT_LT(form.txt_queue.text.get().size(), 10u) << "the queue grows";
+  EXPECT_TRUE(form.enabled);
+}
+
+TEST_F(ReactionStory, IncomingCommandsAreHandledInTheirOrderAndNoneIsLost) {
+  FrmMain& form = open(kWallToLamp);
+  house.click_node("Kitchen");
+  form.device[1].click();  // a command is being sent
+  house.status_texts.clear();
+  for (int i = 0; i < 3; ++i) {
+    on_line("A04", 2);
+    on_line("A4", 3);
+  }
+  on_line("B12", 4);
+  on_line("C9", 3);
+  house.loop.advance(100ms);
+  std::vector<std::string> seen;
+  for (const std::string& text : house.status_texts)
+    if (text.starts_with("Incoming command")) seen.push_back(text.substr(27, 7));
+  EXPECT_THAT(seen, ElementsAre("A4, 2, ", "A4, 3, ", "A4, 2, ", "A4, 3, ", "A4, 2, ", "A4, 3, ",
+                                "B12, 4,", "C9, 3, "));
+  EXPECT_EQ(house.machine("KitchenKettle"), "False");
+  EXPECT_EQ(house.machine("HallLamp"), "(none)") << "a Dim records nothing";
+  EXPECT_EQ(form.txt_queue.text.get(), "2B12~2B12~2B12~");
+  EXPECT_TRUE(form.sending) << "the macro scan released the queue under another command";
+  house.loop.advance(20s);
+  EXPECT_THAT(line(), SizeIs(2)) << "the lamp by hand, the other one once";
+}
+
+TEST_F(ReactionStory, LookupTakesTheFirstEntryThatContainsTheAddress) {
+  open("", "Attic~Fan~a~12\r\nHall~Bell~A~1\r\n");
+  on_line("A1", 2);
+  house.loop.advance(1s);
+  EXPECT_EQ(house.machine("AtticFan"), "True");
+  EXPECT_EQ(house.machine("HallBell"), "(none)");
+}
+
+TEST_F(ReactionStory, AnOnWithoutALevelKeepsTheOneTheLampHas) {
+  FrmMain& form = open("");
+  house.click_node("Hall");
+  house.slide(0, 40);
+  house.loop.advance(10s);
+  on_line("B12", 2);
+  house.loop.advance(1s);
+  EXPECT_EQ(house.machine("dimHallLamp"), "40");
+  EXPECT_EQ(form.image1[0].value.get(), 40);
+  on_line("B12", 3);
+  house.loop.advance(1s);
+  EXPECT_EQ(house.machine("HallLamp"), "False");
+  EXPECT_EQ(form.device[0].file.get(), "/house/html/bulb2off.gif");
+  on_line("B12", 2);
+  house.loop.advance(1s);
+  EXPECT_EQ(house.machine("dimHallLamp"), "100") << "a lamp that was off comes on fully";
+}
+
+TEST_F(ReactionStory, MacrosAreSavedListedAndDeleted) {
+  FrmMain& form = open("");
+  house.dialogs.messages.clear();
+  form.com_sel1.text = std::string();
+  form.com_savemacro.click();
+  house.loop.advance(1s);
+  EXPECT_THAT(house.dialogs.messages, ElementsAre(HasSubstr("Please check: Please choose the")));
+  EXPECT_FALSE(house.files.contents.contains(House::file("macs.hlk")));
+
+  form.com_sel1.text = "Hall Lamp B12";
+  form.com_sel2.text = "Kitchen Kettle A4";
+  form.com_savemacro.click();
+  house.loop.advance(1s);
+  EXPECT_EQ(house.files.contents[House::file("macs.hlk")],
+            "When~B12~Hall~Lamp~turns~on~Turn~On~A4~Kitchen~Kettle\r\n");
+  EXPECT_THAT(form.ListVIew2.items.get(),
+              ElementsAre("When B12 Hall Lamp turns on Turn On A4 Kitchen Kettle"));
+
+  // the other way round goes on for ever
+  house.dialogs.messages.clear();
+  house.dialogs.says_yes = false;
+  form.com_sel1.text = "Kitchen Kettle A4";
+  form.com_sel2.text = "Hall Lamp B12";
+  form.com_savemacro.click();
+  house.loop.advance(1s);
+  EXPECT_THAT(house.dialogs.messages,
+              ElementsAre(HasSubstr("When Kitchen Kettle A4 turns on\r\nthen Hall Lamp B12 turns "
+                                    "on\r\nthen Kitchen Kettle A4 turns on, and so on.")));
+  EXPECT_THAT(form.ListVIew2.items.get(), SizeIs(1));
+  house.dialogs.says_yes = true;
+  form.com_savemacro.click();
+  house.loop.advance(1s);
+  EXPECT_THAT(form.ListVIew2.items.get(), SizeIs(2)) << "the person may save it all the same";
+
+  form.ListVIew2.selected = -1;
+  form.ListVIew2.mouse_down();
+  house.loop.advance(1s);
+  EXPECT_THAT(form.ListVIew2.items.get(), SizeIs(2)) << "nothing was selected";
+  form.ListVIew2.selected = 0;
+  form.ListVIew2.mouse_down();
+  house.loop.advance(1s);
+  EXPECT_THAT(form.ListVIew2.items.get(),
+              ElementsAre("When A4 Kitchen Kettle turns on Turn On B12 Hall Lamp"));
+  EXPECT_EQ(house.dialogs.messages.back(), "Delete?: Do you want to delete the selected Macro?");
+  form.ListVIew2.selected = 0;
+  form.ListVIew2.mouse_down();
+  house.loop.advance(1s);
+  form.ListVIew2.mouse_down();
+  house.loop.advance(1s);
+  EXPECT_EQ(house.dialogs.messages.back(), "No Macros: You dont have any macros to delete");
+}
+
+}  // namespace
+}  // namespace homewarden::testing

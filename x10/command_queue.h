@@ -1,0 +1,40 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/operations.h"
+#include "base/task.h"
+#include "ui/frm_main.h"
+#include "x10/device_commands.h"
+#include "x10/seen_commands.h"
+
+namespace homewarden {
+
+// One command of the queue text `txt_queue`: "2A3~" is an On, "3B12~" an Off.
+struct QueuedCommand {
+  int function = 0;
+  std::string house;
+  int unit = 0;
+};
+
+// Reads an item without its tilde. Nothing when no device could be meant by it.
+std::optional<QueuedCommand> parse_queue_item(std::string_view item);
+
+// Carries out what macros have queued: one command at each tick of `timerqueue`, and none while
+// another command is being sent.
+class CommandQueue {
+ public:
+  CommandQueue(FrmMain& form, Operations& operations, DeviceCommands& commands, SeenCommands& seen);
+
+  Task<void> timerqueue_run();
+
+ private:
+  FrmMain& form_;
+  DeviceCommands& commands_;
+  SeenCommands& seen_;
+  bool running_ = false;
+};
+
+}  // namespace homewarden

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <deque>
+#include <string>
+
+#include "base/operations.h"
+#include "base/signal.h"
+#include "base/task.h"
+#include "platform/event_loop.h"
+#include "platform/interface_control.h"
+#include "ui/frm_main.h"
+#include "x10/seen_commands.h"
+
+namespace homewarden {
+
+// Commands that the interface reports from the power line: a button on the wall, another
+// controller. They are handled one after the other in the order in which they came.
+class IncomingTraffic {
+ public:
+  IncomingTraffic(FrmMain& form, Operations& operations, EventLoop& loop,
+                  InterfaceControl& interface_control, SeenCommands& seen);
+
+  // Raised for each command, before its device is recorded: house code, unit, X10 function.
+  Signal<const std::string&, int, int> seen_on_line;
+
+ private:
+  struct Command {
+    std::string house;
+    int unit;
+    int function;
+  };
+
+  Task<void> handle_all();
+  Task<void> handle(Command command);
+
+  FrmMain& form_;
+  EventLoop& loop_;
+  SeenCommands& seen_;
+  std::deque<Command> waiting_;
+  bool handling_ = false;
+};
+
+}  // namespace homewarden
