@@ -68,7 +68,7 @@ Task<void> EventCleanup::deleteevent(int KeyAscii) {
     co_return;
   }
   const auto event = list_.selected();
-  if (!event || !events_.exists()) co_return;
+  if (!event || (!events_.exists() && !form_.filebusy)) co_return;
   bool deleted = false;
   {
     const FileLock lock = co_await lock_files(form_, module1_);

@@ -94,7 +94,7 @@ Task<void> EventEditor::save() {
   {
     const BusyWindow busy(form_);
     co_await pending_events(loop_);
-    if (edited_ && events_.exists())
+    if (edited_ && (events_.exists() || form_.filebusy))
       saved = co_await replace_edited(event);
     else
       saved = co_await add(event);

@@ -69,6 +69,7 @@ bool ProfileSwitch::bring_in() {
 }
 
 void ProfileSwitch::recover() {
+  discard_unfinished(files_, journal_);
   const auto state = read();
   if (!state) {
     if (files_.exists(journal_)) files_.remove(journal_);  // cut off before anything was done

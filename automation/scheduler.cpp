@@ -95,11 +95,10 @@ Task<void> Scheduler::check(std::vector<MinuteCheck> minutes) {
 
 // The number of events that were carried out.
 Task<int> Scheduler::pass(MinuteCheck check) {
-  if (!events_.exists()) {
-    form_.Statusbar.panel2 = "Timer running, no events to run.";
-    co_return 0;
-  }
+  // A profile that is being switched takes its list away for a moment.
+  if (!events_.exists() && !form_.filebusy) co_return no_events();
   const FilesInUse files = co_await take_files();
+  if (!events_.exists()) co_return no_events();
   form_.Statusbar.panel2 = "Timer, Loading rooms list";
   const auto content = events_.content();
   if (!content) {
@@ -107,6 +106,11 @@ Task<int> Scheduler::pass(MinuteCheck check) {
     co_return 0;
   }
   co_return co_await look_for_events(check, *content);
+}
+
+int Scheduler::no_events() {
+  form_.Statusbar.panel2 = "Timer running, no events to run.";
+  return 0;
 }
 
 Task<Scheduler::FilesInUse> Scheduler::take_files() {

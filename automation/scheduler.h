@@ -36,6 +36,7 @@ class Scheduler {
 
   Task<void> check(std::vector<MinuteCheck> minutes);
   Task<int> pass(MinuteCheck check);
+  int no_events();
   Task<FilesInUse> take_files();
   Task<int> look_for_events(MinuteCheck check, std::string_view lines);
   Task<bool> carry_out(EventRecord event, Minute minute, int due);

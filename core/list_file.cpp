@@ -57,6 +57,7 @@ void ListFile::remove_scratch() {
 }
 
 void ListFile::recover() {
+  discard_unfinished(files_, file_);
   if (!files_.exists(scratch_)) return;
   if (!exists()) {
     // A line that was cut off is none.

@@ -68,9 +68,12 @@ class MemoryFiles : public Files {
   std::map<path, std::string> contents;
   std::set<path> unreadable;
 
- private:
+  int steps() const { return steps_; }
+
+  // Counts one changing step; false from the stop on.
   bool step() { return ++steps_ < stop_at_ || stop_at_ == 0; }
 
+ private:
   int steps_ = 0;
   int stop_at_ = 0;
 };

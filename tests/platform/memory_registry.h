@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -21,14 +22,19 @@ class MemoryRegistry : public Registry {
 
   bool write(RegistryRoot root, const std::string& key, const std::string& name,
              const RegistryValue& value) override {
+    if (may_change && !may_change()) return false;
     values_[{root, found_as(key), found_as(name)}] = value;
     return true;
   }
 
   bool remove(RegistryRoot root, const std::string& key, const std::string& name) override {
+    if (may_change && !may_change()) return false;
     values_.erase({root, found_as(key), found_as(name)});
     return true;
   }
+
+  // Asked before each change when it is set: false from when the power is gone.
+  std::function<bool()> may_change;
 
  private:
   // Only ASCII letters lose their case, as in a real registry of this program.

@@ -1,0 +1,152 @@
+// The power goes between any two changes of the files and settings, in the middle of a write too;
+// then the program starts again.
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <map>
+
+#include "tests/stories/event_house.h"
+
+namespace homewarden::testing {
+namespace {
+
+using Contents = std::map<std::string, std::string>;
+
+const char* const kRooms = "Kitchen~~~\r\nKitchen~Lamp~A~1\r\nHall~~~\r\nHall~Bell~B~1\r\n";
+const char* const kEvents =
+    "Kitchen Lamp~A~1~40~07:30~on~daily~m\r\nHall Bell~B~1~ ~08:00~off~daily~m\r\n";
+const char* const kMacros =
+    "When~A1~Kitchen~Lamp~turns~on~Turn~On~B1~Hall~Bell\r\n"
+    "When~B1~Hall~Bell~turns~on~Turn~Off~A1~Kitchen~Lamp\r\n";
+const char* const kHoliday = "Hall Bell~B~1~ ~09:00~off~daily~m\r\n";
+
+void add_room(EventHouse& house) {
+  house.form().txt_roomname.text = "Attic";
+  house.form().Command3.click();
+}
+void add_device(EventHouse& house) {
+  house.form().lst_temproom.text = "Hall";
+  house.form().txt_devname.text = "Fan";
+  house.form().lst_devicetype.text = "Fan (appliance module)";
+  house.form().Command4.click();
+}
+void delete_node(EventHouse& house, const char* key) {
+  house.form().Tree.selected = house.form().Tree.find(key);
+  house.form().Tree.key_press(4);
+}
+void delete_device(EventHouse& house) {
+  delete_node(house, "Lamp~A~1");
+}
+void delete_room(EventHouse& house) {
+  delete_node(house, "Kitchen");
+}
+void save_macro(EventHouse& house) {
+  house.form().com_sel1.text = "Kitchen Lamp A1";
+  house.form().com_sel2.text = "Hall Bell B1";
+  house.form().mac_event.text = "Off";
+  house.form().com_savemacro.click();
+}
+void delete_macro(EventHouse& house) {
+  house.form().ListVIew2.selected = 0;
+  house.form().ListVIew2.mouse_down();
+}
+void switch_profile(EventHouse& house) {
+  house.form().com_profile.text = "Holiday";
+  house.form().com_profile.click();
+}
+
+struct Operation {
+  const char* name;
+  void (*start)(EventHouse&);
+};
+
+void PrintTo(const Operation& operation, std::ostream* out) {
+  *out << operation.name;
+}
+
+class KillStory : public ::testing::TestWithParam<Operation> {
+ protected:
+  static void furnish(EventHouse& house) {
+    house.files.contents = {{House::file("rmlst.hwd"), kRooms},
+                            {House::file("evelst.hwd"), kEvents},
+                            {House::file("macs.hlk"), kMacros},
+                            {House::file("Holiday.txt"), kHoliday}};
+    house.settings.write("type", "KitchenLamp", "bulb");
+    house.settings.write("type", "HallBell", "radio");
+  }
+  // All data files and what matters of the settings.
+  static Contents state_of(EventHouse& house) {
+    Contents state;
+    for (const auto& [file, content] : house.files.contents)
+      state[file.filename().string()] = content;
+    state["(profile)"] = house.settings.read("data", "profile", "Standard");
+    for (const char* key : {"KitchenLamp", "HallBell", "HallFan"})
+      state[std::string("(type ") + key + ")"] = house.settings.read("type", key, "");
+    return state;
+  }
+  // Runs the operation with the power gone at the n-th change, 0 for never, and starts again.
+  static Contents run(const Operation& operation, int stop, int* steps = nullptr) {
+    EventHouse house;
+    furnish(house);
+    house.open_connected();
+    house.registry.may_change = [&house] { return house.files.step(); };
+    house.files.stop_at(stop);
+    operation.start(house);
+    house.loop.advance(40s);
+    if (steps) *steps = house.files.steps();
+    house.forget_program();
+    house.files.no_stop();
+    house.registry.may_change = nullptr;
+    house.open();
+    house.loop.advance(2s);
+    return state_of(house);
+  }
+};
+
+// What is recorded of a type may be there for a device that is not there yet or any more.
+bool same_house(Contents a, Contents b) {
+  for (Contents* state : {&a, &b})
+    std::erase_if(*state, [&](const auto& entry) {
+      if (!entry.first.starts_with("(type ")) return false;
+      const bool lamp = entry.first == "(type KitchenLamp)";
+      const std::string line = lamp ? "Kitchen~Lamp~" : "Hall~Fan~";
+      return entry.first != "(type HallBell)" &&
+             (*state)["rmlst.hwd"].find(line) == std::string::npos;
+    });
+  return a == b;
+}
+
+TEST_P(KillStory, NothingIsLostNothingIsDoubledAndNoScratchFileStays) {
+  int steps = 0;
+  EventHouse untouched;
+  furnish(untouched);
+  const Contents before = state_of(untouched);
+  const Contents after = run(GetParam(), 0, &steps);
+  EXPECT_FALSE(same_house(before, after)) << "the operation did nothing";
+  EXPECT_EQ(after.size(), before.size() + (GetParam().name == std::string("switch") ? 1u : 0u))
+      << "a scratch file stayed";
+  ASSERT_GE(steps, 2);
+  int finished = 0;
+  for (int stop = 1; stop <= steps; ++stop) {
+    const Contents found = run(GetParam(), stop);
+    const bool done = same_house(found, after);
+    EXPECT_TRUE(done || same_house(found, before))
+        << "stopped at change " << stop << " of " << steps << ":\n"
+        << ::testing::PrintToString(found);
+    if (done) ++finished;
+  }
+  EXPECT_LT(finished, steps) << "every stop came too late";
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, KillStory,
+                         ::testing::Values(Operation{"room", add_room},
+                                           Operation{"device", add_device},
+                                           Operation{"deleted device", delete_device},
+                                           Operation{"deleted room", delete_room},
+                                           Operation{"macro", save_macro},
+                                           Operation{"deleted macro", delete_macro},
+                                           Operation{"switch", switch_profile}));
+
+}  // namespace
+}  // namespace homewarden::testing

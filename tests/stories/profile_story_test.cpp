@@ -1,0 +1,138 @@
+// Profiles: several sets of events, one of them active.
+
+#include <gmock/gmock.h>
+
+#include "tests/stories/event_house.h"
+
+namespace homewarden::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+const char* const kThree =
+    "Hall Lamp~B~12~ ~00:00~off~daily~mtwufsr\r\nHall Lamp~B~12~ ~06:00~off~daily~m\r\n"
+    "Hall Lamp~B~12~ ~07:00~off~daily~m\r\n";
+const char* const kOne = "Kitchen Kettle~A~4~100~00:00~on~daily~mtwufsr\r\n";
+
+class ProfileStory : public ::testing::Test {
+ protected:
+  FrmMain& open(const std::string& events) {
+    if (!events.empty()) house.files.contents[House::file("evelst.hwd")] = events;
+    return house.open_connected();
+  }
+  void choose(const std::string& profile) {
+    house.form().com_profile.text = profile;
+    house.form().com_profile.click();
+  }
+  std::string file(const std::string& name) {
+    const auto found = house.files.contents.find(House::file(name));
+    return found == house.files.contents.end() ? "(missing)" : found->second;
+  }
+  std::string active() { return house.settings.read("data", "profile", "(none)"); }
+
+  EventHouse house;
+};
+
+TEST_F(ProfileStory, EveryProfileHasItsOwnEvents) {
+  FrmMain& form = open(kThree);
+  EXPECT_EQ(form.com_profile.text.get(), "Standard");
+  choose("Holiday");
+  house.loop.advance(500ms);
+  EXPECT_TRUE(form.filebusy);
+  EXPECT_EQ(form.mouse_pointer.get(), MousePointer::kHourglass);
+  house.loop.advance(4s);
+  EXPECT_EQ(active(), "Holiday");
+  EXPECT_EQ(file("Standard.txt"), kThree);
+  EXPECT_EQ(file("evelst.hwd"), "(missing)");
+  EXPECT_THAT(form.ListView1.rows.get(), IsEmpty());
+  EXPECT_TRUE(form.frm_event.visible);
+  EXPECT_FALSE(form.filebusy);
+  EXPECT_EQ(form.mouse_pointer.get(), MousePointer::kNormal);
+
+  house.files.contents[House::file("evelst.hwd")] = kOne;
+  choose("Standard");
+  house.loop.advance(4s);
+  EXPECT_EQ(file("evelst.hwd"), kThree);
+  EXPECT_EQ(file("Holiday.txt"), kOne);
+  EXPECT_EQ(form.ListView1.rows.get().size(), 3u);
+  choose("Standard");  // the active one
+  house.loop.advance(4s);
+  EXPECT_EQ(file("evelst.hwd"), kThree);
+
+  house.files.contents.erase(House::file("evelst.hwd"));  // it has no events now
+  choose("Holiday");
+  house.loop.advance(4s);
+  choose("Standard");
+  house.loop.advance(4s);
+  EXPECT_EQ(file("evelst.hwd"), "(missing)") << "events that were deleted came back";
+  EXPECT_EQ(file("Holiday.txt"), kOne);
+  EXPECT_EQ(file("profile.tmp"), "(missing)");
+}
+
+TEST_F(ProfileStory, ASwitchInTheMidnightMinuteRunsOneProfilesEvents) {
+  house.loop.set_wall_clock(2023, 6, 21, 23, 59, 50);
+  FrmMain& form = open(kThree);
+  house.files.contents[House::file("Holiday.txt")] = kOne;
+  house.run_until(23, 59, 59);
+  choose("Holiday");
+  house.run_until(0, 0, 30);
+  EXPECT_THAT(house.interface_control.take_line_log(), ElementsAre(HasSubstr("00:00:0")));
+  EXPECT_EQ(file("evelst.hwd"), kOne);
+  EXPECT_EQ(file("Standard.txt"), kThree);
+  EXPECT_FALSE(form.filebusy);
+}
+
+TEST_F(ProfileStory, AnEventIsSavedAndCleanedUpAroundASwitch) {
+  FrmMain& form = open(kThree);
+  choose("Holiday");
+  form.once_removal[0] = "Hall Lamp~B~12~ ~06:00~off~daily";
+  form.lst_eventdevice.text = "Kitchen Kettle A4";
+  form.Command6.click();
+  house.loop.advance(30s);
+  EXPECT_EQ(file("Standard.txt"), kThree);
+  EXPECT_THAT(file("evelst.hwd"), HasSubstr("Kitchen Kettle~A~4~100~"));
+}
+
+TEST_F(ProfileStory, StartingSwitchesNothingAndOddNamesAreNoFiles) {
+  house.settings.write("data", "profile", "../../etc/passwd");
+  FrmMain& form = open(kThree);
+  EXPECT_EQ(form.com_profile.text.get(), "Standard");
+  EXPECT_EQ(file("evelst.hwd"), kThree);
+  form.formloading = true;
+  choose("Holiday");
+  house.loop.advance(4s);
+  EXPECT_EQ(file("Standard.txt"), "(missing)");
+  form.formloading = false;
+  house.dialogs.messages.clear();
+  choose("../out");
+  house.loop.advance(4s);
+  EXPECT_THAT(house.dialogs.messages, ElementsAre(HasSubstr("the profile was not changed")));
+  EXPECT_EQ(form.com_profile.text.get(), "Standard");
+  EXPECT_EQ(file("evelst.hwd"), kThree);
+}
+
+TEST_F(ProfileStory, ADiskThatRefusesLeavesTheOldProfile) {
+  for (int stop = 1; stop <= 4; ++stop) {
+    house.files.contents.clear();
+    house.files.contents[House::file("Holiday.txt")] = kOne;
+    house.settings.write("data", "profile", "Standard");
+    open(kThree);
+    house.files.stop_at(stop);
+    choose("Holiday");
+    house.loop.advance(2500ms);
+    house.files.no_stop();  // there is room again
+    house.loop.advance(10s);
+    house.forget_program();
+    house.open();
+    house.loop.advance(5s);
+    const bool standard = active() == "Standard";
+    EXPECT_EQ(file("evelst.hwd"), standard ? kThree : kOne) << "refused from step " << stop;
+    EXPECT_EQ(file(standard ? "Holiday.txt" : "Standard.txt"), standard ? kOne : kThree)
+        << "refused from step " << stop;
+  }
+}
+
+}  // namespace
+}  // namespace homewarden::testing
