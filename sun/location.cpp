@@ -18,12 +18,14 @@ const char* const kDefaultCity = "London, England, 51.3, 0.1, 0";
 constexpr double kFurthestZone = 14;
 
 std::optional<double> number_in(std::string_view piece, double furthest) {
-  const std::string digits = without_blanks(piece);
+  const std::string all = without_blanks(piece);
+  std::string_view digits = all;
+  // One sign; from_chars reads a minus only.
+  if (digits.starts_with('+') && !digits.starts_with("+-")) digits.remove_prefix(1);
   const char* const end = digits.data() + digits.size();
-  const char* const begin = digits.data() + (digits.starts_with('+') ? 1 : 0);
   double number = 0;
-  const auto result = std::from_chars(begin, end, number, std::chars_format::fixed);
-  if (result.ec != std::errc() || result.ptr != end || begin == end) return std::nullopt;
+  const auto result = std::from_chars(digits.data(), end, number, std::chars_format::fixed);
+  if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
   if (!(std::abs(number) <= furthest)) return std::nullopt;
   return number;
 }
@@ -41,7 +43,6 @@ Location::Location(FrmMain& form, Operations& operations, EventLoop& loop, Setti
 }
 
 void Location::dosunset() {
-  fill_city_list(form_.com_city);
   form_.com_city.text = settings_.read("data", "city", kDefaultCity);
   compute(form_.com_city.text);
 }
@@ -59,6 +60,7 @@ void Location::daylight_saving_clicked() {
 }
 
 void Location::compute(const std::string& city) {
+  fill_city_list(form_.com_city);
   const auto place = parse_city_text(city);
   if (!place) {
     form_.Statusbar.panel2 =

@@ -4,7 +4,9 @@ namespace homewarden {
 
 // The low-accuracy solar equations that the NOAA Global Monitoring Laboratory publishes as "General
 // Solar Position Calculations", after J. W. Spencer, Fourier series representation of the position
-// of the sun (1971). Angles in radians unless said otherwise.
+// of the sun (1971), with two differences: the year's angle counts hours from midnight, not from
+// noon, and the declination leaves out the terms in three times that angle, together up to 0.18
+// degrees. Angles in radians unless said otherwise.
 
 // pi as the times are defined with.
 inline constexpr double kPi = 3.1415926535;

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 
 #include "base/date.h"
 #include "sun/city_table.h"
@@ -27,10 +27,11 @@ class clsSunrise {
   static std::string CityName(long nCity);
 
   // Takes the place from the table by its name, blanks around it and letter case ignored, or by its
-  // number, rounded to a whole one. A row that is not there sets the position to 0. Daylight saving
-  // is cleared either way.
+  // number, rounded to a whole one with halves to the even. A row that is not there sets the
+  // position to 0, and so does a value that is neither. Daylight saving is cleared either way.
   void City(std::string_view name);
   void City(double row);
+  void City(std::monostate) { take(nullptr); }
 
   long TimeZone() const { return time_zone_; }
   void TimeZone(long hours_west) { time_zone_ = hours_west; }

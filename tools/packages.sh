@@ -4,4 +4,5 @@ build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev qt6
 window_packages=(libgl1 libegl1 fonts-dejavu-core xdg-utils)
 test_packages=(python3)
 check_packages=(clang-format clang-tidy git python3)
+fuzz_packages=(clang libclang-rt-14-dev)
 screenshot_packages=(xvfb xauth xdotool imagemagick)

@@ -28,10 +28,10 @@ class MemoryFiles : public Files {
     return found->second;
   }
 
-  // A write that is stopped leaves half of the content, as a real one may.
+  // A write that is stopped leaves a part of the content, as a real one may.
   bool write(const path& file, std::string_view content) override {
     if (!step()) {
-      if (steps_ == stop_at_) contents[file] = content.substr(0, content.size() / 2);
+      if (steps_ == stop_at_) contents[file] = content.substr(0, content.size() * torn_percent / 100);
       return false;
     }
     contents[file] = content;
@@ -65,6 +65,7 @@ class MemoryFiles : public Files {
   }
   void no_stop() { stop_at_ = 0; }
 
+  std::size_t torn_percent = 50;
   std::map<path, std::string> contents;
   std::set<path> unreadable;
 

@@ -86,8 +86,10 @@ class KillStory : public ::testing::TestWithParam<Operation> {
     return state;
   }
   // Runs the operation with the power gone at the n-th change, 0 for never, and starts again.
-  static Contents run(const Operation& operation, int stop, int* steps = nullptr) {
+  static Contents run(const Operation& operation, int stop, std::size_t torn_percent,
+                      int* steps = nullptr) {
     EventHouse house;
+    house.files.torn_percent = torn_percent;
     furnish(house);
     house.open_connected();
     house.registry.may_change = [&house] { return house.files.step(); };
@@ -122,21 +124,24 @@ TEST_P(KillStory, NothingIsLostNothingIsDoubledAndNoScratchFileStays) {
   EventHouse untouched;
   furnish(untouched);
   const Contents before = state_of(untouched);
-  const Contents after = run(GetParam(), 0, &steps);
+  const Contents after = run(GetParam(), 0, 0, &steps);
   EXPECT_FALSE(same_house(before, after)) << "the operation did nothing";
   EXPECT_EQ(after.size(), before.size() + (GetParam().name == std::string("switch") ? 1u : 0u))
       << "a scratch file stayed";
   ASSERT_GE(steps, 2);
   int finished = 0;
   for (int stop = 1; stop <= steps; ++stop) {
-    const Contents found = run(GetParam(), stop);
-    const bool done = same_house(found, after);
-    EXPECT_TRUE(done || same_house(found, before))
-        << "stopped at change " << stop << " of " << steps << ":\n"
-        << ::testing::PrintToString(found);
-    if (done) ++finished;
+    for (const std::size_t torn_percent : {0u, 50u, 100u}) {
+      const Contents found = run(GetParam(), stop, torn_percent);
+      const bool done = same_house(found, after);
+      EXPECT_TRUE(done || same_house(found, before))
+          << "stopped at change " << stop << " of " << steps << " with " << torn_percent
+          << " % of it done:\n"
+          << ::testing::PrintToString(found);
+      if (done) ++finished;
+    }
   }
-  EXPECT_LT(finished, steps) << "every stop came too late";
+  EXPECT_LT(finished, 3 * steps) << "every stop came too late";
 }
 
 INSTANTIATE_TEST_SUITE_P(Operations, KillStory,

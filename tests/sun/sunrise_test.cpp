@@ -64,6 +64,41 @@ TEST(Sunrise, WorkedFigures) {
   EXPECT_EQ(times(sun), "-1d 23:01:26 -1d 23:01:26 -1d 23:01:26");
 }
 
+// A day number that is one off after February moves these by up to two minutes.
+TEST(Sunrise, CountsTheDaysOfLeapYears) {
+  clsSunrise sun(day(2024, 12, 31));
+  sun.City("London, England");
+  const auto times_on = [&sun](Date date) {
+    sun.DateDay(date);
+    sun.CalculateSun(0);
+    return times(sun);
+  };
+  EXPECT_EQ(times_on(day(2023, 3, 1)), "06:47:12 12:12:18 17:38:17");
+  EXPECT_EQ(times_on(day(2024, 3, 1)), "06:45:02 12:12:07 17:40:05");
+  EXPECT_EQ(times_on(day(2023, 12, 31)), "08:03:59 12:02:10 16:00:29");
+  EXPECT_EQ(times_on(day(2024, 12, 31)), "08:03:57 12:02:36 16:01:26");
+}
+
+// The hour of a sunset is estimated from the start of the next day: on some days, such as this, the
+// hour is another than this day's start would give.
+TEST(Sunrise, EstimatesTheSunsetFromTheNextDay) {
+  clsSunrise sun(day(2023, 9, 13));
+  sun.City("Anchorage, AK");
+  sun.CalculateSun(9);
+  EXPECT_THAT(times(sun), ::testing::EndsWith("19:27:59"));
+}
+
+// Far from Greenwich a day of universal time holds the sunrise or sunset of another date.
+TEST(Sunrise, ResultsFallOnTheNeighbouringDates) {
+  clsSunrise sun(day(2023, 6, 21));
+  sun.City("Anchorage, AK");
+  sun.CalculateSun(0);
+  EXPECT_EQ(times(sun), "12:22:00 21:59:41 1d 07:37:23");
+  sun.City("Sydney, Australia");
+  sun.CalculateSun(0);
+  EXPECT_EQ(times(sun), "-1d 20:58:29 01:56:50 06:55:10");
+}
+
 TEST(Sunrise, NearThePolesAndBeyondTheEarth) {
   clsSunrise sun(day(2024, 12, 31));
   sun.Latitude(90);
@@ -103,6 +138,11 @@ TEST(Sunrise, FindsCitiesByNameAndNumber) {
   }
   sun.City("50");
   EXPECT_EQ(sun.Latitude(), 0) << "a text is a name";
+  sun.City(50);
+  sun.DaySavings(true);
+  sun.City(std::monostate());
+  EXPECT_EQ(sun.Latitude(), 0) << "neither text nor number";
+  EXPECT_FALSE(sun.DaySavings());
 }
 
 TEST(CityText, EveryEntryOfTheListCanBeRead) {
@@ -115,9 +155,12 @@ TEST(CityText, EveryEntryOfTheListCanBeRead) {
   }
   EXPECT_EQ(city_entry(city_table()[50]), "London, England, 51.51, -0.13, 0");
   EXPECT_TRUE(parse_city_text("A, B, + 5 1.3 , -0.1, -6"));
-  for (const char* text : {"", "London", "London, England, 51.3, 0.1", "A, B, 51.3, 0.1, 0, 0",
-                           "A, B, x, 0.1, 0", "A, B, 91, 0.1, 0", "A, B, 51, 181, 0",
-                           "A, B, 51, 0, 15", "A, B, nan, 0, 0", "A, B, 1e400, 0, 0", "A, B, , , "})
+  EXPECT_EQ(parse_city_text("A, B, 51, 0, -5.5")->time_zone, -6) << "halves go to the even hour";
+  EXPECT_EQ(parse_city_text("A, B, 51, 0, 4.5")->time_zone, 4) << "halves go to the even hour";
+  for (const char* text :
+       {"", "London", "London, England, 51.3, 0.1", "A, B, 51.3, 0.1, 0, 0", "A, B, x, 0.1, 0",
+        "A, B, 91, 0.1, 0", "A, B, 51, 181, 0", "A, B, 51, 0, 15", "A, B, nan, 0, 0",
+        "A, B, 1e400, 0, 0", "A, B, , , ", "A, B, +-51, 0, 0", "A, B, ++51, 0, 0", "A, B, +, 0, 0"})
     EXPECT_FALSE(parse_city_text(text)) << text;
 }
 
@@ -169,6 +212,16 @@ TEST_F(LocationTest, ACityThatCannotBeReadKeepsTheTimesAndIsTold) {
   EXPECT_EQ(form.sunset_time, sunset);
   EXPECT_EQ(form.lab_sunset.caption.get(), shown);
   EXPECT_THAT(form.Statusbar.panel2.get(), HasSubstr("the sun times stay as they were"));
+}
+
+TEST_F(LocationTest, StoresTheCityBeforeItWaitsAndComputesAfter) {
+  form.com_city.text = "London, England, 51.51, -0.13, 0";
+  form.com_city.click();
+  EXPECT_EQ(stored("city"), "London, England, 51.51, -0.13, 0");
+  EXPECT_FALSE(form.sunset_time) << "what was pending had no chance to go first";
+  form.com_city.text = "Nowhere";
+  loop.run_pending();
+  EXPECT_TRUE(form.sunset_time) << "the text computed is not the one that was chosen";
 }
 
 TEST_F(LocationTest, IsSilentWhileTheProgramStarts) {

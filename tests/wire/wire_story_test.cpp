@@ -77,6 +77,25 @@ TEST_F(WireStory, AnEventIsOnTheLineOnTheMinute) {
             "Hall Lamp~B~12~60~sSet:-1~on~daily~f\r\n");
 }
 
+TEST_F(WireStory, AButtonOnTheWallSwitchesASecondLampThroughAMacro) {
+  house.files.contents[House::file("rmlst.hwd")] += "Kitchen~Bell~A~1\r\n";
+  house.files.contents[House::file("macs.hlk")] =
+      "When~A1~Kitchen~Bell~turns~on~Turn~On~B12~Hall~Lamp\r\n";
+  const auto start = house.loop.uptime();
+  const auto line_before = emulator.mains_time();
+  emulator.command("remote A1 on", start);
+  port.settle();
+  ASSERT_TRUE(house.loop.advance_until([this] { return module({1, 12}) == "on 100 %"; }, 20s));
+  const auto mains = emulator.mains_time() - line_before;
+  // The queue is looked at every two seconds; the interface asks the computer to fetch what it
+  // heard once a second.
+  EXPECT_LE(house.loop.uptime() - start, mains + 2s + 1s + 200ms);
+  EXPECT_GE(mains, 1500ms) << "two commands cannot have been on the line";
+  house.loop.advance(3s);
+  EXPECT_EQ(house.machine("HallLamp"), "True");
+  EXPECT_EQ(house.form().txt_queue.text.get(), "");
+}
+
 TEST_F(WireStory, PullingTheCableIsToldAndPluggingItInMendsIt) {
   port.unplug();
   house.loop.advance(2s);

@@ -1,0 +1,115 @@
+// What reacting and changing cost in a house of 10,000 devices and 10,000 macros; real files in the
+// temporary folder.
+
+#include <benchmark/benchmark.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+
+#include "automation/macros.h"
+#include "core/program.h"
+#include "platform/linux/posix_files.h"
+#include "tests/platform/fake_desktop.h"
+#include "tests/platform/fake_interface.h"
+#include "tests/platform/memory_registry.h"
+#include "tests/platform/virtual_loop.h"
+#include "x10/device_lookup.h"
+
+namespace {
+
+using namespace homewarden;
+using namespace homewarden::testing;
+namespace fs = std::filesystem;
+
+constexpr int kMany = 10000;
+
+std::string address(int i) {
+  return std::string(1, static_cast<char>('A' + i / 16 % 16)) + std::to_string(i % 16 + 1);
+}
+
+struct Folder {
+  Folder() : path(fs::temp_directory_path() / ("homewarden-bench-" + std::to_string(getpid()))) {
+    fs::create_directories(path);
+  }
+  ~Folder() { fs::remove_all(path); }
+  fs::path path;
+  PosixFiles files;
+};
+
+// One macro in 256 has this trigger.
+void amacros(benchmark::State& state) {
+  Folder folder;
+  std::string lines;
+  for (int i = 0; i < kMany; ++i)
+    lines += "When~" + address(i) + "~Living~Room~Lamp~turns~on~Turn~On~B12~Hall~Fan\r\n";
+  folder.files.write(folder.path / "macs.hlk", lines);
+  FrmMain form;
+  ListFile list(folder.files, folder.path / "macs.hlk", folder.path / "tempmac.txt");
+  Macros macros(form, list);
+  for (auto _ : state) {
+    macros.amacros("A", 1, 2);
+    state.PauseTiming();
+    if (form.txt_queue.text.get().size() < 5 * (kMany / 256)) state.SkipWithError("too few fired");
+    form.txt_queue.text = std::string();
+    state.ResumeTiming();
+  }
+}
+BENCHMARK(amacros)->Unit(benchmark::kMillisecond);
+
+void device_lookup(benchmark::State& state) {
+  std::vector<std::string> rooms;
+  for (int i = 0; i < kMany; ++i)
+    rooms.push_back("Living Room " + std::to_string(i) + "~Table Lamp~A~2");
+  rooms.push_back("Hall~Fan~P~16");
+  for (auto _ : state) {
+    const auto found = find_device(rooms, "P", 16);
+    if (!found) state.SkipWithError("the last device was not found");
+  }
+}
+BENCHMARK(device_lookup)->Unit(benchmark::kMillisecond);
+
+// Wall-clock time of a deletion whose pauses take none, events included.
+void delete_one_device(benchmark::State& state) {
+  Folder folder;
+  std::string rooms;
+  std::string events;
+  for (int i = 0; i < kMany; ++i) {
+    rooms += "Room " + std::to_string(i / 10) + "~Device " + std::to_string(i) + "~A~1\r\n";
+    events += "Room " + std::to_string(i / 10) + " Device " + std::to_string(i) +
+              "~A~1~40~07:30~on~daily~m\r\n";
+  }
+  for (auto _ : state) {
+    state.PauseTiming();
+    folder.files.write(folder.path / "rmlst.hwd", rooms);
+    folder.files.write(folder.path / "evelst.hwd", events);
+    VirtualLoop loop;
+    MemoryRegistry registry;
+    FakeServices services;
+    FakeInstance instance;
+    FakeInterface interface_control(loop);
+    FakeDialogs dialogs(loop);
+    FakeDesktop desktop;
+    FakeSounds sounds;
+    Program program({loop, folder.files, registry, services, instance, interface_control, dialogs,
+                     desktop, sounds, folder.path, ""},
+                    [](std::exception_ptr error) { std::rethrow_exception(error); });
+    program.start();
+    loop.advance(std::chrono::seconds(2));
+    FrmMain& form = program.frm_main;
+    form.Tree.selected = form.Tree.find("Device 5000~A~1");
+    state.ResumeTiming();
+    form.Tree.key_press(4);
+    loop.advance(std::chrono::seconds(30));
+    state.PauseTiming();
+    if (form.Tree.find("Device 5000~A~1") || form.ListView1.rows.get().size() != kMany - 1)
+      state.SkipWithError("the device or its event is still there");
+    state.ResumeTiming();
+  }
+}
+BENCHMARK(delete_one_device)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+BENCHMARK_MAIN();
