@@ -3,114 +3,19 @@
 
 #include <gmock/gmock.h>
 
-#include <QAbstractItemView>
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLineEdit>
 #include <QMenu>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
-#include <QTreeView>
-#include <memory>
 
-#include "tests/stories/event_house.h"
-#include "ui/qt/main_window_view.h"
-#include "ui/qt/qt_dialogs.h"
+#include "tests/window/house_window.h"
 
 namespace homewarden::testing {
 namespace {
 
 using ::testing::ElementsAre;
 
-class EventWindowTest : public ::testing::Test {
- protected:
-  EventWindowTest() {
-    house.use_dialogs(dialogs);
-    house.loop.set_wall_clock(2023, 6, 21, 14, 5, 0);
-    view = std::make_unique<MainWindowView>(house.open().frm_main);
-    dialogs.set_parent(view.get());
-    settle(2s);
-    EXPECT_TRUE(QTest::qWaitForWindowExposed(view.get()));
-  }
-
-  // Lets the window and the house go on.
-  void settle(std::chrono::milliseconds length = 0ms) {
-    for (int turn = 0; turn < 3; ++turn) {
-      QApplication::processEvents();
-      house.loop.run_pending();
-    }
-    house.loop.advance(length);
-    QApplication::processEvents();
-  }
-
-  template <class Widget>
-  Widget* shown(const QString& name) {
-    for (auto* widget : view->findChildren<Widget*>()) {
-      const auto* button = qobject_cast<QAbstractButton*>(widget);
-      const QString text =
-          button && widget->accessibleName().isEmpty() ? button->text() : widget->accessibleName();
-      if (text == name && widget->isVisible()) return widget;
-    }
-    ADD_FAILURE() << "nothing named " << name.toStdString() << " is shown";
-    return nullptr;
-  }
-
-  void click(QWidget* widget) {
-    QTest::mouseClick(widget, Qt::LeftButton);
-    settle();
-  }
-
-  void type(const QString& box, const QString& text) {
-    QLineEdit* edit = shown<QComboBox>(box)->lineEdit();
-    QTest::mouseClick(edit, Qt::LeftButton);
-    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(edit, text);
-    QTest::keyClick(edit, Qt::Key_Return);
-    settle();
-  }
-
-  // Opens the list of a box and takes its last entry.
-  void choose_last(const QString& box) {
-    auto* combo = shown<QComboBox>(box);
-    QTest::keyClick(combo, Qt::Key_Down, Qt::AltModifier);
-    QTest::keyClick(combo->view(), Qt::Key_End);
-    QTest::keyClick(combo->view(), Qt::Key_Return);
-    settle();
-  }
-
-  void open_events() {
-    auto* tree = view->findChild<QTreeView*>();
-    const auto found = tree->model()->match(tree->model()->index(0, 0), Qt::DisplayRole, "Events");
-    ASSERT_EQ(found.size(), 1);
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {},
-                      tree->visualRect(found.front()).center());
-    settle();
-  }
-
-  // Presses Enter in the message that is open and gives its text.
-  std::string answer() {
-    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (!box) return "";
-    const std::string text = (box->windowTitle() + ": " + box->text()).toStdString();
-    QTest::keyClick(box, Qt::Key_Return);
-    settle();
-    return text;
-  }
-
-  QPoint row_place(int row) {
-    auto* list = shown<QAbstractItemView>("Events");
-    return list->visualRect(list->model()->index(row, 0)).center();
-  }
-
-  EventHouse house;
-  QtDialogs dialogs;
-  std::unique_ptr<MainWindowView> view;
-};
+class EventWindowTest : public HouseWindow {};
 
 TEST_F(EventWindowTest, AnEventIsMadeSeenChangedAndDeleted) {
-  open_events();
+  open_node("Events");
   click(shown<QPushButton>("New"));
   type("Device", "Hall Lamp B12");
   choose_last("Hour");
@@ -156,7 +61,7 @@ TEST_F(EventWindowTest, AnEventIsMadeSeenChangedAndDeleted) {
 }
 
 TEST_F(EventWindowTest, MistakesAreToldAndNothingIsWritten) {
-  open_events();
+  open_node("Events");
   click(shown<QPushButton>("New"));
   type("Hour", "25");
   click(shown<QPushButton>("Save"));
@@ -172,7 +77,7 @@ TEST_F(EventWindowTest, TheMenuOfTheListRunsAndDeletesTheEventUnderThePointer) {
   house.files.contents[House::file("evelst.hwd")] =
       "Bell~A~1~ ~06:00~off~daily~m\r\nHall Lamp~B~12~ ~07:00~off~daily~m\r\n";
   house.form().Check1.checked = true;
-  open_events();
+  open_node("Events");
   click(shown<QPushButton>("New"));
   type("Device", "Kitchen Kettle A4");
   click(shown<QPushButton>("Save"));
