@@ -95,6 +95,19 @@ std::string replace_all(std::string_view text, std::string_view from, std::strin
   }
 }
 
+std::string replace_all_ignoring_case(std::string_view text, std::string_view from,
+                                      std::string_view to) {
+  std::string result;
+  if (from.empty()) return std::string(text);
+  for (;;) {
+    const auto found = find_ignoring_case(text, from);
+    result += text.substr(0, found);
+    if (found == std::string_view::npos) return result;
+    result += to;
+    text.remove_prefix(found + from.size());
+  }
+}
+
 double leading_number(std::string_view text) {
   text = trim_blanks(text);
   const bool signed_plus = !text.empty() && text.front() == '+';

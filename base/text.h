@@ -25,6 +25,8 @@ std::string_view trim_blanks(std::string_view text);
 std::string without_blanks(std::string_view text);
 
 std::string replace_all(std::string_view text, std::string_view from, std::string_view to);
+std::string replace_all_ignoring_case(std::string_view text, std::string_view from,
+                                      std::string_view to);
 
 // The number that a text begins with after blanks: sign, digits, decimal point. 0 when there is
 // none: "12abc" is 12, "abc" is 0.

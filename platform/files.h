@@ -22,6 +22,9 @@ class Files {
   // Creates the file or empties it, writes the content and has it on the disk on return.
   virtual bool write(const std::filesystem::path& file, std::string_view content) = 0;
 
+  // The same for a file that nobody but its owner may read.
+  virtual bool write_secret(const std::filesystem::path& file, std::string_view content) = 0;
+
   // Adds to the end of the file, which is created when missing; on the disk on return.
   virtual bool append(const std::filesystem::path& file, std::string_view content) = 0;
 

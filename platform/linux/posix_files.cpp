@@ -15,6 +15,7 @@ namespace {
 
 constexpr off_t kLargest = 64L * 1024 * 1024;
 constexpr mode_t kMode = 0644;
+constexpr mode_t kSecretMode = 0600;
 
 bool write_all(int descriptor, std::string_view content) {
   while (!content.empty()) {
@@ -74,6 +75,15 @@ bool PosixFiles::write(const std::filesystem::path& file, std::string_view conte
   struct stat info {};
   const Descriptor descriptor = open_to_write(file, O_TRUNC, info);
   return descriptor.is_open() && write_all(descriptor.get(), content) &&
+         ::fsync(descriptor.get()) == 0 && sync_folder_of(file);
+}
+
+bool PosixFiles::write_secret(const std::filesystem::path& file, std::string_view content) {
+  struct stat info {};
+  const Descriptor descriptor = open_to_write(file, 0, info);
+  // Before anything is in it.
+  return descriptor.is_open() && ::fchmod(descriptor.get(), kSecretMode) == 0 &&
+         ::ftruncate(descriptor.get(), 0) == 0 && write_all(descriptor.get(), content) &&
          ::fsync(descriptor.get()) == 0 && sync_folder_of(file);
 }
 

@@ -37,6 +37,18 @@ struct FilesContract : ::testing::Test {
 using Kinds = ::testing::Types<OnDisk, InMemory>;
 TYPED_TEST_SUITE(FilesContract, Kinds);
 
+TEST(PosixFiles, NobodyElseMayReadASecretAlsoWhereAnOpenFileWas) {
+  ScratchFolder folder;
+  PosixFiles files;
+  const auto secret = folder / "secret";
+  EXPECT_TRUE(files.write(secret, "a long text that everybody may read"));
+  EXPECT_TRUE(files.write_secret(secret, "user:pass"));
+  struct stat info {};
+  ASSERT_EQ(::stat(secret.c_str(), &info), 0);
+  EXPECT_EQ(info.st_mode & 0777U, 0600U);
+  EXPECT_EQ(files.read(secret), "user:pass");
+}
+
 TYPED_TEST(FilesContract, WritesAppendsRenamesAndRemoves) {
   Files& files = this->kind.files;
   const auto list = this->kind.path("list");

@@ -31,11 +31,17 @@ class MemoryFiles : public Files {
   // A write that is stopped leaves a part of the content, as a real one may.
   bool write(const path& file, std::string_view content) override {
     if (!step()) {
-      if (steps_ == stop_at_) contents[file] = content.substr(0, content.size() * torn_percent / 100);
+      if (steps_ == stop_at_)
+        contents[file] = content.substr(0, content.size() * torn_percent / 100);
       return false;
     }
     contents[file] = content;
     return true;
+  }
+
+  bool write_secret(const path& file, std::string_view content) override {
+    secrets.insert(file);
+    return write(file, content);
   }
 
   bool append(const path& file, std::string_view content) override {
@@ -68,6 +74,7 @@ class MemoryFiles : public Files {
   std::size_t torn_percent = 50;
   std::map<path, std::string> contents;
   std::set<path> unreadable;
+  std::set<path> secrets;  // written for nobody else to read
 
   int steps() const { return steps_; }
 

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/web_server_control.h"
+
+namespace homewarden::testing {
+
+// A web server without a network: requests are put in by the test, answers written down.
+class FakeWeb : public WebServerControl {
+ public:
+  bool Listening() const override { return listening_; }
+  void ServerPort(const std::string& port) override { port_ = port; }
+  void DocumentFolder(const std::filesystem::path& folder) override { folder_ = folder; }
+  void AuthenticationMode(int mode) override { mode_ = mode; }
+  void ServerOption(bool) override {}
+  void servermaxconnections(int) override {}
+  void SwitchRequests(std::function<bool(const std::string&, const std::string&)> test) override {
+    is_switch = std::move(test);
+  }
+  void AllowedHosts(std::vector<std::string> names) override { allowed_hosts = std::move(names); }
+  void StartListening() override {
+    listening_ = !taken_ports.contains(port_);
+    starts.push_back(port_ + " " + folder_.string() + " " + std::to_string(mode_));
+  }
+  bool StopListening() override {
+    listening_ = false;
+    return true;
+  }
+  std::string QueryText(int request, const std::string&) override { return queries_[request]; }
+  void SendPage(int request, const std::string& page, bool serve_file) override {
+    answers.push_back(serve_file ? std::to_string(request) + " file"
+                                 : std::to_string(request) + " " + page);
+  }
+
+  // A request from outside; its identifier.
+  int request(const std::string& page, const std::string& query = {}) {
+    const int id = ++last_id_;
+    queries_[id] = query;
+    RequestArrived(id, page);
+    return id;
+  }
+
+  std::set<std::string> taken_ports;
+  std::vector<std::string> starts;   // port, folder, mode
+  std::vector<std::string> answers;  // identifier and page
+  std::vector<std::string> allowed_hosts;
+  std::function<bool(const std::string&, const std::string&)> is_switch;
+
+ private:
+  std::string port_;
+  std::filesystem::path folder_;
+  int mode_ = 0;
+  bool listening_ = false;
+  int last_id_ = 0;
+  std::map<int, std::string> queries_;
+};
+
+}  // namespace homewarden::testing

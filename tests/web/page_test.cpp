@@ -1,0 +1,131 @@
+// The pages byte by byte, and which request gets which.
+
+#include <gmock/gmock.h>
+
+#include "tests/web/web_house.h"
+
+namespace homewarden::testing {
+namespace {
+
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+std::string cell(const std::string& address, const std::string& picture, const std::string& name) {
+  return "<font face=\"Verdana\" color=\"#FFFFFF\"><a href=\"index.html?" + address +
+         "\"><img border=\"2\" src=" + picture +
+         "></a><br><b><a target=\"_top\" href=\"index.html?" + address +
+         "\"><font face=\"Verdana\" color=\"#FFFFFF\">" + name + "</font></a></b></font>";
+}
+
+const char* const kMenu =
+    "<html><a target=\"_top\" href=\"index.html?loadroomKitchen\"><font "
+    "color=\"#FFFFFF\">Kitchen</font></a>|<a target=\"_top\" "
+    "href=\"index.html?loadroomLivingRoom\"><font color=\"#FFFFFF\">Living "
+    "Room</font></a>|<ROOM3>|<room4>\r\n";
+
+TEST(Pages, ARoomOfABrowserByteForByte) {
+  WebHouse house;
+  EXPECT_EQ(house.get("index.html", "loadroomLivingRoom"),
+            std::string(kMenu) + "Living Room:" +
+                cell("A~4~LivingRoomTableLamp~turnon~LivingRoom", "bulboff.gif", "Table Lamp") +
+                "<dev1><dev2><DEV9></html>\r\n");
+  house.set_machine("KitchenTableLamp", "True");
+  EXPECT_EQ(house.get("x/index.html", "LOADROOMKitchen"),
+            std::string(kMenu) + "Kitchen:" +
+                cell("A~3~KitchenTableLamp~turnoff~Kitchen", "bulbon.gif", "Table Lamp") +
+                cell("B~12~KitchenKettle~turnon~Kitchen", "switchoff.gif", "Kettle") +
+                "<dev2><DEV9></html>\r\n");
+  EXPECT_EQ(house.get("index.html"),
+            std::string(kMenu) +
+                "Please Select A Room From The List On The Left:&nbsp&nbsp&nbsp&nbsp</html>\r\n");
+  EXPECT_EQ(house.get("index.html", "loadroomCellar"),
+            std::string(kMenu) + ":<dev0><dev1><dev2><DEV9></html>\r\n");
+  house.files.contents.erase(House::file("rmlst.hwd"));
+  EXPECT_EQ(house.get("index.html", "loadroomKitchen"), WebHouse::kNormal);
+  house.files.contents.erase(House::file("html/index.html"));
+  EXPECT_EQ(house.get("index.html", "loadroomKitchen"), "");
+}
+
+TEST(Pages, ATenFootRoomWithItsFocus) {
+  WebHouse house;
+  const std::string home = house.get("");
+  EXPECT_THAT(home, HasSubstr("Please Select A Room"));
+  EXPECT_THAT(home, Not(HasSubstr("module1\""))) << "a device place without device takes the focus";
+  const std::string first = house.get("wmcindex.html", "loadroomKitchen");
+  EXPECT_THAT(first, HasSubstr("MCFocusStart=\"option1\""));
+  EXPECT_THAT(first,
+              HasSubstr("<a href=wmcindex.html?loadroomLivingRoom ID=\"option2\" class=\"button2\" "
+                        "MCFocusable=\"true\"><a target=\"_top\" "
+                        "href=\"wmcindex.html?loadroomLivingRoom\"><font color=\"#FFFFFF\" "
+                        "face=\"Verdana\" size=\"6\">Living Room</font></a></a>"));
+  EXPECT_THAT(first, HasSubstr("<a href=<url3>></a>")) << "the address place stays";
+  EXPECT_THAT(first, HasSubstr("ID=\"module2\" class=\"imcl1\" MCFocusable=\"true\" "
+                               "mrl=wmcindex.html?B~12~KitchenKettle~turnon~Kitchen~1><font"));
+  EXPECT_THAT(first, HasSubstr("<font face=\"Verdana\" color=\"#FFFFFF\" size=\"6\">Kettle<"));
+  EXPECT_THAT(first, EndsWith("<p mrl=<mrl10>>\r\n"));
+  EXPECT_EQ(house.machine("lastroom"), "Kitchen");
+
+  house.set_machine("lastdev", "2");
+  EXPECT_THAT(house.get("wmcindex.html"), HasSubstr("MCFocusStart=\"module2\""));
+  EXPECT_THAT(house.get("wmcindex.html", "loadroomLivingRoom"),
+              HasSubstr("MCFocusStart=\"option1\""));
+  EXPECT_THAT(house.get("index.html"), HasSubstr("Living Room:<font"))
+      << "the browser's home page does not show the room last seen";
+}
+
+TEST(Pages, RoomsAreMatchedByContainmentAndShowTenDevices) {
+  std::string list = "Bedroom~~~\r\nno device line\r\nBed~Odd~A~x\r\n";
+  for (int i = 1; i <= 12; ++i)
+    list += (i % 2 ? "Bedroom~Lamp " : "Bed~Lamp ") + std::to_string(i) + "~A~" +
+            std::to_string(i) + "\r\n";
+  WebHouse house(list);
+  house.files.contents[House::file("html/index.html")] = "<room>[<dev9>][<dev10>]";
+  EXPECT_EQ(
+      house.get("index.html", "loadroombed"),
+      "Bed[" + cell("A~10~BedLamp10~turnon~Bed", "switchoff.gif", "Lamp 10") + "][<dev10>]\r\n");
+}
+
+TEST(Grammar, TheFirstRuleThatFitsWins) {
+  const auto rule = [](const char* page, const char* query) {
+    const WebRequest request = classify_request(page, query);
+    const char* const actions[] = {"home", "room", "on", "off", "file"};
+    const std::string action = actions[static_cast<int>(request.action)];
+    if (action == "file") return action;
+    return action + (request.family == PageFamily::kMediaCenter ? " tv" : "");
+  };
+  EXPECT_EQ(rule("", ""), "home tv");
+  EXPECT_EQ(rule("wmcindex.html", ""), "home tv");
+  EXPECT_EQ(rule("index.html", ""), "home");
+  EXPECT_EQ(rule("wmcindex.html", "loadroomX"), "room tv");
+  EXPECT_EQ(rule("wmcindex.html", "A~3~K~TURNON~R~1"), "on tv");
+  EXPECT_EQ(rule("index.html", "A~3~K~turnoff~R"), "off");
+  EXPECT_EQ(rule("index.html", "A~3~turnoff~turnon~R"), "on") << "turnon is looked for first";
+  EXPECT_EQ(rule("index.html", "loadroomturnonRoom"), "room");
+  EXPECT_EQ(rule("wmcindex.html", "hello"), "file");
+  EXPECT_EQ(rule("INDEX.HTML", ""), "file");
+  EXPECT_EQ(rule("", "loadroomX"), "file");
+  EXPECT_EQ(rule("bulbon.gif", ""), "file");
+  EXPECT_EQ(room_of_query("loadroomLOADROOMKitchen"), "Kitchen");
+  EXPECT_EQ(decode_query("loadroomK%FCche%20%zz%4"),
+            "loadroomK\xFC"
+            "che %zz%4");
+}
+
+TEST(Grammar, SwitchQueriesComeApart) {
+  const auto normal = split_switch_query("A~3~KitchenLamp~turnon~Kitchen~2", PageFamily::kNormal);
+  ASSERT_TRUE(normal);
+  EXPECT_EQ(normal->room, "Kitchen~2") << "the last field is all that is left";
+  EXPECT_EQ(normal->unit, 3);
+  const auto tv = split_switch_query("A~3~KitchenLamp~turnon~Kitchen~4x", PageFamily::kMediaCenter);
+  ASSERT_TRUE(tv);
+  EXPECT_EQ(tv->room, "Kitchen");
+  EXPECT_EQ(tv->position, 4);
+  EXPECT_EQ(split_switch_query("A~3~K~turnon~R~1e99", PageFamily::kMediaCenter)->position, 1);
+  for (const char* query : {"turnon", "A~3~K~turnon", "A~x~K~turnon~R"})
+    EXPECT_FALSE(split_switch_query(query, PageFamily::kNormal)) << query;
+  EXPECT_FALSE(split_switch_query("A~3~K~turnon~R", PageFamily::kMediaCenter));
+}
+
+}  // namespace
+}  // namespace homewarden::testing

@@ -1,0 +1,154 @@
+// Requests that switch, requests that wait, and the panel of the web server.
+
+#include <gmock/gmock.h>
+
+#include "tests/web/web_house.h"
+
+namespace homewarden::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+using ::testing::StartsWith;
+
+TEST(WebStory, ASwitchAnswersWithTheRoomInItsNewState) {
+  WebHouse house;
+  house.loop.set_wall_clock(2023, 6, 21, 14, 5, 7);
+  house.interface_control.mains_time = 800ms;
+  house.interface_control.take_line_log();
+  house.web.request("index.html", "A~3~KitchenTableLamp~turnon~Kitchen");
+  house.loop.advance(1s);
+  EXPECT_THAT(house.web.answers, IsEmpty()) << "answered before the lamp was on";
+  house.loop.advance(2s);
+  ASSERT_THAT(house.web.answers, SizeIs(1));
+  EXPECT_THAT(house.web.answers[0], HasSubstr("A~3~KitchenTableLamp~turnoff~Kitchen"));
+  EXPECT_EQ(house.machine("KitchenTableLamp"), "True");
+  EXPECT_EQ(house.machine("dimKitchenTableLamp"), "100");
+  EXPECT_EQ(house.status(), "Internet Turned ON device with housecode A3 at 14:05:09");
+  EXPECT_EQ(house.machine("lastdev"), "(none)");
+
+  house.web.request("wmcindex.html", "A~3~KitchenTableLamp~turnoff~Kitchen~4");
+  house.loop.advance(3s);
+  EXPECT_THAT(house.web.answers[1], HasSubstr("A~3~KitchenTableLamp~turnon~Kitchen~0"));
+  EXPECT_EQ(house.machine("KitchenTableLamp"), "False");
+  EXPECT_EQ(house.machine("lastdev"), "5");
+  EXPECT_THAT(house.status(), HasSubstr("Internet Turned ON")) << "the ten-foot page says nothing";
+  EXPECT_THAT(house.interface_control.take_line_log(),
+              ElementsAre("Wed 14:05:07 A3 2", "Wed 14:05:10 A3 3"));
+}
+
+TEST(WebStory, ARequestWaitsForTheOneBeforeAndEachGetsItsOwnPage) {
+  WebHouse house;
+  house.interface_control.mains_time = 800ms;
+  const int first = house.web.request("index.html", "A~3~KitchenTableLamp~turnon~Kitchen");
+  const int second = house.web.request("index.html", "loadroomLivingRoom");
+  const int third = house.web.request("bulbon.gif");
+  EXPECT_TRUE(house.frm_server.busy);
+  house.loop.advance(1500ms);
+  EXPECT_THAT(house.web.answers, IsEmpty());
+  house.loop.advance(2s);
+  ASSERT_THAT(house.web.answers, SizeIs(3));
+  EXPECT_THAT(house.web.answers[0], StartsWith(std::to_string(first) + " "));
+  EXPECT_THAT(house.web.answers[0], HasSubstr("Kitchen:"));
+  EXPECT_THAT(house.web.answers[1], StartsWith(std::to_string(second) + " "));
+  EXPECT_THAT(house.web.answers[1], HasSubstr("Living Room:"));
+  EXPECT_EQ(house.web.answers[2], std::to_string(third) + " file");
+  EXPECT_FALSE(house.frm_server.busy);
+}
+
+TEST(WebStory, WhatCannotBeSplitOrIsNotOursSwitchesAndWritesNothing) {
+  WebHouse house;
+  house.interface_control.take_line_log();
+  EXPECT_THAT(house.get("index.html", "turnon"), HasSubstr("Please Select A Room"));
+  EXPECT_THAT(house.get("wmcindex.html", "A~3~K~turnoff~Kitchen"), HasSubstr("Please Select"));
+  EXPECT_THAT(house.interface_control.take_line_log(), IsEmpty());
+  house.web.request("index.html", "A~3~port~turnon~Kitchen");
+  house.loop.advance(3s);
+  EXPECT_EQ(house.machine("port"), "2") << "a query wrote another value of the machine";
+  EXPECT_TRUE(house.web.is_switch("index.html", "A~3~K~turn%6Fn~R"));
+  EXPECT_FALSE(house.web.is_switch("index.html", "loadroomKitchen"));
+  EXPECT_FALSE(house.web.is_switch("other.html", "turnon"));
+}
+
+TEST(WebServerPanel, StartsOnItsPortOrOn8080AndSaysSo) {
+  WebHouse house;
+  house.settings.write("data", "webhosts", "house.example, other");
+  house.server->startserver();
+  EXPECT_THAT(house.web.starts, ElementsAre("80 /house/html 0"));
+  EXPECT_THAT(house.web.allowed_hosts, ElementsAre("house.example", "other"));
+  EXPECT_EQ(house.form().lab_webstate.caption.get(),
+            "The web server is running on port 80 without a password, for your own network only.");
+  house.server->startserver();
+  EXPECT_THAT(house.web.starts, SizeIs(1)) << "it runs";
+
+  house.form().txt_webport.text = "8";
+  house.form().Command7.click();
+  house.loop.run_pending();
+  EXPECT_EQ(house.dialogs.messages.back(),
+            "Error: Please enter a valid port number of at least 80 in to the port text entry box");
+  house.form().txt_webport.text = "99";
+  house.web.taken_ports = {"99"};
+  house.form().Command7.click();
+  house.loop.run_pending();
+  EXPECT_EQ(house.dialogs.messages.back(),
+            "Saved: Setting saved. The web server will now run on your chosen port.");
+  EXPECT_EQ(house.form().Label48.caption.get(),
+            "The web server is currently set to run on port 99");
+  EXPECT_EQ(house.machine("webport"), "8080");
+  EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("running on port 8080"));
+  house.web.taken_ports = {"98", "8080"};
+  house.form().txt_webport.text = "98";
+  house.form().Command7.click();
+  house.loop.run_pending();
+  EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("is not running"));
+  EXPECT_EQ(house.status(), "The web server could not be started on port 98 nor on port 8080");
+  house.form().Command10.click();
+  house.loop.run_pending();
+  EXPECT_THAT(house.desktop.opened, ElementsAre(::testing::EndsWith("/cgi-bin/urlip.cgi?98")));
+}
+
+TEST(WebServerPanel, PasswordsAreSetForTheNextStartAndCleared) {
+  WebHouse house;
+  const auto credentials = House::file("html/htaccess.txt");
+  house.server->startserver();
+  for (const auto& typed : {std::deque<std::string>{""}, {"me", ""}, {"me", "secret", ""}}) {
+    house.dialogs.typed = typed;
+    house.form().Command8.click();
+    house.loop.advance(3s);
+  }
+  house.dialogs.typed = {"me", "secret", "Secret"};
+  house.form().Command8.click();
+  house.loop.advance(3s);
+  EXPECT_EQ(house.dialogs.messages.back(), "Error: Sorry, your password did not match");
+  EXPECT_FALSE(house.files.exists(credentials));
+
+  house.dialogs.typed = {"me", "a:b", "a:b"};
+  house.form().Command8.click();
+  house.loop.advance(3s);
+  EXPECT_EQ(house.dialogs.messages.back(), "Homewarden: Your password has been set");
+  EXPECT_EQ(house.files.contents[credentials], "me:a:b\r\n");
+  EXPECT_FALSE(house.files.secrets.empty()) << "everybody may read the password";
+  EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("takes effect at its next start"));
+  house.form().txt_webport.text = "81";
+  house.form().Command7.click();
+  house.loop.run_pending();
+  EXPECT_EQ(house.web.starts.back(), "81 /house/html 1");
+  EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("asks for a password"));
+
+  house.dialogs.says_yes = false;
+  house.form().Command9.click();
+  house.loop.advance(3s);
+  EXPECT_TRUE(house.files.exists(credentials));
+  house.dialogs.says_yes = true;
+  for (int twice = 0; twice < 2; ++twice) {
+    house.form().Command9.click();
+    house.loop.advance(3s);
+    EXPECT_EQ(house.dialogs.messages.back(), "Cleared: Your password has been cleared");
+  }
+  EXPECT_FALSE(house.files.exists(credentials));
+}
+
+}  // namespace
+}  // namespace homewarden::testing

@@ -1,0 +1,202 @@
+#include "web/page_builder.h"
+
+#include <optional>
+#include <utility>
+
+#include "base/lines.h"
+#include "base/text.h"
+#include "core/devices.h"
+
+namespace homewarden {
+namespace {
+
+constexpr int kPlaces = 10;     // devices on a page
+constexpr int kMenuSlots = 19;  // rooms in the menu of a ten-foot page
+constexpr std::string_view kRoomMark = "~~~";
+const char* const kChooseARoom = "Please Select A Room From The List On The Left";
+
+std::string place(const char* name, int number) {
+  return "<" + std::string(name) + std::to_string(number) + ">";
+}
+
+std::string option_attributes(int number) {
+  return " ID=\"option" + std::to_string(number) + "\" class=\"button2\" MCFocusable=\"true\"";
+}
+
+std::string module_attributes(int number) {
+  return " ID=\"module" + std::to_string(number) + "\" class=\"imcl1\" MCFocusable=\"true\"";
+}
+
+void replace(std::string& html, std::string_view from, std::string_view to) {
+  html = replace_all_ignoring_case(html, from, to);
+}
+
+// Calls `function` with the number, from 1, and the name of each room line.
+template <class Function>
+int for_each_room(ListFile& rooms, Function function) {
+  const auto content = rooms.content();
+  LineReader reader(content ? *content : std::string_view());
+  int number = 0;
+  while (const auto line = reader.next())
+    if (line->find(kRoomMark) != std::string_view::npos)
+      function(++number, replace_all(*line, kRoomMark, ""));
+  return number;
+}
+
+}  // namespace
+
+// Where the two families differ.
+struct PageBuilder::Family {
+  const char* page;
+  const char* menu_font;
+  const char* name_font;
+  bool numbered;  // addresses end in the device's place
+};
+
+const PageBuilder::Family PageBuilder::kNormal = {
+    "index.html", "<font color=\"#FFFFFF\">", "<font face=\"Verdana\" color=\"#FFFFFF\">", false};
+const PageBuilder::Family PageBuilder::kMediaCenter = {
+    "wmcindex.html", "<font color=\"#FFFFFF\" face=\"Verdana\" size=\"6\">",
+    "<font face=\"Verdana\" color=\"#FFFFFF\" size=\"6\">", true};
+
+// A device's place on the page.
+struct PageBuilder::Cell {
+  std::string address;  // of the switch, without the page
+  std::string picture;
+  std::string name;
+
+  std::string markup(const Family& family) const {
+    const std::string link = std::string(family.page) + "?" + address;
+    return "<font face=\"Verdana\" color=\"#FFFFFF\"><a href=\"" + link +
+           "\"><img border=\"2\" src=" + picture + "></a><br><b><a target=\"_top\" href=\"" + link +
+           "\">" + family.name_font + name + "</font></a></b></font>";
+  }
+};
+
+PageBuilder::PageBuilder(FrmServer& form, Module1& module1, Settings& settings, Files& files,
+                         ListFile& rooms, std::filesystem::path document_folder)
+    : form_(form),
+      module1_(module1),
+      settings_(settings),
+      files_(files),
+      rooms_(rooms),
+      folder_(std::move(document_folder)) {}
+
+void PageBuilder::loadnormhtml() {
+  append_template(kNormal.page);
+}
+
+void PageBuilder::loadhtml() {
+  append_template(kMediaCenter.page);
+}
+
+void PageBuilder::append_template(const char* file) {
+  const auto content = files_.read(folder_ / file);
+  if (!content) return;
+  LineReader reader(*content);
+  while (const auto line = reader.next()) form_.page.append(*line).append("\r\n");
+}
+
+void PageBuilder::loadnormtree(std::string& html) {
+  for_each_room(rooms_, [&html](int number, const std::string& name) {
+    replace(html, place("room", number),
+            "<a target=\"_top\" href=\"index.html?loadroom" + without_blanks(name) + "\">" +
+                kNormal.menu_font + name + "</font></a>");
+  });
+}
+
+void PageBuilder::loadtree(std::string& html) {
+  if (!rooms_.exists()) return;
+  const int rooms = for_each_room(rooms_, [&html](int number, const std::string& name) {
+    const std::string address = "wmcindex.html?loadroom" + without_blanks(name);
+    replace(html, place("url", number), address);
+    replace(html, place("room", number),
+            "<a target=\"_top\" href=\"" + address + "\">" + kMediaCenter.menu_font + name +
+                "</font></a>");
+  });
+  for (int slot = rooms + 1; slot <= kMenuSlots; ++slot) {
+    replace(html, option_attributes(slot), "");
+    replace(html, place("room", slot), "");
+  }
+}
+
+void PageBuilder::loadnormroom(const std::string& roomname) {
+  fill_room(kNormal, roomname);
+}
+
+void PageBuilder::loadroom(const std::string& roomname) {
+  const auto read = [this](const char* name) {
+    return module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, name);
+  };
+  const std::string last_room = read("lastroom");
+  const std::string last_device = read("lastdev");
+  module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "lastroom", roomname);
+  if (!rooms_.exists()) return;
+  const int devices = fill_room(kMediaCenter, roomname);
+  remove_modules(devices + 1);
+  for (int slot = devices; slot < kPlaces; ++slot) replace(form_.page, place("dev", slot), "");
+  if (roomname == last_room && !last_device.empty())
+    replace(form_.page, "MCFocusStart=\"option1\"", "MCFocusStart=\"module" + last_device + "\"");
+}
+
+// The number of devices.
+int PageBuilder::fill_room(const Family& family, std::string_view slug) {
+  const auto content = rooms_.content();
+  if (!content) return 0;
+  std::string title;
+  int slot = 0;
+  LineReader reader(*content);
+  while (slot < kPlaces) {
+    const auto line = reader.next();
+    if (!line) break;
+    if (line->find(kRoomMark) != std::string_view::npos) continue;
+    if (!contains_ignoring_case(without_blanks(*line), slug)) continue;
+    const auto entry = parse_list_line(*line);
+    if (!entry || !entry->device) continue;
+    const Device& device = *entry->device;
+
+    const std::string key = device.key();
+    const bool on = getlaststatus(key);
+    Cell cell{
+        device.code() + "~" + key + (on ? "~turnoff~" : "~turnon~") + without_blanks(device.room),
+        picture(key, on), device.name};
+    if (family.numbered) cell.address += "~" + std::to_string(slot);
+    replace(form_.page, place("dev", slot), cell.markup(family));
+    if (family.numbered)
+      replace(form_.page, place("mrl", slot + 1), std::string(family.page) + "?" + cell.address);
+    title = device.room;
+    ++slot;
+  }
+  replace(form_.page, "<room>", title);
+  return slot;
+}
+
+void PageBuilder::show_no_room() {
+  replace(form_.page, "<room>", kChooseARoom);
+  for (int slot = 0; slot < kPlaces; ++slot) replace(form_.page, place("dev", slot), "&nbsp");
+}
+
+void PageBuilder::remove_modules(int first) {
+  for (int number = first; number <= kPlaces; ++number)
+    replace(form_.page, module_attributes(number), "");
+}
+
+bool PageBuilder::getlaststatus(const std::string& keyname) {
+  return module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, without_blanks(keyname),
+                          "False") == "True";
+}
+
+std::string PageBuilder::getimageon(const std::string& fullname) const {
+  return picture(fullname, true);
+}
+
+std::string PageBuilder::getimageoff(const std::string& fullname) const {
+  return picture(fullname, false);
+}
+
+std::string PageBuilder::picture(const std::string& fullname, bool on) const {
+  const std::string type = settings_.read("type", without_blanks(fullname), "switch");
+  return std::string(device_type(type).code) + (on ? "on.gif" : "off.gif");
+}
+
+}  // namespace homewarden

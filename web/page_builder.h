@@ -1,0 +1,65 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "core/list_file.h"
+#include "core/module1.h"
+#include "core/settings.h"
+#include "platform/files.h"
+#include "ui/frm_server.h"
+
+namespace homewarden {
+
+// Builds the pages of both families from their templates: index.html for browsers, wmcindex.html
+// for ten-foot screens. All operations work on the page of the form, all replacements replace every
+// occurrence and ignore letter case. The markup is written down in docs/web-pages.md.
+class PageBuilder {
+ public:
+  PageBuilder(FrmServer& form, Module1& module1, Settings& settings, Files& files, ListFile& rooms,
+              std::filesystem::path document_folder);
+
+  // Append a template; a missing one adds nothing.
+  void loadnormhtml();
+  void loadhtml();
+
+  // Fill the room menu, in the order of the file. Rooms without a line of their own have no entry.
+  void loadnormtree(std::string& html);
+  void loadtree(std::string& html);
+
+  // Fill in the first ten devices on whose lines the room's name stands anywhere, blanks left out.
+  // The ten-foot one also remembers the room, and puts the focus on the device used last when the
+  // room is the one shown last.
+  void loadnormroom(const std::string& roomname);
+  void loadroom(const std::string& roomname);
+
+  // What a home page shows while no room has been chosen.
+  void show_no_room();
+  // Takes the focus from the first so many device places of a ten-foot page.
+  void remove_modules(int first);
+
+  bool getlaststatus(const std::string& keyname);
+  // The picture's file name for a room name followed by a device name.
+  std::string getimageon(const std::string& fullname) const;
+  std::string getimageoff(const std::string& fullname) const;
+
+ private:
+  struct Family;
+  struct Cell;
+  static const Family kNormal;
+  static const Family kMediaCenter;
+
+  void append_template(const char* file);
+  int fill_room(const Family& family, std::string_view slug);
+  std::string picture(const std::string& fullname, bool on) const;
+
+  FrmServer& form_;
+  Module1& module1_;
+  Settings& settings_;
+  Files& files_;
+  ListFile& rooms_;
+  std::filesystem::path folder_;
+};
+
+}  // namespace homewarden

@@ -1,0 +1,88 @@
+#include "web/request_grammar.h"
+
+#include <cmath>
+#include <vector>
+
+#include "base/text.h"
+
+namespace homewarden {
+namespace {
+
+constexpr std::string_view kMediaCenterPage = "wmcindex.html";
+constexpr std::string_view kNormalPage = "index.html";
+
+bool holds(std::string_view text, std::string_view part) {
+  return text.find(part) != std::string_view::npos;
+}
+
+std::optional<WebAction> action_of(std::string_view query) {
+  if (contains_ignoring_case(query, "loadroom")) return WebAction::kRoom;
+  if (contains_ignoring_case(query, "turnon")) return WebAction::kSwitchOn;
+  if (contains_ignoring_case(query, "turnoff")) return WebAction::kSwitchOff;
+  return std::nullopt;
+}
+
+int hex_digit(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  const char lower = to_lower(c);
+  return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+}  // namespace
+
+WebRequest classify_request(std::string_view page, std::string_view query) {
+  const bool media_center = holds(page, kMediaCenterPage);
+  if (query.empty()) {
+    if (page.empty() || media_center) return {WebAction::kHome, PageFamily::kMediaCenter};
+    if (holds(page, kNormalPage)) return {WebAction::kHome, PageFamily::kNormal};
+    return {};
+  }
+  // "wmcindex.html" contains "index.html": a ten-foot request without a keyword stays a file.
+  if (!holds(page, kNormalPage)) return {};
+  const auto action = action_of(query);
+  if (!action) return {};
+  return {*action, media_center ? PageFamily::kMediaCenter : PageFamily::kNormal};
+}
+
+std::optional<SwitchQuery> split_switch_query(std::string_view query, PageFamily family) {
+  const std::size_t count = family == PageFamily::kMediaCenter ? 6 : 5;
+  std::vector<std::string_view> fields;
+  while (fields.size() + 1 < count) {
+    const auto end = query.find('~');
+    if (end == std::string_view::npos) return std::nullopt;
+    fields.push_back(query.substr(0, end));
+    query.remove_prefix(end + 1);
+  }
+  fields.push_back(query);
+  const auto unit = to_integer16(fields[1]);
+  if (!unit) return std::nullopt;
+  SwitchQuery result{std::string(fields[0]), *unit, std::string(fields[2]), std::string(fields[4]),
+                     0};
+  if (family == PageFamily::kMediaCenter) {
+    constexpr double kFurthest = 1000;
+    const double position = leading_number(fields[5]);
+    if (std::abs(position) < kFurthest) result.position = static_cast<int>(position);
+  }
+  return result;
+}
+
+std::string room_of_query(std::string_view query) {
+  return replace_all_ignoring_case(query, "loadroom", "");
+}
+
+std::string decode_query(std::string_view query) {
+  std::string text;
+  for (std::size_t i = 0; i < query.size(); ++i) {
+    const int high = query[i] == '%' && i + 2 < query.size() ? hex_digit(query[i + 1]) : -1;
+    const int low = high >= 0 ? hex_digit(query[i + 2]) : -1;
+    if (low < 0) {
+      text += query[i];
+      continue;
+    }
+    text += static_cast<char>(high * 16 + low);
+    i += 2;
+  }
+  return text;
+}
+
+}  // namespace homewarden

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace homewarden {
+
+// The two families of pages: for browsers, and for ten-foot screens with a remote control.
+enum class PageFamily { kNormal, kMediaCenter };
+
+enum class WebAction { kHome, kRoom, kSwitchOn, kSwitchOff, kFile };
+
+struct WebRequest {
+  WebAction action = WebAction::kFile;
+  PageFamily family = PageFamily::kNormal;
+};
+
+// What a request for this page with this query asks for: the first rule that fits. Parts of the
+// page's name are looked for with their letter case, keywords of the query without.
+WebRequest classify_request(std::string_view page, std::string_view query);
+
+// The fields of a switch query: "A~3~KitchenLamp~turnon~Kitchen" and, for ten-foot pages, a sixth.
+struct SwitchQuery {
+  std::string house;
+  int unit = 0;
+  std::string key;   // of the device
+  std::string room;  // without blanks
+  int position = 0;  // of the device in its room, from 0; 0 in the normal family
+};
+
+// Nothing when the query has too few fields or its unit is no number.
+std::optional<SwitchQuery> split_switch_query(std::string_view query, PageFamily family);
+
+// The room that a query asks for: without every "loadroom".
+std::string room_of_query(std::string_view query);
+
+// The query as the program wrote it into its links: browsers encode what is not ASCII.
+std::string decode_query(std::string_view query);
+
+}  // namespace homewarden

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <deque>
+#include <string>
+
+#include "base/operations.h"
+#include "base/task.h"
+#include "core/module1.h"
+#include "platform/event_loop.h"
+#include "platform/web_server_control.h"
+#include "ui/frm_main.h"
+#include "ui/frm_server.h"
+#include "web/page_builder.h"
+#include "web/request_grammar.h"
+#include "x10/device_commands.h"
+#include "x10/device_state.h"
+
+namespace homewarden {
+
+// Answers the requests of the web server, one after the other: a request that comes while another
+// one waits for its device is held until that one is answered.
+class RequestHandler {
+ public:
+  RequestHandler(FrmMain& main, FrmServer& form, Operations& operations, EventLoop& loop,
+                 Module1& module1, WebServerControl& web, PageBuilder& pages,
+                 DeviceCommands& commands, DeviceState& state);
+
+ private:
+  struct Request {
+    int id;
+    std::string page;
+  };
+
+  Task<void> answer_all();
+  Task<bool> build_page(std::string page, std::string query);
+  Task<void> switch_device(SwitchQuery device, bool on, PageFamily family);
+  void begin_page(PageFamily family);
+  void show_home(PageFamily family);
+  void show_room(PageFamily family, const std::string& room);
+  bool is_known(const std::string& key) const;
+
+  FrmMain& main_;
+  FrmServer& form_;
+  EventLoop& loop_;
+  Module1& module1_;
+  WebServerControl& web_;
+  PageBuilder& pages_;
+  DeviceCommands& commands_;
+  DeviceState& state_;
+  std::deque<Request> waiting_;
+};
+
+}  // namespace homewarden

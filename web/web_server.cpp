@@ -1,0 +1,172 @@
+#include "web/web_server.h"
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "base/text.h"
+#include "core/version.h"
+
+namespace homewarden {
+namespace {
+
+const char* const kDefaultPort = "80";
+const char* const kFallbackPort = "8080";
+constexpr int kRequestsAtOnce = 12;
+constexpr int kWithLogin = 1;
+
+// Names separated by blanks or commas.
+std::vector<std::string> names_in(const std::string& text) {
+  std::vector<std::string> names;
+  std::string name;
+  for (const char c : text + " ") {
+    if (c != ' ' && c != ',') {
+      name += c;
+    } else if (!name.empty()) {
+      names.push_back(std::exchange(name, {}));
+    }
+  }
+  return names;
+}
+
+}  // namespace
+
+WebServer::WebServer(FrmMain& main, FrmServer& form, Operations& operations, Module1& module1,
+                     Settings& settings, Dialogs& dialogs, Files& files, WebServerControl& web,
+                     WindowServices& window, std::filesystem::path document_folder)
+    : main_(main),
+      form_(form),
+      module1_(module1),
+      settings_(settings),
+      dialogs_(dialogs),
+      files_(files),
+      web_(web),
+      window_(window),
+      folder_(std::move(document_folder)),
+      credentials_(folder_ / "htaccess.txt") {
+  web.servermaxconnections(kRequestsAtOnce);
+  main.Command7.click.connect([this, &operations] { operations.start(save_port()); });
+  main.Command8.click.connect([this, &operations] { operations.start(set_password()); });
+  main.Command9.click.connect([this, &operations] { operations.start(clear_password()); });
+  main.Command10.click.connect([this, &operations] { operations.start(show_url()); });
+}
+
+void WebServer::startserver() {
+  form_.loaded = true;
+  const std::string port =
+      module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, "webport", kDefaultPort);
+  if (!web_.Listening() && !listen(port)) {
+    module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "webport", kFallbackPort);
+    if (!listen(kFallbackPort))
+      main_.Statusbar.panel2 =
+          "The web server could not be started on port " + port + " nor on port " + kFallbackPort;
+  }
+  show_state();
+}
+
+void WebServer::stop() {
+  if (!form_.loaded) return;
+  web_.StopListening();
+  form_.loaded = false;
+}
+
+bool WebServer::listen(const std::string& port) {
+  protected_ = files_.exists(credentials_);
+  web_.ServerPort(port);
+  web_.DocumentFolder(folder_);
+  web_.AuthenticationMode(protected_ ? kWithLogin : 0);
+  web_.AllowedHosts(names_in(settings_.read("data", "webhosts", "")));
+  web_.ServerOption(true);
+  web_.StartListening();
+  return web_.Listening();
+}
+
+void WebServer::show_state() {
+  const std::string port =
+      module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, "webport", kDefaultPort);
+  if (!web_.Listening()) {
+    main_.lab_webstate.caption = "The web server is not running: port " + port + " cannot be used.";
+    return;
+  }
+  const bool has_password = files_.exists(credentials_);
+  std::string text = "The web server is running on port " + port;
+  text +=
+      protected_ ? " and asks for a password." : " without a password, for your own network only.";
+  if (has_password != protected_)
+    text += has_password ? " The new password takes effect at its next start: save the port."
+                         : " That ends at its next start: save the port.";
+  main_.lab_webstate.caption = text;
+}
+
+Task<void> WebServer::save_port() {
+  const std::string port = main_.txt_webport.text;
+  if (port.size() < 2) {
+    co_await tell("Please enter a valid port number of at least 80 in to the port text entry box",
+                  "Error", MessageIcon::kInformation);
+    co_return;
+  }
+  stop();
+  module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "webport", port);
+  main_.Label48.caption = "The web server is currently set to run on port " + port;
+  co_await tell("Setting saved. The web server will now run on your chosen port.", "Saved",
+                MessageIcon::kInformation);
+  startserver();
+}
+
+Task<void> WebServer::set_password() {
+  const std::string user = co_await ask(
+      "Please enter a Username for the Web Server, you will use this to login", "Username", false);
+  if (user.empty()) co_return;
+  const std::string password = co_await ask(
+      "Please enter a Password for the Web Server, you will use this to login", "Password", true);
+  if (password.empty()) co_return;
+  const std::string again =
+      co_await ask("Please RE-enter your Password for the Web Server", "Re enter Password", true);
+  if (again.empty()) co_return;
+  if (password != again) {
+    co_await tell("Sorry, your password did not match", "Error", MessageIcon::kCritical);
+    co_return;
+  }
+  co_await module1_.pause(1);
+  const std::string line = user + ":" + password + "\r\n";
+  // Under a name that is never served; the old password holds until the new one is there.
+  const std::filesystem::path unfinished = folder_ / ".htaccess.new";
+  if (!files_.write_secret(unfinished, line) || !files_.rename(unfinished, credentials_)) {
+    co_await tell("Sorry, the password could not be written. Please check the disk.", "Error",
+                  MessageIcon::kCritical);
+    co_return;
+  }
+  show_state();
+  co_await tell("Your password has been set", "Homewarden", MessageIcon::kNone);
+}
+
+Task<void> WebServer::clear_password() {
+  Message question{"Do you really want to remove the password protection from the Web Server?",
+                   "Sure?", MessageIcon::kQuestion, MessageButtons::kYesNo};
+  const Answer answer = co_await dialogs_.message_box(std::move(question));
+  if (answer != Answer::kYes) co_return;
+  files_.remove(credentials_);
+  co_await module1_.pause(1);
+  show_state();
+  co_await tell("Your password has been cleared", "Cleared", MessageIcon::kInformation);
+}
+
+Task<void> WebServer::show_url() {
+  std::string address =
+      std::string(kWebSite) + "/cgi-bin/urlip.cgi?" + main_.txt_webport.text.get();
+  co_await window_.link(std::move(address));
+}
+
+// "" for an empty answer and for Cancel.
+Task<std::string> WebServer::ask(const char* prompt, const char* title, bool secret) {
+  Question question{prompt, title, "", secret};
+  const auto answer = co_await dialogs_.input_box(std::move(question));
+  co_return answer.value_or("");
+}
+
+Task<void> WebServer::tell(const char* text, const char* title, MessageIcon icon) {
+  Message message{text, title, icon, MessageButtons::kOk};
+  co_await dialogs_.message_box(std::move(message));
+}
+
+}  // namespace homewarden

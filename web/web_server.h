@@ -1,0 +1,55 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "base/operations.h"
+#include "base/task.h"
+#include "core/module1.h"
+#include "core/settings.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "platform/web_server_control.h"
+#include "ui/frm_main.h"
+#include "ui/frm_server.h"
+#include "ui/window_services.h"
+
+namespace homewarden {
+
+// The web server's panel: its port, its password, starting and stopping.
+class WebServer {
+ public:
+  WebServer(FrmMain& main, FrmServer& form, Operations& operations, Module1& module1,
+            Settings& settings, Dialogs& dialogs, Files& files, WebServerControl& web,
+            WindowServices& window, std::filesystem::path document_folder);
+
+  // Listens on the stored port, or on 8080, which is stored then. A failure of that too is told in
+  // the status line.
+  void startserver();
+  // Unloads the form.
+  void stop();
+
+ private:
+  bool listen(const std::string& port);
+  void show_state();
+  Task<void> save_port();
+  Task<void> set_password();
+  Task<void> clear_password();
+  Task<void> show_url();
+  Task<std::string> ask(const char* prompt, const char* title, bool secret);
+  Task<void> tell(const char* text, const char* title, MessageIcon icon);
+
+  FrmMain& main_;
+  FrmServer& form_;
+  Module1& module1_;
+  Settings& settings_;
+  Dialogs& dialogs_;
+  Files& files_;
+  WebServerControl& web_;
+  WindowServices& window_;
+  std::filesystem::path folder_;
+  std::filesystem::path credentials_;
+  bool protected_ = false;  // since the last start
+};
+
+}  // namespace homewarden
