@@ -117,31 +117,33 @@ Task<void> HouseDeletion::delete_room(std::string room) {
       "devices you have setup in this room!",
       "Really Delete?");
   if (!wanted || !files_.rooms.exists()) co_return;
-  bool deleted = false;
-  {
-    say("PLEASE WAIT! Searching for " + room + ", for deletion");
-    co_await pending_events(loop_);
-    const BusyWindow busy(form_);
-    co_await pending_events(loop_);
-    const FileLock lock = co_await lock_files(form_, module1_);
-    files_.discard_deletion();
-    co_await module1_.pause(1);
-    const ListFile::Choice choice = lines_of_room(room);
-    const Lines lines = lines_to_delete(choice);
-    for (std::size_t line = 0; line < lines.found; ++line) {
-      say("FOUND " + room + ", deleting now");
-      co_await pending_events(loop_);
-    }
-    deleted = files_.decide_deletion(choice, {});
-    if (deleted) forget(lines);
-    say(room + " has been deleted, please wait.");
-    co_await pending_events(loop_);
-    co_await module1_.pause(1);
-    deleted = deleted && files_.use_rooms();
-    co_await module1_.pause(2);
-    co_await module1_.pause(1);
-  }
+  say("PLEASE WAIT! Searching for " + room + ", for deletion");
+  co_await pending_events(loop_);
+  const BusyWindow busy(form_);
+  co_await pending_events(loop_);
+  const bool deleted = co_await rewrite_for_room(room);
   co_await finish(deleted);
+}
+
+Task<bool> HouseDeletion::rewrite_for_room(std::string room) {
+  const FileLock lock = co_await lock_files(form_, module1_);
+  files_.discard_deletion();
+  co_await module1_.pause(1);
+  const ListFile::Choice choice = lines_of_room(room);
+  const Lines lines = lines_to_delete(choice);
+  for (std::size_t line = 0; line < lines.found; ++line) {
+    say("FOUND " + room + ", deleting now");
+    co_await pending_events(loop_);
+  }
+  if (!files_.decide_deletion(choice, {})) co_return false;
+  forget(lines);
+  say(room + " has been deleted, please wait.");
+  co_await pending_events(loop_);
+  co_await module1_.pause(1);
+  const bool deleted = files_.use_rooms();
+  co_await module1_.pause(2);
+  co_await module1_.pause(1);
+  co_return deleted;
 }
 
 Task<void> HouseDeletion::delete_device(std::string room, std::string device) {

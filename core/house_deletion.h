@@ -38,6 +38,7 @@ class HouseDeletion {
   Task<void> delete_top_item(std::string name);
   Task<void> delete_room(std::string room);
   Task<void> delete_device(std::string room, std::string device);
+  Task<bool> rewrite_for_room(std::string room);
   Task<bool> rewrite_for_device(std::string room, std::string device, bool with_events);
   Task<void> remove_events(std::string room, std::string device, std::size_t found);
   Task<bool> ask(const char* text, const char* title);

@@ -159,6 +159,9 @@ TEST_F(HouseEditStory, DeletingARoomTakesItsDevicesAndKeepsTheirEvents) {
   house.settings.write("type", "HallLamp", "bulb");
   select("Hall");
   form.Tree.key_press(127);
+  bool enabled_early = false;
+  form.enabled.changed.connect([&] { enabled_early |= form.enabled && !form.frm_home.visible; });
+  house.click_node("Hallway");
   house.loop.advance(1500ms);
   EXPECT_FALSE(form.enabled);
   house.loop.advance(40s);
@@ -171,6 +174,7 @@ TEST_F(HouseEditStory, DeletingARoomTakesItsDevicesAndKeepsTheirEvents) {
   EXPECT_EQ(events(), kKitchenEvents);
   EXPECT_EQ(house.settings.read("type", "HallLamp", "(none)"), "(none)");
   EXPECT_TRUE(form.enabled);
+  EXPECT_FALSE(enabled_early) << "the window took input while its tree was empty";
 }
 
 TEST_F(HouseEditStory, DevicesThatShareAKeyOrStandTwice) {
