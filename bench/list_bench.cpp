@@ -7,6 +7,8 @@
 #include <QPixmap>
 #include <filesystem>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "automation/event_list.h"
 #include "base/operations.h"
@@ -16,6 +18,7 @@
 #include "tests/platform/fake_desktop.h"
 #include "tests/platform/memory_registry.h"
 #include "tests/platform/virtual_loop.h"
+#include "ui/qt/list_pane.h"
 #include "ui/qt/main_window_view.h"
 
 namespace {
@@ -66,6 +69,33 @@ void loadevents_and_paint(benchmark::State& state) {
   fs::remove_all(folder);
 }
 BENCHMARK(loadevents_and_paint)->Arg(100)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+// The part of the window: rows that are there already, shown and painted.
+void show_rows_and_paint(benchmark::State& state) {
+  std::vector<ListView::Row> rows;
+  for (int i = 0; i < state.range(0); ++i)
+    rows.push_back({"Living Room Table Lamp " + std::to_string(i), "B", "12", "40%",
+                    two_digits(i % 24) + ":" + two_digits(i % 60), "on", "daily", "mtwufsr"});
+  FrmMain form;
+  fill_event_columns(form);
+  form.frm_event.visible = true;
+  MainWindowView view(form);
+  form.visible = true;
+  QApplication::processEvents();
+  auto* list = view.findChild<ListPane*>();
+
+  for (auto _ : state) {
+    state.PauseTiming();
+    form.ListView1.rows = std::vector<ListView::Row>();
+    auto more = rows;
+    benchmark::DoNotOptimize(list->grab());
+    state.ResumeTiming();
+    form.ListView1.rows = std::move(more);
+    benchmark::DoNotOptimize(list->grab());
+  }
+  if (list->model()->rowCount() != state.range(0)) state.SkipWithError("a row is missing");
+}
+BENCHMARK(show_rows_and_paint)->Arg(100)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

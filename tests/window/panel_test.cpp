@@ -9,15 +9,13 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QTest>
-#include <QTreeWidget>
+#include <QTreeView>
 #include <memory>
 
 #include "ui/qt/main_window_view.h"
 
 namespace homewarden::testing {
 namespace {
-
-using ::testing::ElementsAre;
 
 struct PanelTest : ::testing::Test {
   PanelTest() {
@@ -38,12 +36,6 @@ struct PanelTest : ::testing::Test {
     for (auto* combo : view->findChildren<QComboBox*>())
       if (combo->accessibleName() == name && combo->isVisible()) return combo;
     return nullptr;
-  }
-  QTreeWidget* show_events() {
-    show(form.frm_event);
-    form.ListView1.columns = std::vector<ListColumn>{{"Device", 1000}, {"Time", 500}};
-    form.ListView1.rows = std::vector<ListView::Row>{{"Lamp", "07:30"}, {"Fan", "08:00"}};
-    return view->findChild<QTreeWidget*>();
   }
 
   FrmMain form;
@@ -93,43 +85,12 @@ TEST_F(PanelTest, ANameIsReplacedByTyping) {
   EXPECT_TRUE(box->selectedText().isEmpty()) << "a second click cannot place the cursor";
 }
 
-TEST_F(PanelTest, ListsShowTheSelectionThatTheirControlsHave) {
-  QTreeWidget* events = show_events();
-  form.ListView1.selected = 1;
-  form.ListView1.rows = std::vector<ListView::Row>{{"Lamp", "07:30"}, {"Radio", "09:00"}};
-  ASSERT_TRUE(events->currentItem()) << "an event is selected that nobody sees";
-  EXPECT_EQ(events->currentItem()->text(0), "Radio");
+TEST_F(PanelTest, TheMacroListShowsTheSelectionThatItsControlHas) {
   show(form.frm_macros);
   form.ListVIew2.items = std::vector<std::string>{"one", "two"};
   form.ListVIew2.selected = 1;
   form.ListVIew2.items = std::vector<std::string>{"one", "three"};
   EXPECT_EQ(view->findChild<QListWidget*>()->currentRow(), 1);
-}
-
-TEST_F(PanelTest, EventsAreOpenedAndDeletedWithMouseAndKeyboard) {
-  QTreeWidget* events = show_events();
-  int opened = 0;
-  std::vector<int> keys;
-  std::vector<int> buttons;
-  form.ListView1.double_click.connect([&] { ++opened; });
-  form.ListView1.key_press.connect([&](int key) { keys.push_back(key); });
-  form.ListView1.mouse_down.connect([&](int button) { buttons.push_back(button); });
-  QTest::keyClick(events, Qt::Key_Return);
-  EXPECT_EQ(opened, 0) << "opened no event at all";
-  const QPoint place = events->visualItemRect(events->topLevelItem(1)).center();
-  QTest::mouseClick(events->viewport(), Qt::LeftButton, {}, place);
-  EXPECT_EQ(form.ListView1.selected.get(), 1);
-  QTest::mouseDClick(events->viewport(), Qt::LeftButton, {}, place);
-  QTest::keyClick(events, Qt::Key_Return);
-  EXPECT_EQ(opened, 2);
-  QTest::keyClick(events, Qt::Key_D, Qt::ControlModifier);
-  form.enabled = false;
-  QTest::keyClick(events, Qt::Key_D, Qt::ControlModifier);
-  EXPECT_THAT(keys, ElementsAre(4)) << "a window that is busy deleted an event";
-  form.enabled = true;
-  QContextMenuEvent menu(QContextMenuEvent::Mouse, place, events->viewport()->mapToGlobal(place));
-  QApplication::sendEvent(events->viewport(), &menu);
-  EXPECT_THAT(buttons, ElementsAre(2));
 }
 
 TEST_F(PanelTest, OfSeveralPanelsTheOneShownLastThatIsStillVisible) {

@@ -12,7 +12,6 @@
 #include <QTest>
 #include <QToolButton>
 #include <QTreeView>
-#include <QTreeWidget>
 #include <algorithm>
 #include <memory>
 

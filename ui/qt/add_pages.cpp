@@ -10,10 +10,6 @@
 namespace homewarden {
 namespace {
 
-QString tr(const char* text) {
-  return QObject::tr(text);
-}
-
 // Selects its whole text when it gets the focus, so that typing replaces it.
 class NameBox : public QLineEdit {
  public:

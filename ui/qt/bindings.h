@@ -7,7 +7,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QTreeWidget>
 
 #include "ui/controls.h"
 
@@ -25,7 +24,6 @@ void bind(CheckBox& control, QCheckBox* widget, const QString& name = {});
 void bind(TextBox& control, QLineEdit* widget, const QString& name);
 void bind(ComboBox& control, QComboBox* widget, const QString& name);
 void bind(ListBox& control, QListWidget* widget, const QString& name);
-void bind(ListView& control, QTreeWidget* widget, const QString& name);
 
 // A label that is a link: a flat button that looks like a row one can press.
 QPushButton* make_link(Label& control, QWidget* parent);
@@ -33,8 +31,13 @@ QPushButton* make_link(Label& control, QWidget* parent);
 // A label that tells what is wrong, in a frame.
 QLabel* make_notice(Label& control, QWidget* parent);
 
-// A combo box that is editable, as all of the program's are, and joined to its control.
+// A combo box that is editable, as all of the program's are, and joined to its control. It may
+// become narrower than its entries when the window is small.
 QComboBox* make_combo(ComboBox& control, const QString& name, QWidget* parent);
+// The same for a few short entries: always wide enough for the longest of them.
+QComboBox* make_short_combo(ComboBox& control, const QString& name, QWidget* parent);
+
+// A button that keeps its size when its caption turns bold and back.
 QPushButton* make_button(Button& control, QWidget* parent);
 
 }  // namespace homewarden

@@ -1,33 +1,30 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QPushButton>
-#include <QTreeWidget>
 
 #include "ui/qt/bindings.h"
+#include "ui/qt/breaking_row.h"
+#include "ui/qt/list_pane.h"
 #include "ui/qt/page.h"
 #include "ui/qt/pages.h"
 
 namespace homewarden {
 namespace {
 
-QString tr(const char* text) {
-  return QObject::tr(text);
-}
-
 // The words between the boxes read as one sentence: Turn on and Dim to 60% at 07 : 30.
-QLayout* make_action_row(FrmMain& form, QWidget* body) {
-  auto* row = new QHBoxLayout;
-  row->setSpacing(6);
-  row->addWidget(make_combo(form.lst_action, tr("Action"), body));
-  auto* dim = new QLabel(body);
+QWidget* make_action_row(FrmMain& form, QWidget* body) {
+  auto* row = new BreakingRow(body);
+  row->first()->addWidget(make_short_combo(form.lst_action, tr("Action"), row));
+  auto* dim = new QLabel(row);
   bind(form.Label29, dim);
-  row->addWidget(dim);
-  row->addWidget(make_combo(form.lst_dim, tr("Dim level"), body));
-  row->addWidget(new QLabel(tr("at"), body));
-  row->addWidget(make_combo(form.lst_hour, tr("Hour"), body));
-  row->addWidget(new QLabel(tr(":"), body));
-  row->addWidget(make_combo(form.lst_min, tr("Minute"), body));
-  row->addStretch();
+  row->first()->addWidget(dim);
+  row->first()->addWidget(make_short_combo(form.lst_dim, tr("Dim level"), row));
+  row->first()->addStretch();
+  row->second()->addWidget(new QLabel(tr("at"), row));
+  row->second()->addWidget(make_short_combo(form.lst_hour, tr("Hour"), row));
+  row->second()->addWidget(new QLabel(tr(":"), row));
+  row->second()->addWidget(make_short_combo(form.lst_min, tr("Minute"), row));
+  row->second()->addStretch();
   return row;
 }
 
@@ -45,12 +42,26 @@ QLayout* make_days_row(FrmMain& form, QWidget* body) {
 
 QLayout* make_frequency_row(FrmMain& form, QWidget* body) {
   auto* row = new QHBoxLayout;
-  row->addWidget(make_combo(form.lst_freq, tr("Frequency"), body));
+  row->addWidget(make_short_combo(form.lst_freq, tr("Frequency"), body));
   row->addStretch();
   row->addWidget(make_button(form.Command5, body));
   row->addSpacing(8);
   row->addWidget(make_button(form.Command6, body));
   return row;
+}
+
+// The hint lies where the rows would be.
+QWidget* make_event_list(FrmMain& form, QWidget* body) {
+  auto* list = new ListPane(form.ListView1, tr("Events"), body);
+  list->setMinimumHeight(180);
+  auto* hint = make_quiet_label(list->viewport());
+  hint->setAlignment(Qt::AlignCenter);
+  hint->setAttribute(Qt::WA_TransparentForMouseEvents);  // the menu of the list opens there too
+  bind(form.lab_noevents, hint);
+  auto* middle = new QVBoxLayout(list->viewport());
+  middle->setContentsMargins(Page::kMargin, 0, Page::kMargin, 0);
+  middle->addWidget(hint);
+  return list;
 }
 
 }  // namespace
@@ -63,14 +74,8 @@ QWidget* make_event_page(FrmMain& form) {
   editor->addRow(tr("Turn"), make_action_row(form, body));
   editor->addRow(tr("Days of the week"), make_days_row(form, body));
   editor->addRow(tr("Frequency"), make_frequency_row(form, body));
-  auto* list = new QTreeWidget(body);
-  bind(form.ListView1, list, tr("Events"));
-  list->setStyleSheet("QTreeWidget::item { padding: 3px 2px; }");
-  list->setMinimumHeight(180);
-  auto* empty = page->add_text({});
-  bind(form.lab_noevents, empty);
   page->rows()->addWidget(make_notice(form.lab_eventnotice, body));
-  page->rows()->addWidget(list, 1);
+  page->rows()->addWidget(make_event_list(form, body), 1);
   return page;
 }
 

@@ -10,10 +10,6 @@
 namespace homewarden {
 namespace {
 
-QString tr(const char* text) {
-  return QObject::tr(text);
-}
-
 void add_links(FrmMain& form, Page* page) {
   auto* links = new QVBoxLayout;
   links->setSpacing(2);
@@ -23,27 +19,41 @@ void add_links(FrmMain& form, Page* page) {
   page->rows()->addLayout(links);
 }
 
-// Location and start-up settings.
+void add_box(CheckBox& control, QVBoxLayout* rows, QWidget* frame) {
+  auto* box = new QCheckBox(frame);
+  bind(control, box);
+  rows->addWidget(box);
+}
+
+// Today's sun times; no empty line before there are any.
+void add_sun_times(Label& control, QVBoxLayout* rows, QWidget* frame) {
+  auto* times = new QLabel(frame);
+  times->setWordWrap(true);
+  bind(control, times);
+  rows->addWidget(times);
+  follow(control.caption, times, [times, &control](const std::string& text) {
+    times->setVisible(control.visible && !text.empty());
+  });
+}
+
 void add_settings(FrmMain& form, Page* page) {
   auto* frame = new QWidget(page->body());
   bind_common(form.Frame1, frame, tr("Location and start-up settings"));
-  auto* rows = new QFormLayout(frame);
-  rows->setContentsMargins(0, 0, 0, 0);
-  rows->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-  rows->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  rows->setHorizontalSpacing(18);
-  rows->setVerticalSpacing(10);
-  rows->addRow(tr("City:"), make_combo(form.com_city, tr("City"), frame));
-  const auto add_box = [frame, rows](CheckBox& box) {
-    auto* check = new QCheckBox(frame);
-    bind(box, check);
-    rows->addRow(QString(), check);
-  };
-  add_box(form.Check1);
-  auto* sun_times = new QLabel(frame);
-  bind(form.lab_sunset, sun_times);
-  rows->addRow(QString(), sun_times);
-  for (CheckBox* box : {&form.chk_lww, &form.chk_service, &form.chk_startup}) add_box(*box);
+  auto* rows = new QVBoxLayout(frame);
+  rows->setContentsMargins(0, Page::kHeadingGap, 0, 0);
+  rows->setSpacing(10);
+  rows->addWidget(make_heading(tr("Location"), frame));
+  add_sun_times(form.lab_sunset, rows, frame);
+  auto* city = new QHBoxLayout;
+  city->setSpacing(18);
+  city->addWidget(new QLabel(tr("City:"), frame));
+  city->addWidget(make_combo(form.com_city, tr("City"), frame), 1);
+  rows->addLayout(city);
+  add_box(form.Check1, rows, frame);
+  rows->addSpacing(Page::kHeadingGap);
+  rows->addWidget(make_heading(tr("Start-up"), frame));
+  for (CheckBox* box : {&form.chk_lww, &form.chk_service, &form.chk_startup})
+    add_box(*box, rows, frame);
   page->rows()->addWidget(frame);
 }
 
@@ -61,7 +71,6 @@ QWidget* make_home_page(FrmMain& form) {
       tr("To remove a room, highlight the room in the left hand list and then press CTRL & D"));
   page->add_text(
       tr("To remove a device, highlight the device in the left hand list and then press CTRL & D"));
-  page->add_heading(tr("Location and start-up"));
   add_settings(form, page);
   page->add_rest();
   return page;

@@ -7,14 +7,6 @@
 #include "ui/qt/pages.h"
 
 namespace homewarden {
-namespace {
-
-QString tr(const char* text) {
-  return QObject::tr(text);
-}
-
-}  // namespace
-
 QWidget* make_macro_page(FrmMain& form) {
   auto* page = new Page(tr("Macros"), 820);
   QWidget* body = page->body();

@@ -14,7 +14,9 @@ QFont scaled(QFont font, double factor, QFont::Weight weight) {
 // Stays readable when the desktop turns dark or light.
 class QuietLabel : public QLabel {
  public:
-  using QLabel::QLabel;
+  explicit QuietLabel(QWidget* parent) : QLabel(parent) {
+    setForegroundRole(QPalette::WindowText);  // on a list it would be another
+  }
 
  protected:
   void changeEvent(QEvent* event) override {
@@ -39,12 +41,26 @@ class QuietLabel : public QLabel {
 
 }  // namespace
 
+QColor mixed(const QColor& colour, const QColor& other, int percent) {
+  const auto mix = [percent](int a, int b) { return (a * percent + b * (100 - percent)) / 100; };
+  return QColor(mix(colour.red(), other.red()), mix(colour.green(), other.green()),
+                mix(colour.blue(), other.blue()));
+}
+
 QColor quiet_text_colour(const QPalette& palette) {
-  const QColor text = palette.color(QPalette::WindowText);
-  const QColor ground = palette.color(QPalette::Window);
-  const auto mix = [](int a, int b) { return (a * 68 + b * 32) / 100; };
-  return QColor(mix(text.red(), ground.red()), mix(text.green(), ground.green()),
-                mix(text.blue(), ground.blue()));
+  return mixed(palette.color(QPalette::WindowText), palette.color(QPalette::Window), 68);
+}
+
+QLabel* make_heading(const QString& text, QWidget* parent) {
+  auto* label = new QLabel(text, parent);
+  label->setFont(scaled(label->font(), 1.2, QFont::DemiBold));
+  return label;
+}
+
+QLabel* make_quiet_label(QWidget* parent) {
+  auto* label = new QuietLabel(parent);
+  label->setWordWrap(true);
+  return label;
 }
 
 Page::Page(const QString& title, int max_width, QWidget* parent)
@@ -70,17 +86,17 @@ Page::Page(const QString& title, int max_width, QWidget* parent)
 }
 
 QLabel* Page::add_text(const QString& text, bool quiet) {
-  auto* label = quiet ? new QuietLabel(text, body_) : new QLabel(text, body_);
+  QLabel* label = quiet ? make_quiet_label(body_) : new QLabel(body_);
   label->setWordWrap(true);
   label->setTextFormat(Qt::PlainText);
+  label->setText(text);
   rows_->addWidget(label);
   return label;
 }
 
 QLabel* Page::add_heading(const QString& text) {
-  auto* label = new QLabel(text, body_);
-  label->setFont(scaled(label->font(), 1.2, QFont::DemiBold));
-  rows_->addSpacing(10);
+  QLabel* label = make_heading(text, body_);
+  rows_->addSpacing(kHeadingGap);
   rows_->addWidget(label);
   return label;
 }

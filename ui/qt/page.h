@@ -7,12 +7,18 @@
 
 namespace homewarden {
 
+// A text that the program shows, in the language of the desktop.
+inline QString tr(const char* text) {
+  return QObject::tr(text);
+}
+
 // A panel of the right side: a title, and rows below it that do not grow wider than is pleasant to
 // read. It scrolls when the window is small.
 class Page : public QScrollArea {
  public:
   static constexpr int kMargin = 28;
   static constexpr int kTextWidth = 720;
+  static constexpr int kHeadingGap = 10;  // above a heading, beside the distance of all rows
 
   // `max_width` 0: as wide as the window.
   explicit Page(const QString& title, int max_width = kTextWidth, QWidget* parent = nullptr);
@@ -35,6 +41,12 @@ class Page : public QScrollArea {
   QLabel* title_;
 };
 
+QLabel* make_heading(const QString& text, QWidget* parent);
+// A wrapped text that explains; stays readable when the desktop turns dark or light.
+QLabel* make_quiet_label(QWidget* parent);
+
+// `percent` of one colour, the rest of the other.
+QColor mixed(const QColor& colour, const QColor& other, int percent);
 // The colour of text that explains, on the widget's background.
 QColor quiet_text_colour(const QPalette& palette);
 

@@ -9,14 +9,6 @@
 #include "ui/qt/pages.h"
 
 namespace homewarden {
-namespace {
-
-QString tr(const char* text) {
-  return QObject::tr(text);
-}
-
-}  // namespace
-
 QWidget* make_web_page(FrmMain& form) {
   auto* page = new Page(tr("Web Server"));
   QWidget* body = page->body();

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "ui/qt/bindings.h"
+#include "ui/qt/disabled_colours.h"
 #include "ui/qt/key_codes.h"
 #include "ui/qt/watch.h"
 
@@ -40,6 +41,7 @@ TreePane::TreePane(TreeView& tree, QWidget* parent)
   setTextElideMode(Qt::ElideRight);
   setStyleSheet("QTreeView::item { padding: 2px; }");
   setMinimumWidth(170);
+  keep_readable_when_disabled(this, QPalette::Base);
   bind_common(tree, this, tr("Rooms and devices"));
   watch(tree.nodes_changed, this, [this] { nodes_changed(); });
   watch(tree.selected.changed, this, [this] { select(model_->index_of(tree_.selected)); });

@@ -1,0 +1,291 @@
+// The list of events in the window: what it shows, and what a person does with mouse and keyboard.
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenu>
+#include <QScrollBar>
+#include <QTest>
+#include <cstdlib>
+#include <memory>
+
+#include "core/choice_lists.h"
+#include "ui/qt/list_pane.h"
+#include "ui/qt/main_window_view.h"
+
+namespace homewarden::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using Rows = std::vector<ListView::Row>;
+
+struct ListTest : ::testing::Test {
+  ListTest() {
+    fill_event_columns(form);
+    form.frm_event.visible = true;
+    form.ListView1.rows = Rows{{"Lamp", "A", "1", "100%", "07:30"},
+                               {"Fan & Light", "A", "2", " ", "08:00"},
+                               {"K\xFC"
+                                "che",
+                                "B", "12", "40%", "sRise:-1"}};
+    form.ListView1.key_press.connect([this](int key) { keys.push_back(key); });
+    form.ListView1.mouse_down.connect([this](int button) { buttons.push_back(button); });
+    form.ListView1.column_click.connect([this](int column) { columns.push_back(column); });
+    form.ListView1.double_click.connect([this] { opened.push_back(form.ListView1.selected); });
+    view = std::make_unique<MainWindowView>(form);
+    form.visible = true;
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(view.get()));
+    list = view->findChild<ListPane*>();
+  }
+
+  std::string cell(int row, int column) {
+    return list->model()->index(row, column).data().toString().toStdString();
+  }
+  QPoint place_of(int row) { return list->visualRect(list->model()->index(row, 0)).center(); }
+  // As the right button does: the press, then the request for the menu.
+  void ask_for_menu(QPoint place) {
+    QTest::mousePress(list->viewport(), Qt::RightButton, {}, place);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, list->viewport()->mapToGlobal(place));
+    QApplication::sendEvent(list->viewport(), &event);
+    QTest::mouseRelease(list->viewport(), Qt::RightButton, {}, place);
+  }
+  // The rows that are marked, which must be the one that the control has selected.
+  std::vector<int> marked() {
+    std::vector<int> found;
+    for (const QModelIndex& index : list->selectionModel()->selectedRows())
+      found.push_back(index.row());
+    return found;
+  }
+  void click_caption(int column) {
+    const QPoint place(list->header()->sectionViewportPosition(column) + 8, 8);
+    QTest::mouseClick(list->header()->viewport(), Qt::LeftButton, {}, place);
+  }
+
+  FrmMain form;
+  std::unique_ptr<MainWindowView> view;
+  ListPane* list = nullptr;
+  std::vector<int> keys;
+  std::vector<int> buttons;
+  std::vector<int> columns;
+  std::vector<int> opened;
+};
+
+TEST_F(ListTest, ShowsTextsAsTheyAre) {
+  EXPECT_EQ(cell(1, 0), "Fan & Light");
+  EXPECT_EQ(cell(2, 0),
+            "K\u00FC"
+            "che");
+  EXPECT_EQ(cell(2, 4), "sRise:-1");
+  EXPECT_EQ(cell(2, 7), "") << "a row with fewer texts than columns";
+}
+
+TEST_F(ListTest, TheMarkedRowIsTheSelectedOneWhateverHappens) {
+  form.ListView1.selected = 1;
+  form.ListView1.rows = Rows{{"Lamp"}, {"Radio"}, {"Fan"}};
+  EXPECT_THAT(marked(), ElementsAre(1)) << "an event is selected that nobody sees";
+  form.ListView1.sort_by(0);
+  EXPECT_THAT(marked(), ElementsAre(2)) << "the mark did not go with its row";
+
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::ControlModifier, place_of(2));
+  EXPECT_THAT(marked(), ElementsAre(2)) << "Ctrl took the mark, but the row stayed selected";
+  QTest::keyClick(list, Qt::Key_Space, Qt::ControlModifier);
+  EXPECT_THAT(marked(), ElementsAre(2));
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, QPoint(20, list->height() - 60));
+  EXPECT_THAT(marked(), ElementsAre(2)) << "a click below the rows";
+
+  form.ListView1.show(Rows{{"Radio"}, {"Fan"}}, 0);
+  EXPECT_TRUE(marked().empty());
+  list->clearFocus();
+  list->setFocus(Qt::ActiveWindowFocusReason);
+  EXPECT_EQ(form.ListView1.selected.get(), -1) << "coming back to the window selected an event";
+  list->clearFocus();
+  list->setFocus(Qt::TabFocusReason);
+  EXPECT_EQ(form.ListView1.selected.get(), 0);
+  EXPECT_THAT(marked(), ElementsAre(0));
+}
+
+TEST_F(ListTest, KeysMoveOpenAndDelete) {
+  QTest::keyClick(list, Qt::Key_Return);
+  EXPECT_TRUE(opened.empty()) << "opened no event at all";
+  for (const auto& [key, row] : std::vector<std::pair<Qt::Key, int>>{{Qt::Key_Down, 0},
+                                                                     {Qt::Key_Down, 1},
+                                                                     {Qt::Key_End, 2},
+                                                                     {Qt::Key_Up, 1},
+                                                                     {Qt::Key_Home, 0},
+                                                                     {Qt::Key_PageDown, 2},
+                                                                     {Qt::Key_PageUp, 0},
+                                                                     {Qt::Key_Right, 0}}) {
+    QTest::keyClick(list, key);
+    EXPECT_EQ(form.ListView1.selected.get(), row) << key;
+    EXPECT_THAT(marked(), ElementsAre(row)) << key;
+  }
+  QTest::keyClick(list, Qt::Key_Return);
+  QTest::keyClick(list, Qt::Key_Enter, Qt::KeypadModifier);
+  EXPECT_THAT(opened, ElementsAre(0, 0));
+  QTest::keyClick(list, Qt::Key_D, Qt::ControlModifier);
+  form.enabled = false;
+  QTest::keyClick(list, Qt::Key_D, Qt::ControlModifier);
+  EXPECT_THAT(keys, ElementsAre(4)) << "a window that is busy deleted an event";
+}
+
+TEST_F(ListTest, TheMouseSelectsAndOpens) {
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place_of(1));
+  EXPECT_EQ(form.ListView1.selected.get(), 1);
+  QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place_of(1));
+  EXPECT_THAT(opened, ElementsAre(1));
+  QTest::mouseDClick(list->viewport(), Qt::RightButton, {}, place_of(1));
+  const QPoint below(20, list->height() - 60);
+  QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, below);
+  EXPECT_THAT(opened, ElementsAre(1)) << "only two left clicks on a row open it";
+}
+
+TEST_F(ListTest, TheMenuIsForTheRowUnderThePointerOrTheMarkedOne) {
+  form.ListView1.selected = 0;
+  ask_for_menu(place_of(2));
+  EXPECT_EQ(form.ListView1.selected.get(), 2);
+  ask_for_menu(QPoint(20, list->height() - 60));
+  EXPECT_EQ(form.ListView1.selected.get(), 2) << "below the rows the selection stays";
+  EXPECT_THAT(buttons, ElementsAre(2, 2));
+
+  form.ListView1.rows = Rows(500, {"Lamp"});
+  form.ListView1.selected = 400;
+  list->scrollToTop();
+  list->setFocus();
+  form.ListView1.mouse_down.connect([this](int) { form.mnuPopup1.popped_up(); });
+  const QPoint anywhere(10, 10);
+  QContextMenuEvent key(QContextMenuEvent::Keyboard, anywhere, list->mapToGlobal(anywhere));
+  QApplication::sendEvent(list, &key);
+  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_TRUE(menu);
+  const QRect row = list->visualRect(list->currentIndex());
+  EXPECT_TRUE(list->viewport()->rect().intersects(row)) << "the menu of a row out of sight";
+  EXPECT_EQ(form.ListView1.selected.get(), 400);
+  menu->close();
+}
+
+TEST_F(ListTest, CaptionsAskForAnOrderAndShowTheOneThereIs) {
+  QHeaderView* header = list->header();
+  EXPECT_FALSE(header->isSortIndicatorShown()) << "in no order yet";
+  click_caption(4);
+  click_caption(0);
+  EXPECT_THAT(columns, ElementsAre(5, 1));
+  EXPECT_EQ(cell(0, 0), "Lamp") << "the list sorted by itself";
+  form.ListView1.column_click.connect([this](int column) { form.ListView1.sort_by(column - 1); });
+  for (int clicks = 0; clicks < 2; ++clicks) {
+    click_caption(4);
+    EXPECT_TRUE(header->isSortIndicatorShown());
+    EXPECT_EQ(header->sortIndicatorSection(), 4);
+    EXPECT_EQ(header->sortIndicatorOrder(), Qt::AscendingOrder) << "the arrow says the opposite";
+  }
+  form.ListView1.sort_key = -1;
+  EXPECT_FALSE(header->isSortIndicatorShown());
+}
+
+TEST_F(ListTest, ColumnsCanBeReadInAnyFontAndStayAsAPersonDraggedThem) {
+  QHeaderView* header = list->header();
+  QFont large = list->font();
+  large.setPointSizeF(large.pointSizeF() * 2);
+  for (const QFont& font : {list->font(), large}) {
+    list->setFont(font);
+    for (int column = 0; column < 5; ++column)
+      EXPECT_GE(header->sectionSize(column), QFontMetrics(font).horizontalAdvance(
+                                                 list->model()->index(2, column).data().toString()))
+          << column << " at " << font.pointSizeF();
+  }
+  list->setFont(QFont());
+  view->resize(view->minimumSize());
+  QTest::qWait(0);
+  EXPECT_EQ(list->horizontalScrollBar()->maximum(), 0) << "wide columns gave up no room";
+  view->resize(1300, 700);
+  QTest::qWait(0);
+  EXPECT_EQ(header->sectionSize(0), 190);
+
+  const QPoint edge(header->sectionViewportPosition(1) - 1, 8);
+  QTest::mousePress(header->viewport(), Qt::LeftButton, {}, edge);
+  QTest::mouseMove(header->viewport(), edge + QPoint(40, 0));
+  QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, edge + QPoint(40, 0));
+  const int dragged = header->sectionSize(0);
+  EXPECT_NE(dragged, 190);
+  form.ListView1.rows = Rows{{"Lamp"}};
+  view->resize(1000, 700);
+  QTest::qWait(0);
+  EXPECT_EQ(header->sectionSize(0), dragged);
+}
+
+TEST_F(ListTest, NewRowsLeaveALongListWhereItIs) {
+  form.ListView1.rows = Rows(1000, {"Lamp", "A", "1"});
+  QTest::qWait(0);
+  list->verticalScrollBar()->setValue(500);
+  const int top = list->indexAt(QPoint(5, 5)).row();
+  ASSERT_GT(top, 0);
+  form.ListView1.rows = Rows(999, {"Lamp", "A", "1"});
+  QTest::qWait(0);
+  EXPECT_EQ(list->indexAt(QPoint(5, 5)).row(), top);
+}
+
+TEST_F(ListTest, AHundredThousandRowsAreShownWithoutReadingThemAll) {
+  class CountedModel : public ListModel {
+   public:
+    using ListModel::ListModel;
+    QVariant data(const QModelIndex& index, int role) const override {
+      ++asked;
+      return ListModel::data(index, role);
+    }
+    mutable long asked = 0;
+  };
+  Rows rows(100000, {"Lamp", "A", "1", "100%", "07:30", "on", "daily", "mtwufsr"});
+  rows.back()[0] = "Last";
+  form.ListView1.rows = rows;
+  form.ListView1.selected = 0;
+  QTest::keyClick(list, Qt::Key_End);
+  EXPECT_EQ(form.ListView1.selected.get(), 99999);
+  EXPECT_EQ(cell(99999, 0), "Last");
+
+  form.ListView1.show({}, 0);
+  auto* counted = new CountedModel(form.ListView1, list);
+  list->setModel(counted);
+  form.ListView1.rows = std::move(rows);
+  counted->reload();
+  list->grab();
+  EXPECT_GT(counted->asked, 0);
+  EXPECT_LT(counted->asked, 20000) << "work for rows that nobody sees";
+}
+
+TEST_F(ListTest, WhileItIsDisabledItCanBeReadAndTakesNothing) {
+  form.ListView1.selected = 1;
+  form.ListView1.enabled = false;
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place_of(2));
+  EXPECT_EQ(form.ListView1.selected.get(), 1);
+  const QPalette usual = QApplication::palette();
+  for (const QPalette& desktop : {QPalette(Qt::white), QPalette(QColor(50, 50, 50))}) {
+    QApplication::setPalette(desktop);
+    const QPalette colours = list->palette();
+    const auto lightness = [&colours](QPalette::ColorRole role) {
+      return colours.color(QPalette::Disabled, role).lightness();
+    };
+    EXPECT_GT(std::abs(lightness(QPalette::Text) - lightness(QPalette::Base)), 90);
+    EXPECT_GT(std::abs(lightness(QPalette::HighlightedText) - lightness(QPalette::Highlight)), 110);
+    EXPECT_NE(lightness(QPalette::Text),
+              colours.color(QPalette::Active, QPalette::Text).lightness())
+        << "it looks as if it took clicks";
+  }
+  QApplication::setPalette(usual);
+}
+
+TEST_F(ListTest, SaysThatThereAreNoEventsWithoutBeingInTheWay) {
+  form.ListView1.rows = Rows();
+  form.lab_noevents.visible = true;
+  QTest::qWait(0);
+  QLabel* hint = list->viewport()->findChild<QLabel*>();
+  ASSERT_TRUE(hint && hint->isVisible());
+  EXPECT_TRUE(hint->text().startsWith("You have no timed events yet."));
+  EXPECT_LE(hint->heightForWidth(hint->width()), hint->height()) << "its end is cut off";
+  EXPECT_FALSE(view->childAt(hint->mapTo(view.get(), hint->rect().center())) == hint)
+      << "it takes the clicks that open the menu of the list";
+}
+
+}  // namespace
+}  // namespace homewarden::testing
