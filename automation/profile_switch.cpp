@@ -35,7 +35,9 @@ bool ProfileSwitch::begin(const std::string& name) {
   events_.remove_scratch();
   if (!write(State{false, events_.exists(), active(), name})) return false;
   settings_.write("data", "profile", name);
-  return true;
+  if (active() == name) return true;
+  files_.remove(journal_);
+  return false;
 }
 
 bool ProfileSwitch::park() {

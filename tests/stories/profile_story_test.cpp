@@ -113,6 +113,16 @@ TEST_F(ProfileStory, StartingSwitchesNothingAndOddNamesAreNoFiles) {
   EXPECT_EQ(file("evelst.hwd"), kThree);
 }
 
+TEST_F(ProfileStory, ASettingThatCannotBeWrittenChangesNothing) {
+  open(kThree);
+  house.registry.may_change = [] { return false; };
+  choose("Holiday");
+  house.loop.advance(4s);
+  EXPECT_EQ(file("evelst.hwd"), kThree);
+  EXPECT_EQ(file("profile.tmp"), "(missing)");
+  EXPECT_EQ(house.form().com_profile.text.get(), "Standard");
+}
+
 TEST_F(ProfileStory, ADiskThatRefusesLeavesTheOldProfile) {
   for (int stop = 1; stop <= 4; ++stop) {
     house.files.contents.clear();
