@@ -8,6 +8,8 @@ namespace {
 
 using std::chrono::minutes;
 
+constexpr std::size_t kSpans = 16;  // one more for each jump of the clock
+
 bool contains(const CheckedMinutes& checked, Minute minute) {
   return std::any_of(checked.begin(), checked.end(), [minute](const MinuteSpan& span) {
     return span.first <= minute && minute <= span.last;
@@ -38,10 +40,8 @@ CheckedMinutes with_checked(CheckedMinutes checked, Minute now) {
     checked.back().last = now;
   else
     checked.push_back({first, now});
-  std::erase_if(checked, [now](const MinuteSpan& span) {
-    return span.last < now - kRemembered || span.first > now + kRemembered;
-  });
-  for (MinuteSpan& span : checked) span.first = std::max(span.first, now - kRemembered);
+  for (MinuteSpan& span : checked) span.first = std::max(span.first, span.last - kRemembered);
+  if (checked.size() > kSpans) checked.erase(checked.begin());
   return checked;
 }
 

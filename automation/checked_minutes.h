@@ -29,8 +29,8 @@ using CheckedMinutes = std::vector<MinuteSpan>;
 // to this long ago.
 inline constexpr std::chrono::minutes kCatchUp{60};
 
-// What has been looked at is remembered for a day: a clock that is set back by more shows another
-// date, whose events have not run.
+// How much of the past is remembered before each jump of the clock: a clock that is set back by
+// more shows another date, whose events have not run.
 inline constexpr std::chrono::minutes kRemembered{24 * 60};
 
 // What a run at `now` has to look at, in order: the minutes skipped since the run before, then
@@ -38,7 +38,7 @@ inline constexpr std::chrono::minutes kRemembered{24 * 60};
 // minute only.
 std::vector<MinuteCheck> minutes_to_check(const CheckedMinutes& checked, Minute now);
 
-// `checked` with `now`, and what was skipped before it, added and with what is too old forgotten.
+// `checked` with `now`, and what was skipped before it, added; what is too old is forgotten.
 CheckedMinutes with_checked(CheckedMinutes checked, Minute now);
 
 }  // namespace homewarden

@@ -38,10 +38,20 @@ Task<void> EventCleanup::timerdelete_run() {
     if (!form_.once_removal[slot].empty()) co_await remove_once_event(form_.once_removal[slot]);
 }
 
+void EventCleanup::remove_due_events() {
+  for (std::size_t slot = 0; slot < FrmMain::kOnceSlots; ++slot) {
+    std::string& key = form_.once_removal[slot];
+    if (key.empty()) continue;
+    const bool removed = !events_.exists() ||
+                         (events_.write_scratch(lines_containing(key)) && events_.use_scratch());
+    if (removed) key.clear();
+  }
+}
+
 Task<void> EventCleanup::remove_once_event(std::string& slot) {
   {
     const FileLock lock = co_await lock_files(form_, module1_);
-    if (!events_.exists()) {
+    if (slot.empty() || !events_.exists()) {
       slot.clear();
       co_return;
     }
@@ -60,7 +70,7 @@ Task<void> EventCleanup::remove_once_event(std::string& slot) {
 }
 
 Task<void> EventCleanup::deleteevent(int KeyAscii) {
-  if (KeyAscii != kControlD) co_return;
+  if (KeyAscii != kControlD || !form_.ListView1.enabled) co_return;
   if (form_.ListView1.rows.get().empty()) {
     Message message{"You dont have any events to delete", "No events", MessageIcon::kInformation,
                     MessageButtons::kOk};

@@ -22,6 +22,9 @@ class EventCleanup {
   // slot for the next run.
   Task<void> timerdelete_run();
 
+  // The same at once, for who holds the files.
+  void remove_due_events();
+
   // Deletes the selected event, without a question, when the key is Ctrl+D (4).
   Task<void> deleteevent(int KeyAscii);
 

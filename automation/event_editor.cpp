@@ -52,7 +52,7 @@ void EventEditor::new_event() {
 
 void EventEditor::edit_selected() {
   const auto event = list_.selected();
-  if (!event) return;
+  if (!event || !form_.ListView1.enabled) return;
   form_.ListView1.enabled = false;
   form_.Tree.enabled = false;
   form_.flashsave.set_interval(kFlashInterval);

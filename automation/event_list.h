@@ -16,6 +16,23 @@ namespace homewarden {
 // The event list and the macro list as the window shows them.
 class EventList {
  public:
+  // While one of these lives the list takes no input: an event that somebody began to edit would be
+  // spoiled by a change of the house or of the profile.
+  class Closed {
+   public:
+    explicit Closed(EventList& list) : list_(list) {
+      if (list_.closings_++ == 0) list_.form_.ListView1.enabled = false;
+    }
+    Closed(const Closed&) = delete;
+    Closed& operator=(const Closed&) = delete;
+    ~Closed() {
+      if (--list_.closings_ == 0) list_.form_.ListView1.enabled = true;
+    }
+
+   private:
+    EventList& list_;
+  };
+
   EventList(FrmMain& form, Module1& module1, Files& files, ListFile& events,
             const std::filesystem::path& folder);
 
@@ -37,6 +54,7 @@ class EventList {
   Files& files_;
   ListFile& events_;
   std::filesystem::path macro_file_;
+  int closings_ = 0;
 };
 
 // A row of `ListView1` and back.

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,8 +11,8 @@
 namespace homewarden {
 
 // The exchange of the event list with the parked list of another profile, `<name>.txt`, in steps
-// that can be stopped anywhere. The file `profile.tmp` says how far it has come: `recover` goes on
-// from there.
+// that can be stopped or refused anywhere. The old list is copied, the new one is written beside it
+// as `profile.tmp`; the stored name of the active profile decides, and one rename carries it out.
 class ProfileSwitch {
  public:
   ProfileSwitch(Files& files, Settings& settings, ListFile& events, std::filesystem::path folder);
@@ -21,34 +20,29 @@ class ProfileSwitch {
   // The active profile; "Standard" when none is stored or what is stored could be no file name.
   std::string active() const;
 
-  // Makes `name` the active profile. False, with nothing changed, when that cannot be written down.
-  bool begin(const std::string& name);
-  // Parks the event list under the old profile's name.
-  bool park();
-  // Brings the new profile's events in. False when they cannot be: the old ones are back then.
-  bool bring_in();
+  // Each of the three steps answers false, with the active profile and its events as they were,
+  // when it cannot be done.
 
-  // Finishes a switch that was stopped.
+  // Copies the event list to the file of the active profile.
+  bool park();
+  // Writes the events of the profile beside the event list.
+  bool stage(const std::string& profile);
+  // Makes the profile that was staged the active one.
+  bool change();
+
+  // Finishes a switch that was decided, or forgets one that was not.
   void recover();
 
  private:
-  struct State {
-    bool parked = false;
-    bool had_events = false;
-    std::string from;
-    std::string to;
-  };
-
-  bool write(const State& state);
-  std::optional<State> read();
+  bool store(const char* key, const std::string& profile);
+  bool use_staged();
   std::filesystem::path parked_file(std::string_view profile) const;
-  void give_up(const State& state);
 
   Files& files_;
   Settings& settings_;
   ListFile& events_;
   std::filesystem::path folder_;
-  std::filesystem::path journal_;
+  std::filesystem::path staged_;
 };
 
 }  // namespace homewarden

@@ -9,19 +9,22 @@
 namespace homewarden {
 
 Profiles::Profiles(FrmMain& form, Operations& operations, EventLoop& loop, Module1& module1,
-                   Dialogs& dialogs, ProfileSwitch& profiles, EventList& events)
+                   Dialogs& dialogs, ProfileSwitch& profiles, EventList& events,
+                   EventCleanup& cleanup)
     : form_(form),
       loop_(loop),
       module1_(module1),
       dialogs_(dialogs),
       switch_(profiles),
-      events_(events) {
+      events_(events),
+      cleanup_(cleanup) {
   form.com_profile.click.connect([this, &operations] { operations.start(profile_chosen()); });
 }
 
 Task<void> Profiles::profile_chosen() {
   if (form_.formloading) co_return;
   const std::string name = form_.com_profile.text;
+  const EventList::Closed closed(events_);
   const bool exchanged = co_await exchange(name);
   co_await events_.loadevents();
   form_.mouse_pointer = MousePointer::kNormal;
@@ -42,12 +45,14 @@ Task<void> Profiles::profile_chosen() {
 Task<bool> Profiles::exchange(std::string name) {
   const FileLock lock = co_await lock_files(form_, module1_);
   form_.mouse_pointer = MousePointer::kHourglass;
-  if (!switch_.begin(name)) co_return false;
-  co_await module1_.pause(1);
+  cleanup_.remove_due_events();  // they belong to the profile that goes
   if (!switch_.park()) co_return false;
   co_await module1_.pause(1);
+  if (!switch_.stage(name)) co_return false;
   co_await module1_.pause(1);
-  co_return switch_.bring_in();
+  if (!switch_.change()) co_return false;
+  co_await module1_.pause(1);
+  co_return true;
 }
 
 }  // namespace homewarden

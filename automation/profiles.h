@@ -1,5 +1,6 @@
 #pragma once
 
+#include "automation/event_cleanup.h"
 #include "automation/event_list.h"
 #include "automation/profile_switch.h"
 #include "base/operations.h"
@@ -15,7 +16,7 @@ namespace homewarden {
 class Profiles {
  public:
   Profiles(FrmMain& form, Operations& operations, EventLoop& loop, Module1& module1,
-           Dialogs& dialogs, ProfileSwitch& profiles, EventList& events);
+           Dialogs& dialogs, ProfileSwitch& profiles, EventList& events, EventCleanup& cleanup);
 
   Task<void> profile_chosen();
 
@@ -28,6 +29,7 @@ class Profiles {
   Dialogs& dialogs_;
   ProfileSwitch& switch_;
   EventList& events_;
+  EventCleanup& cleanup_;
 };
 
 }  // namespace homewarden

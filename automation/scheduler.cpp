@@ -17,10 +17,10 @@ constexpr int kInterval = 60000;
 constexpr int kLinesPerTurn = 4096;  // a few milliseconds, so that the window stays alive
 
 std::string caught_up_text(const std::vector<MinuteCheck>& minutes, int events) {
-  const auto skipped = minutes.size() - 1;
-  return "The clock skipped " + std::to_string(skipped) + (skipped == 1 ? " minute" : " minutes") +
-         " from " + hh_mm(minutes.front().minute) + ", caught up " + std::to_string(events) +
-         (events == 1 ? " event" : " events") + " at " + hh_mm(minutes.back().minute);
+  const std::size_t last_skipped = minutes.size() - 2;
+  return "Caught up " + std::to_string(events) + (events == 1 ? " event" : " events") +
+         " of the time from " + hh_mm(minutes.front().minute) + " to " +
+         hh_mm(minutes[last_skipped].minute) + ", which the clock skipped";
 }
 
 }  // namespace
@@ -133,7 +133,7 @@ Task<int> Scheduler::look_for_events(MinuteCheck check, std::string_view lines) 
     if (due != now) continue;
     EventRecord event = event_of(*fields);
     const bool is_once = event.freq == "once";
-    if (check.repeated && !is_once) continue;
+    if (check.repeated && (!is_once || is_queued(event))) continue;
     const bool ran = co_await carry_out(event, check.minute, now);
     if (ran) ++carried_out;
     if (is_once) queue_removal(event);
@@ -179,6 +179,11 @@ void Scheduler::refresh_panel(const EventRecord& event, int& level) {
       devices_.setpictureoff(slot, event.roomdevice);
     }
   }
+}
+
+bool Scheduler::is_queued(const EventRecord& event) const {
+  const auto end = form_.once_removal.begin() + FrmMain::kOnceSlots;
+  return std::find(form_.once_removal.begin(), end, event.once_key()) != end;
 }
 
 // With all slots in use the event stays in the list and runs again.

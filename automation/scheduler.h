@@ -41,6 +41,7 @@ class Scheduler {
   Task<int> look_for_events(MinuteCheck check, std::string_view lines);
   Task<bool> carry_out(EventRecord event, Minute minute, int due);
   void refresh_panel(const EventRecord& event, int& level);
+  bool is_queued(const EventRecord& event) const;
   void queue_removal(const EventRecord& event);
 
   FrmMain& form_;

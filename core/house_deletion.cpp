@@ -3,6 +3,7 @@
 #include <optional>
 #include <utility>
 
+#include "automation/event_input.h"
 #include "base/lines.h"
 #include "base/text.h"
 #include "core/devices.h"
@@ -120,6 +121,7 @@ Task<void> HouseDeletion::delete_room(std::string room) {
   say("PLEASE WAIT! Searching for " + room + ", for deletion");
   co_await pending_events(loop_);
   const BusyWindow busy(form_);
+  const EventList::Closed closed(events_);
   co_await pending_events(loop_);
   const bool deleted = co_await rewrite_for_room(room);
   co_await finish(deleted);
@@ -136,11 +138,10 @@ Task<bool> HouseDeletion::rewrite_for_room(std::string room) {
     co_await pending_events(loop_);
   }
   if (!files_.decide_deletion(choice, {})) co_return false;
-  forget(lines);
   say(room + " has been deleted, please wait.");
   co_await pending_events(loop_);
   co_await module1_.pause(1);
-  const bool deleted = files_.use_rooms();
+  const bool deleted = carry_out(lines);
   co_await module1_.pause(2);
   co_await module1_.pause(1);
   co_return deleted;
@@ -153,6 +154,7 @@ Task<void> HouseDeletion::delete_device(std::string room, std::string device) {
   const bool with_events = co_await ask(
       "Do you want to remove any events you may have set for this device?", "Remove Events?");
   if (!files_.rooms.exists()) co_return;
+  const EventList::Closed closed(events_);
   say("PLEASE WAIT! Searching for " + room + ", " + device + " for deletion");
   co_await pending_events(loop_);
   const bool deleted = co_await rewrite_for_device(room, device, with_events);
@@ -170,10 +172,11 @@ Task<bool> HouseDeletion::rewrite_for_device(std::string room, std::string devic
   const Lines lines = lines_to_delete(choice);
   const bool cleans_events = with_events && lines.found > 0 && files_.events.exists();
   const ListFile::Choice event_choice =
-      cleans_events ? events_of(room + " " + device) : ListFile::Choice();
+      cleans_events ? events_of(split_label(room + " " + device + " A1").roomdevice)
+                    : ListFile::Choice();
   std::size_t events = cleans_events ? count(files_.events, event_choice) : 0;
-  bool done = files_.decide_deletion(choice, event_choice);
-  if (done) forget(lines);
+  const bool decided = files_.decide_deletion(choice, event_choice);
+  bool done = decided;
 
   for (std::size_t line = 0; line < lines.found; ++line) {
     say("FOUND! " + room + ", " + device + ". Deleting now.");
@@ -183,9 +186,21 @@ Task<bool> HouseDeletion::rewrite_for_device(std::string room, std::string devic
     co_await remove_events(room, device, std::exchange(events, 0));
   }
   co_await module1_.pause(2);
-  done = done && files_.use_rooms();
+  if (done)
+    done = carry_out(lines);
+  else if (decided)
+    files_.give_up_deletion();
   co_await module1_.pause(2);
   co_return done;
+}
+
+bool HouseDeletion::carry_out(const Lines& lines) {
+  if (files_.use_rooms()) {
+    forget(lines);
+    return true;
+  }
+  files_.give_up_deletion();
+  return false;
 }
 
 // Tells what happens to the events; their new list is in place.

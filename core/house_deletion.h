@@ -42,6 +42,7 @@ class HouseDeletion {
   Task<bool> rewrite_for_device(std::string room, std::string device, bool with_events);
   Task<void> remove_events(std::string room, std::string device, std::size_t found);
   Task<bool> ask(const char* text, const char* title);
+  bool carry_out(const Lines& lines);
   Lines lines_to_delete(const ListFile::Choice& choice);
   void forget(const Lines& lines);
   Task<void> finish(bool deleted);

@@ -3,6 +3,7 @@
 #include <utility>
 #include <variant>
 
+#include "base/flag_guard.h"
 #include "base/text.h"
 #include "core/devices.h"
 #include "core/file_lock.h"
@@ -21,13 +22,14 @@ std::string type_code(const std::string& display_name) {
 
 HouseEditor::HouseEditor(FrmMain& form, Operations& operations, Module1& module1,
                          Settings& settings, Dialogs& dialogs, ListFile& list, RoomList& rooms,
-                         NavigationTree& tree)
+                         EventList& events, NavigationTree& tree)
     : form_(form),
       module1_(module1),
       settings_(settings),
       dialogs_(dialogs),
       list_(list),
       rooms_(rooms),
+      events_(events),
       tree_(tree) {
   form.Command3.click.connect([this, &operations] { operations.start(add_room()); });
   form.Command4.click.connect([this, &operations] { operations.start(add_device()); });
@@ -42,11 +44,21 @@ Task<void> HouseEditor::add_room() {
     form_.txt_roomname.set_focus();
     co_return;
   }
-  std::string line = name + "~~~";
-  const bool added = co_await add_line(std::move(line));
-  if (!added) co_return;
+  if (adding_) co_return;
+  const FlagGuard adding(adding_);
+  const EventList::Closed closed(events_);
+  bool added = false;
+  {
+    const FileLock lock = co_await lock_files(form_, module1_);
+    added = list_.add(name + "~~~");
+  }
+  if (!added) {
+    co_await tell_not_written();
+    co_return;
+  }
   co_await rebuild();
-  form_.txt_roomname.text = std::string();
+  // The next name may have been typed meanwhile.
+  if (form_.txt_roomname.text.get() == name) form_.txt_roomname.text = std::string();
   rooms_.gohome();
 }
 
@@ -67,36 +79,40 @@ Task<void> HouseEditor::add_device() {
     co_return;
   }
   const Device device = std::get<Device>(checked);
-  std::string line = device.room + "~" + device.name + "~" + device.code();
-  // First, so that a stop leaves no device without its type.
-  const std::string old_type = settings_.read("type", device.key(), "");
-  settings_.write("type", device.key(), type_code(form_.lst_devicetype.text));
-  const bool added = co_await add_line(std::move(line));
-  if (!added) {
-    if (old_type.empty())
-      settings_.remove("type", device.key());
-    else
-      settings_.write("type", device.key(), old_type);
-    co_return;
-  }
-  co_await rebuild();
-  form_.txt_devname.text = std::string();
-  rooms_.gohome();
-}
-
-Task<bool> HouseEditor::add_line(std::string line) {
+  if (adding_) co_return;
+  const FlagGuard adding(adding_);
+  const EventList::Closed closed(events_);
   bool added = false;
   {
     const FileLock lock = co_await lock_files(form_, module1_);
-    added = list_.add(line);
+    added = add_with_type(device);
   }
   if (!added) {
-    std::string text =
-        "Sorry, the room and device list rmlst.hwd could not be written, so nothing was added. "
-        "Please check the disk and the permissions of the file.";
-    co_await refuse(std::move(text));
+    co_await tell_not_written();
+    co_return;
   }
-  co_return added;
+  co_await rebuild();
+  if (form_.txt_devname.text.get() == name) form_.txt_devname.text = std::string();
+  rooms_.gohome();
+}
+
+// The type first, so that a stop leaves no device without it.
+bool HouseEditor::add_with_type(const Device& device) {
+  const std::string old_type = settings_.read("type", device.key(), "");
+  settings_.write("type", device.key(), type_code(form_.lst_devicetype.text));
+  if (list_.add(device.room + "~" + device.name + "~" + device.code())) return true;
+  if (old_type.empty())
+    settings_.remove("type", device.key());
+  else
+    settings_.write("type", device.key(), old_type);
+  return false;
+}
+
+Task<void> HouseEditor::tell_not_written() {
+  std::string text =
+      "Sorry, the room and device list rmlst.hwd could not be written, so nothing was added. "
+      "Please check the disk and the permissions of the file.";
+  co_await refuse(std::move(text));
 }
 
 Task<void> HouseEditor::rebuild() {

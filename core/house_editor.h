@@ -2,8 +2,10 @@
 
 #include <string>
 
+#include "automation/event_list.h"
 #include "base/operations.h"
 #include "base/task.h"
+#include "core/devices.h"
 #include "core/list_file.h"
 #include "core/module1.h"
 #include "core/room_list.h"
@@ -19,13 +21,15 @@ namespace homewarden {
 class HouseEditor {
  public:
   HouseEditor(FrmMain& form, Operations& operations, Module1& module1, Settings& settings,
-              Dialogs& dialogs, ListFile& list, RoomList& rooms, NavigationTree& tree);
+              Dialogs& dialogs, ListFile& list, RoomList& rooms, EventList& events,
+              NavigationTree& tree);
 
   Task<void> add_room();
   Task<void> add_device();
 
  private:
-  Task<bool> add_line(std::string line);
+  bool add_with_type(const Device& device);
+  Task<void> tell_not_written();
   Task<void> rebuild();
   Task<void> refuse(std::string text);
 
@@ -35,7 +39,9 @@ class HouseEditor {
   Dialogs& dialogs_;
   ListFile& list_;
   RoomList& rooms_;
+  EventList& events_;
   NavigationTree& tree_;
+  bool adding_ = false;
 };
 
 }  // namespace homewarden

@@ -11,8 +11,8 @@ HouseFiles::HouseFiles(Files& files, const std::filesystem::path& folder)
       decided_(folder / "tcdone.tmp") {}
 
 void HouseFiles::discard_deletion() {
+  give_up_deletion();
   rooms.remove_scratch();
-  events_of_device_.remove_scratch();
 }
 
 bool HouseFiles::decide_deletion(const ListFile::Choice& rooms_left_out,
@@ -32,10 +32,19 @@ bool HouseFiles::use_rooms() {
   return files_.rename(decided_, rooms.path());
 }
 
+// The decision first: from there on the events are only a scratch file.
+void HouseFiles::give_up_deletion() {
+  if (files_.exists(decided_)) files_.remove(decided_);
+  events_of_device_.remove_scratch();
+}
+
+// A decision that cannot be carried out now is no decision: later it would undo what has been
+// changed meanwhile.
 void HouseFiles::recover() {
   if (files_.exists(decided_)) {
     const bool has_events = files_.exists(events_of_device_.scratch());
-    if (!has_events || use_events()) use_rooms();
+    const bool done = (!has_events || use_events()) && use_rooms();
+    if (!done) give_up_deletion();
   }
   events_of_device_.recover();
   for (ListFile* list : {&rooms, &events, &macros}) list->recover();

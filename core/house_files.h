@@ -28,6 +28,8 @@ class HouseFiles {
   // What has been decided. The second one ends the deletion.
   bool use_events();
   bool use_rooms();
+  // Takes a decision back that cannot be carried out: the lists stay as they are.
+  void give_up_deletion();
 
   // Puts right what a stop left behind: lists that exist only as scratch files are put back,
   // deletions that were decided are finished.

@@ -13,11 +13,15 @@ RoomList::RoomList(FrmMain& form, Module1& module1, Settings& settings, ListFile
     : form_(form), module1_(module1), settings_(settings), list_(list) {}
 
 Task<void> RoomList::loadlists() {
+  if (!list_.exists()) {
+    form_.lst_rooms.clear();
+    form_.lab_notice.visible = false;
+    co_return;
+  }
+  const FileLock lock = co_await lock_files(form_, module1_);
+  // Only now: commands from the power line look their devices up meanwhile.
   form_.lst_rooms.clear();
   form_.lab_notice.visible = false;
-  if (!list_.exists()) co_return;
-  const FileLock lock = co_await lock_files(form_, module1_);
-  form_.lst_rooms.clear();  // another call may have filled it meanwhile
   read_file();
 }
 

@@ -283,5 +283,56 @@ TEST_F(HouseEditStory, ADiskThatRefusesIsToldAndNothingIsLost) {
   EXPECT_TRUE(form.enabled && !form.filebusy);
 }
 
+// A decision that could not be carried out must not come true at a later start.
+TEST(HouseEditFailure, ADeletionThatFailsHasNotHappened) {
+  struct StubbornFiles : MemoryFiles {
+    std::string kept;
+    bool rename(const path& from, const path& to) override {
+      return to.filename() != kept && MemoryFiles::rename(from, to);
+    }
+  };
+  for (const char* kept : {"evelst.hwd", "rmlst.hwd"}) {
+    EventHouse house;
+    StubbornFiles disk;
+    disk.contents = {{House::file("rmlst.hwd"), kKitchens},
+                     {House::file("evelst.hwd"), kKitchenEvents}};
+    house.use_files(disk);
+    house.settings.write("type", "KitchenLamp", "bulb");
+    FrmMain& form = house.open_connected();
+    disk.kept = kept;
+    form.Tree.selected = form.Tree.find("Lamp~A~1");
+    form.Tree.key_press(4);
+    house.loop.advance(40s);
+    EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("your item is still there"));
+    disk.kept = "";
+    form.txt_roomname.text = "Attic";
+    form.Command3.click();
+    house.loop.advance(5s);
+    house.forget_program();
+    house.open();
+    house.loop.advance(5s);
+    const std::string rooms = disk.contents[House::file("rmlst.hwd")];
+    EXPECT_THAT(rooms, HasSubstr("Attic~~~")) << "what was added since is lost";
+    EXPECT_THAT(rooms, HasSubstr("Kitchen~Lamp~A~1"));
+    EXPECT_EQ(house.settings.read("type", "KitchenLamp", ""), "bulb");
+    EXPECT_FALSE(disk.contents.contains(House::file("tcdone.tmp")));
+  }
+}
+
+TEST_F(HouseEditStory, WaitingForTheFilesDoublesNothingAndKeepsWhatIsTyped) {
+  FrmMain& form = open(kKitchens);
+  form.filebusy = true;
+  add_room("Attic");
+  form.Command3.click();
+  form.txt_roomname.text = "Cellar";
+  house.interface_control.CommandReceived("B02", 2);
+  house.loop.advance(3s);
+  form.filebusy = false;
+  house.loop.advance(5s);
+  EXPECT_EQ(rooms(), std::string(kKitchens) + "Attic~~~\r\n");
+  EXPECT_EQ(form.txt_roomname.text.get(), "Cellar");
+  EXPECT_EQ(house.machine("HallLamp"), "True");
+}
+
 }  // namespace
 }  // namespace homewarden::testing

@@ -123,25 +123,60 @@ TEST_F(ProfileStory, ASettingThatCannotBeWrittenChangesNothing) {
   EXPECT_EQ(house.form().com_profile.text.get(), "Standard");
 }
 
-TEST_F(ProfileStory, ADiskThatRefusesLeavesTheOldProfile) {
-  for (int stop = 1; stop <= 4; ++stop) {
-    house.files.contents.clear();
-    house.files.contents[House::file("Holiday.txt")] = kOne;
+TEST_F(ProfileStory, ADiskThatRefusesForAWhileLosesNoEvent) {
+  for (int stop = 1; stop <= 8; ++stop) {
+    house.files.contents = {{House::file("rmlst.hwd"), "Kitchen~Table Lamp~A~3\r\n"},
+                            {House::file("Holiday.txt"), kOne}};
     house.settings.write("data", "profile", "Standard");
-    open(kThree);
+    FrmMain& form = open(kThree);
     house.files.stop_at(stop);
     choose("Holiday");
-    house.loop.advance(2500ms);
-    house.files.no_stop();  // there is room again
+    house.loop.advance(10s);
+    house.files.no_stop();  // there is room again, and the person goes on
+    form.lst_eventdevice.text = "Kitchen Table Lamp A3";
+    form.Command6.click();
+    house.loop.advance(10s);
+    choose("Weekends");
     house.loop.advance(10s);
     house.forget_program();
     house.open();
     house.loop.advance(5s);
-    const bool standard = active() == "Standard";
-    EXPECT_EQ(file("evelst.hwd"), standard ? kThree : kOne) << "refused from step " << stop;
-    EXPECT_EQ(file(standard ? "Holiday.txt" : "Standard.txt"), standard ? kOne : kThree)
-        << "refused from step " << stop;
+    choose("Christmas");
+    house.loop.advance(10s);
+    EXPECT_THAT(file("Standard.txt"), HasSubstr("~07:00~off~daily~m")) << "refused from " << stop;
+    EXPECT_THAT(file("Holiday.txt"), HasSubstr(kOne)) << "refused from " << stop;
+    EXPECT_THAT(file("Standard.txt") + file("Holiday.txt"), HasSubstr("Kitchen Table Lamp~A~3"))
+        << "the event saved meanwhile is lost, refused from " << stop;
   }
+}
+
+TEST_F(ProfileStory, AListThatCannotBeReadIsNotParked) {
+  open(kThree);
+  house.files.unreadable = {House::file("evelst.hwd")};
+  choose("Holiday");
+  house.loop.advance(10s);
+  house.files.unreadable.clear();
+  EXPECT_EQ(active(), "(none)");
+  EXPECT_EQ(file("evelst.hwd"), kThree);
+  choose("Weekends");
+  house.loop.advance(10s);
+  EXPECT_EQ(file("Standard.txt"), kThree);
+}
+
+TEST_F(ProfileStory, WhatIsClickedDuringASwitchIsNotDoneToTheOtherProfile) {
+  FrmMain& form = open(kThree);
+  house.files.contents[House::file("Holiday.txt")] = kThree;
+  form.once_removal[0] = "Hall Lamp~B~12~ ~06:00~off~daily";
+  choose("Holiday");
+  house.loop.advance(500ms);
+  form.ListView1.selected = 0;
+  form.ListView1.double_click();
+  form.ListView1.key_press(4);
+  EXPECT_TRUE(form.Tree.enabled) << "an event of the old profile is being edited";
+  house.loop.advance(30s);
+  EXPECT_EQ(file("evelst.hwd"), kThree) << "the other profile lost an event";
+  EXPECT_EQ(file("Standard.txt").find("06:00"), std::string::npos);
+  EXPECT_TRUE(form.ListView1.enabled);
 }
 
 }  // namespace

@@ -152,7 +152,8 @@ TEST(SchedulerStory, SkippedMinutesAreMadeGoodOnceAndRepeatedOnesAreNot) {
   EXPECT_THAT(house.interface_control.take_line_log(),
               ElementsAre("Sun 03:00:20 B12 2", "Sun 03:00:21 B12 3", "Sun 03:00:22 A4 2"))
       << "the order of the minutes, not of the file, and at once";
-  EXPECT_EQ(house.status(), "The clock skipped 59 minutes from 02:01, caught up 2 events at 03:00");
+  EXPECT_EQ(house.status(),
+            "Caught up 2 events of the time from 02:01 to 02:59, which the clock skipped");
 
   house.run_until(3, 5, 0);
   house.loop.set_wall_clock(2023, 3, 26, 2, 5, 0);  // set back by an hour
