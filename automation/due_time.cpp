@@ -59,10 +59,6 @@ std::optional<int> due_minute(std::string_view time, std::optional<Date> sunrise
   return std::nullopt;
 }
 
-bool is_sun_time(std::string_view time) {
-  return contains_ignoring_case(time, kSunrise) || contains_ignoring_case(time, kSunset);
-}
-
 char weekday_letter(Minute minute) {
   const std::chrono::weekday day(std::chrono::floor<std::chrono::days>(minute));
   return "rmtwufs"[day.c_encoding()];
@@ -79,7 +75,8 @@ std::string_view why_never_run(const EventRecord& event) {
   if (!device.has_address()) return "its address is none (house codes are A to P, units 1 to 16)";
   if (!due_minute(event.time, Date(), Date())) return "its time is none";
   if (event.action == "on" && !event_level(event)) return "its dim level is none";
-  if (event.days.find_first_of("mtwufsr") == std::string::npos) return "it has no day of the week";
+  if (to_lower(event.days).find_first_of(kDayLetters) == std::string::npos)
+    return "it has no day of the week";
   return "";
 }
 

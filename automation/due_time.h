@@ -14,9 +14,6 @@ namespace homewarden {
 std::optional<int> due_minute(std::string_view time, std::optional<Date> sunrise,
                               std::optional<Date> sunset);
 
-// Whether the time counts from sunrise or sunset.
-bool is_sun_time(std::string_view time);
-
 // The letter of the event list for the day of this minute: "mtwufs" from Monday, "r" on Sunday.
 char weekday_letter(Minute minute);
 

@@ -3,7 +3,6 @@
 #include <string_view>
 #include <utility>
 
-#include "automation/due_time.h"
 #include "base/text.h"
 #include "core/choice_lists.h"
 #include "core/file_lock.h"
@@ -16,7 +15,6 @@ namespace homewarden {
 namespace {
 
 constexpr int kFlashInterval = 1000;
-constexpr std::string_view kDayLetters = "mtwufsr";
 constexpr std::string_view kNoLevelText = " %";
 
 std::string sun_message(const std::string& name, const std::string& lower_case_name) {
@@ -94,7 +92,7 @@ Task<void> EventEditor::save() {
   {
     const BusyWindow busy(form_);
     co_await pending_events(loop_);
-    if (edited_ && (events_.exists() || form_.filebusy))
+    if (edited_ && events_.exists())
       saved = co_await replace_edited(event);
     else
       saved = co_await add(event);

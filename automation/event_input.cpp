@@ -9,7 +9,6 @@
 namespace homewarden {
 namespace {
 
-constexpr std::string_view kDayLetters = "mtwufsr";
 constexpr int kLowestDim = 10;
 constexpr int kHighestDim = 100;
 constexpr int kFurthestOffset = 3;

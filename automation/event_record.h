@@ -29,6 +29,9 @@ struct EventRecord {
   bool operator==(const EventRecord&) const = default;
 };
 
+// The letters of `days`, Monday first.
+inline constexpr std::string_view kDayLetters = "mtwufsr";
+
 // The fields of a line, pointing into it: the last one is everything behind the seventh tilde.
 using EventFields = std::array<std::string_view, 8>;
 

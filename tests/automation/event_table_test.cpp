@@ -85,6 +85,16 @@ TEST(DueTime, EveryDayHasItsLetter) {
   EXPECT_EQ(letters, "mtwufsr");
 }
 
+TEST(DueTime, NamesWhatKeepsAnEventFromRunning) {
+  const auto why = [](const char* line) { return std::string(why_never_run(*parse_event(line))); };
+  EXPECT_EQ(why("Lamp~a~3~40~sset:-1~on~daily~FS"), "") << "letter case keeps nothing from running";
+  EXPECT_EQ(why("Lamp~A~3~ ~07:30~off~once~r"), "");
+  EXPECT_THAT(why("Lamp~A~17~40~07:30~on~daily~m"), HasSubstr("address"));
+  EXPECT_THAT(why("Lamp~A~3~40~25:30~on~daily~m"), HasSubstr("time"));
+  EXPECT_THAT(why("Lamp~A~3~ ~07:30~on~daily~m"), HasSubstr("dim level"));
+  EXPECT_THAT(why("Lamp~A~3~40~07:30~on~daily~"), HasSubstr("day of the week"));
+}
+
 TEST(EventInput, LabelsComeApart) {
   struct Case {
     const char* label;
