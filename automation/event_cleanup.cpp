@@ -7,14 +7,9 @@
 #include "core/file_lock.h"
 #include "core/time_text.h"
 #include "platform/waiting.h"
+#include "ui/key_codes.h"
 
 namespace homewarden {
-namespace {
-
-constexpr int kControlD = 4;
-constexpr int kRightButton = 2;
-
-}  // namespace
 
 EventCleanup::EventCleanup(FrmMain& form, Operations& operations, EventLoop& loop, Module1& module1,
                            Dialogs& dialogs, ListFile& events, EventList& list)
@@ -78,7 +73,7 @@ Task<void> EventCleanup::deleteevent(int KeyAscii) {
     co_return;
   }
   const auto event = list_.selected();
-  if (!event || (!events_.exists() && !form_.filebusy)) co_return;
+  if (!event || !events_.exists()) co_return;
   bool deleted = false;
   {
     const FileLock lock = co_await lock_files(form_, module1_);

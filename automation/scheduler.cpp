@@ -95,7 +95,7 @@ Task<void> Scheduler::check(std::vector<MinuteCheck> minutes) {
 
 // The number of events that were carried out.
 Task<int> Scheduler::pass(MinuteCheck check) {
-  // A profile that is being switched takes its list away for a moment.
+  // A profile that is being changed to may bring a list.
   if (!events_.exists() && !form_.filebusy) co_return no_events();
   const FilesInUse files = co_await take_files();
   if (!events_.exists()) co_return no_events();

@@ -12,14 +12,11 @@
 #include "platform/waiting.h"
 #include "ui/busy_window.h"
 #include "ui/fixed_nodes.h"
+#include "ui/key_codes.h"
 #include "ui/panels.h"
 
 namespace homewarden {
 namespace {
-
-constexpr int kControlD = 4;
-constexpr int kBackSpace = 8;
-constexpr int kDelete = 127;
 
 std::string_view first_field(std::string_view line) {
   return line.substr(0, line.find('~'));

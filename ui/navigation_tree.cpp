@@ -6,14 +6,10 @@
 
 #include "base/text.h"
 #include "ui/fixed_nodes.h"
+#include "ui/key_codes.h"
 #include "ui/panels.h"
 
 namespace homewarden {
-namespace {
-
-constexpr int kRightButton = 2;
-
-}  // namespace
 
 // The entries of the lists that are filled alongside the tree.
 struct NavigationTree::Selectors {

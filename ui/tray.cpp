@@ -3,13 +3,9 @@
 #include <string>
 
 #include "core/version.h"
+#include "ui/key_codes.h"
 
 namespace homewarden {
-namespace {
-
-constexpr int kRightButton = 2;
-
-}  // namespace
 
 Tray::Tray(FrmMain& form, FrmSysTray& icon, Settings& settings, WindowServices& window)
     : form_(form), icon_(icon), settings_(settings), window_(window) {

@@ -5,9 +5,9 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 
+#include "ui/key_codes.h"
 #include "ui/qt/bindings.h"
 #include "ui/qt/disabled_colours.h"
-#include "ui/qt/key_codes.h"
 #include "ui/qt/watch.h"
 
 namespace homewarden {

@@ -3,7 +3,7 @@
 #include <QSystemTrayIcon>
 
 #include "platform/qt/text_codec.h"
-#include "ui/qt/key_codes.h"
+#include "ui/key_codes.h"
 #include "ui/qt/watch.h"
 
 namespace homewarden {
