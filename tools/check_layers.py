@@ -27,6 +27,9 @@ MAY_INCLUDE = {
 }
 NO_INTERFACES_BELOW = re.compile(r"^platform/\w+/")
 
+# Libraries that one adapter alone knows.
+ONLY_BELOW = {"microhttpd.h": "platform/http/"}
+
 FORBIDDEN_IN_LOGIC = [
     (r"#include <(Q\w+|sqlite3\.h|microhttpd\.h|pocketsphinx\.h|windows\.h|unistd\.h|fcntl\.h"
      r"|sys/\w+\.h|poll\.h)",
@@ -51,6 +54,12 @@ def sources():
 def rule_of(name):
     fitting = [folder for folder in MAY_INCLUDE if name.startswith(folder)]
     return max(fitting, key=len) if fitting else None
+
+
+def check_libraries(name, text):
+    for header, home in ONLY_BELOW.items():
+        if f"#include <{header}>" in text and not name.startswith(home):
+            yield f"{name}: includes {header}; only {home} may: use what it offers"
 
 
 def is_logic(name):
@@ -104,6 +113,7 @@ def main():
         included = re.findall(r'#include "([^"]+)"', text)
         includes[name] = included
         faults += check_includes(name, included)
+        faults += check_libraries(name, text)
         faults += check_words(name, text)
     faults += [f"files include each other in a circle: {circle}" for circle in circles(includes)]
     for fault in sorted(faults):

@@ -1,0 +1,107 @@
+#include "platform/http/access.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+
+#include "base/text.h"
+#include "platform/http/address.h"
+
+namespace homewarden {
+namespace {
+
+struct HostAndPort {
+  std::string host;  // lower-case, an IPv6 address in its brackets
+  std::string port;  // "" when it was left out
+};
+
+bool is_name(std::string_view host) {
+  return !host.empty() && std::all_of(host.begin(), host.end(), [](char letter) {
+    return (letter >= 'a' && letter <= 'z') || (letter >= '0' && letter <= '9') || letter == '-' ||
+           letter == '.' || letter == '_';
+  });
+}
+
+bool is_bracketed_address(std::string_view host) {
+  return host.size() > 2 && host.front() == '[' && host.back() == ']' &&
+         parse_address(std::string(host.substr(1, host.size() - 2))).has_value();
+}
+
+std::optional<HostAndPort> parse_host(std::string_view text) {
+  const std::size_t bracket = text.starts_with('[') ? text.find(']') : 0;
+  if (bracket == std::string_view::npos) return std::nullopt;
+  const std::size_t colon = text.find(':', bracket);
+  HostAndPort parsed;
+  parsed.host = to_lower(text.substr(0, colon));
+  if (colon != std::string_view::npos) parsed.port = text.substr(colon + 1);
+  if (parsed.port.size() > 5 || parsed.port.find_first_not_of("0123456789") != std::string::npos)
+    return std::nullopt;
+  // A name may end in the dot that stands for the root of all names.
+  if (parsed.host.ends_with('.')) parsed.host.pop_back();
+  if (!is_name(parsed.host) && !is_bracketed_address(parsed.host)) return std::nullopt;
+  return parsed;
+}
+
+bool ends_in_home_domain(std::string_view host) {
+  constexpr std::array<std::string_view, 4> kEnds{".local", ".lan", ".home", ".home.arpa"};
+  return std::any_of(kEnds.begin(), kEnds.end(), [&](std::string_view end) {
+    return host.size() > end.size() && host.ends_with(end) && !host.starts_with('.');
+  });
+}
+
+}  // namespace
+
+bool is_own_host(std::string_view host, const std::vector<std::string>& own_names) {
+  const auto parsed = parse_host(host);
+  if (!parsed) return false;
+  if (is_bracketed_address(parsed->host) || parse_address(parsed->host)) return true;
+  if (parsed->host == "localhost" || ends_in_home_domain(parsed->host)) return true;
+  return std::any_of(own_names.begin(), own_names.end(),
+                     [&](const std::string& name) { return to_lower(name) == parsed->host; });
+}
+
+bool is_of_host(std::string_view address, std::string_view host) {
+  const std::string lower = to_lower(address);
+  std::string_view rest = lower;
+  std::string usual_port;
+  if (rest.starts_with("http://")) {
+    rest.remove_prefix(7);
+    usual_port = "80";
+  } else if (rest.starts_with("https://")) {
+    rest.remove_prefix(8);
+    usual_port = "443";
+  } else {
+    return false;
+  }
+  auto theirs = parse_host(rest.substr(0, rest.find_first_of("/?#")));
+  auto ours = parse_host(host);
+  if (!theirs || !ours) return false;
+  if (theirs->port.empty()) theirs->port = usual_port;
+  if (ours->port.empty()) ours->port = usual_port;
+  return theirs->host == ours->host && theirs->port == ours->port;
+}
+
+std::optional<std::string> switch_fault(const RequestHead& head,
+                                        const std::vector<std::string>& own_names) {
+  if (!head.host || !is_own_host(*head.host, own_names))
+    return "Nothing is switched under a host name that is not known to be this machine's.";
+  constexpr auto kForeign = "Nothing is switched for a page of somebody else's.";
+  if (head.fetch_site && *head.fetch_site != "same-origin" && *head.fetch_site != "none")
+    return kForeign;
+  if (head.origin && !is_of_host(*head.origin, *head.host)) return kForeign;
+  if (head.referer && !head.referer->empty() && !is_of_host(*head.referer, *head.host))
+    return kForeign;
+  return std::nullopt;
+}
+
+std::vector<std::string> machine_names() {
+  std::array<char, 256> buffer{};
+  if (gethostname(buffer.data(), buffer.size() - 1) != 0) return {};
+  const std::string name = buffer.data();
+  if (name.empty()) return {};
+  const std::string first_label = name.substr(0, name.find('.'));
+  return first_label == name ? std::vector{name} : std::vector{name, first_label};
+}
+
+}  // namespace homewarden

@@ -1,0 +1,110 @@
+#include "platform/http/connections.h"
+
+#include <poll.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+
+#include <algorithm>
+
+namespace homewarden {
+
+using std::chrono::milliseconds;
+using Phase = Connection::Phase;
+
+namespace {
+
+// Leaves descriptors for the files that are sent and for the rest of the program.
+std::size_t affordable_connections(std::size_t wanted) {
+  rlimit limit{};
+  if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return std::min<std::size_t>(wanted, 256);
+  return std::clamp<std::size_t>(limit.rlim_cur / 2, 16, wanted);
+}
+
+bool can_be_cut(const Connection& connection) {
+  return connection.phase != Phase::handling && connection.phase != Phase::closing;
+}
+
+void cut(Connection& connection) {
+  ::shutdown(connection.socket, SHUT_RDWR);
+  connection.phase = Phase::closing;
+}
+
+}  // namespace
+
+Connections::Connections(const HttpLimits& limits)
+    : limits_(limits), largest_(affordable_connections(limits.connections)) {}
+
+Connection& Connections::open(MHD_Connection* library, int socket, const Address& from,
+                              milliseconds now) {
+  auto owned = std::make_unique<Connection>();
+  Connection& connection = *owned;
+  connection.library = library;
+  connection.socket = socket;
+  connection.from = from;
+  connection.since = now;
+  all_.emplace(&connection, std::move(owned));
+  make_room(connection);
+  return connection;
+}
+
+// One pass: how many there are, and which has been idle longest, of all and of this address.
+void Connections::make_room(Connection& newest) {
+  std::size_t open = 0;
+  std::size_t of_address = 0;
+  Connection* oldest = &newest;
+  Connection* oldest_of_address = &newest;
+  for (const auto& [connection, owned] : all_) {
+    if (connection->phase == Phase::closing) continue;
+    const bool same = connection->from == newest.from;
+    ++open;
+    if (same) ++of_address;
+    if (!can_be_cut(*connection)) continue;
+    if (connection->since < oldest->since) oldest = connection;
+    if (same && connection->since < oldest_of_address->since) oldest_of_address = connection;
+  }
+  const std::size_t share = std::max<std::size_t>(largest_ / limits_.shares, 1);
+  if (of_address > share)
+    cut(*oldest_of_address);
+  else if (open > largest_)
+    cut(*oldest);
+}
+
+milliseconds Connections::allowed(Phase phase) const {
+  switch (phase) {
+    case Phase::first_head:
+      return limits_.first_head;
+    case Phase::head:
+      return limits_.head;
+    case Phase::sending:
+      return limits_.sending;
+    default:
+      return limits_.idle;
+  }
+}
+
+void Connections::cut_late(milliseconds now) {
+  for (const auto& [connection, owned] : all_)
+    if (can_be_cut(*connection) && now - connection->since > allowed(connection->phase))
+      cut(*connection);
+}
+
+std::vector<Connection*> Connections::handled() const {
+  std::vector<Connection*> found;
+  for (const auto& [connection, owned] : all_)
+    if (connection->phase == Phase::handling) found.push_back(connection);
+  return found;
+}
+
+std::vector<Connection*> Connections::deserted() const {
+  const std::vector<Connection*> candidates = handled();
+  std::vector<pollfd> polled;
+  for (const Connection* connection : candidates)
+    polled.push_back({connection->socket, POLLRDHUP, 0});
+  if (::poll(polled.data(), polled.size(), 0) <= 0) return {};
+  std::vector<Connection*> found;
+  for (std::size_t i = 0; i < polled.size(); ++i)
+    if (polled[i].revents != 0) found.push_back(candidates[i]);
+  return found;
+}
+
+}  // namespace homewarden

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/http/address.h"
+#include "platform/http/gate.h"
+#include "platform/http/http_limits.h"
+#include "platform/http/request_head.h"
+
+struct MHD_Connection;
+
+namespace homewarden {
+
+struct Connection {
+  // `closing`: it has been cut and its end is not yet noticed.
+  enum class Phase { first_head, idle, head, handling, sending, closing };
+
+  MHD_Connection* library = nullptr;
+  int socket = -1;
+  Address from;
+  Phase phase = Phase::first_head;
+  std::chrono::milliseconds since{};  // of the phase, by uptime
+
+  // Of the request that is being read or answered.
+  std::string uri;
+  RequestHead head;
+  std::optional<Refusal> refusal;
+  Admission admission;
+  int request = 0;  // 0 while it is not waiting
+};
+
+// All connections: keeps the time limits and makes room when there are too many. Connections whose
+// request is being handled are never cut. Cutting is a shutdown of the socket, which the library
+// then finds at its end.
+class Connections {
+ public:
+  explicit Connections(const HttpLimits& limits);
+
+  Connection& open(MHD_Connection* library, int socket, const Address& from,
+                   std::chrono::milliseconds now);
+  void close(Connection& connection) { all_.erase(&connection); }
+
+  // Cuts what has outlived its time limit.
+  void cut_late(std::chrono::milliseconds now);
+  // Those being handled whose client has hung up.
+  std::vector<Connection*> deserted() const;
+
+  bool empty() const { return all_.empty(); }
+  std::size_t largest() const { return largest_; }
+  std::vector<Connection*> handled() const;
+
+ private:
+  std::chrono::milliseconds allowed(Connection::Phase phase) const;
+  void make_room(Connection& newest);
+
+  const HttpLimits limits_;
+  const std::size_t largest_;
+  std::unordered_map<Connection*, std::unique_ptr<Connection>> all_;
+};
+
+}  // namespace homewarden

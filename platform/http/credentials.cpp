@@ -1,0 +1,107 @@
+#include "platform/http/credentials.h"
+
+#include <array>
+#include <cstdint>
+
+#include "base/text.h"
+
+namespace homewarden {
+namespace {
+
+int base64_value(char letter) {
+  if (letter >= 'A' && letter <= 'Z') return letter - 'A';
+  if (letter >= 'a' && letter <= 'z') return letter - 'a' + 26;
+  if (letter >= '0' && letter <= '9') return letter - '0' + 52;
+  if (letter == '+') return 62;
+  return letter == '/' ? 63 : -1;
+}
+
+// The characters of Windows-1252 from 0x80 to 0x9f; 0 where it has none. All others are their own
+// numbers.
+constexpr std::array<std::uint16_t, 32> kWindows1252{
+    0x20ac, 0,      0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021, 0x02c6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0,      0x017d, 0,      0,      0x2018, 0x2019, 0x201c, 0x201d, 0x2022,
+    0x2013, 0x2014, 0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0,      0x017e, 0x0178};
+
+unsigned code_point(unsigned char byte) {
+  if (byte < 0x80 || byte > 0x9f) return byte;
+  const unsigned known = kWindows1252[byte - 0x80U];
+  return known != 0 ? known : byte;
+}
+
+bool same_in_constant_time(std::string_view given, std::string_view secret) {
+  // Volatile: the compiler must not leave the loop at the first difference.
+  volatile unsigned char difference = given.size() == secret.size() ? 0 : 1;
+  for (std::size_t i = 0; i < secret.size(); ++i) {
+    const char letter = given.empty() ? '\0' : given[i % given.size()];
+    difference = static_cast<unsigned char>(difference | (letter ^ secret[i]));
+  }
+  return difference == 0;
+}
+
+}  // namespace
+
+std::optional<std::string> base64_decoded(std::string_view text) {
+  const std::size_t padding = text.ends_with("==") ? 2U : text.ends_with('=') ? 1U : 0U;
+  if (text.size() % 4 != 0) return std::nullopt;
+  text.remove_suffix(padding);
+  std::string decoded;
+  unsigned bits = 0;
+  int count = 0;
+  for (const char letter : text) {
+    const int value = base64_value(letter);
+    if (value < 0) return std::nullopt;
+    bits = (bits << 6U) | static_cast<unsigned>(value);
+    count += 6;
+    if (count >= 8) {
+      count -= 8;
+      decoded.push_back(static_cast<char>((bits >> static_cast<unsigned>(count)) & 0xffU));
+    }
+  }
+  return decoded;
+}
+
+std::string utf8_of(std::string_view text) {
+  std::string encoded;
+  for (const char letter : text) {
+    const unsigned code = code_point(static_cast<unsigned char>(letter));
+    if (code < 0x80) {
+      encoded.push_back(letter);
+    } else if (code < 0x800) {
+      encoded.push_back(static_cast<char>(0xc0U | (code >> 6U)));
+      encoded.push_back(static_cast<char>(0x80U | (code & 0x3fU)));
+    } else {
+      encoded.push_back(static_cast<char>(0xe0U | (code >> 12U)));
+      encoded.push_back(static_cast<char>(0x80U | ((code >> 6U) & 0x3fU)));
+      encoded.push_back(static_cast<char>(0x80U | (code & 0x3fU)));
+    }
+  }
+  return encoded;
+}
+
+Credentials::Credentials(std::string_view file_content) {
+  while (!file_content.empty()) {
+    const std::size_t end = std::min(file_content.find('\n'), file_content.size());
+    std::string_view line = file_content.substr(0, end);
+    file_content.remove_prefix(std::min(end + 1, file_content.size()));
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    if (line.find(':') == std::string_view::npos) continue;
+    lines_.emplace_back(line);
+    std::string encoded = utf8_of(line);
+    if (encoded != line) lines_.push_back(std::move(encoded));
+  }
+}
+
+bool Credentials::admit(std::string_view authorization) const {
+  constexpr std::string_view kScheme = "basic ";
+  if (!to_lower(authorization.substr(0, kScheme.size())).starts_with(kScheme)) return false;
+  // User, colon and password are compared as one text: the first colon ends the user name in both.
+  const auto given = base64_decoded(trim_blanks(authorization.substr(kScheme.size())));
+  if (!given) return false;
+  bool admitted = false;
+  for (const auto& line : lines_)
+    if (same_in_constant_time(*given, line)) admitted = true;
+  return admitted;
+}
+
+}  // namespace homewarden

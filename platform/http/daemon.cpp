@@ -1,0 +1,103 @@
+#include "platform/http/daemon.h"
+
+#include <fcntl.h>
+
+#include <cstring>
+#include <stdexcept>
+
+#include "base/text.h"
+#include "platform/http/connections.h"
+
+namespace homewarden {
+namespace {
+
+// For the head of a request and of its answer.
+constexpr std::size_t kConnectionMemory = 32 * 1024;
+
+Connection* connection_of(MHD_Connection* library) {
+  const auto* info = MHD_get_connection_info(library, MHD_CONNECTION_INFO_SOCKET_CONTEXT);
+  return info == nullptr ? nullptr : static_cast<Connection*>(info->socket_context);
+}
+
+void on_connection(void* events, MHD_Connection* library, void** context,
+                   MHD_ConnectionNotificationCode code) {
+  auto& to = *static_cast<DaemonEvents*>(events);
+  if (code == MHD_CONNECTION_NOTIFY_STARTED) {
+    const auto* socket = MHD_get_connection_info(library, MHD_CONNECTION_INFO_CONNECTION_FD);
+    const int number = socket->connect_fd;
+    const auto* from = MHD_get_connection_info(library, MHD_CONNECTION_INFO_CLIENT_ADDRESS);
+    *context = to.opened(library, number, address_of(from->client_addr));
+  } else if (*context != nullptr) {
+    to.closed(*static_cast<Connection*>(*context));
+    *context = nullptr;
+  }
+}
+
+void* on_line(void* events, const char* uri, MHD_Connection* library) {
+  static_cast<DaemonEvents*>(events)->line_read(*connection_of(library), uri);
+  return nullptr;
+}
+
+MHD_Result on_request(void* events, MHD_Connection* library, const char* /*url*/,
+                      const char* method, const char* version, const char* /*body*/,
+                      std::size_t* body_size, void** context) {
+  auto& to = *static_cast<DaemonEvents*>(events);
+  Connection& connection = *connection_of(library);
+  *body_size = 0;
+  bool go_on = false;
+  if (*context == nullptr) {
+    *context = &connection;
+    go_on = to.head_read(connection, library, method, version);
+  } else {
+    go_on = to.request_read(connection);
+  }
+  return go_on ? MHD_YES : MHD_NO;
+}
+
+void on_completed(void* events, MHD_Connection* library, void** context,
+                  MHD_RequestTerminationCode) {
+  *context = nullptr;
+  if (Connection* connection = connection_of(library))
+    static_cast<DaemonEvents*>(events)->completed(*connection);
+}
+
+// Paths are decoded by safe_path(), once.
+std::size_t leave_encoded(void*, MHD_Connection*, char* text) {
+  return std::strlen(text);
+}
+
+}  // namespace
+
+Daemon::Daemon(DaemonEvents& events, const Descriptor& listening, std::size_t most_connections) {
+  void* to = &events;
+  // The library closes the socket that it is given.
+  const int socket = ::fcntl(listening.get(), F_DUPFD_CLOEXEC, 0);
+  daemon_ = MHD_start_daemon(MHD_USE_EPOLL | MHD_ALLOW_SUSPEND_RESUME, 0, nullptr, nullptr,
+                             &on_request, to, MHD_OPTION_LISTEN_SOCKET, socket,
+                             MHD_OPTION_CONNECTION_LIMIT, static_cast<unsigned>(most_connections),
+                             MHD_OPTION_CONNECTION_MEMORY_LIMIT, kConnectionMemory,
+                             MHD_OPTION_STRICT_FOR_CLIENT, 0, MHD_OPTION_NOTIFY_CONNECTION,
+                             &on_connection, to, MHD_OPTION_NOTIFY_COMPLETED, &on_completed, to,
+                             MHD_OPTION_URI_LOG_CALLBACK, &on_line, to,
+                             MHD_OPTION_UNESCAPE_CALLBACK, &leave_encoded, to, MHD_OPTION_END);
+  if (daemon_ == nullptr) throw std::runtime_error("the HTTP library does not start");
+}
+
+Daemon::~Daemon() {
+  MHD_stop_daemon(daemon_);
+}
+
+int Daemon::descriptor() const {
+  return MHD_get_daemon_info(daemon_, MHD_DAEMON_INFO_EPOLL_FD)->epoll_fd;
+}
+
+void Daemon::run() {
+  MHD_run(daemon_);
+}
+
+bool Daemon::has_more() const {
+  MHD_UNSIGNED_LONG_LONG milliseconds = 0;
+  return MHD_get_timeout(daemon_, &milliseconds) == MHD_YES && milliseconds == 0;
+}
+
+}  // namespace homewarden

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <microhttpd.h>
+
+#include <chrono>
+#include <optional>
+
+#include "platform/http/address.h"
+#include "platform/http/request_head.h"
+#include "platform/linux/descriptor.h"
+
+namespace homewarden {
+
+struct Connection;
+
+// What the library reports of the connections, always from within Daemon::run() or its destructor.
+class DaemonEvents {
+ public:
+  virtual ~DaemonEvents() = default;
+
+  // The connection is given back with all that is reported of it, until it is closed.
+  virtual Connection* opened(MHD_Connection* library, int socket, const Address& from) = 0;
+  virtual void closed(Connection& connection) = 0;
+
+  // The first line of a request has come.
+  virtual void line_read(Connection& connection, const char* uri) = 0;
+  // A request has come, without its body. False closes the connection.
+  virtual bool head_read(Connection& connection, MHD_Connection* library, const char* method,
+                         const char* version) = 0;
+  // It has come as a whole, or goes on after it was held up.
+  virtual bool request_read(Connection& connection) = 0;
+  // It has been answered, or its connection ends.
+  virtual void completed(Connection& connection) = 0;
+};
+
+// The HTTP library at work on a listening socket, without threads: all it does is done in run().
+class Daemon {
+ public:
+  // Throws std::runtime_error when the library cannot start. Events come until it is destroyed, and
+  // no connection may be suspended then.
+  Daemon(DaemonEvents& events, const Descriptor& listening, std::size_t most_connections);
+  Daemon(const Daemon&) = delete;
+  Daemon& operator=(const Daemon&) = delete;
+  ~Daemon();
+
+  // Readable when run() has something to do.
+  int descriptor() const;
+  // Does what can be done without waiting.
+  void run();
+  // Whether run() has left something that nothing will announce.
+  bool has_more() const;
+
+ private:
+  MHD_Daemon* daemon_;
+};
+
+// What the library knows of a request.
+RequestHead read_head(MHD_Connection* library, const char* method, const char* version);
+
+}  // namespace homewarden

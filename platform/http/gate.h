@@ -1,0 +1,52 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "platform/http/credentials.h"
+#include "platform/http/login_delays.h"
+#include "platform/http/request_head.h"
+
+namespace homewarden {
+
+struct Refusal {
+  unsigned status = 0;
+  std::string reason;  // one line
+  // One header more than every answer has; "" for none.
+  std::string header{};
+  std::string value{};
+};
+
+struct Admission {
+  std::string page;  // decoded, without the leading slash
+  bool switches = false;
+};
+
+struct GateRules {
+  bool log_in = false;  // otherwise only private addresses are admitted
+  Credentials credentials{};
+  std::vector<std::string> own_names{};
+  std::function<bool(const std::string&, const std::string&)> switches{};
+};
+
+// Decides which requests are answered at all. It remembers who tried wrong passwords.
+class Gate {
+ public:
+  explicit Gate(GateRules rules) : rules_(std::move(rules)) {}
+
+  std::variant<Admission, Refusal> check(const RequestHead& head, std::chrono::milliseconds now);
+
+ private:
+  std::optional<Refusal> check_form(const RequestHead& head) const;
+  std::optional<Refusal> check_log_in(const RequestHead& head, std::chrono::milliseconds now);
+
+  const GateRules rules_;
+  LoginDelays delays_{5};
+  // Somebody who has a whole network of addresses does not get free tries with each.
+  LoginDelays network_delays_{50};
+};
+
+}  // namespace homewarden

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+
+namespace homewarden {
+
+// What the server allows its clients. The values are those of the program; tests have less
+// patience.
+struct HttpLimits {
+  std::string address;  // to listen on; "" for all addresses of the machine
+
+  // Time for the first head of a connection, for the head of a later request from its first line
+  // on, between requests, and for taking an answer.
+  std::chrono::milliseconds first_head{10'000};
+  std::chrono::milliseconds head{10'000};
+  std::chrono::milliseconds idle{30'000};
+  std::chrono::milliseconds sending{120'000};
+  std::chrono::milliseconds look_around{1'000};  // how often these are checked
+
+  // Connections at once: no more than the process may have descriptors, a share of them for one
+  // address. Beyond, a new one takes the place of the one that has been idle longest.
+  std::size_t connections = 4096;
+  std::size_t shares = 4;
+
+  // Requests that wait to be handled.
+  std::size_t waiting = 1024;
+  std::size_t waiting_from_one = 256;
+};
+
+}  // namespace homewarden

@@ -1,0 +1,145 @@
+#include "platform/http/http_server.h"
+
+#include <sys/epoll.h>
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+#include "base/flag_guard.h"
+#include "platform/http/access.h"
+#include "platform/http/listen_socket.h"
+
+namespace homewarden {
+
+using std::chrono::milliseconds;
+
+namespace {
+
+// Turns of reading and answering before the rest of the program has its turn.
+constexpr int kRounds = 8;
+
+}  // namespace
+
+HttpServer::HttpServer(EventLoop& loop, const WatchReadable& watch, HttpLimits limits)
+    : loop_(loop),
+      limits_(std::move(limits)),
+      watched_(::epoll_create1(EPOLL_CLOEXEC)),
+      self_(std::make_shared<HttpServer*>(this)) {
+  watch(watched_.get(), [self = std::weak_ptr(self_)] {
+    if (const auto server = self.lock()) (*server)->turn();
+  });
+}
+
+HttpServer::~HttpServer() {
+  HttpServer::StopListening();
+}
+
+void HttpServer::servermaxconnections(int requests) {
+  at_once_ = static_cast<std::size_t>(std::max(requests, 1));
+}
+
+void HttpServer::SwitchRequests(std::function<bool(const std::string&, const std::string&)> test) {
+  switches_ = std::move(test);
+}
+
+void HttpServer::StartListening() {
+  if (Listening()) return;
+  const auto port = parse_port(port_);
+  if (!port) return;
+  Descriptor listening = listen_on(limits_.address, *port);
+  if (!listening.is_open()) return;
+
+  const homewarden::DocumentFolder folder(folder_);
+  GateRules rules;
+  rules.log_in = log_in_;
+  if (log_in_) rules.credentials = Credentials(folder.passwords());
+  rules.own_names = machine_names();
+  rules.own_names.insert(rules.own_names.end(), names_.begin(), names_.end());
+  rules.switches = switches_;
+  try {
+    server_ = std::make_unique<RunningServer>(loop_, limits_, std::move(rules), folder,
+                                              std::move(listening), last_id_);
+  } catch (const std::exception&) {
+    return;  // Listening() tells
+  }
+  epoll_event readable{};
+  readable.events = EPOLLIN;
+  if (::epoll_ctl(watched_.get(), EPOLL_CTL_ADD, server_->descriptor(), &readable) != 0)
+    server_.reset();
+}
+
+bool HttpServer::StopListening() {
+  loop_.cancel(std::exchange(next_turn_, 0));
+  loop_.cancel(std::exchange(next_look_, 0));
+  if (!server_) return false;
+  ::epoll_ctl(watched_.get(), EPOLL_CTL_DEL, server_->descriptor(), nullptr);
+  server_.reset();
+  return true;
+}
+
+std::string HttpServer::QueryText(int request, const std::string&) {
+  const Request* found = server_ ? server_->find(request) : nullptr;
+  return found != nullptr ? found->query : "";
+}
+
+void HttpServer::SendPage(int request, const std::string& page, bool serve_file) {
+  if (!server_) return;
+  const bool sent =
+      serve_file ? server_->answer_document(request) : server_->answer_page(request, page);
+  // Also when its client has gone there is room for another request now.
+  if (in_turn_) {
+    answered_ = answered_ || sent;
+    return;
+  }
+  if (sent) server_->run();
+  arm();
+}
+
+void HttpServer::turn() {
+  if (!server_ || in_turn_) return;
+  {
+    const FlagGuard guard(in_turn_);
+    int rounds = 0;
+    do {
+      answered_ = false;
+      server_->run();
+      hand_over();
+    } while (server_ && answered_ && ++rounds < kRounds);
+    if (server_ && answered_) server_->run();
+  }
+  arm();
+}
+
+// Whoever is told of a request may answer it at once, and may stop or start the server.
+void HttpServer::hand_over() {
+  while (server_) {
+    const auto id = server_->next_request(at_once_);
+    if (!id) return;
+    const std::string page = server_->find(*id)->page;
+    RequestArrived(*id, page);
+  }
+}
+
+void HttpServer::arm() {
+  if (!server_) return;
+  if (server_->has_more() || server_->has_request(at_once_)) turn_soon();
+  if (next_look_ == 0 && server_->has_connections())
+    next_look_ = loop_.call_after(limits_.look_around, [this] { look_around(); });
+}
+
+void HttpServer::turn_soon() {
+  if (next_turn_ != 0) return;
+  next_turn_ = loop_.call_after(milliseconds(0), [this] {
+    next_turn_ = 0;
+    turn();
+  });
+}
+
+void HttpServer::look_around() {
+  next_look_ = 0;
+  server_->look_around();
+  turn();  // also ends what the library gave up while there was nothing to tell it of
+}
+
+}  // namespace homewarden

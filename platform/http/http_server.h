@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/event_loop.h"
+#include "platform/http/http_limits.h"
+#include "platform/http/running_server.h"
+#include "platform/linux/descriptor.h"
+#include "platform/web_server_control.h"
+
+namespace homewarden {
+
+// The web server on the program's event loop.
+class HttpServer : public WebServerControl {
+ public:
+  // Calls the function whenever the descriptor can be read, from the event loop and until the
+  // descriptor is closed.
+  using WatchReadable = std::function<void(int descriptor, std::function<void()> function)>;
+
+  HttpServer(EventLoop& loop, const WatchReadable& watch, HttpLimits limits = {});
+  HttpServer(const HttpServer&) = delete;
+  HttpServer& operator=(const HttpServer&) = delete;
+  ~HttpServer() override;
+
+  bool Listening() const override { return server_ != nullptr; }
+  void ServerPort(const std::string& port) override { port_ = port; }
+  void DocumentFolder(const std::filesystem::path& folder) override { folder_ = folder; }
+  void AuthenticationMode(int mode) override { log_in_ = mode != 0; }
+  void ServerOption(bool) override {}
+  void servermaxconnections(int requests) override;
+  void SwitchRequests(std::function<bool(const std::string&, const std::string&)> test) override;
+  void AllowedHosts(std::vector<std::string> names) override { names_ = std::move(names); }
+  void StartListening() override;
+  bool StopListening() override;
+  std::string QueryText(int request, const std::string& unused) override;
+  void SendPage(int request, const std::string& page, bool serve_file) override;
+
+ private:
+  // Once around: reads, hands requests to the program, sends what it answered.
+  void turn();
+  void hand_over();
+  // Sees to it that the next turn comes.
+  void arm();
+  void turn_soon();
+  void look_around();
+
+  EventLoop& loop_;
+  const HttpLimits limits_;
+  std::string port_;
+  std::filesystem::path folder_;
+  bool log_in_ = false;
+  std::size_t at_once_ = 12;
+  std::function<bool(const std::string&, const std::string&)> switches_;
+  std::vector<std::string> names_;
+
+  // What the loop watches, for good: the library's descriptor comes and goes inside it.
+  const Descriptor watched_;
+  std::unique_ptr<RunningServer> server_;
+  int last_id_ = 0;
+  bool in_turn_ = false;
+  bool answered_ = false;  // since the server ran last
+  EventLoop::CallId next_turn_ = 0;
+  EventLoop::CallId next_look_ = 0;
+  // Known to functions that a loop may still call; gone with the server.
+  std::shared_ptr<HttpServer*> self_;
+};
+
+}  // namespace homewarden

@@ -1,0 +1,52 @@
+#include <array>
+#include <cstring>
+#include <string_view>
+
+#include "base/text.h"
+#include "platform/http/daemon.h"
+
+namespace homewarden {
+namespace {
+
+struct KnownHeader {
+  std::string_view name;
+  std::optional<std::string> RequestHead::*value;
+};
+
+constexpr std::array<KnownHeader, 7> kKnownHeaders{{
+    {"Host", &RequestHead::host},
+    {"Authorization", &RequestHead::authorization},
+    {"Origin", &RequestHead::origin},
+    {"Referer", &RequestHead::referer},
+    {"Sec-Fetch-Site", &RequestHead::fetch_site},
+    {"If-None-Match", &RequestHead::if_none_match},
+    {"If-Modified-Since", &RequestHead::if_modified_since},
+}};
+
+MHD_Result on_header(void* to, MHD_ValueKind, const char* name, std::size_t name_size,
+                     const char* value, std::size_t value_size) {
+  auto& head = *static_cast<RequestHead*>(to);
+  const std::string_view given(name, name_size);
+  const std::string_view text(value == nullptr ? "" : value, value_size);
+  for (const auto& known : kKnownHeaders) {
+    if (!equals_ignoring_case(given, known.name)) continue;
+    head.repeats = head.repeats || (head.*known.value).has_value();
+    head.*known.value = std::string(text);
+  }
+  if (equals_ignoring_case(given, "Transfer-Encoding") ||
+      (equals_ignoring_case(given, "Content-Length") && trim_blanks(text) != "0"))
+    head.has_body = true;
+  return MHD_YES;
+}
+
+}  // namespace
+
+RequestHead read_head(MHD_Connection* library, const char* method, const char* version) {
+  RequestHead head;
+  head.method = method;
+  head.needs_host = std::strcmp(version, MHD_HTTP_VERSION_1_0) != 0;
+  MHD_get_connection_values_n(library, MHD_HEADER_KIND, &on_header, &head);
+  return head;
+}
+
+}  // namespace homewarden

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/http/address.h"
+
+namespace homewarden {
+
+// What is known of a request when its head has been read. Header values are as they were sent;
+// nothing for a header that was not.
+struct RequestHead {
+  Address from;
+  std::string method;
+  std::string uri;  // the path and what follows it, as it was sent
+  bool needs_host = true;
+  bool has_body = false;
+  bool repeats = false;  // one of the headers below came twice
+  std::optional<std::string> host;
+  std::optional<std::string> authorization;
+  std::optional<std::string> origin;
+  std::optional<std::string> referer;
+  std::optional<std::string> fetch_site;
+  std::optional<std::string> if_none_match;
+  std::optional<std::string> if_modified_since;
+
+  std::string_view path() const { return std::string_view(uri).substr(0, uri.find('?')); }
+  std::string_view query() const {
+    const auto mark = uri.find('?');
+    return mark == std::string::npos ? "" : std::string_view(uri).substr(mark + 1);
+  }
+};
+
+}  // namespace homewarden

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "platform/http/address.h"
+#include "platform/http/http_limits.h"
+
+namespace homewarden {
+
+struct Connection;
+
+struct Request {
+  Connection* connection = nullptr;  // nothing when the client has gone
+  Address from{};
+  std::string page{};
+  std::string query{};
+  bool switches = false;
+  bool handled = false;  // it has been handed to the program
+};
+
+// The requests that have not been answered, in the order in which they came.
+class Requests {
+ public:
+  explicit Requests(const HttpLimits& limits) : limits_(limits) {}
+
+  // False when so many wait, altogether or from this address, that no more are taken.
+  bool room_for(const Address& from) const;
+  // Names it by the number given.
+  void add(int id, Request request);
+
+  // The request that has waited longest becomes one that is handled; nothing when `at_once` are
+  // handled already.
+  std::optional<int> next(std::size_t at_once);
+  bool has_next(std::size_t at_once) const { return !waiting_.empty() && handled_ < at_once; }
+
+  const Request* find(int id) const;
+  // Ends a request that is handled and returns its connection; nothing when there is none.
+  Connection* finish(int id);
+  // The client has gone. What it asked to be switched is still handed over: whoever presses a lamp
+  // and closes the page means it.
+  void desert(int id);
+
+ private:
+  const HttpLimits limits_;
+  std::map<int, Request> all_;
+  std::deque<int> waiting_;
+  std::map<Address, std::size_t> waiting_from_;
+  std::size_t handled_ = 0;
+
+  void stop_waiting(const Request& request);
+};
+
+}  // namespace homewarden

@@ -1,0 +1,106 @@
+#include "platform/http/response.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "base/text.h"
+
+namespace homewarden {
+namespace {
+
+constexpr std::array<std::pair<const char*, const char*>, 4> kCommonHeaders{{
+    {"X-Content-Type-Options", "nosniff"},
+    {"X-Frame-Options", "DENY"},
+    {"Content-Security-Policy",
+     "default-src 'none'; img-src 'self'; style-src 'self'; script-src 'self'; base-uri 'none'; "
+     "form-action 'none'; frame-ancestors 'none'"},
+    {"Referrer-Policy", "same-origin"},
+}};
+
+MHD_Response* from_text(const std::string& text) {
+  // The library asks for a pointer to what it will not change.
+  void* data = const_cast<char*>(text.data());
+  return MHD_create_response_from_buffer(text.size(), data, MHD_RESPMEM_MUST_COPY);
+}
+
+// A list of tags, or "*". What is compared is whether the content is the same.
+bool lists_tag(std::string_view list, std::string_view tag) {
+  if (trim_blanks(list) == "*") return true;
+  while (!list.empty()) {
+    const std::size_t comma = std::min(list.find(','), list.size());
+    std::string_view listed = trim_blanks(list.substr(0, comma));
+    if (listed.starts_with("W/")) listed.remove_prefix(2);
+    if (listed == tag) return true;
+    list.remove_prefix(std::min(comma + 1, list.size()));
+  }
+  return false;
+}
+
+bool client_has(const Document& document, const RequestHead& head) {
+  if (head.if_none_match) return lists_tag(*head.if_none_match, document.tag);
+  return head.if_modified_since == document.last_modified;
+}
+
+}  // namespace
+
+Response::Response(unsigned status, MHD_Response* response) : status_(status), response_(response) {
+  for (const auto& [name, value] : kCommonHeaders) header(name, value);
+}
+
+Response::Response(Response&& other) noexcept
+    : status_(other.status_), response_(std::exchange(other.response_, nullptr)) {}
+
+Response::~Response() {
+  if (response_ != nullptr) MHD_destroy_response(response_);
+}
+
+void Response::header(const char* name, const std::string& value) {
+  if (response_ != nullptr) MHD_add_response_header(response_, name, value.c_str());
+}
+
+bool Response::queue_on(MHD_Connection* connection) const {
+  return response_ != nullptr && MHD_queue_response(connection, status_, response_) == MHD_YES;
+}
+
+Response Response::page(const std::string& html) {
+  Response response(MHD_HTTP_OK, from_text(html));
+  response.header("Content-Type", "text/html; charset=windows-1252");
+  response.header("Cache-Control", "no-store");
+  return response;
+}
+
+Response Response::refusal(const Refusal& refusal) {
+  Response response(refusal.status, from_text(refusal.reason + "\n"));
+  response.header("Content-Type", "text/plain; charset=utf-8");
+  response.header("Cache-Control", "no-store");
+  if (!refusal.header.empty()) response.header(refusal.header.c_str(), refusal.value);
+  return response;
+}
+
+Response Response::document(Document document, const RequestHead& head) {
+  const bool known = !document.is_page && client_has(document, head);
+  MHD_Response* body = nullptr;
+  if (known) {
+    body = from_text("");
+  } else {
+    // The library closes the descriptor that it is given, unless it fails.
+    const int file = ::dup(document.file.get());
+    body = MHD_create_response_from_fd64(document.size, file);
+    if (body == nullptr && file >= 0) ::close(file);
+  }
+  Response response(known ? MHD_HTTP_NOT_MODIFIED : MHD_HTTP_OK, body);
+  response.header("Content-Type", document.type);
+  if (document.is_page) {
+    response.header("Cache-Control", "no-store");
+  } else {
+    response.header("Cache-Control", "private, max-age=3600");
+    response.header("ETag", document.tag);
+    response.header("Last-Modified", document.last_modified);
+  }
+  return response;
+}
+
+}  // namespace homewarden

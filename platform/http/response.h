@@ -1,0 +1,40 @@
+#pragma once
+
+#include <microhttpd.h>
+
+#include <string>
+
+#include "platform/http/document_folder.h"
+#include "platform/http/gate.h"
+#include "platform/http/request_head.h"
+
+namespace homewarden {
+
+// An answer. Every one carries the headers that keep a browser from taking it for something else or
+// showing it inside a page of somebody else's.
+class Response {
+ public:
+  // A page is not stored by browsers: it shows the house as it is now.
+  static Response page(const std::string& html);
+  static Response refusal(const Refusal& refusal);
+  // The document, or word that the client has it already.
+  static Response document(Document document, const RequestHead& head);
+
+  Response(Response&& other) noexcept;
+  Response(const Response&) = delete;
+  Response& operator=(const Response&) = delete;
+  Response& operator=(Response&&) = delete;
+  ~Response();
+
+  // False when the connection cannot be answered any more.
+  bool queue_on(MHD_Connection* connection) const;
+
+ private:
+  Response(unsigned status, MHD_Response* response);
+  void header(const char* name, const std::string& value);
+
+  unsigned status_;
+  MHD_Response* response_;
+};
+
+}  // namespace homewarden

@@ -1,0 +1,132 @@
+#include "platform/http/running_server.h"
+
+#include <limits>
+#include <utility>
+
+namespace homewarden {
+
+using Phase = Connection::Phase;
+
+namespace {
+
+// More than are let in at any time: those that were cut count until the library has noticed.
+constexpr std::size_t kSpareConnections = 256;
+
+}  // namespace
+
+RunningServer::RunningServer(const Clock& clock, const HttpLimits& limits, GateRules rules,
+                             DocumentFolder folder, Descriptor listening, int& last_id)
+    : clock_(clock),
+      limits_(limits),
+      gate_(std::move(rules)),
+      folder_(std::move(folder)),
+      last_id_(last_id),
+      connections_(limits),
+      requests_(limits),
+      listening_(std::move(listening)),
+      daemon_(*this, listening_, connections_.largest() + kSpareConnections) {}
+
+RunningServer::~RunningServer() {
+  for (Connection* connection : connections_.handled()) give_up(*connection);
+}
+
+void RunningServer::look_around() {
+  connections_.cut_late(clock_.uptime());
+  for (Connection* connection : connections_.deserted()) give_up(*connection);
+}
+
+// The library goes on with the connection and is told in request_read() that it ends.
+void RunningServer::give_up(Connection& connection) {
+  requests_.desert(std::exchange(connection.request, 0));
+  connection.phase = Phase::closing;
+  MHD_resume_connection(connection.library);
+}
+
+bool RunningServer::answer_page(int id, const std::string& html) {
+  Connection* connection = requests_.finish(id);
+  return connection != nullptr && send(*connection, Response::page(html));
+}
+
+bool RunningServer::answer_document(int id) {
+  const Request* request = requests_.find(id);
+  if (request == nullptr) return false;
+  const std::string page = request->page;
+  Connection* connection = requests_.finish(id);
+  if (connection == nullptr) return false;
+  auto document = folder_.open(page);
+  if (!document) return send(*connection, Response::refusal({404, "There is no such page."}));
+  return send(*connection, Response::document(std::move(*document), connection->head));
+}
+
+bool RunningServer::send(Connection& connection, const Response& response) {
+  connection.request = 0;
+  connection.since = clock_.uptime();
+  connection.phase = response.queue_on(connection.library) ? Phase::sending : Phase::closing;
+  MHD_resume_connection(connection.library);
+  return true;
+}
+
+Connection* RunningServer::opened(MHD_Connection* library, int socket, const Address& from) {
+  return &connections_.open(library, socket, from, clock_.uptime());
+}
+
+void RunningServer::closed(Connection& connection) {
+  completed(connection);
+  connections_.close(connection);
+}
+
+void RunningServer::line_read(Connection& connection, const char* uri) {
+  connection.uri = uri;
+  if (connection.phase != Phase::idle) return;
+  connection.phase = Phase::head;
+  connection.since = clock_.uptime();
+}
+
+bool RunningServer::head_read(Connection& connection, MHD_Connection* library, const char* method,
+                              const char* version) {
+  if (connection.phase == Phase::closing) return false;
+  connection.head = read_head(library, method, version);
+  connection.head.uri = std::move(connection.uri);
+  connection.head.from = connection.from;
+  auto verdict = gate_.check(connection.head, clock_.uptime());
+  if (auto* admission = std::get_if<Admission>(&verdict)) {
+    connection.admission = std::move(*admission);
+    return true;
+  }
+  connection.refusal = std::get<Refusal>(std::move(verdict));
+  // An answer before the body has come makes the library close the connection after it.
+  return !connection.head.has_body || Response::refusal(*connection.refusal).queue_on(library);
+}
+
+bool RunningServer::request_read(Connection& connection) {
+  if (connection.phase == Phase::closing) return false;
+  if (!connection.refusal && !requests_.room_for(connection.from))
+    connection.refusal = Refusal{503, "Too many requests wait to be answered.", "Retry-After", "1"};
+  if (!connection.refusal) {
+    hold(connection);
+    return true;
+  }
+  connection.phase = Phase::sending;
+  connection.since = clock_.uptime();
+  return Response::refusal(*connection.refusal).queue_on(connection.library);
+}
+
+void RunningServer::hold(Connection& connection) {
+  last_id_ = last_id_ == std::numeric_limits<int>::max() ? 1 : last_id_ + 1;
+  connection.request = last_id_;
+  connection.phase = Phase::handling;
+  Request request{&connection, connection.from, std::move(connection.admission.page),
+                  std::string(connection.head.query()), connection.admission.switches};
+  requests_.add(connection.request, std::move(request));
+  MHD_suspend_connection(connection.library);
+}
+
+void RunningServer::completed(Connection& connection) {
+  if (connection.request != 0) requests_.desert(std::exchange(connection.request, 0));
+  connection.refusal.reset();
+  if (connection.phase == Phase::closing) return;
+  connection.phase = Phase::idle;
+  connection.since = clock_.uptime();
+}
+
+}  // namespace homewarden

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+
+#include "platform/clock.h"
+#include "platform/http/connections.h"
+#include "platform/http/daemon.h"
+#include "platform/http/document_folder.h"
+#include "platform/http/gate.h"
+#include "platform/http/http_limits.h"
+#include "platform/http/requests.h"
+#include "platform/http/response.h"
+
+namespace homewarden {
+
+// The server from start to stop: takes connections, judges their requests, keeps those that are
+// admitted until they are answered. It calls nobody: whoever runs it asks for the next request.
+class RunningServer : private DaemonEvents {
+ public:
+  // `last_id` counts the requests of all runs.
+  RunningServer(const Clock& clock, const HttpLimits& limits, GateRules rules,
+                DocumentFolder folder, Descriptor listening, int& last_id);
+  ~RunningServer() override;
+
+  int descriptor() const { return daemon_.descriptor(); }
+  void run() { daemon_.run(); }
+  bool has_more() const { return daemon_.has_more(); }
+  bool has_connections() const { return !connections_.empty(); }
+
+  // Ends what takes too long and what nobody waits for any more.
+  void look_around();
+
+  // The next request to be handled, see Requests::next().
+  std::optional<int> next_request(std::size_t at_once) { return requests_.next(at_once); }
+  bool has_request(std::size_t at_once) const { return requests_.has_next(at_once); }
+  const Request* find(int id) const { return requests_.find(id); }
+
+  // True when there is something to send: run() sends it.
+  bool answer_page(int id, const std::string& html);
+  bool answer_document(int id);
+
+ private:
+  Connection* opened(MHD_Connection* library, int socket, const Address& from) override;
+  void closed(Connection& connection) override;
+  void line_read(Connection& connection, const char* uri) override;
+  bool head_read(Connection& connection, MHD_Connection* library, const char* method,
+                 const char* version) override;
+  bool request_read(Connection& connection) override;
+  void completed(Connection& connection) override;
+
+  void hold(Connection& connection);
+  bool send(Connection& connection, const Response& response);
+  void give_up(Connection& connection);
+
+  const Clock& clock_;
+  const HttpLimits limits_;
+  Gate gate_;
+  const DocumentFolder folder_;
+  int& last_id_;
+  Connections connections_;
+  Requests requests_;
+  const Descriptor listening_;
+  Daemon daemon_;  // last: its end reports to the others
+};
+
+}  // namespace homewarden

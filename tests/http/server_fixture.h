@@ -1,0 +1,72 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/http/http_server.h"
+#include "tests/http/client.h"
+#include "tests/http/socket_loop.h"
+#include "tests/platform/scratch_folder.h"
+
+namespace homewarden::testing {
+
+inline HttpLimits on_loopback() {
+  HttpLimits limits;
+  limits.address = "127.0.0.1";
+  return limits;
+}
+
+// A server on the loop of the test. It answers every page with its name and query, files from the
+// folder, and "hold" not at all. What names "turnon" switches something.
+class ServerTest : public ::testing::Test {
+ protected:
+  explicit ServerTest(HttpLimits limits = on_loopback())
+      : port(free_port()),
+        server(
+            loop, [this](int fd, auto function) { loop.watch_readable(fd, function); }, limits) {
+    server.ServerPort(std::to_string(port));
+    server.DocumentFolder(folder.path());
+    server.SwitchRequests([](const std::string& page, const std::string& query) {
+      return page.find("index.html") != std::string::npos &&
+             query.find("turnon") != std::string::npos;
+    });
+    server.RequestArrived.connect([this](int id, const std::string& page) { answer(id, page); });
+  }
+
+  void start() {
+    server.StartListening();
+    ASSERT_TRUE(server.Listening());
+  }
+
+  void write(const std::string& name, const std::string& content) {
+    std::ofstream(folder / name, std::ios::binary) << content;
+  }
+
+  Answer get(const std::string& path, const std::string& headers = "Host: localhost\r\n") {
+    return Client(loop, port).ask(path, headers);
+  }
+
+  void answer(int id, const std::string& page) {
+    pages.push_back(page);
+    if (page.find("hold") != std::string::npos) {
+      held.push_back(id);
+    } else if (page.find(".html") != std::string::npos || page.empty()) {
+      server.SendPage(id, page + "?" + server.QueryText(id, ""), false);
+    } else {
+      server.SendPage(id, "", true);
+    }
+  }
+
+  SocketLoop loop;
+  ScratchFolder folder;
+  const int port;
+  HttpServer server;
+  std::vector<std::string> pages;  // that were raised
+  std::vector<int> held;
+};
+
+}  // namespace homewarden::testing
