@@ -13,6 +13,7 @@
 #include "platform/linux/posix_files.h"
 #include "tests/platform/fake_desktop.h"
 #include "tests/platform/fake_interface.h"
+#include "tests/platform/fake_web.h"
 #include "tests/platform/memory_registry.h"
 #include "tests/platform/virtual_loop.h"
 #include "x10/device_lookup.h"
@@ -92,8 +93,9 @@ void delete_one_device(benchmark::State& state) {
     FakeDialogs dialogs(loop);
     FakeDesktop desktop;
     FakeSounds sounds;
+    FakeWeb web;
     Program program({loop, folder.files, registry, services, instance, interface_control, dialogs,
-                     desktop, sounds, folder.path, ""},
+                     desktop, sounds, web, folder.path, ""},
                     [](std::exception_ptr error) { std::rethrow_exception(error); });
     program.start();
     loop.advance(std::chrono::seconds(2));

@@ -42,14 +42,20 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
       location_(frm_main, operations_, platform.loop, settings_),
       clock_(frm_main, platform.loop, [this] { location_.dosunset(); }),
       window_(frm_main, operations_, platform.desktop, platform.dialogs),
+      pages_(frm_server, module1_, settings_, platform.files, files_.rooms,
+             platform.folder / "html"),
+      web_server_(frm_main, frm_server, operations_, module1_, settings_, platform.dialogs,
+                  platform.files, platform.web, window_, platform.folder / "html"),
+      requests_(frm_main, frm_server, operations_, platform.loop, module1_, platform.web, pages_,
+                commands_, device_state_),
       tray_(frm_main, frmSysTray, settings_, window_),
       finder_(frm_main, operations_, platform.loop, module1_, platform.interface_control,
               platform.dialogs),
       startup_(frm_main, frm_wait, operations_, platform.loop, module1_, settings_,
                platform.instance, platform.desktop, rooms_, tree_, files_, profile_switch_, events_,
-               location_, tray_, finder_),
-      shutdown_(frm_main, frm_wait, tray_, operations_, platform.loop, module1_, settings_,
-                platform.desktop, platform.interface_control) {
+               location_, tray_, finder_, web_server_),
+      shutdown_(frm_main, frm_wait, web_server_, tray_, operations_, platform.loop, module1_,
+                settings_, platform.desktop, platform.interface_control) {
   const auto run_macros = [this](const std::string& house, int unit, int function) {
     macros_.amacros(house, unit, function);
   };

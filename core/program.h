@@ -25,12 +25,16 @@
 #include "platform/platform.h"
 #include "sun/location.h"
 #include "ui/frm_main.h"
+#include "ui/frm_server.h"
 #include "ui/frm_systray.h"
 #include "ui/frm_wait.h"
 #include "ui/navigation_tree.h"
 #include "ui/timer_driver.h"
 #include "ui/tray.h"
 #include "ui/window_services.h"
+#include "web/page_builder.h"
+#include "web/request_handler.h"
+#include "web/web_server.h"
 #include "x10/command_queue.h"
 #include "x10/device_commands.h"
 #include "x10/device_panel.h"
@@ -56,6 +60,7 @@ class Program {
   FrmMain frm_main;
   FrmWait frm_wait;
   FrmSysTray frmSysTray;
+  FrmServer frm_server;
 
  private:
   Operations operations_;
@@ -84,6 +89,9 @@ class Program {
   Location location_;
   HouseClock clock_;
   WindowServices window_;
+  PageBuilder pages_;
+  WebServer web_server_;
+  RequestHandler requests_;
   Tray tray_;
   InterfaceFinder finder_;
   Startup startup_;

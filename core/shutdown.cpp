@@ -7,12 +7,13 @@
 
 namespace homewarden {
 
-Shutdown::Shutdown(FrmMain& form, FrmWait& wait, Tray& tray, Operations& operations,
-                   EventLoop& loop, Module1& module1, Settings& settings, Desktop& desktop,
-                   InterfaceControl& interface_control)
+Shutdown::Shutdown(FrmMain& form, FrmWait& wait, WebServer& web_server, Tray& tray,
+                   Operations& operations, EventLoop& loop, Module1& module1, Settings& settings,
+                   Desktop& desktop, InterfaceControl& interface_control)
     : steps_(wait, loop, operations),
       form_(form),
       wait_(wait),
+      web_server_(web_server),
       tray_(tray),
       loop_(loop),
       module1_(module1),
@@ -32,6 +33,7 @@ Task<void> Shutdown::Form_Unload() {
   wait_.visible = true;
   wait_.Label2.caption = "Homewarden - Closing";
   co_await pending_events(loop_);
+  steps_.run([this] { web_server_.stop(); });
   steps_.run([this] { tray_.unload(); });
   form_.ignoreclicks = true;
   form_.Statusbar.panel2 = "Closing communications, please wait";

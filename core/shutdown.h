@@ -11,14 +11,15 @@
 #include "ui/frm_main.h"
 #include "ui/frm_wait.h"
 #include "ui/tray.h"
+#include "web/web_server.h"
 
 namespace homewarden {
 
 // The end of the program, and the window's way into hiding.
 class Shutdown {
  public:
-  Shutdown(FrmMain& form, FrmWait& wait, Tray& tray, Operations& operations, EventLoop& loop,
-           Module1& module1, Settings& settings, Desktop& desktop,
+  Shutdown(FrmMain& form, FrmWait& wait, WebServer& web_server, Tray& tray, Operations& operations,
+           EventLoop& loop, Module1& module1, Settings& settings, Desktop& desktop,
            InterfaceControl& interface_control);
 
   // Runs once, however often it is asked for; quits the loop at its end.
@@ -35,6 +36,7 @@ class Shutdown {
   Steps steps_;
   FrmMain& form_;
   FrmWait& wait_;
+  WebServer& web_server_;
   Tray& tray_;
   EventLoop& loop_;
   Module1& module1_;

@@ -20,7 +20,8 @@ constexpr int kDelaySeconds = 20;
 Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop,
                  Module1& module1, Settings& settings, SingleInstance& instance, Desktop& desktop,
                  RoomList& rooms, NavigationTree& tree, HouseFiles& files, ProfileSwitch& profiles,
-                 EventList& events, Location& location, Tray& tray, InterfaceFinder& finder)
+                 EventList& events, Location& location, Tray& tray, InterfaceFinder& finder,
+                 WebServer& web_server)
     : steps_(wait, loop, operations),
       form_(form),
       wait_(wait),
@@ -36,7 +37,8 @@ Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop
       events_(events),
       location_(location),
       tray_(tray),
-      finder_(finder) {
+      finder_(finder),
+      web_server_(web_server) {
   wait.lab_wait.tool_tip = "Click Here To Skip The Delay";
   wait.lab_wait.click.connect([this] { SkipWait(); });
   form.startuptimer.tick.connect([this, &operations] { operations.start(delayed_step()); });
@@ -88,6 +90,7 @@ Task<void> Startup::Form_Load() {
   steps_.run([this] { form_.Check1.checked = settings_.read("data", "dst", "0") != "0"; });
   steps_.run([this] { location_.dosunset(); });
   form_.startuptimer.set_enabled(true);
+  steps_.run([this] { web_server_.startserver(); });
   form_.timerdelete.set_enabled(true);
   form_.formloading = false;
   form_.visible = true;

@@ -17,6 +17,7 @@
 #include "ui/frm_wait.h"
 #include "ui/navigation_tree.h"
 #include "ui/tray.h"
+#include "web/web_server.h"
 #include "x10/interface_finder.h"
 
 namespace homewarden {
@@ -28,7 +29,7 @@ class Startup {
   Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop, Module1& module1,
           Settings& settings, SingleInstance& instance, Desktop& desktop, RoomList& rooms,
           NavigationTree& tree, HouseFiles& files, ProfileSwitch& profiles, EventList& events,
-          Location& location, Tray& tray, InterfaceFinder& finder);
+          Location& location, Tray& tray, InterfaceFinder& finder, WebServer& web_server);
 
   // Runs once. A copy of the program that finds another one running quits the loop.
   Task<void> Form_Load();
@@ -65,6 +66,7 @@ class Startup {
   Location& location_;
   Tray& tray_;
   InterfaceFinder& finder_;
+  WebServer& web_server_;
 };
 
 }  // namespace homewarden

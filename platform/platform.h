@@ -14,6 +14,7 @@ class Registry;
 class ServiceControl;
 class SingleInstance;
 class SoundPlayer;
+class WebServerControl;
 
 // Everything the program needs of the world, gathered by whoever starts it.
 struct Platform {
@@ -26,6 +27,7 @@ struct Platform {
   Dialogs& dialogs;
   Desktop& desktop;
   SoundPlayer& sounds;
+  WebServerControl& web;
 
   std::filesystem::path folder;  // the application folder: data files, html/, sounds
   std::string windows_folder;    // where the service tools lie; "" where there are none

@@ -11,6 +11,7 @@
 #include "platform/platform.h"
 #include "tests/platform/fake_desktop.h"
 #include "tests/platform/fake_interface.h"
+#include "tests/platform/fake_web.h"
 #include "tests/platform/memory_files.h"
 #include "tests/platform/memory_registry.h"
 #include "tests/platform/virtual_loop.h"
@@ -31,6 +32,7 @@ void run_house(const std::string& content) {
   FakeDialogs dialogs(loop);
   FakeDesktop desktop;
   FakeSounds sounds;
+  FakeWeb web;
   files.contents["/house/rmlst.hwd"] = "Hall~~~\r\nHall~Lamp~A~1\r\nHall~Fan~B~12\r\n";
   files.contents["/house/evelst.hwd"] = "Hall Lamp~A~1~40~12:01~on~daily~mtwufsr\r\n";
   files.contents["/house/macs.hlk"] = "When~A1~Hall~Lamp~turns~on~Turn~On~B12~Hall~Fan\r\n";
@@ -39,7 +41,7 @@ void run_house(const std::string& content) {
   loop.set_wall_clock(2023, 6, 21, 11, 59, 58);
 
   Program program({loop, files, registry, services, instance, interface_control, dialogs, desktop,
-                   sounds, "/house", ""},
+                   sounds, web, "/house", ""},
                   [](std::exception_ptr) { std::abort(); });
   FrmMain& form = program.frm_main;
   program.start();

@@ -12,6 +12,7 @@
 #include "core/settings.h"
 #include "tests/platform/fake_desktop.h"
 #include "tests/platform/fake_interface.h"
+#include "tests/platform/fake_web.h"
 #include "tests/platform/memory_files.h"
 #include "tests/platform/memory_registry.h"
 #include "tests/platform/virtual_loop.h"
@@ -74,6 +75,7 @@ class House {
   FrmMain& form() { return program_->frm_main; }
   FrmWait& wait() { return program_->frm_wait; }
   FrmSysTray& icon() { return program_->frmSysTray; }
+  FrmServer& server_form() { return program_->frm_server; }
   std::string status() { return form().Statusbar.panel2; }
 
   void click_node(const std::string& key) {
@@ -112,6 +114,7 @@ class House {
   FakeDialogs dialogs{loop};
   FakeDesktop desktop;
   FakeSounds sounds;
+  FakeWeb web;
   Settings settings{registry};
   std::vector<std::string> status_texts;
   std::vector<std::string> wait_texts;
@@ -119,7 +122,7 @@ class House {
  private:
   Platform platform() {
     return Platform{loop,           *used_files_, registry, services, instance, *connected_,
-                    *used_dialogs_, desktop,      sounds,   kFolder,  ""};
+                    *used_dialogs_, desktop,      sounds,   web,      kFolder,  ""};
   }
 
   InterfaceControl* connected_ = &interface_control;

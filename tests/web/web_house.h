@@ -1,13 +1,8 @@
 #pragma once
 
-#include <memory>
 #include <string>
 
-#include "tests/platform/fake_web.h"
 #include "tests/stories/house.h"
-#include "web/page_builder.h"
-#include "web/request_handler.h"
-#include "web/web_server.h"
 
 namespace homewarden::testing {
 
@@ -25,12 +20,7 @@ class WebHouse : public House {
     files.contents[file("html/wmcindex.html")] = ten_foot_template();
     settings.write("type", "KitchenTableLamp", "bulb");
     settings.write("type", "LivingRoomTableLamp", "bulb");
-    FrmMain& main = open_connected();
-    commands.carried_out.connect([](const std::string&, int, int) {});
-    server = std::make_unique<WebServer>(main, frm_server, operations, module1, settings, dialogs,
-                                         files, web, window, file("html"));
-    handler = std::make_unique<RequestHandler>(main, frm_server, operations, loop, module1, web,
-                                               pages, commands, state);
+    open_connected();
   }
 
   static std::string ten_foot_template() {
@@ -57,19 +47,6 @@ class WebHouse : public House {
     if (web.answers.empty() || !web.answers.back().starts_with(start)) return "(no answer)";
     return web.answers.back().substr(start.size());
   }
-
-  FakeWeb web;
-  FrmServer frm_server;
-  Operations operations{[](std::exception_ptr) { FAIL(); }};
-  Module1 module1{loop, registry, services, ""};
-  DeviceState state{module1};
-  ListFile rooms{files, file("rmlst.hwd"), file("tc.tmp")};
-  PageBuilder pages{frm_server, module1, settings, files, rooms, file("html")};
-  FrmMain unused;
-  DeviceCommands commands{unused, loop, module1, interface_control};
-  WindowServices window{unused, operations, desktop, dialogs};
-  std::unique_ptr<WebServer> server;
-  std::unique_ptr<RequestHandler> handler;
 };
 
 }  // namespace homewarden::testing

@@ -26,6 +26,7 @@ QWidget* make_web_page(FrmMain& form) {
   port->addStretch();
   page->rows()->addLayout(port);
 
+  bind(form.lab_webstate, page->add_text({}, false));
   page->add_heading(tr("Access"));
   auto* access = new QHBoxLayout;
   for (Button* button : {&form.Command8, &form.Command9, &form.Command10})

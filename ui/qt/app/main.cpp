@@ -11,6 +11,7 @@
 #include "core/version.h"
 #include "platform/cm11/driver.h"
 #include "platform/cm11/qt_serial_stream.h"
+#include "platform/http/http_server.h"
 #include "platform/linux/absent_services.h"
 #include "platform/linux/lock_file_instance.h"
 #include "platform/linux/posix_files.h"
@@ -81,6 +82,9 @@ int run(const AppOptions& options, bool offscreen) {
   Dialogs& dialogs = offscreen ? static_cast<Dialogs&>(terminal_dialogs) : window_dialogs;
   QtDesktop desktop;
   QtSoundPlayer sounds;
+  HttpServer web(loop, [&loop](int descriptor, std::function<void()> function) {
+    loop.watch_readable(descriptor, std::move(function));
+  });
 
   std::unique_ptr<DemoLine> line;
   // A second copy ends itself soon and must leave the first one's line alone.
@@ -91,7 +95,7 @@ int run(const AppOptions& options, bool offscreen) {
   }
 
   Program program({loop, files, registry, services, instance, interface_control, dialogs, desktop,
-                   sounds, folders.application, ""},
+                   sounds, web, folders.application, ""},
                   report_escaped);
   if (options.demo) program.frm_main.caption = "Homewarden - Demo";
   WaitWindowView wait_window(program.frm_wait);
