@@ -56,7 +56,7 @@ void WebServer::startserver() {
   const std::string port =
       module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, "webport", kDefaultPort);
   if (!web_.Listening() && !listen(port)) {
-    module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "webport", kFallbackPort);
+    store_port(kFallbackPort);
     if (!listen(kFallbackPort))
       main_.Statusbar.panel2 =
           "The web server could not be started on port " + port + " nor on port " + kFallbackPort;
@@ -68,6 +68,11 @@ void WebServer::stop() {
   if (!form_.loaded) return;
   web_.StopListening();
   form_.loaded = false;
+}
+
+void WebServer::store_port(const std::string& port) {
+  module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "webport", port);
+  main_.Label48.caption = "The web server is currently set to run on port " + port;
 }
 
 bool WebServer::listen(const std::string& port) {
@@ -106,8 +111,7 @@ Task<void> WebServer::save_port() {
     co_return;
   }
   stop();
-  module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "webport", port);
-  main_.Label48.caption = "The web server is currently set to run on port " + port;
+  store_port(port);
   co_await tell("Setting saved. The web server will now run on your chosen port.", "Saved",
                 MessageIcon::kInformation);
   startserver();

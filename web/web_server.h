@@ -31,6 +31,7 @@ class WebServer {
 
  private:
   bool listen(const std::string& port);
+  void store_port(const std::string& port);
   void show_state();
   Task<void> save_port();
   Task<void> set_password();

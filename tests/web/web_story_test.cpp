@@ -91,7 +91,7 @@ TEST(WebServerPanel, StartsOnItsPortOrOn8080AndSaysSo) {
   EXPECT_EQ(house.dialogs.messages.back(),
             "Saved: Setting saved. The web server will now run on your chosen port.");
   EXPECT_EQ(house.form().Label48.caption.get(),
-            "The web server is currently set to run on port 99");
+            "The web server is currently set to run on port 8080");
   EXPECT_EQ(house.machine("webport"), "8080");
   EXPECT_THAT(house.web.allowed_hosts, ElementsAre("house.example", "other"));
   EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("running on port 8080"));
