@@ -1,11 +1,21 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace homewarden {
+
+// Tells one content of a file from another without reading it.
+struct FileStamp {
+  std::uint64_t inode = 0;
+  std::uint64_t size = 0;
+  std::int64_t changed = 0;  // nanoseconds
+
+  bool operator==(const FileStamp&) const = default;
+};
 
 // The files of the house. Each call is one step that a power cut leaves done or not done; the order
 // of the calls is the order on the disk. All of them return false, or nothing, on failure and leave
@@ -18,6 +28,10 @@ class Files {
 
   // The whole content. Nothing when the file is missing or cannot be read.
   virtual std::optional<std::string> read(const std::filesystem::path& file) = 0;
+
+  // As long as the stamp is the same, so is the content. Nothing when the file is missing, or was
+  // changed so lately that a change after this one might go unnoticed.
+  virtual std::optional<FileStamp> stamp(const std::filesystem::path& file) = 0;
 
   // Creates the file or empties it, writes the content and has it on the disk on return.
   virtual bool write(const std::filesystem::path& file, std::string_view content) = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -39,6 +40,10 @@ class Registry {
 
   // True also when there was no such value. False when it could not be removed.
   virtual bool remove(RegistryRoot root, const std::string& key, const std::string& name) = 0;
+
+  // As long as this number is the same, so are all values of the root, whichever process changes
+  // them. It never comes back to what it was in a run.
+  virtual std::uint64_t changes(RegistryRoot root) = 0;
 };
 
 }  // namespace homewarden

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -16,6 +17,13 @@ namespace {
 constexpr off_t kLargest = 64L * 1024 * 1024;
 constexpr mode_t kMode = 0644;
 constexpr mode_t kSecretMode = 0600;
+
+// Changes that follow each other faster may have the same time. Far more than the longest tick.
+constexpr std::int64_t kTick = 100'000'000;
+
+std::int64_t nanoseconds(const timespec& time) {
+  return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
+}
 
 bool write_all(int descriptor, std::string_view content) {
   while (!content.empty()) {
@@ -69,6 +77,18 @@ std::optional<std::string> PosixFiles::read(const std::filesystem::path& file) {
   }
   content.resize(filled);
   return content;
+}
+
+std::optional<FileStamp> PosixFiles::stamp(const std::filesystem::path& file) {
+  struct stat info {};
+  if (::stat(file.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return std::nullopt;
+  // The clock that files are stamped with.
+  timespec now{};
+  ::clock_gettime(CLOCK_REALTIME_COARSE, &now);
+  const FileStamp stamp{info.st_ino, static_cast<std::uint64_t>(info.st_size),
+                        nanoseconds(info.st_ctim)};
+  if (nanoseconds(now) - stamp.changed < kTick) return std::nullopt;
+  return stamp;
 }
 
 bool PosixFiles::write(const std::filesystem::path& file, std::string_view content) {

@@ -114,6 +114,7 @@ bool Database::write(const std::string& key, const std::string& name, const Regi
   bind_text(upsert_, 2, name);
   sqlite3_bind_int(upsert_, 3, static_cast<int>(value.type));
   sqlite3_bind_blob(upsert_, 4, value.data.data(), static_cast<int>(value.data.size()), nullptr);
+  ++changes_;
   return sqlite3_step(upsert_) == SQLITE_DONE;
 }
 
@@ -122,7 +123,18 @@ bool Database::remove(const std::string& key, const std::string& name) {
   const Use use(delete_);
   bind_text(delete_, 1, key);
   bind_text(delete_, 2, name);
+  ++changes_;
   return sqlite3_step(delete_) == SQLITE_DONE;
+}
+
+std::uint64_t Database::changes() {
+  if (!open()) return ++changes_;
+  const Use use(version_);
+  const bool known = sqlite3_step(version_) == SQLITE_ROW;
+  const int version = known ? sqlite3_column_int(version_, 0) : 0;
+  if (!known || version != seen_version_) ++changes_;
+  seen_version_ = version;
+  return changes_;
 }
 
 bool Database::open() {
@@ -174,6 +186,8 @@ int Database::prepare() {
   };
   int result = make("SELECT type, data FROM value WHERE key=? AND name=?", &select_);
   if (result == SQLITE_OK) result = make("DELETE FROM value WHERE key=? AND name=?", &delete_);
+  // A number that changes when another connection has changed the file.
+  if (result == SQLITE_OK) result = make("PRAGMA data_version", &version_);
   if (result != SQLITE_OK) return result;
   // The last one: where it is there, the file is open.
   return make(
@@ -185,7 +199,9 @@ int Database::prepare() {
 void Database::close() {
   sqlite3_finalize(std::exchange(select_, nullptr));
   sqlite3_finalize(std::exchange(delete_, nullptr));
+  sqlite3_finalize(std::exchange(version_, nullptr));
   sqlite3_finalize(std::exchange(upsert_, nullptr));
+  ++changes_;
   sqlite3_close(std::exchange(database_, nullptr));
 }
 

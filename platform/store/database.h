@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -24,6 +25,9 @@ class Database {
   bool write(const std::string& key, const std::string& name, const RegistryValue& value);
   bool remove(const std::string& key, const std::string& name);
 
+  // See Registry::changes().
+  std::uint64_t changes();
+
  private:
   bool open();
   // These answer a result code of SQLite.
@@ -37,7 +41,10 @@ class Database {
   sqlite3* database_ = nullptr;
   sqlite3_stmt* select_ = nullptr;
   sqlite3_stmt* delete_ = nullptr;
+  sqlite3_stmt* version_ = nullptr;
   sqlite3_stmt* upsert_ = nullptr;
+  std::uint64_t changes_ = 0;
+  int seen_version_ = 0;  // of the file, as others have changed it
 };
 
 }  // namespace homewarden

@@ -29,6 +29,8 @@ class SqliteRegistry : public Registry {
     return database(root).remove(key, name);
   }
 
+  std::uint64_t changes(RegistryRoot root) override { return database(root).changes(); }
+
  private:
   Database& database(RegistryRoot root) {
     return root == RegistryRoot::kLocalMachine ? machine_ : user_;

@@ -49,6 +49,27 @@ TEST(PosixFiles, NobodyElseMayReadASecretAlsoWhereAnOpenFileWas) {
   EXPECT_EQ(files.read(secret), "user:pass");
 }
 
+TEST(PosixFiles, AStampChangesWithTheContentAndIsWithheldWhileChangesFollowFast) {
+  ScratchFolder folder;
+  PosixFiles files;
+  const auto page = folder / "page";
+  EXPECT_FALSE(files.stamp(page));
+  EXPECT_FALSE(files.stamp(folder.path())) << "a folder has no content";
+  const auto settled = [&] {
+    EXPECT_FALSE(files.stamp(page)) << "a second change would not show";
+    for (int i = 0; i < 100 && !files.stamp(page); ++i) ::usleep(10'000);
+    return files.stamp(page);
+  };
+  files.write(page, "one");
+  const auto first = settled();
+  ASSERT_TRUE(first);
+  EXPECT_EQ(files.stamp(page), first);
+  files.write(page, "two");
+  // Whoever sets the time of a file back cannot make the new content pass for the old.
+  std::filesystem::last_write_time(page, std::filesystem::file_time_type::min());
+  EXPECT_NE(settled(), first);
+}
+
 TYPED_TEST(FilesContract, WritesAppendsRenamesAndRemoves) {
   Files& files = this->kind.files;
   const auto list = this->kind.path("list");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <optional>
@@ -24,14 +25,18 @@ class MemoryRegistry : public Registry {
              const RegistryValue& value) override {
     if (may_change && !may_change()) return false;
     values_[{root, found_as(key), found_as(name)}] = value;
+    ++changes_;
     return true;
   }
 
   bool remove(RegistryRoot root, const std::string& key, const std::string& name) override {
     if (may_change && !may_change()) return false;
     values_.erase({root, found_as(key), found_as(name)});
+    ++changes_;
     return true;
   }
+
+  std::uint64_t changes(RegistryRoot) override { return changes_; }
 
   // Asked before each change when it is set: false from when the power is gone.
   std::function<bool()> may_change;
@@ -46,6 +51,7 @@ class MemoryRegistry : public Registry {
   }
 
   std::map<std::tuple<RegistryRoot, std::string, std::string>, RegistryValue> values_;
+  std::uint64_t changes_ = 0;
 };
 
 }  // namespace homewarden::testing

@@ -82,6 +82,33 @@ TYPED_TEST(RegistryContract, RemovesOneValue) {
   EXPECT_TRUE(registry.read(kUser, kKey, "port"));
 }
 
+TYPED_TEST(RegistryContract, CountsChangesAndNothingElse) {
+  Registry& registry = this->kind.registry;
+  registry.write(kMachine, kKey, "port", text("2"));
+  const auto first = registry.changes(kMachine);
+  EXPECT_TRUE(registry.read(kMachine, kKey, "port"));
+  EXPECT_EQ(registry.changes(kMachine), first);
+  registry.write(kMachine, kKey, "port", text("3"));
+  const auto second = registry.changes(kMachine);
+  EXPECT_NE(second, first);
+  registry.remove(kMachine, kKey, "port");
+  EXPECT_NE(registry.changes(kMachine), second);
+  EXPECT_NE(registry.changes(kMachine), first);
+}
+
+TEST(SqliteRegistry, CountsWhatAnotherProcessChanges) {
+  ScratchFolder folder;
+  SqliteRegistry registry(folder.path(), folder.path() / "user");
+  SqliteRegistry other(folder.path(), folder.path() / "user");
+  EXPECT_FALSE(other.read(kMachine, kKey, "port"));
+  const auto before = registry.changes(kMachine);
+  const auto user_before = registry.changes(kUser);
+  EXPECT_EQ(registry.changes(kMachine), before);
+  other.write(kMachine, kKey, "port", text("3"));
+  EXPECT_NE(registry.changes(kMachine), before);
+  EXPECT_EQ(registry.changes(kUser), user_before);
+}
+
 TEST(SqliteRegistry, OutlivesItsObjectAndIsSeenByAnother) {
   ScratchFolder folder;
   SqliteRegistry other(folder.path(), folder.path());
