@@ -47,6 +47,8 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
       web_server_(frm_main, frm_server, operations_, module1_, settings_, platform.dialogs,
                   platform.files, platform.web, window_, platform.folder / "html"),
       requests_(frm_main, frm_server, operations_, platform.loop, module1_, platform.web, pages_,
+                PageCache(platform.files, platform.registry, files_.rooms.path(),
+                          platform.folder / "html"),
                 commands_, device_state_),
       tray_(frm_main, frmSysTray, settings_, window_),
       finder_(frm_main, operations_, platform.loop, module1_, platform.interface_control,

@@ -6,6 +6,7 @@
 #include "base/lines.h"
 #include "base/text.h"
 #include "core/devices.h"
+#include "web/request_grammar.h"
 
 namespace homewarden {
 namespace {
@@ -47,16 +48,16 @@ int for_each_room(ListFile& rooms, Function function) {
 
 // Where the two families differ.
 struct PageBuilder::Family {
-  const char* page;
+  std::string_view page;
   const char* menu_font;
   const char* name_font;
   bool numbered;  // addresses end in the device's place
 };
 
 const PageBuilder::Family PageBuilder::kNormal = {
-    "index.html", "<font color=\"#FFFFFF\">", "<font face=\"Verdana\" color=\"#FFFFFF\">", false};
+    kNormalPage, "<font color=\"#FFFFFF\">", "<font face=\"Verdana\" color=\"#FFFFFF\">", false};
 const PageBuilder::Family PageBuilder::kMediaCenter = {
-    "wmcindex.html", "<font color=\"#FFFFFF\" face=\"Verdana\" size=\"6\">",
+    kMediaCenterPage, "<font color=\"#FFFFFF\" face=\"Verdana\" size=\"6\">",
     "<font face=\"Verdana\" color=\"#FFFFFF\" size=\"6\">", true};
 
 // A device's place on the page.
@@ -90,7 +91,7 @@ void PageBuilder::loadhtml() {
   append_template(kMediaCenter.page);
 }
 
-void PageBuilder::append_template(const char* file) {
+void PageBuilder::append_template(std::string_view file) {
   const auto content = files_.read(folder_ / file);
   if (!content) return;
   LineReader reader(*content);
@@ -130,7 +131,8 @@ void PageBuilder::loadroom(const std::string& roomname) {
   };
   const std::string last_room = read("lastroom");
   const std::string last_device = read("lastdev");
-  module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "lastroom", roomname);
+  if (roomname != last_room)
+    module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "lastroom", roomname);
   if (!rooms_.exists()) return;
   const int devices = fill_room(kMediaCenter, roomname);
   remove_modules(devices + 1);

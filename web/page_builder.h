@@ -50,7 +50,7 @@ class PageBuilder {
   static const Family kNormal;
   static const Family kMediaCenter;
 
-  void append_template(const char* file);
+  void append_template(std::string_view file);
   int fill_room(const Family& family, std::string_view slug);
   std::string picture(const std::string& fullname, bool on) const;
 

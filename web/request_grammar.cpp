@@ -8,9 +8,6 @@
 namespace homewarden {
 namespace {
 
-constexpr std::string_view kMediaCenterPage = "wmcindex.html";
-constexpr std::string_view kNormalPage = "index.html";
-
 bool holds(std::string_view text, std::string_view part) {
   return text.find(part) != std::string_view::npos;
 }

@@ -6,8 +6,11 @@
 
 namespace homewarden {
 
-// The two families of pages: for browsers, and for ten-foot screens with a remote control.
+// The two families of pages: for browsers, and for ten-foot screens with a remote control. Each has
+// a page, whose file is its template.
 enum class PageFamily { kNormal, kMediaCenter };
+inline constexpr std::string_view kNormalPage = "index.html";
+inline constexpr std::string_view kMediaCenterPage = "wmcindex.html";
 
 enum class WebAction { kHome, kRoom, kSwitchOn, kSwitchOff, kFile };
 

@@ -19,13 +19,15 @@ constexpr int kFullyOn = 100;
 
 RequestHandler::RequestHandler(FrmMain& main, FrmServer& form, Operations& operations,
                                EventLoop& loop, Module1& module1, WebServerControl& web,
-                               PageBuilder& pages, DeviceCommands& commands, DeviceState& state)
+                               PageBuilder& pages, PageCache cache, DeviceCommands& commands,
+                               DeviceState& state)
     : main_(main),
       form_(form),
       loop_(loop),
       module1_(module1),
       web_(web),
       pages_(pages),
+      cache_(std::move(cache)),
       commands_(commands),
       state_(state) {
   web.SwitchRequests([](const std::string& page, const std::string& query) {
@@ -62,12 +64,10 @@ Task<bool> RequestHandler::build_page(std::string page, std::string query) {
     case WebAction::kFile:
       co_return false;
     case WebAction::kHome:
-      begin_page(request.family);
-      show_home(request.family);
+      show(request.family, std::nullopt);
       co_return true;
     case WebAction::kRoom:
-      begin_page(request.family);
-      show_room(request.family, room_of_query(query));
+      show(request.family, room_of_query(query));
       co_return true;
     case WebAction::kSwitchOn:
     case WebAction::kSwitchOff:
@@ -75,15 +75,13 @@ Task<bool> RequestHandler::build_page(std::string page, std::string query) {
   }
   auto device = split_switch_query(query, request.family);
   if (!device) {  // nothing to switch
-    begin_page(request.family);
-    show_home(request.family);
+    show(request.family, std::nullopt);
     co_return true;
   }
   const std::string room = device->room;
   const bool on = request.action == WebAction::kSwitchOn;
   co_await switch_device(std::move(*device), on, request.family);
-  begin_page(request.family);
-  show_room(request.family, room);
+  show(request.family, room);
   co_return true;
 }
 
@@ -103,6 +101,22 @@ Task<void> RequestHandler::switch_device(SwitchQuery device, bool on, PageFamily
                            " device with housecode " + device.house + std::to_string(device.unit) +
                            " at " + hh_mm_ss(loop_.local_time());
   co_await pending_events(loop_);
+}
+
+void RequestHandler::show(PageFamily family, const std::optional<std::string>& room) {
+  const std::string name =
+      (family == PageFamily::kNormal ? "n" : "m") + (room ? "room " + *room : std::string("home"));
+  const auto sources = cache_.sources(family);
+  if (const std::string* built = sources ? cache_.find(name, *sources) : nullptr) {
+    form_.page = *built;
+    return;
+  }
+  begin_page(family);
+  if (room)
+    show_room(family, *room);
+  else
+    show_home(family);
+  if (sources) cache_.keep(name, *sources, form_.page);
 }
 
 void RequestHandler::begin_page(PageFamily family) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <optional>
 #include <string>
 
 #include "base/operations.h"
@@ -11,6 +12,7 @@
 #include "ui/frm_main.h"
 #include "ui/frm_server.h"
 #include "web/page_builder.h"
+#include "web/page_cache.h"
 #include "web/request_grammar.h"
 #include "x10/device_commands.h"
 #include "x10/device_state.h"
@@ -22,7 +24,7 @@ namespace homewarden {
 class RequestHandler {
  public:
   RequestHandler(FrmMain& main, FrmServer& form, Operations& operations, EventLoop& loop,
-                 Module1& module1, WebServerControl& web, PageBuilder& pages,
+                 Module1& module1, WebServerControl& web, PageBuilder& pages, PageCache cache,
                  DeviceCommands& commands, DeviceState& state);
 
  private:
@@ -34,6 +36,8 @@ class RequestHandler {
   Task<void> answer_all();
   Task<bool> build_page(std::string page, std::string query);
   Task<void> switch_device(SwitchQuery device, bool on, PageFamily family);
+  // The page of a room, or the home page, as it was built before or anew.
+  void show(PageFamily family, const std::optional<std::string>& room);
   void begin_page(PageFamily family);
   void show_home(PageFamily family);
   void show_room(PageFamily family, const std::string& room);
@@ -45,6 +49,7 @@ class RequestHandler {
   Module1& module1_;
   WebServerControl& web_;
   PageBuilder& pages_;
+  PageCache cache_;
   DeviceCommands& commands_;
   DeviceState& state_;
   std::deque<Request> waiting_;

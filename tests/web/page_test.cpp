@@ -47,6 +47,26 @@ TEST(Pages, ARoomOfABrowserByteForByte) {
   EXPECT_EQ(house.get("index.html", "loadroomKitchen"), "");
 }
 
+TEST(Pages, APageBuiltBeforeIsNotShownOnceAnythingHasChanged) {
+  WebHouse house;
+  const auto kitchen = [&house] { return house.get("index.html", "loadroomKitchen"); };
+  const std::string first = kitchen();
+  EXPECT_EQ(kitchen(), first);
+  house.set_machine("KitchenTableLamp", "True");  // as the background service would
+  EXPECT_THAT(kitchen(), HasSubstr("bulbon.gif"));
+  house.settings.write("type", "KitchenTableLamp", "fan");
+  EXPECT_THAT(kitchen(), HasSubstr("fanon.gif"));
+  house.files.contents[House::file("rmlst.hwd")] += "Kitchen~New Lamp~C~1\r\n";
+  EXPECT_THAT(kitchen(), HasSubstr("New Lamp"));
+  house.files.contents[House::file("html/index.html")] += "<p>edited";
+  EXPECT_THAT(kitchen(), EndsWith("<p>edited\r\n"));
+  EXPECT_THAT(house.get("index.html"), HasSubstr("Please Select"));
+  house.get("wmcindex.html", "loadroomKitchen");
+  EXPECT_THAT(house.get("index.html"), HasSubstr("New Lamp")) << "another room was shown last";
+  for (int i = 0; i < 200; ++i) house.get("index.html", "loadroom" + std::to_string(i));
+  EXPECT_THAT(kitchen(), HasSubstr("New Lamp")) << "many other pages took its place";
+}
+
 TEST(Pages, ATenFootRoomWithItsFocus) {
   WebHouse house;
   const std::string home = house.get("");
