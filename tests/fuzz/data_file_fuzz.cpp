@@ -4,17 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <exception>
 #include <string>
 
-#include "core/program.h"
-#include "platform/platform.h"
-#include "tests/platform/fake_desktop.h"
-#include "tests/platform/fake_interface.h"
-#include "tests/platform/fake_web.h"
-#include "tests/platform/memory_files.h"
-#include "tests/platform/memory_registry.h"
-#include "tests/platform/virtual_loop.h"
+#include "tests/fuzz/fuzz_house.h"
 
 namespace {
 
@@ -23,30 +15,12 @@ using namespace homewarden::testing;
 using namespace std::chrono_literals;
 
 void run_house(const std::string& content) {
-  VirtualLoop loop;
-  MemoryFiles files;
-  MemoryRegistry registry;
-  FakeServices services;
-  FakeInstance instance;
-  FakeInterface interface_control(loop);
-  FakeDialogs dialogs(loop);
-  FakeDesktop desktop;
-  FakeSounds sounds;
-  FakeWeb web;
-  files.contents["/house/rmlst.hwd"] = "Hall~~~\r\nHall~Lamp~A~1\r\nHall~Fan~B~12\r\n";
-  files.contents["/house/evelst.hwd"] = "Hall Lamp~A~1~40~12:01~on~daily~mtwufsr\r\n";
-  files.contents["/house/macs.hlk"] = "When~A1~Hall~Lamp~turns~on~Turn~On~B12~Hall~Fan\r\n";
-  files.contents["/house/" DATA_FILE] = content;
-  interface_control.status_of_port[1] = 0;
-  loop.set_wall_clock(2023, 6, 21, 11, 59, 58);
-
-  Program program({loop, files, registry, services, instance, interface_control, dialogs, desktop,
-                   sounds, web, "/house", ""},
-                  [](std::exception_ptr) { std::abort(); });
-  FrmMain& form = program.frm_main;
-  program.start();
-  loop.advance(5s);
-  for (const int function : {2, 3, 4}) interface_control.CommandReceived("A1", function);
+  FuzzHouse house;
+  house.files.contents["/house/" DATA_FILE] = content;
+  FrmMain& form = house.program.frm_main;
+  house.program.start();
+  house.loop.advance(5s);
+  for (const int function : {2, 3, 4}) house.interface_control.CommandReceived("A1", function);
   for (const auto& node : form.Tree.roots()) {
     form.Tree.selected = node.get();
     form.Tree.click();
@@ -58,9 +32,9 @@ void run_house(const std::string& content) {
   }
   form.ListView1.column_click(5);
   form.com_savemacro.click();
-  loop.advance(70s);
+  house.loop.advance(70s);
   // What was understood is written back without growing.
-  if (files.contents["/house/" DATA_FILE].size() > 2 * content.size() + 4096) std::abort();
+  if (house.files.contents["/house/" DATA_FILE].size() > 2 * content.size() + 4096) std::abort();
 }
 
 }  // namespace
