@@ -176,7 +176,8 @@ Task<void> Startup::delayed_step() {
   co_await pending_events(loop_);
   form_.ignoreclicks = false;
   restore_window_state();
-  co_await finder_.findinterface();
+  co_await steps_.finish(finder_.findinterface());
+  if (form_.connected) web_server_.tell_failure();
 }
 
 void Startup::restore_window_state() {

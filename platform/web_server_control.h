@@ -37,6 +37,9 @@ class WebServerControl {
   // in .local, .lan, .home or .home.arpa.
   virtual void AllowedHosts(std::vector<std::string> names) = 0;
 
+  // Addresses under which other devices in the network reach this machine; none without a network.
+  virtual std::vector<std::string> Addresses() const = 0;
+
   // Whether it worked is read from Listening.
   virtual void StartListening() = 0;
   // Requests that wait are given up.

@@ -79,7 +79,7 @@ struct FrmMain : Window {
   // Web server settings.
   Frame Frame4{false};
   Label Label48{"The web server is currently set to run on port"};
-  Label lab_webstate;  // whether the server runs, and whether it asks for a password
+  Label lab_webstate;  // whether and where the server runs, whether it asks for a password
   TextBox txt_webport;
   Button Command7{"Save"};
   Button Command8{"Set Password"};

@@ -45,6 +45,9 @@ WebServer::WebServer(FrmMain& main, FrmServer& form, Operations& operations, Mod
       folder_(std::move(document_folder)),
       credentials_(folder_ / "htaccess.txt") {
   web.servermaxconnections(kRequestsAtOnce);
+  main.Frame4.visible.changed.connect([this] {
+    if (main_.Frame4.visible) show_state();
+  });
   main.Command7.click.connect([this, &operations] { operations.start(save_port()); });
   main.Command8.click.connect([this, &operations] { operations.start(set_password()); });
   main.Command9.click.connect([this, &operations] { operations.start(clear_password()); });
@@ -58,10 +61,15 @@ void WebServer::startserver() {
   if (!web_.Listening() && !listen(port)) {
     store_port(kFallbackPort);
     if (!listen(kFallbackPort))
-      main_.Statusbar.panel2 =
+      failure_ =
           "The web server could not be started on port " + port + " nor on port " + kFallbackPort;
   }
   show_state();
+  tell_failure();
+}
+
+void WebServer::tell_failure() {
+  if (!web_.Listening()) main_.Statusbar.panel2 = failure_;
 }
 
 void WebServer::stop() {
@@ -72,6 +80,7 @@ void WebServer::stop() {
 
 void WebServer::store_port(const std::string& port) {
   module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "webport", port);
+  main_.txt_webport.text = port;
   main_.Label48.caption = "The web server is currently set to run on port " + port;
 }
 
@@ -100,6 +109,10 @@ void WebServer::show_state() {
   if (has_password != protected_)
     text += has_password ? " The new password takes effect at its next start: save the port."
                          : " That ends at its next start: save the port.";
+  const std::string place = port == kDefaultPort ? "" : ":" + port;
+  for (const std::string& address : web_.Addresses())
+    text += "\nOn a phone or a computer in your network, open http://" + address + place +
+            "/index.html";
   main_.lab_webstate.caption = text;
 }
 

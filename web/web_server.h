@@ -16,7 +16,7 @@
 
 namespace homewarden {
 
-// The web server's panel: its port, its password, starting and stopping.
+// The web server and its panel: its port, its password, starting and stopping.
 class WebServer {
  public:
   WebServer(FrmMain& main, FrmServer& form, Operations& operations, Module1& module1,
@@ -26,6 +26,8 @@ class WebServer {
   // Listens on the stored port, or on 8080, which is stored then. A failure of that too is told in
   // the status line.
   void startserver();
+  // Once more, for when another message has taken its place. Nothing while the server runs.
+  void tell_failure();
   // Unloads the form.
   void stop();
 
@@ -51,6 +53,7 @@ class WebServer {
   std::filesystem::path folder_;
   std::filesystem::path credentials_;
   bool protected_ = false;  // since the last start
+  std::string failure_;     // of the last start that failed
 };
 
 }  // namespace homewarden

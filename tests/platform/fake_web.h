@@ -22,6 +22,7 @@ class FakeWeb : public WebServerControl {
     is_switch = std::move(test);
   }
   void AllowedHosts(std::vector<std::string> names) override { allowed_hosts = std::move(names); }
+  std::vector<std::string> Addresses() const override { return addresses; }
   void StartListening() override {
     listening_ = !taken_ports.contains(port_);
     starts.push_back(port_ + " " + folder_.string() + " " + std::to_string(mode_));
@@ -45,6 +46,7 @@ class FakeWeb : public WebServerControl {
   }
 
   std::set<std::string> taken_ports;
+  std::vector<std::string> addresses;
   std::vector<std::string> starts;   // port, folder, mode
   std::vector<std::string> answers;  // identifier and page
   std::vector<std::string> allowed_hosts;

@@ -78,6 +78,11 @@ TEST(WebServerPanel, StartsOnItsPortOrOn8080AndSaysSo) {
   EXPECT_EQ(house.form().lab_webstate.caption.get(),
             "The web server is running on port 80 without a password, for your own network only.");
 
+  house.web.addresses = {"192.168.1.20"};
+  house.form().Frame4.visible = true;
+  EXPECT_THAT(house.form().lab_webstate.caption.get(),
+              ::testing::EndsWith("open http://192.168.1.20/index.html"));
+
   house.form().txt_webport.text = "8";
   house.form().Command7.click();
   house.loop.run_pending();
@@ -95,6 +100,7 @@ TEST(WebServerPanel, StartsOnItsPortOrOn8080AndSaysSo) {
   EXPECT_EQ(house.machine("webport"), "8080");
   EXPECT_THAT(house.web.allowed_hosts, ElementsAre("house.example", "other"));
   EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("running on port 8080"));
+  EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("http://192.168.1.20:8080/"));
   house.web.taken_ports = {"98", "8080"};
   house.form().txt_webport.text = "98";
   house.form().Command7.click();
@@ -103,7 +109,16 @@ TEST(WebServerPanel, StartsOnItsPortOrOn8080AndSaysSo) {
   EXPECT_EQ(house.status(), "The web server could not be started on port 98 nor on port 8080");
   house.form().Command10.click();
   house.loop.run_pending();
-  EXPECT_THAT(house.desktop.opened, ElementsAre(::testing::EndsWith("/cgi-bin/urlip.cgi?98")));
+  EXPECT_THAT(house.desktop.opened, ElementsAre(::testing::EndsWith("/cgi-bin/urlip.cgi?8080")));
+}
+
+TEST(WebServerPanel, AStartThatFailedStaysInTheStatusLineWhenTheInterfaceIsFound) {
+  House house;
+  house.web.taken_ports = {"80", "8080"};
+  const FrmMain& form = house.open_connected();
+  EXPECT_EQ(house.status(), "The web server could not be started on port 80 nor on port 8080");
+  EXPECT_EQ(form.Statusbar.panel3.get(), "STATUS: Ready");
+  EXPECT_EQ(form.txt_webport.text.get(), "8080");
 }
 
 TEST(WebServerPanel, ClosingTheProgramStopsTheServer) {
