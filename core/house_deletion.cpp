@@ -53,13 +53,6 @@ std::size_t count(ListFile& list, const ListFile::Choice& choice) {
 
 }  // namespace
 
-// What a deletion takes out of the room list, and the keys of the devices that stay.
-struct HouseDeletion::Lines {
-  std::size_t found = 0;
-  std::set<std::string> keys_going;
-  std::set<std::string> keys_staying;
-};
-
 HouseDeletion::HouseDeletion(FrmMain& form, Operations& operations, EventLoop& loop,
                              Module1& module1, Settings& settings, Dialogs& dialogs,
                              HouseFiles& files, RoomList& rooms, EventList& events,
@@ -120,16 +113,17 @@ Task<void> HouseDeletion::delete_room(std::string room) {
   const BusyWindow busy(form_);
   const EventList::Closed closed(events_);
   co_await pending_events(loop_);
-  const bool deleted = co_await rewrite_for_room(room);
-  co_await finish(deleted);
+  Lines lines;
+  const bool deleted = co_await rewrite_for_room(room, lines);
+  co_await finish(deleted, lines);
 }
 
-Task<bool> HouseDeletion::rewrite_for_room(std::string room) {
+Task<bool> HouseDeletion::rewrite_for_room(std::string room, Lines& lines) {
   const FileLock lock = co_await lock_files(form_, module1_);
   files_.discard_deletion();
   co_await module1_.pause(1);
   const ListFile::Choice choice = lines_of_room(room);
-  const Lines lines = lines_to_delete(choice);
+  lines = lines_of(choice);
   for (std::size_t line = 0; line < lines.found; ++line) {
     say("FOUND " + room + ", deleting now");
     co_await pending_events(loop_);
@@ -154,19 +148,20 @@ Task<void> HouseDeletion::delete_device(std::string room, std::string device) {
   const EventList::Closed closed(events_);
   say("PLEASE WAIT! Searching for " + room + ", " + device + " for deletion");
   co_await pending_events(loop_);
-  const bool deleted = co_await rewrite_for_device(room, device, with_events);
-  co_await finish(deleted);
+  Lines lines;
+  const bool deleted = co_await rewrite_for_device(room, device, with_events, lines);
+  co_await finish(deleted, lines);
 }
 
-Task<bool> HouseDeletion::rewrite_for_device(std::string room, std::string device,
-                                             bool with_events) {
+Task<bool> HouseDeletion::rewrite_for_device(std::string room, std::string device, bool with_events,
+                                             Lines& lines) {
   const FileLock lock = co_await lock_files(form_, module1_);
   files_.discard_deletion();
   co_await module1_.pause(1);
   co_await module1_.pause(1);
 
   const ListFile::Choice choice = lines_of_device(room, device);
-  const Lines lines = lines_to_delete(choice);
+  lines = lines_of(choice);
   const bool cleans_events = with_events && lines.found > 0 && files_.events.exists();
   const ListFile::Choice event_choice =
       cleans_events ? events_of(split_label(room + " " + device + " A1").roomdevice)
@@ -218,35 +213,36 @@ Task<bool> HouseDeletion::ask(const char* text, const char* title) {
   co_return answer == Answer::kYes;
 }
 
-HouseDeletion::Lines HouseDeletion::lines_to_delete(const ListFile::Choice& choice) {
+HouseDeletion::Lines HouseDeletion::lines_of(const ListFile::Choice& choice) {
   Lines lines;
   const auto content = files_.rooms.content();
   LineReader reader(content ? *content : std::string_view());
   while (const auto line = reader.next()) {
-    const bool goes = choice(*line);
-    if (goes) ++lines.found;
+    if (!choice(*line)) continue;
+    ++lines.found;
     const auto entry = parse_list_line(*line);
-    if (!entry || !entry->device) continue;
-    (goes ? lines.keys_going : lines.keys_staying).insert(to_lower(entry->device->key()));
+    if (entry && entry->device) lines.keys.insert(to_lower(entry->device->key()));
   }
   return lines;
 }
 
 // Two devices can share a key; what is stored under it stays with the one that stays.
 void HouseDeletion::forget(const Lines& lines) {
-  for (const std::string& key : lines.keys_going) {
-    if (lines.keys_staying.contains(key)) continue;
+  const Lines staying = lines_of([](std::string_view) { return true; });
+  for (const std::string& key : lines.keys) {
+    if (staying.keys.contains(key)) continue;
     settings_.remove("type", key);
     state_.forget(key);
   }
 }
 
-Task<void> HouseDeletion::finish(bool deleted) {
+Task<void> HouseDeletion::finish(bool deleted, const Lines& lines) {
   say("Clearing old data ready for re load");
   co_await pending_events(loop_);
   rooms_.cleartree(form_.Tree);
   co_await module1_.pause(1);
   co_await rooms_.loadlists();
+  if (deleted) forget(lines);  // a wall switch may have been pressed while it was still known
   co_await events_.loadevents();
   co_await module1_.pause(1);
   say(deleted ? "Your item was deleted at " + hh_mm(loop_.local_time())

@@ -33,19 +33,25 @@ class HouseDeletion {
   Task<void> deletetree(int KeyCode);
 
  private:
-  struct Lines;
+  // What a deletion takes out of the room list.
+  struct Lines {
+    std::size_t found = 0;
+    std::set<std::string> keys;  // of devices, lower-case
+  };
 
   Task<void> delete_top_item(std::string name);
   Task<void> delete_room(std::string room);
   Task<void> delete_device(std::string room, std::string device);
-  Task<bool> rewrite_for_room(std::string room);
-  Task<bool> rewrite_for_device(std::string room, std::string device, bool with_events);
+  // True with the lines that were deleted.
+  Task<bool> rewrite_for_room(std::string room, Lines& lines);
+  Task<bool> rewrite_for_device(std::string room, std::string device, bool with_events,
+                                Lines& lines);
   Task<void> remove_events(std::string room, std::string device, std::size_t found);
   Task<bool> ask(const char* text, const char* title);
   bool carry_out(const Lines& lines);
-  Lines lines_to_delete(const ListFile::Choice& choice);
+  Lines lines_of(const ListFile::Choice& choice);
   void forget(const Lines& lines);
-  Task<void> finish(bool deleted);
+  Task<void> finish(bool deleted, const Lines& lines);
   void say(std::string text);
 
   FrmMain& form_;

@@ -189,7 +189,12 @@ TEST_F(HouseEditStory, DevicesThatShareAKeyOrStandTwice) {
   house.status_texts.clear();
   select("Fan~C~1");
   house.form().Tree.key_press(4);
-  house.loop.advance(40s);
+  house.loop.advance(9500ms);
+  house.interface_control.CommandReceived("C1", 2);
+  house.loop.advance(500ms);
+  EXPECT_EQ(house.machine("AtticFan"), "True") << "not known any more: this shows nothing";
+  house.loop.advance(30s);
+  EXPECT_EQ(house.machine("AtticFan"), "(none)") << "a wall switch left the state of no device";
   EXPECT_EQ(rooms(), "Bed~room Lamp~A~1\r\n");
   EXPECT_EQ(events(), "");
   EXPECT_THAT(house.status_texts, Contains("FOUND! Attic, Fan. Deleting now.").Times(2));
