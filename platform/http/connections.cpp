@@ -24,6 +24,14 @@ bool can_be_cut(const Connection& connection) {
   return connection.phase != Phase::handling && connection.phase != Phase::closing;
 }
 
+// Whoever is seen with the address that was called is on the machine that has it.
+Address own_address_of(int socket) {
+  sockaddr_storage address{};
+  socklen_t size = sizeof address;
+  auto* plain = reinterpret_cast<sockaddr*>(&address);
+  return ::getsockname(socket, plain, &size) == 0 ? address_of(plain) : Address();
+}
+
 void cut(Connection& connection) {
   ::shutdown(connection.socket, SHUT_RDWR);
   connection.phase = Phase::closing;
@@ -41,6 +49,7 @@ Connection& Connections::open(MHD_Connection* library, int socket, const Address
   connection.library = library;
   connection.socket = socket;
   connection.from = from;
+  connection.from_here = from == own_address_of(socket);
   connection.since = now;
   all_.emplace(&connection, std::move(owned));
   make_room(connection);

@@ -24,6 +24,7 @@ struct Connection {
   MHD_Connection* library = nullptr;
   int socket = -1;
   Address from;
+  bool from_here = false;  // see RequestHead
   Phase phase = Phase::first_head;
   std::chrono::milliseconds since{};  // of the phase, by uptime
 

@@ -25,7 +25,7 @@ Refusal ask_to_log_in() {
 }  // namespace
 
 std::variant<Admission, Refusal> Gate::check(const RequestHead& head, milliseconds now) {
-  if (!rules_.log_in && !is_private(head.from))
+  if (!rules_.log_in && !head.from_here && !is_private(head.from))
     return Refusal{403,
                    "Without a password only this machine and its private network are answered."};
   if (auto refusal = check_form(head)) return std::move(*refusal);

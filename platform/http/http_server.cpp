@@ -16,8 +16,10 @@ using std::chrono::milliseconds;
 
 namespace {
 
-// Turns of reading and answering before the rest of the program has its turn.
+// Rounds of reading and answering, and the time after which no more requests are handed over,
+// before the rest of the program has its turn.
 constexpr int kRounds = 8;
+constexpr milliseconds kPatience{5};
 
 }  // namespace
 
@@ -100,12 +102,13 @@ void HttpServer::turn() {
   if (!server_ || in_turn_) return;
   {
     const FlagGuard guard(in_turn_);
+    const milliseconds start = loop_.uptime();
     int rounds = 0;
     do {
       answered_ = false;
       server_->run();
       hand_over();
-    } while (server_ && answered_ && ++rounds < kRounds);
+    } while (server_ && answered_ && ++rounds < kRounds && loop_.uptime() - start < kPatience);
     if (server_ && answered_) server_->run();
   }
   arm();
@@ -113,7 +116,8 @@ void HttpServer::turn() {
 
 // Whoever is told of a request may answer it at once, and may stop or start the server.
 void HttpServer::hand_over() {
-  while (server_) {
+  const milliseconds start = loop_.uptime();
+  while (server_ && loop_.uptime() - start < kPatience) {
     const auto id = server_->next_request(at_once_);
     if (!id) return;
     const std::string page = server_->find(*id)->page;

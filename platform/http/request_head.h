@@ -12,6 +12,7 @@ namespace homewarden {
 // nothing for a header that was not.
 struct RequestHead {
   Address from;
+  bool from_here = false;  // of the same machine, whatever its address
   std::string method;
   std::string uri;  // the path and what follows it, as it was sent
   bool needs_host = true;

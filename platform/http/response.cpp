@@ -96,7 +96,9 @@ Response Response::document(Document document, const RequestHead& head) {
   if (document.is_page) {
     response.header("Cache-Control", "no-store");
   } else {
-    response.header("Cache-Control", "private, max-age=3600");
+    // What belongs to the pages is asked for again with each, so that both are of one version.
+    const bool is_picture = document.type.starts_with("image/");
+    response.header("Cache-Control", is_picture ? "private, max-age=3600" : "private, no-cache");
     response.header("ETag", document.tag);
     response.header("Last-Modified", document.last_modified);
   }

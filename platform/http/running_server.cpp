@@ -88,6 +88,7 @@ bool RunningServer::head_read(Connection& connection, MHD_Connection* library, c
   connection.head = read_head(library, method, version);
   connection.head.uri = std::move(connection.uri);
   connection.head.from = connection.from;
+  connection.head.from_here = connection.from_here;
   auto verdict = gate_.check(connection.head, clock_.uptime());
   if (auto* admission = std::get_if<Admission>(&verdict)) {
     connection.admission = std::move(*admission);
