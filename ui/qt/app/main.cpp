@@ -22,6 +22,7 @@
 #include "ui/qt/app/demo_house.h"
 #include "ui/qt/app/demo_line.h"
 #include "ui/qt/app/end_signals.h"
+#include "ui/qt/app/loop_report.h"
 #include "ui/qt/app/options.h"
 #include "ui/qt/app/serial_trace.h"
 #include "ui/qt/app/start_report.h"
@@ -104,6 +105,7 @@ int run(const AppOptions& options, bool offscreen) {
   window_dialogs.set_parent(&window);
   if (offscreen) print_status_lines(program.frm_main);
   if (options.report_start) report_first_paint(window);
+  if (options.report_loop) report_loop_turns();
   on_end_signal(loop, [&program] { program.frm_main.close_requested(); });
 
   program.start();

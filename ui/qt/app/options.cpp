@@ -21,7 +21,9 @@ AppOptions parse_options(const QStringList& arguments) {
       "trace-serial", "Print the bytes on the serial line with their times on standard error.");
   QCommandLineOption report("report-start", "Print the time of the first paint and the memory.");
   report.setFlags(QCommandLineOption::HiddenFromHelp);
-  parser.addOptions({folder, demo, reset, trace, report});
+  QCommandLineOption loop("report-loop", "Print how long the event loop is busy at most.");
+  loop.setFlags(QCommandLineOption::HiddenFromHelp);
+  parser.addOptions({folder, demo, reset, trace, report, loop});
   parser.process(arguments);
 
   AppOptions options;
@@ -31,6 +33,7 @@ AppOptions parse_options(const QStringList& arguments) {
   options.demo = parser.isSet(demo) || options.demo_reset;
   options.trace_serial = parser.isSet(trace);
   options.report_start = parser.isSet(report);
+  options.report_loop = parser.isSet(loop);
   return options;
 }
 

@@ -13,6 +13,7 @@ struct AppOptions {
   bool demo = false;
   bool demo_reset = false;
   bool trace_serial = false;
+  bool report_loop = false;   // print how long the event loop is busy without a break
   bool report_start = false;  // print when the window was first painted and how much memory it took
 };
 

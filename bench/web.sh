@@ -1,0 +1,129 @@
+#!/usr/bin/env bash
+# The room page of the web server against nginx sending the same bytes as a file, side by side on
+# this machine's loopback; how long the event loop is busy meanwhile; and memory over 200,000
+# requests. Machines are noisy: what counts are the ratios.
+# usage: bench/web.sh [ROUNDS]   (after a release build; 5 rounds are the default)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+source tools/packages.sh
+tools/install-packages "what the web server is measured with" "${web_bench_packages[@]}"
+
+rounds=${1:-5}
+scratch=$(mktemp -d)
+pids=()
+finish() {
+  for pid in "${pids[@]}"; do kill "$pid" 2>/dev/null && wait "$pid" || true; done
+  rm -rf "$scratch"
+}
+trap finish EXIT
+
+# ---- A house of 20 rooms with 10 devices each --------------------------------------------------
+
+read -r port nginx_port < <(bench/web_house.py "$scratch")
+XDG_DATA_HOME=$scratch XDG_RUNTIME_DIR=$scratch HOME=$scratch QT_QPA_PLATFORM=offscreen \
+  build/release/bin/homewarden --demo --report-loop >"$scratch/output" 2>&1 &
+program=$!
+pids+=("$program")
+for _ in $(seq 100); do
+  grep -q "STATUS: Ready" "$scratch/output" && break
+  sleep 0.1
+done
+
+room="http://127.0.0.1:$port/index.html?loadroomRoom7"
+mkdir "$scratch/www"
+curl -sf "$room" -o "$scratch/www/room.html"
+devices=$(grep -o '<img border="2"' "$scratch/www/room.html" | wc -l)
+echo "room page: $(stat -c %s "$scratch/www/room.html") bytes, $devices devices of 200"
+[ "$devices" -eq 10 ]
+
+# ---- Memory --------------------------------------------------------------------------------------
+
+memory() { awk '/^VmRSS/ { print $2 }' "/proc/$program/status"; }
+for _ in $(seq 1000); do echo "url = \"$room\""; done >"$scratch/urls"
+curl -sfZ --parallel-immediate --parallel-max 12 -K "$scratch/urls" >/dev/null 2>&1
+after_1000=$(memory)
+requests=0
+while [ "$requests" -lt 200000 ]; do
+  wrk -t1 -c12 -d3s "$room" >"$scratch/wrk"
+  requests=$((requests + $(awk '/requests in/ { print $1 }' "$scratch/wrk")))
+done
+echo "=> memory after 1,000 requests on 12 connections: $after_1000 KB; after $requests more:" \
+  "$(($(memory) - after_1000)) KB more"
+for _ in 1 2 3; do
+  before=$(memory)
+  wrk -t1 -c12 -d2s -H "Connection: close" "$room" >"$scratch/wrk"
+  echo "after $(awk '/requests in/ { print $1 }' "$scratch/wrk") more, each on a connection of" \
+    "its own: $(($(memory) - before)) KB more"
+done
+
+# ---- nginx with one worker -----------------------------------------------------------------------
+
+cat >"$scratch/nginx.conf" <<EOF
+daemon off;
+worker_processes 1;
+pid $scratch/nginx.pid;
+error_log $scratch/nginx.log;
+$([ "$(id -u)" -ne 0 ] || echo "user root;")
+events { worker_connections 1024; }
+http {
+  access_log off;
+  sendfile on;
+  tcp_nopush on;
+  keepalive_requests 1000000000;
+  default_type text/html;
+  client_body_temp_path $scratch/body;
+  proxy_temp_path $scratch/proxy;
+  fastcgi_temp_path $scratch/fastcgi;
+  uwsgi_temp_path $scratch/uwsgi;
+  scgi_temp_path $scratch/scgi;
+  server { listen 127.0.0.1:$nginx_port; root $scratch/www; }
+}
+EOF
+/usr/sbin/nginx -c "$scratch/nginx.conf" -e "$scratch/nginx.log" &
+pids+=($!)
+file="http://127.0.0.1:$nginx_port/room.html"
+for _ in $(seq 50); do
+  curl -sf "$file" -o /dev/null && break
+  sleep 0.1
+done
+curl -sf "$file" | cmp - "$scratch/www/room.html"
+
+# ---- Side by side --------------------------------------------------------------------------------
+
+# Prints requests per second and the 99th percentile in milliseconds.
+load() { # connections, seconds, address
+  wrk -t1 -c"$1" -d"$2"s --latency "$3" >"$scratch/wrk"
+  if grep -q "Non-2xx" "$scratch/wrk"; then
+    grep "Non-2xx" "$scratch/wrk" >&2
+    exit 1
+  fi
+  awk '/^ *99%/ { n = $2 + 0; if ($2 ~ /us$/) n /= 1000; else if ($2 !~ /ms$/) n *= 1000; p = n }
+       /^Requests\/sec/ { r = $2 } END { printf "%d %.2f\n", r, p }' "$scratch/wrk"
+}
+median() { sort -n | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }'; }
+
+lines_before=$(grep -c '^loop' "$scratch/output" || true)
+for connections in 1 12; do
+  : >"$scratch/ratios"
+  : >"$scratch/tails"
+  for round in $(seq "$rounds"); do
+    read -r ours tail < <(load "$connections" 3 "$room")
+    read -r theirs their_tail < <(load "$connections" 3 "$file")
+    ratio=$(awk -v a="$ours" -v b="$theirs" 'BEGIN { printf "%.2f", a / b }')
+    echo "$ratio" >>"$scratch/ratios"
+    echo "$tail" >>"$scratch/tails"
+    echo "$connections connections: Homewarden $ours/s, p99 $tail ms; nginx $theirs/s," \
+      "p99 $their_tail ms; ratio $ratio"
+  done
+  echo "=> $connections connections: median ratio $(median <"$scratch/ratios") (at least 0.5)," \
+    "worst p99 $(sort -n "$scratch/tails" | tail -1) ms (at most 10)"
+done
+for page in "wmcindex.html?loadroomRoom7" "switchon.gif"; do
+  echo "$page, 12 connections: $(load 12 3 "http://127.0.0.1:$port/$page" |
+    awk '{ print $1 "/s, p99 " $2 " ms" }')"
+done
+sleep 1.2
+echo "=> longest turn of the event loop under load:" \
+  "$(grep '^loop' "$scratch/output" | tail -n +$((lines_before + 2)) | sort -k2 -n | tail -1 |
+    cut -d' ' -f2-) (under 20)"
