@@ -82,6 +82,18 @@ bool is_of_host(std::string_view address, std::string_view host) {
   return theirs->host == ours->host && theirs->port == ours->port;
 }
 
+bool has_cookie(std::string_view cookies, std::string_view name) {
+  while (!cookies.empty()) {
+    const std::size_t end = std::min(cookies.find(';'), cookies.size());
+    const std::string_view pair = cookies.substr(0, end);
+    const std::size_t equals = pair.find('=');
+    if (equals != std::string_view::npos && trim_blanks(pair.substr(0, equals)) == name)
+      return true;
+    cookies.remove_prefix(std::min(end + 1, cookies.size()));
+  }
+  return false;
+}
+
 std::optional<std::string> switch_fault(const RequestHead& head,
                                         const std::vector<std::string>& own_names) {
   if (!head.host || !is_own_host(*head.host, own_names))
@@ -90,8 +102,15 @@ std::optional<std::string> switch_fault(const RequestHead& head,
   if (head.fetch_site && *head.fetch_site != "same-origin" && *head.fetch_site != "none")
     return kForeign;
   if (head.origin && !is_of_host(*head.origin, *head.host)) return kForeign;
-  if (head.referer && !head.referer->empty() && !is_of_host(*head.referer, *head.host))
-    return kForeign;
+  const bool has_referer = head.referer && !head.referer->empty();
+  if (has_referer && !is_of_host(*head.referer, *head.host)) return kForeign;
+  // A browser does not say where a request comes from when the page forbids it, and leaves
+  // Sec-Fetch-Site out without encryption. Programs have no pages to be misled by.
+  const bool says_nothing = !head.fetch_site && !head.origin && !has_referer;
+  const bool is_browser = head.user_agent && head.user_agent->starts_with("Mozilla/");
+  if (says_nothing && is_browser && !has_cookie(head.cookies, kHouseCookie))
+    return "Nothing is switched for a browser that has not seen a page of this house: open the "
+           "home page first.";
   return std::nullopt;
 }
 

@@ -17,6 +17,15 @@ bool is_own_host(std::string_view host, const std::vector<std::string>& own_name
 // Whether a web address, as in an Origin or Referer header, has the host and port of a Host header.
 bool is_of_host(std::string_view address, std::string_view host);
 
+// Every page sets this cookie. Browsers keep it back (SameSite=Strict) when somebody else's page
+// causes a request, so that it shows that a request comes from a page of this house or from an
+// address that was typed. Its value is no secret.
+inline constexpr std::string_view kHouseCookie = "homewarden";
+
+// Whether a cookie of this name, with any value, is among them. `cookies`: pairs as in a Cookie
+// header, separated by semicolons. Letter case counts.
+bool has_cookie(std::string_view cookies, std::string_view name);
+
 // Why a request that switches something must be refused, as one line; nothing when it may be done.
 std::optional<std::string> switch_fault(const RequestHead& head,
                                         const std::vector<std::string>& own_names);

@@ -13,12 +13,13 @@ struct KnownHeader {
   std::optional<std::string> RequestHead::*value;
 };
 
-constexpr std::array<KnownHeader, 7> kKnownHeaders{{
+constexpr std::array<KnownHeader, 8> kKnownHeaders{{
     {"Host", &RequestHead::host},
     {"Authorization", &RequestHead::authorization},
     {"Origin", &RequestHead::origin},
     {"Referer", &RequestHead::referer},
     {"Sec-Fetch-Site", &RequestHead::fetch_site},
+    {"User-Agent", &RequestHead::user_agent},
     {"If-None-Match", &RequestHead::if_none_match},
     {"If-Modified-Since", &RequestHead::if_modified_since},
 }};
@@ -33,6 +34,7 @@ MHD_Result on_header(void* to, MHD_ValueKind, const char* name, std::size_t name
     head.repeats = head.repeats || (head.*known.value).has_value();
     head.*known.value = std::string(text);
   }
+  if (equals_ignoring_case(given, "Cookie")) head.cookies.append(text).append(";");
   if (equals_ignoring_case(given, "Transfer-Encoding") ||
       (equals_ignoring_case(given, "Content-Length") && trim_blanks(text) != "0"))
     head.has_body = true;

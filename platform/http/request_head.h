@@ -23,8 +23,10 @@ struct RequestHead {
   std::optional<std::string> origin;
   std::optional<std::string> referer;
   std::optional<std::string> fetch_site;
+  std::optional<std::string> user_agent;
   std::optional<std::string> if_none_match;
   std::optional<std::string> if_modified_since;
+  std::string cookies;  // of all Cookie headers, of which there may be several; each ends in ";"
 
   std::string_view path() const { return std::string_view(uri).substr(0, uri.find('?')); }
   std::string_view query() const {

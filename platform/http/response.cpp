@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "platform/http/access.h"
 
 namespace homewarden {
 namespace {
@@ -69,6 +70,8 @@ Response Response::page(const std::string& html) {
   Response response(MHD_HTTP_OK, from_text(html));
   response.header("Content-Type", "text/html; charset=windows-1252");
   response.header("Cache-Control", "no-store");
+  response.header("Set-Cookie",
+                  std::string(kHouseCookie) + "=1; Path=/; SameSite=Strict; HttpOnly");
   return response;
 }
 

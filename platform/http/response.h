@@ -14,7 +14,7 @@ namespace homewarden {
 // showing it inside a page of somebody else's.
 class Response {
  public:
-  // A page is not stored by browsers: it shows the house as it is now.
+  // A page is not stored by browsers: it shows the house as it is now. It sets kHouseCookie.
   static Response page(const std::string& html);
   static Response refusal(const Refusal& refusal);
   // The document, or word that the client has it already.

@@ -119,6 +119,46 @@ TEST(GateTest, RefusesSwitchesThatAForeignPageCaused) {
   EXPECT_EQ(status(gate, head), 405u);
 }
 
+TEST(GateTest, SwitchesForASilentBrowserOnlyWhenItHasSeenAPage) {
+  Gate gate = gate_of(false);
+  const std::string browser = "Mozilla/5.0 (X11; Linux x86_64)";
+  struct Case {
+    std::string agent;
+    std::string cookies;
+    unsigned expected;
+  };
+  for (const auto& [agent, cookies, expected] : {
+           Case{browser, "", 403},
+           {browser, "homewarden=1;", 200},
+           {browser, "other=2; homewarden=1;", 200},
+           {browser, "other=2;;homewarden = 7;", 200},
+           {browser, "homewarden=;", 200},
+           {browser, "homewarden;", 403},
+           {browser, "Homewarden=1;", 403},
+           {browser, "xhomewarden=1;", 403},
+           {browser, "homewarden2=1;", 403},
+           {browser, "other=homewarden=1;", 403},
+           {"curl/7.88.1", "", 200},
+           {"Like Mozilla/5.0", "", 200},
+       }) {
+    RequestHead head = asked("/index.html?on");
+    head.user_agent = agent;
+    head.cookies = cookies;
+    EXPECT_EQ(status(gate, head), expected) << agent << " / " << cookies;
+    head.uri = "/index.html?off";
+    EXPECT_EQ(status(gate, head), 200u) << "a page must be seen without a cookie";
+  }
+  RequestHead head = asked("/index.html?on");
+  head.user_agent = browser;
+  head.referer = "";
+  EXPECT_EQ(status(gate, head), 403u) << "an empty Referer says nothing";
+  head.referer = "http://192.168.1.5:8080/";
+  EXPECT_EQ(status(gate, head), 200u);
+  head.referer = "http://evil.example/";
+  head.cookies = "homewarden=1;";
+  EXPECT_EQ(status(gate, head), 403u) << "the cookie outweighs a foreign page";
+}
+
 TEST(GateTest, AnswersTheInternetOnlyWithAPassword) {
   Gate open = gate_of(false);
   Gate closed = gate_of(true);
