@@ -13,11 +13,15 @@ using Phase = Connection::Phase;
 
 namespace {
 
-// Leaves descriptors for the files that are sent and for the rest of the program.
+constexpr std::size_t kRestOfProgram = 64;  // descriptors
+
+// Each connection may hold a file beside its socket, for as long as its client does not take it.
 std::size_t affordable_connections(std::size_t wanted) {
+  constexpr std::size_t kTaken = kRestOfProgram + kSpareConnections;
   rlimit limit{};
   if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return std::min<std::size_t>(wanted, 256);
-  return std::clamp<std::size_t>(limit.rlim_cur / 2, 16, wanted);
+  const std::size_t left = std::max<std::size_t>(limit.rlim_cur, kTaken) - kTaken;
+  return std::clamp<std::size_t>(left / 2, 16, wanted);
 }
 
 bool can_be_cut(const Connection& connection) {

@@ -17,6 +17,10 @@ struct MHD_Connection;
 
 namespace homewarden {
 
+// Sockets beyond those of Connections::largest(): those that were cut count until the library has
+// noticed.
+inline constexpr std::size_t kSpareConnections = 256;
+
 struct Connection {
   // `closing`: it has been cut and its end is not yet noticed.
   enum class Phase { first_head, idle, head, handling, sending, closing };

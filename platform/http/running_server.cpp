@@ -7,13 +7,6 @@ namespace homewarden {
 
 using Phase = Connection::Phase;
 
-namespace {
-
-// More than are let in at any time: those that were cut count until the library has noticed.
-constexpr std::size_t kSpareConnections = 256;
-
-}  // namespace
-
 RunningServer::RunningServer(const Clock& clock, const HttpLimits& limits, GateRules rules,
                              DocumentFolder folder, Descriptor listening, int& last_id)
     : clock_(clock),
