@@ -1,5 +1,6 @@
 #include "web/request_grammar.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -7,6 +8,10 @@
 
 namespace homewarden {
 namespace {
+
+bool is_control(unsigned char c) {
+  return c < ' ' || c == 0x7f;
+}
 
 bool holds(std::string_view text, std::string_view part) {
   return text.find(part) != std::string_view::npos;
@@ -52,7 +57,7 @@ std::optional<SwitchQuery> split_switch_query(std::string_view query, PageFamily
   }
   fields.push_back(query);
   const auto unit = to_integer16(fields[1]);
-  if (!unit) return std::nullopt;
+  if (!unit || std::any_of(fields[0].begin(), fields[0].end(), is_control)) return std::nullopt;
   SwitchQuery result{std::string(fields[0]), *unit, std::string(fields[2]), std::string(fields[4]),
                      0};
   if (family == PageFamily::kMediaCenter) {

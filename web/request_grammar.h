@@ -32,7 +32,8 @@ struct SwitchQuery {
   int position = 0;  // of the device in its room, from 0; 0 in the normal family
 };
 
-// Nothing when the query has too few fields or its unit is no number.
+// Nothing when the query has too few fields, its unit is no number or its house code has control
+// characters: it stands in messages, where a line break would forge another one.
 std::optional<SwitchQuery> split_switch_query(std::string_view query, PageFamily family);
 
 // The room that a query asks for: without every "loadroom".

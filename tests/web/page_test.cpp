@@ -142,7 +142,9 @@ TEST(Grammar, SwitchQueriesComeApart) {
   EXPECT_EQ(tv->room, "Kitchen");
   EXPECT_EQ(tv->position, 4);
   EXPECT_EQ(split_switch_query("A~3~K~turnon~R~1e99", PageFamily::kMediaCenter)->position, 1);
-  for (const char* query : {"turnon", "A~3~K~turnon", "A~x~K~turnon~R"})
+  // A line break in a house code would write a line of its own choice into the log.
+  for (const char* query :
+       {"turnon", "A~3~K~turnon", "A~x~K~turnon~R", "\nOn the power line: A~3~K~turnon~R"})
     EXPECT_FALSE(split_switch_query(query, PageFamily::kNormal)) << query;
   EXPECT_FALSE(split_switch_query("A~3~K~turnon~R", PageFamily::kMediaCenter));
 }
