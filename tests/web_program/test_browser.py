@@ -1,0 +1,107 @@
+"""The pages for phones and desktops, in a browser."""
+
+import unittest
+
+from browser import BrowserTest
+
+CARD = "main li:nth-of-type(%d)"
+
+# What is less readable than 4.5 to 1, with its contrast.
+PALE = """
+function rgb(text) { return text.match(/[\\d.]+/g).map(Number); }
+function light(text) {
+  const [r, g, b] = rgb(text).map((v) => { v /= 255;
+    return v <= 0.03928 ? v / 12.92 : ((v + 0.055) / 1.055) ** 2.4; });
+  return 0.2126 * r + 0.7152 * g + 0.0722 * b;
+}
+function ground(element) {
+  for (; element; element = element.parentElement) {
+    const colour = getComputedStyle(element).backgroundColor;
+    if ((rgb(colour)[3] ?? 1) === 1) return colour;
+  }
+  return "rgb(255, 255, 255)";
+}
+return [...document.querySelectorAll("h1, nav a font, main b a font, header a, header p")]
+  .filter((e) => e.getClientRects().length).map((e) => {
+    const a = light(getComputedStyle(e).color), b = light(ground(e));
+    return [e.textContent, (Math.max(a, b) + 0.05) / (Math.min(a, b) + 0.05)];
+  }).filter(([, contrast]) => contrast < 4.5);
+"""
+SMALL = """
+return [...document.querySelectorAll("nav li a, main li > font, header a")].filter((e) => {
+  const r = e.getBoundingClientRect();
+  return r.height < 44 || r.width < 44;
+}).map((e) => e.textContent);
+"""
+EMPTY = """
+return [...document.querySelectorAll("li")]
+  .filter((e) => !e.querySelector("a") && e.getClientRects().length).length;
+"""
+
+
+class BrowserPages(BrowserTest):
+  def on(self, card):
+    return (self.find(CARD % card).get_attribute("data-state") == "on" and
+            "on.gif" in self.find(CARD % card + " img").get_attribute("src"))
+
+  def switch(self, press, card, to, sent):
+    before = len(self.house.switched())
+    press()
+    self.wait(lambda: self.on(card) == to, "the new state")
+    self.wait(lambda: len(self.house.switched()) > before, "the power line")
+    self.assertEqual(self.house.switched()[before:], [sent])
+
+  def test_a_press_switches_once_and_reloading_does_not(self):
+    self.open("index.html", (390, 844))
+    self.click_link("Küche")
+    self.wait_for(CARD % 1 + "[data-state=off]")
+    self.assertEqual(self.browser.title, "Küche \u2013 Homewarden")
+    self.assertEqual(self.find("h1").text, "Küche")
+    self.assertIn("Café Lampe", self.find(CARD % 1).text)
+
+    self.switch(self.find(CARD % 1 + " img").click, 1, True, "B1 On")
+    self.assertEqual(self.address(), "/index.html?loadroomKüche")
+    self.browser.refresh()
+    self.wait_for(CARD % 1 + "[data-state=on]")
+    self.switch(lambda: self.click_link("Spülmaschine"), 2, True, "B2 On")
+    sent = self.house.switched()
+    self.browser.back()
+    self.wait(lambda: self.address() == "/index.html", "the page before")
+    self.browser.forward()
+    self.wait_for(CARD % 2 + "[data-state=on]")
+    self.assertEqual(self.house.switched(), sent, "going back and forth or reloading switched")
+    self.switch(self.find(CARD % 1 + " img").click, 1, False, "B1 Off")
+
+  def test_pressing_twice_switches_once(self):
+    self.open("index.html?loadroomGarden")
+    twice = "const a = document.querySelector('main li b > a'); a.click(); a.click();"
+    self.switch(lambda: self.js(twice), 1, True, "C1 On")
+
+  def test_every_width_is_readable(self):
+    self.open("index.html?loadroomLivingRoom")
+    for card, sent in [(1, "A1 On"), (4, "A4 On"), (6, "A6 On")]:
+      if not self.on(card):
+        self.switch(self.find(CARD % card + " img").click, card, True, sent)
+    for name, size in [("phone", (390, 844)), ("desktop", (1280, 800)), ("wide", (1920, 1080))]:
+      with self.subTest(name):
+        self.open("index.html?loadroomLivingRoom", size)
+        self.wait_for(CARD % 8 + "[data-state]")
+        self.shoot("web-" + name)
+        width = self.js("return [document.documentElement.scrollWidth, innerWidth]")
+        self.assertLessEqual(*width, "the page scrolls sideways")
+        self.assertEqual(self.js(PALE), [], "hard to read")
+        self.assertEqual(self.js(SMALL), [], "hard to hit")
+        self.assertEqual(self.js(EMPTY), 0, "places without a device or room can be seen")
+        self.assertNotRegex(self.find("body").text, r"<?(dev|room|url|mrl)\d")
+
+  def test_nothing_is_missing_or_forbidden(self):
+    for page in ["index.html?loadroomLivingRoom", "wmcindex.html?loadroomLivingRoom"]:
+      self.browser.get_log("browser")
+      self.open(page)
+      self.wait_for("[data-state]")
+      self.assertEqual(self.js("return [...document.images].filter((i) => !i.naturalWidth)"), [])
+      self.assertEqual(self.browser.get_log("browser"), [])
+
+
+if __name__ == "__main__":
+  unittest.main()

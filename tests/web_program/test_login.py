@@ -1,0 +1,60 @@
+"""Who logs in, and how guessing is slowed down."""
+
+import base64
+import time
+import unittest
+
+from house import House, ask, curl
+
+SWITCH = "/index.html?A~1~LivingRoomCeilingLight~turnon~LivingRoom"
+ACCENTED = ["josé:grüße", "björn:€5"]
+RIGHT = ("-u", "anna:secret")
+
+
+def setUpModule():
+  global HOUSE
+  HOUSE = House(passwords="\r\n".join(["anna:secret", *ACCENTED, "bo:a:b::", ""]).encode("cp1252"))
+  unittest.addModuleCleanup(HOUSE.close)
+
+
+def basic(text):
+  return "Authorization: Basic " + base64.b64encode(text).decode()
+
+
+class LoginTest(unittest.TestCase):
+
+  def test_admits_the_right_ones(self):
+    coded = [user.encode(code) for user in ACCENTED for code in ("cp1252", "utf-8")]
+    for user in (b"anna:secret", b"bo:a:b::", *coded):
+      self.assertEqual(curl(HOUSE, "/", "-u", user).status, 200, user)
+
+  def test_admits_nobody_else(self):
+    right = basic(b"anna:secret")
+    wrong = [basic(text) for text in (
+        b"anna:Secret", b"Anna:secret", b"anna:secret ", b"anna:secret\r\n", b"anna:secret\0",
+        b"anna:", b"anna", b":secret", b":", b"", b"bo:a", b"bo:a:b:", b"jos:gr",
+        b"anna:secret\r\nbo:a:b::")]
+    wrong += [right[:-1], right.lower(), right.replace("Basic", "Digest"), "Authorization: Basic",
+              "Authorization:", "Proxy-" + right, "Cookie: " + right]
+    for number, header in enumerate(wrong):  # each from an address of its own: none has to wait
+      for target in ("/", "/bulbon.gif", SWITCH):
+        answer = ask(HOUSE, target, header, source=f"127.0.1.{number + 1}")
+        self.assertEqual(answer.status, 401, header)
+        self.assertTrue(answer.headers["www-authenticate"].startswith("Basic realm="), header)
+    self.assertEqual(ask(HOUSE, SWITCH).status, 401)
+    self.assertEqual(ask(HOUSE, SWITCH, right, right).status, 400)
+    self.assertEqual(HOUSE.switched(), [])
+
+  def test_guessing_takes_longer_and_longer_and_holds_up_nobody_else(self):
+    guesser = ("--interface", "127.0.0.3")
+    guess = (*guesser, "-u", "anna:wrong")
+    for _ in range(4):
+      self.assertEqual(curl(HOUSE, "/", *guess).status, 401)
+    for delay in (1, 2):
+      self.assertEqual(curl(HOUSE, "/", *guess).status, 401)
+      for attempt in (guess, (*guesser, *RIGHT)):  # not even the right one is looked at
+        refused = curl(HOUSE, "/", *attempt)
+        self.assertEqual((refused.status, refused.headers["retry-after"]), (429, str(delay)))
+      self.assertEqual(curl(HOUSE, "/", "--interface", "127.0.0.2", *RIGHT).status, 200)
+      time.sleep(delay)
+    self.assertEqual(curl(HOUSE, "/", *guesser, *RIGHT).status, 200)
