@@ -1,28 +1,34 @@
 #include "platform/http/requests.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace homewarden {
 
 bool Requests::room_for(const Address& from) const {
-  const auto same = waiting_from_.find(from);
-  return waiting_.size() < limits_.waiting &&
-         (same == waiting_from_.end() || same->second < limits_.waiting_from_one);
+  const auto same = waiting_.find(from);
+  return all_.size() - handled_ < limits_.waiting &&
+         (same == waiting_.end() || same->second.size() < limits_.waiting_from_one);
 }
 
 void Requests::add(int id, Request request) {
-  ++waiting_from_[request.from];
+  auto& queue = waiting_[request.from];
+  if (queue.empty()) turns_.push_back(request.from);
+  queue.push_back(id);
   all_.emplace(id, std::move(request));
-  waiting_.push_back(id);
 }
 
 std::optional<int> Requests::next(std::size_t at_once) {
   if (!has_next(at_once)) return std::nullopt;
-  const int id = waiting_.front();
-  waiting_.pop_front();
-  Request& request = all_.at(id);
-  stop_waiting(request);
-  request.handled = true;
+  const Address address = turns_.front();
+  turns_.pop_front();
+  const auto queue = waiting_.find(address);
+  const int id = queue->second.front();
+  queue->second.pop_front();
+  if (queue->second.empty())
+    waiting_.erase(queue);
+  else
+    turns_.push_back(address);
+  all_.at(id).handled = true;
   ++handled_;
   return id;
 }
@@ -46,14 +52,13 @@ void Requests::desert(int id) {
   if (found == all_.end()) return;
   found->second.connection = nullptr;
   if (found->second.handled || found->second.switches) return;
-  stop_waiting(found->second);
-  waiting_.erase(std::find(waiting_.begin(), waiting_.end(), id));
+  const auto queue = waiting_.find(found->second.from);
+  std::erase(queue->second, id);
+  if (queue->second.empty()) {
+    std::erase(turns_, queue->first);
+    waiting_.erase(queue);
+  }
   all_.erase(found);
-}
-
-void Requests::stop_waiting(const Request& request) {
-  const auto same = waiting_from_.find(request.from);
-  if (--same->second == 0) waiting_from_.erase(same);
 }
 
 }  // namespace homewarden

@@ -22,7 +22,8 @@ struct Request {
   bool handled = false;  // it has been handed to the program
 };
 
-// The requests that have not been answered, in the order in which they came.
+// The requests that have not been answered. Addresses take turns, so that many requests of one hold
+// up nobody else for long; those of one address keep their order.
 class Requests {
  public:
   explicit Requests(const HttpLimits& limits) : limits_(limits) {}
@@ -32,10 +33,10 @@ class Requests {
   // Names it by the number given.
   void add(int id, Request request);
 
-  // The request that has waited longest becomes one that is handled; nothing when `at_once` are
+  // The request whose turn it is becomes one that is handled; nothing when `at_once` are
   // handled already.
   std::optional<int> next(std::size_t at_once);
-  bool has_next(std::size_t at_once) const { return !waiting_.empty() && handled_ < at_once; }
+  bool has_next(std::size_t at_once) const { return !turns_.empty() && handled_ < at_once; }
 
   const Request* find(int id) const;
   // Ends a request that is handled and returns its connection; nothing when there is none.
@@ -47,11 +48,9 @@ class Requests {
  private:
   const HttpLimits limits_;
   std::map<int, Request> all_;
-  std::deque<int> waiting_;
-  std::map<Address, std::size_t> waiting_from_;
+  std::map<Address, std::deque<int>> waiting_;
+  std::deque<Address> turns_;  // each that has requests waiting, once
   std::size_t handled_ = 0;
-
-  void stop_waiting(const Request& request);
 };
 
 }  // namespace homewarden

@@ -89,6 +89,29 @@ TEST_F(HoldingTest, TakesNoMoreThanAShareOfTheQueueFromOneAddress) {
   EXPECT_EQ(neighbour.read().body, "index.html?neighbour");
 }
 
+TEST_F(HoldingTest, LetsAddressesTakeTurns) {
+  server.servermaxconnections(1);
+  start();
+  const auto ask_from = [this](const char* source, const std::string& query) {
+    auto client = std::make_unique<Client>(loop, port, "127.0.0.1", source);
+    client->send("GET /hold.html?" + query + " HTTP/1.1\r\nHost: localhost\r\n\r\n");
+    loop.run_for(10ms);
+    return client;
+  };
+  std::vector<std::unique_ptr<Client>> clients;
+  for (const char* query : {"a1", "a2", "a3", "a4"})
+    clients.push_back(ask_from("127.0.0.1", query));
+  clients.push_back(ask_from("127.0.0.2", "b1"));
+  clients.push_back(ask_from("127.0.0.2", "b2"));
+  std::string order;
+  for (std::size_t i = 0; i < clients.size(); ++i) {
+    ASSERT_TRUE(loop.run_until([&] { return held.size() > i; }));
+    order += server.QueryText(held[i], "") + " ";
+    server.SendPage(held[i], "", false);
+  }
+  EXPECT_EQ(order, "a1 a2 b1 a3 b2 a4 ");
+}
+
 // A client that goes away: its request is freed, its turn does not stay taken, and what it wanted
 // switched is still handed over.
 TEST_F(HoldingTest, ForgetsClientsThatGoAway) {
