@@ -71,7 +71,6 @@ Gate gate_of(bool log_in) {
   GateRules rules;
   rules.log_in = log_in;
   rules.credentials = Credentials("anna:secret\r\n");
-  rules.switches = [](const std::string&, const std::string& query) { return query == "on"; };
   return Gate(std::move(rules));
 }
 
@@ -79,84 +78,6 @@ unsigned status(Gate& gate, const RequestHead& head, milliseconds now = {}) {
   const auto verdict = gate.check(head, now);
   const auto* refusal = std::get_if<Refusal>(&verdict);
   return refusal != nullptr ? refusal->status : 200;
-}
-
-TEST(GateTest, RefusesSwitchesThatAForeignPageCaused) {
-  Gate gate = gate_of(false);
-  using Value = std::optional<std::string> RequestHead::*;
-  struct Case {
-    Value header;
-    const char* value;
-    unsigned expected;
-  };
-  for (const auto& [header, value, expected] : {
-           Case{&RequestHead::fetch_site, "same-origin", 200},
-           {&RequestHead::fetch_site, "none", 200},
-           {&RequestHead::fetch_site, "cross-site", 403},
-           {&RequestHead::fetch_site, "same-site", 403},
-           {&RequestHead::fetch_site, "", 403},
-           {&RequestHead::origin, "http://192.168.1.5:8080", 200},
-           {&RequestHead::origin, "http://192.168.1.5", 403},
-           {&RequestHead::origin, "null", 403},
-           {&RequestHead::referer, "http://192.168.1.5:8080/index.html?loadroomHall", 200},
-           {&RequestHead::referer, "", 200},
-           {&RequestHead::referer, "http://evil.example/192.168.1.5:8080", 403},
-           {&RequestHead::host, "evil.example", 403},
-           {&RequestHead::host, "warden.local", 200},
-       }) {
-    RequestHead head = asked("/index.html?on");
-    head.*header = value;
-    EXPECT_EQ(status(gate, head), expected) << value;
-    head.uri = "/index.html?off";  // looks at the house only
-    EXPECT_EQ(status(gate, head), 200u) << value;
-  }
-  RequestHead head = asked("/index.html?on");
-  head.host.reset();
-  head.needs_host = false;
-  EXPECT_EQ(status(gate, head), 403u);
-  head = asked("/index.html?on");
-  head.method = "HEAD";  // promises to change nothing
-  EXPECT_EQ(status(gate, head), 405u);
-}
-
-TEST(GateTest, SwitchesForASilentBrowserOnlyWhenItHasSeenAPage) {
-  Gate gate = gate_of(false);
-  const std::string browser = "Mozilla/5.0 (X11; Linux x86_64)";
-  struct Case {
-    std::string agent;
-    std::string cookies;
-    unsigned expected;
-  };
-  for (const auto& [agent, cookies, expected] : {
-           Case{browser, "", 403},
-           {browser, "homewarden=1;", 200},
-           {browser, "other=2; homewarden=1;", 200},
-           {browser, "other=2;;homewarden = 7;", 200},
-           {browser, "homewarden=;", 200},
-           {browser, "homewarden;", 403},
-           {browser, "Homewarden=1;", 403},
-           {browser, "xhomewarden=1;", 403},
-           {browser, "homewarden2=1;", 403},
-           {browser, "other=homewarden=1;", 403},
-           {"curl/7.88.1", "", 200},
-           {"Like Mozilla/5.0", "", 200},
-       }) {
-    RequestHead head = asked("/index.html?on");
-    head.user_agent = agent;
-    head.cookies = cookies;
-    EXPECT_EQ(status(gate, head), expected) << agent << " / " << cookies;
-    head.uri = "/index.html?off";
-    EXPECT_EQ(status(gate, head), 200u) << "a page must be seen without a cookie";
-  }
-  RequestHead head = asked("/index.html?on");
-  head.user_agent = browser;
-  head.referer = "";
-  EXPECT_EQ(status(gate, head), 403u) << "an empty Referer says nothing";
-  head.referer = "http://192.168.1.5:8080/";
-  EXPECT_EQ(status(gate, head), 200u);
-  head.referer = "http://evil.example/";
-  head.cookies = "homewarden=1;";
-  EXPECT_EQ(status(gate, head), 403u) << "the cookie outweighs a foreign page";
 }
 
 TEST(GateTest, AnswersTheInternetOnlyWithAPassword) {

@@ -1,5 +1,3 @@
-#include <sys/resource.h>
-
 #include <memory>
 
 #include "tests/http/server_fixture.h"
@@ -8,42 +6,6 @@ namespace homewarden::testing {
 namespace {
 
 using namespace std::chrono_literals;
-
-// Before the server counts what it may open; the clients are in this process too.
-HttpLimits as_many_as_allowed() {
-  rlimit limit{};
-  getrlimit(RLIMIT_NOFILE, &limit);
-  limit.rlim_cur = limit.rlim_max;
-  setrlimit(RLIMIT_NOFILE, &limit);
-  return on_loopback();
-}
-
-class CrowdTest : public ServerTest {
- protected:
-  CrowdTest() : ServerTest(as_many_as_allowed()) {}
-
-  void connect(std::size_t count, const std::string& bytes) {
-    for (std::size_t i = 0; i < count; ++i) {
-      crowd.push_back(std::make_unique<Client>(loop, port));
-      crowd.back()->send(bytes);
-    }
-  }
-
-  std::vector<std::unique_ptr<Client>> crowd;
-};
-
-TEST_F(CrowdTest, AnswersThroughTwoThousandIdleConnections) {
-  rlimit limit{};
-  getrlimit(RLIMIT_NOFILE, &limit);
-  if (limit.rlim_cur < 8192) GTEST_SKIP() << "both ends of them do not fit in this process";
-  start();
-  for (const std::string bytes : {"", "GET / HTTP/1.1\r\nHo"}) {
-    connect(1000, bytes);
-    const auto before = loop.uptime();
-    EXPECT_EQ(get("/index.html").status, 200);
-    EXPECT_LT(loop.uptime() - before, 1s);
-  }
-}
 
 HttpLimits small() {
   HttpLimits limits = on_loopback();
