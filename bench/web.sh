@@ -21,8 +21,8 @@ trap finish EXIT
 # ---- A house of 20 rooms with 10 devices each --------------------------------------------------
 
 read -r port nginx_port < <(bench/web_house.py "$scratch")
-XDG_DATA_HOME=$scratch XDG_RUNTIME_DIR=$scratch HOME=$scratch QT_QPA_PLATFORM=offscreen \
-  build/release/bin/homewarden --demo --report-loop >"$scratch/output" 2>&1 &
+HOMEWARDEN_WEB_ADDRESS=127.0.0.1 XDG_DATA_HOME=$scratch XDG_RUNTIME_DIR=$scratch HOME=$scratch \
+  QT_QPA_PLATFORM=offscreen build/release/bin/homewarden --demo --report-loop >"$scratch/output" 2>&1 &
 program=$!
 pids+=("$program")
 for _ in $(seq 100); do

@@ -9,6 +9,7 @@
 #include "base/flag_guard.h"
 #include "platform/http/access.h"
 #include "platform/http/listen_socket.h"
+#include "platform/http/own_addresses.h"
 
 namespace homewarden {
 
@@ -43,6 +44,11 @@ void HttpServer::servermaxconnections(int requests) {
 
 void HttpServer::SwitchRequests(std::function<bool(const std::string&, const std::string&)> test) {
   switches_ = std::move(test);
+}
+
+std::vector<std::string> HttpServer::Addresses() const {
+  // Whoever names an address to listen on knows how it is reached.
+  return limits_.address.empty() ? own_addresses() : std::vector<std::string>();
 }
 
 void HttpServer::StartListening() {

@@ -10,7 +10,6 @@
 
 #include "platform/event_loop.h"
 #include "platform/http/http_limits.h"
-#include "platform/http/own_addresses.h"
 #include "platform/http/running_server.h"
 #include "platform/linux/descriptor.h"
 #include "platform/web_server_control.h"
@@ -37,7 +36,7 @@ class HttpServer : public WebServerControl {
   void servermaxconnections(int requests) override;
   void SwitchRequests(std::function<bool(const std::string&, const std::string&)> test) override;
   void AllowedHosts(std::vector<std::string> names) override { names_ = std::move(names); }
-  std::vector<std::string> Addresses() const override { return own_addresses(); }
+  std::vector<std::string> Addresses() const override;
   void StartListening() override;
   bool StopListening() override;
   std::string QueryText(int request, const std::string& unused) override;

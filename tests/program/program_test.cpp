@@ -24,6 +24,7 @@ class ProgramTest : public ::testing::Test {
     const QString home = QString::fromStdString(scratch.path().string());
     for (const char* name : {"HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"})
       environment.insert(name, home);
+    environment.insert("HOMEWARDEN_WEB_ADDRESS", "127.0.0.1");
     environment.insert("HOMEWARDEN_MACHINE_DIR", home + "/machine");
     environment.insert("HOMEWARDEN_USER_DIR", home + "/user");
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})

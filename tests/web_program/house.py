@@ -58,6 +58,8 @@ class House:
                    if name not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")}
     for name in ("HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"):
       environment[name] = self.home.name
+    if not inside:  # a network of the test's own has addresses of all kinds
+      environment["HOMEWARDEN_WEB_ADDRESS"] = "127.0.0.1"
     limit = lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (descriptors, descriptors))
     self.output = pathlib.Path(self.home.name) / "output"
     with open(self.output, "wb") as output:

@@ -51,6 +51,13 @@ bool choose_offscreen() {
   return true;
 }
 
+// Where a server with TLS stands in front, the pages need not be reached past it.
+HttpLimits web_limits() {
+  HttpLimits limits;
+  if (is_set("HOMEWARDEN_WEB_ADDRESS")) limits.address = std::getenv("HOMEWARDEN_WEB_ADDRESS");
+  return limits;
+}
+
 void report_escaped(std::exception_ptr error) {
   try {
     std::rethrow_exception(error);
@@ -83,9 +90,12 @@ int run(const AppOptions& options, bool offscreen) {
   Dialogs& dialogs = offscreen ? static_cast<Dialogs&>(terminal_dialogs) : window_dialogs;
   QtDesktop desktop;
   QtSoundPlayer sounds;
-  HttpServer web(loop, [&loop](int descriptor, std::function<void()> function) {
-    loop.watch_readable(descriptor, std::move(function));
-  });
+  HttpServer web(
+      loop,
+      [&loop](int descriptor, std::function<void()> function) {
+        loop.watch_readable(descriptor, std::move(function));
+      },
+      web_limits());
 
   std::unique_ptr<DemoLine> line;
   // A second copy ends itself soon and must leave the first one's line alone.
