@@ -57,7 +57,10 @@ def start_browser(folder):
   for argument in arguments:
     options.add_argument(argument)
   options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
-  return webdriver.Chrome(service=Service("/usr/bin/chromedriver"), options=options)
+  # What it keeps besides the profile stays in there too.
+  environment = {**os.environ, "HOME": folder, "XDG_CONFIG_HOME": folder, "XDG_CACHE_HOME": folder}
+  service = Service("/usr/bin/chromedriver", env=environment)
+  return webdriver.Chrome(service=service, options=options)
 
 
 class BrowserTest(unittest.TestCase):
