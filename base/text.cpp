@@ -133,6 +133,12 @@ std::optional<int> to_integer16(std::string_view text) {
   return number;
 }
 
+int hex_digit(char letter) {
+  if (is_digit(letter)) return letter - '0';
+  const char lower = to_lower(letter);
+  return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
 long round_to_even(double number) {
   const double below = std::floor(number);
   const double rest = number - below;

@@ -35,6 +35,9 @@ double leading_number(std::string_view text);
 // The whole text as a 16-bit integer, blanks around it allowed; nothing when it is none.
 std::optional<int> to_integer16(std::string_view text);
 
+// 0 to 15; -1 for what is no hexadecimal digit.
+int hex_digit(char letter);
+
 // To the nearest whole number, halves to the even one: 0.5 is 0, 1.5 is 2.
 long round_to_even(double number);
 

@@ -24,12 +24,6 @@ std::optional<WebAction> action_of(std::string_view query) {
   return std::nullopt;
 }
 
-int hex_digit(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  const char lower = to_lower(c);
-  return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
-
 }  // namespace
 
 WebRequest classify_request(std::string_view page, std::string_view query) {

@@ -1,8 +1,6 @@
 #include "platform/http/credentials.h"
 
-#include <array>
-#include <cstdint>
-
+#include "base/code_page.h"
 #include "base/text.h"
 
 namespace homewarden {
@@ -14,19 +12,6 @@ int base64_value(char letter) {
   if (letter >= '0' && letter <= '9') return letter - '0' + 52;
   if (letter == '+') return 62;
   return letter == '/' ? 63 : -1;
-}
-
-// The characters of Windows-1252 from 0x80 to 0x9f; 0 where it has none. All others are their own
-// numbers.
-constexpr std::array<std::uint16_t, 32> kWindows1252{
-    0x20ac, 0,      0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021, 0x02c6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0,      0x017d, 0,      0,      0x2018, 0x2019, 0x201c, 0x201d, 0x2022,
-    0x2013, 0x2014, 0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0,      0x017e, 0x0178};
-
-unsigned code_point(unsigned char byte) {
-  if (byte < 0x80 || byte > 0x9f) return byte;
-  const unsigned known = kWindows1252[byte - 0x80U];
-  return known != 0 ? known : byte;
 }
 
 bool same_in_constant_time(std::string_view given, std::string_view secret) {
@@ -64,7 +49,7 @@ std::optional<std::string> base64_decoded(std::string_view text) {
 std::string utf8_of(std::string_view text) {
   std::string encoded;
   for (const char letter : text) {
-    const unsigned code = code_point(static_cast<unsigned char>(letter));
+    const unsigned code = character_of(letter);
     if (code < 0x80) {
       encoded.push_back(letter);
     } else if (code < 0x800) {

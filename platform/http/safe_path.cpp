@@ -7,13 +7,6 @@ namespace {
 
 constexpr std::size_t kLongest = 1024;
 
-int hex_digit(char letter) {
-  if (letter >= '0' && letter <= '9') return letter - '0';
-  if (letter >= 'a' && letter <= 'f') return letter - 'a' + 10;
-  if (letter >= 'A' && letter <= 'F') return letter - 'A' + 10;
-  return -1;
-}
-
 std::optional<std::string> percent_decoded(std::string_view text) {
   std::string decoded;
   decoded.reserve(text.size());
