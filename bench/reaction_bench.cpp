@@ -11,11 +11,7 @@
 #include "automation/macros.h"
 #include "core/program.h"
 #include "platform/linux/posix_files.h"
-#include "tests/platform/fake_desktop.h"
-#include "tests/platform/fake_interface.h"
-#include "tests/platform/fake_web.h"
-#include "tests/platform/memory_registry.h"
-#include "tests/platform/virtual_loop.h"
+#include "tests/platform/fake_world.h"
 #include "x10/device_lookup.h"
 
 namespace {
@@ -85,25 +81,17 @@ void delete_one_device(benchmark::State& state) {
     state.PauseTiming();
     folder.files.write(folder.path / "rmlst.hwd", rooms);
     folder.files.write(folder.path / "evelst.hwd", events);
-    VirtualLoop loop;
-    MemoryRegistry registry;
-    FakeServices services;
-    FakeInstance instance;
-    FakeInterface interface_control(loop);
-    FakeDialogs dialogs(loop);
-    FakeDesktop desktop;
-    FakeSounds sounds;
-    FakeWeb web;
-    Program program({loop, folder.files, registry, services, instance, interface_control, dialogs,
-                     desktop, sounds, web, folder.path, ""},
+    FakeWorld world;
+    world.used_files = &folder.files;
+    Program program(world.platform(folder.path),
                     [](std::exception_ptr error) { std::rethrow_exception(error); });
     program.start();
-    loop.advance(std::chrono::seconds(2));
+    world.loop.advance(std::chrono::seconds(2));
     FrmMain& form = program.frm_main;
     form.Tree.selected = form.Tree.find("Device 5000~A~1");
     state.ResumeTiming();
     form.Tree.key_press(4);
-    loop.advance(std::chrono::seconds(30));
+    world.loop.advance(std::chrono::seconds(30));
     state.PauseTiming();
     if (form.Tree.find("Device 5000~A~1") || form.ListView1.rows.get().size() != kMany - 1)
       state.SkipWithError("the device or its event is still there");

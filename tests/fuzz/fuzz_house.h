@@ -4,18 +4,12 @@
 #include <exception>
 
 #include "core/program.h"
-#include "platform/platform.h"
-#include "tests/platform/fake_desktop.h"
-#include "tests/platform/fake_interface.h"
-#include "tests/platform/fake_web.h"
-#include "tests/platform/memory_files.h"
-#include "tests/platform/memory_registry.h"
-#include "tests/platform/virtual_loop.h"
+#include "tests/platform/fake_world.h"
 
 namespace homewarden::testing {
 
 // A small house with an interface; what escapes from an operation is a finding.
-struct FuzzHouse {
+struct FuzzHouse : FakeWorld {
   FuzzHouse() {
     files.contents["/house/rmlst.hwd"] = "Hall~~~\r\nHall~Lamp~A~1\r\nHall~Fan~B~12\r\n";
     files.contents["/house/evelst.hwd"] = "Hall Lamp~A~1~40~12:01~on~daily~mtwufsr\r\n";
@@ -24,19 +18,7 @@ struct FuzzHouse {
     loop.set_wall_clock(2023, 6, 21, 11, 59, 58);
   }
 
-  VirtualLoop loop;
-  MemoryFiles files;
-  MemoryRegistry registry;
-  FakeServices services;
-  FakeInstance instance;
-  FakeInterface interface_control{loop};
-  FakeDialogs dialogs{loop};
-  FakeDesktop desktop;
-  FakeSounds sounds;
-  FakeWeb web;
-  Program program{{loop, files, registry, services, instance, interface_control, dialogs, desktop,
-                   sounds, web, "/house", ""},
-                  [](std::exception_ptr) { std::abort(); }};
+  Program program{platform("/house"), [](std::exception_ptr) { std::abort(); }};
 };
 
 }  // namespace homewarden::testing

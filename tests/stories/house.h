@@ -10,19 +10,14 @@
 
 #include "core/program.h"
 #include "core/settings.h"
-#include "tests/platform/fake_desktop.h"
-#include "tests/platform/fake_interface.h"
-#include "tests/platform/fake_web.h"
-#include "tests/platform/memory_files.h"
-#include "tests/platform/memory_registry.h"
-#include "tests/platform/virtual_loop.h"
+#include "tests/platform/fake_world.h"
 
 namespace homewarden::testing {
 
 using namespace std::chrono_literals;
 
 // A house with the whole program in it, on a virtual clock. Nothing runs before `open()`.
-class House {
+class House : public FakeWorld {
  public:
   static constexpr const char* kFolder = "/house";
 
@@ -38,7 +33,7 @@ class House {
 
   // Starts the program; what escapes from an operation fails the test.
   Program& open() {
-    program_ = std::make_unique<Program>(platform(), [](std::exception_ptr error) {
+    program_ = std::make_unique<Program>(platform(kFolder), [](std::exception_ptr error) {
       try {
         std::rethrow_exception(error);
       } catch (const std::exception& what) {
@@ -60,15 +55,6 @@ class House {
     interface_control.take_notes();
     return form();
   }
-
-  // Another interface than the one without a power line; before open().
-  void connect(InterfaceControl& other) { connected_ = &other; }
-
-  // Other files than the ones in memory; before open().
-  void use_files(Files& other) { used_files_ = &other; }
-
-  // A person at a real window; before open().
-  void use_dialogs(Dialogs& other) { used_dialogs_ = &other; }
 
   void forget_program() { program_.reset(); }
 
@@ -105,29 +91,11 @@ class House {
     return std::filesystem::path(kFolder) / name;
   }
 
-  VirtualLoop loop;
-  MemoryFiles files;
-  MemoryRegistry registry;
-  FakeServices services;
-  FakeInstance instance;
-  FakeInterface interface_control{loop};
-  FakeDialogs dialogs{loop};
-  FakeDesktop desktop;
-  FakeSounds sounds;
-  FakeWeb web;
   Settings settings{registry};
   std::vector<std::string> status_texts;
   std::vector<std::string> wait_texts;
 
  private:
-  Platform platform() {
-    return Platform{loop,           *used_files_, registry, services, instance, *connected_,
-                    *used_dialogs_, desktop,      sounds,   web,      kFolder,  ""};
-  }
-
-  InterfaceControl* connected_ = &interface_control;
-  Files* used_files_ = &files;
-  Dialogs* used_dialogs_ = &dialogs;
   std::unique_ptr<Program> program_;
 };
 

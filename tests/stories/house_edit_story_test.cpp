@@ -301,7 +301,7 @@ TEST(HouseEditFailure, ADeletionThatFailsHasNotHappened) {
     StubbornFiles disk;
     disk.contents = {{House::file("rmlst.hwd"), kKitchens},
                      {House::file("evelst.hwd"), kKitchenEvents}};
-    house.use_files(disk);
+    house.used_files = &disk;
     house.settings.write("type", "KitchenLamp", "bulb");
     FrmMain& form = house.open_connected();
     disk.kept = kept;

@@ -91,7 +91,7 @@ TEST(SchedulerStory, NoMinuteIsLostOrCheckedTwiceInThirtyDays) {
   EventHouse house("placeholder");
   EveryMinute files(house.loop);
   files.contents = house.files.contents;
-  house.use_files(files);
+  house.used_files = &files;
   house.loop.set_wall_clock(2023, 6, 21, 12, 0, 30, 700);
   house.open_connected();
   house.loop.lateness = 7ms;  // a minute would be skipped every six days

@@ -30,7 +30,7 @@ class HouseWindow : public ::testing::Test {
   explicit HouseWindow(const std::string& rooms = kFurnished) {
     house.files.contents.erase(House::file("rmlst.hwd"));
     if (!rooms.empty()) house.files.contents[House::file("rmlst.hwd")] = rooms;
-    house.use_dialogs(dialogs);
+    house.used_dialogs = &dialogs;
     house.loop.set_wall_clock(2023, 6, 21, 14, 5, 0);
     view = std::make_unique<MainWindowView>(house.open().frm_main);
     dialogs.set_parent(view.get());

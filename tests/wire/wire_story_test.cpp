@@ -27,7 +27,7 @@ std::string hex(const std::string& bytes) {
 
 struct WireStory : ::testing::Test {
   WireStory() {
-    house.connect(driver);
+    house.connected = &driver;
     house.open();
     house.loop.advance(2s);
     house.click_node("Kitchen");

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <filesystem>
+#include <utility>
+
+#include "platform/platform.h"
+#include "tests/platform/fake_desktop.h"
+#include "tests/platform/fake_interface.h"
+#include "tests/platform/fake_web.h"
+#include "tests/platform/memory_files.h"
+#include "tests/platform/memory_registry.h"
+#include "tests/platform/virtual_loop.h"
+
+namespace homewarden::testing {
+
+// Everything that the program needs of the world, in memory and on a virtual clock.
+struct FakeWorld {
+  Platform platform(std::filesystem::path folder) {
+    return {loop,          *used_files, registry, services, instance,          *connected,
+            *used_dialogs, desktop,     sounds,   web,      std::move(folder), ""};
+  }
+
+  VirtualLoop loop;
+  MemoryFiles files;
+  MemoryRegistry registry;
+  FakeServices services;
+  FakeInstance instance;
+  FakeInterface interface_control{loop};
+  FakeDialogs dialogs{loop};
+  FakeDesktop desktop;
+  FakeSounds sounds;
+  FakeWeb web;
+
+  // What may be something else for the platform that comes next.
+  Files* used_files = &files;
+  Dialogs* used_dialogs = &dialogs;
+  InterfaceControl* connected = &interface_control;
+};
+
+}  // namespace homewarden::testing
