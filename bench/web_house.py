@@ -2,25 +2,16 @@
 """Writes a demo house of 20 rooms with 10 devices each below the folder given, with a free port for
 its web server, and prints that port and another free one."""
 
-import contextlib
 import pathlib
 import socket
-import sqlite3
 import sys
 
-SCHEMA = """CREATE TABLE value (key TEXT NOT NULL COLLATE NOCASE, name TEXT NOT NULL COLLATE NOCASE,
-  type INTEGER NOT NULL, data BLOB NOT NULL, PRIMARY KEY (key, name)) WITHOUT ROWID"""
+sys.dont_write_bytecode = True
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "tests/web_program"))
+from store import MACHINE_KEY, TYPE_KEY, write_values
+
 TYPES = ["switch", "bulb", "fan", "radio", "bulb2"]
 ROOMS, DEVICES = 20, 10
-
-
-def write_values(folder, store, key, values):
-  (folder / store).mkdir(parents=True)
-  with contextlib.closing(sqlite3.connect(folder / store / f"{store}.db")) as database:
-    database.execute(SCHEMA)
-    database.executemany("INSERT INTO value VALUES (?, ?, 1, ?)",
-                         [(key, name, str(value).encode()) for name, value in values.items()])
-    database.commit()
 
 
 def main():
@@ -39,8 +30,8 @@ def main():
       key = f"Room{room}Device{device}"
       states[key] = str(number % 3 == 0)
       types[key] = TYPES[number % len(TYPES)]
-  write_values(folder, "machine", r"Software\Microsoft\Windows\Homewarden", states)
-  write_values(folder, "user", r"Software\Homewarden\type", types)
+  write_values(folder, "machine", MACHINE_KEY, states)
+  write_values(folder, "user", TYPE_KEY, types)
   (folder / "rmlst.hwd").write_bytes("".join(line + "\r\n" for line in lines).encode("cp1252"))
   print(port, other)
 

@@ -10,7 +10,8 @@ from selenium.webdriver.chrome.service import Service
 from selenium.webdriver.common.action_chains import ActionChains
 from selenium.webdriver.common.by import By
 
-from house import MACHINE_KEY, House, wait_until
+from house import House, wait_until
+from store import MACHINE_KEY, TYPE_KEY, write_values
 
 ROOMS = """Living Room~~~
 Küche~~~
@@ -32,15 +33,13 @@ Garden~Fountain~C~1
 TYPES = {"LivingRoomCeilingLight": "bulb", "LivingRoomReadingLamp": "bulb2",
          "LivingRoomTableLamp": "bulb2", "LivingRoomRadio": "radio", "LivingRoomCeilingFan": "fan",
          "LivingRoomFloorLamp": "bulb2", "KücheCaféLampe": "bulb"}
-TYPE_KEY = r"Software\Homewarden\type"
 
 
 class FurnishedHouse(House):
   def furnish(self):
     (self.folder / "rmlst.hwd").write_bytes(ROOMS.replace("\n", "\r\n").encode("cp1252"))
-    self._write("machine", MACHINE_KEY, "port", 2)
-    for key, code in TYPES.items():
-      self._write("user", TYPE_KEY, key.encode("cp1252"), code)
+    write_values(self.folder, "machine", MACHINE_KEY, {"port": 2})
+    write_values(self.folder, "user", TYPE_KEY, TYPES)
 
 
 def start_browser(folder):

@@ -7,20 +7,16 @@ import random
 import re
 import resource
 import socket
-import sqlite3
 import subprocess
 import tempfile
 import time
 from dataclasses import dataclass
 
+from store import MACHINE_KEY, USER_KEY, write_values
+
 PROGRAM = os.environ["HOMEWARDEN_PATH"]
 CURL = ["curl", "-q", "-sS", "--noproxy", "*", "--max-time", "30"]
 ROOM = "/index.html?loadroom"
-MACHINE_KEY = r"Software\Microsoft\Windows\Homewarden"
-USER_KEY = r"Software\Homewarden\data"
-SCHEMA = """CREATE TABLE IF NOT EXISTS value (key TEXT NOT NULL COLLATE NOCASE,
-  name TEXT NOT NULL COLLATE NOCASE, type INTEGER NOT NULL, data BLOB NOT NULL,
-  PRIMARY KEY (key, name)) WITHOUT ROWID"""
 
 
 def wait_until(condition, what, seconds=60):
@@ -48,8 +44,8 @@ class House:
     self.html = self.folder / "html"
     self.inside = list(inside)
     self.port = free_port()
-    self._write("machine", MACHINE_KEY, "webport", self.port)
-    self._write("user", USER_KEY, "webhosts", hosts)
+    write_values(self.folder, "machine", MACHINE_KEY, {"webport": self.port})
+    write_values(self.folder, "user", USER_KEY, {"webhosts": hosts})
     if passwords is not None:
       self.html.mkdir()
       (self.html / "htaccess.txt").write_bytes(passwords)
@@ -74,15 +70,6 @@ class House:
 
   def furnish(self):
     """Rooms and devices other than those of the demo."""
-
-  def _write(self, store, key, name, value):
-    (self.folder / store).mkdir(parents=True, exist_ok=True)
-    with contextlib.closing(sqlite3.connect(self.folder / store / f"{store}.db")) as database:
-      database.execute(SCHEMA)
-      # Names are texts in the system code page, which are bytes here.
-      database.execute("INSERT INTO value VALUES (?, CAST(? AS TEXT), 1, ?)",
-                       (key, name, str(value).encode()))
-      database.commit()
 
   def _is_ready(self):
     if self.process.poll() is not None:
