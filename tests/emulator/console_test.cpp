@@ -89,35 +89,6 @@ TEST(Console, FaultsByNameCountAndProbability) {
   EXPECT_EQ(port.house.faults().probability(Fault::kLateReady), 0);
 }
 
-TEST(Console, UnpluggedTheLineIsDeadAndTheHouseGoesOn) {
-  SerialPort port;
-  port.send("04 66");
-  port.console("unplug");
-  EXPECT_EQ(port.house.take_host_request(), HostRequest::kUnplug);
-  port.house.set_plugged(false);
-  port.console("remote B2 on");
-  port.wait(2000);
-  port.send("8B");
-  port.wait(100);
-  EXPECT_EQ(port.heard(), "");
-  EXPECT_EQ(port.state("B2"), "on 100 %");
-  port.house.set_plugged(true);
-  EXPECT_EQ(port.answer(), "5A") << "what was heard meanwhile is kept";
-}
-
-// Bytes of before the cable was pulled must not turn up after it is in again.
-TEST(Console, PullingTheCableLosesWhatIsOnTheWay) {
-  SerialPort port;
-  port.send("8B");
-  port.wait(10);
-  EXPECT_NE(port.heard(), "");
-  port.send("04 66");
-  port.house.set_plugged(false);
-  port.house.set_plugged(true);
-  port.wait(2000);
-  EXPECT_EQ(port.heard(), "");
-}
-
 TEST(ToolOptions, CommandLine) {
   const std::string house = ::testing::TempDir() + "emulator_house.hwd";
   std::ofstream(house) << "Kitchen~Lamp~A~3\r\n";
