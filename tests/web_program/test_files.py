@@ -37,6 +37,7 @@ def setUpModule():
   (HOUSE.html / "sub").mkdir()
   for name in ("htaccess.txt.bak", ".htaccess.new", ".hidden.gif", "sub/.hidden.gif", "sub/a.gif"):
     (HOUSE.html / name).write_bytes(b"anna:topsecret")
+  (HOUSE.html / "sub" / os.fsdecode(b"b \xfc.gif")).write_bytes(b"GIF89a")
   os.link(HOUSE.html / "htaccess.txt", HOUSE.html / "copy.gif")
   for name, target in (("link.gif", "../rmlst.hwd"), ("out", ".."), ("in", HOUSE.html)):
     os.symlink(target, HOUSE.html / name)
@@ -46,7 +47,8 @@ def setUpModule():
 class FilesTest(unittest.TestCase):
 
   def test_serves_what_is_in_the_folder_only(self):
-    for path in ("/bulbon.gif", "/%62ulbon%2egif", "/bulbon.gif?x", "/sub/a.gif"):
+    for path in ("/bulbon.gif", "/%62ulbon%2egif", "/bulbon.gif?x", "/sub/a.gif",
+                 "/sub/b%20%fc.gif"):
       self.assertEqual(curl(HOUSE, path, "-H", AUTH).status, 200, path)
     answers = [(path, curl(HOUSE, path, "-H", AUTH)) for path in NEVER]
     answers += [(path, ask(HOUSE, path, AUTH)) for path in RAW]
@@ -90,12 +92,17 @@ class FilesTest(unittest.TestCase):
         self.assertEqual(answer.headers.get(name), value, target)
 
   def test_a_picture_is_sent_again_when_it_has_changed_only(self):
+    content = bytes(range(256)) * 1000
+    (HOUSE.html / "fanon.gif").write_bytes(content)
     first = curl(HOUSE, "/fanon.gif", "-H", AUTH)
+    self.assertEqual((first.status, first.body), (200, content))
     tag = "If-None-Match: " + first.headers["etag"]
     date = "If-Modified-Since: " + first.headers["last-modified"]
-    for status, header in ((304, tag), (304, date), (200, 'If-None-Match: "other"')):
-      answer = curl(HOUSE, "/fanon.gif", "-H", AUTH, "-H", header)
-      self.assertEqual((answer.status, answer.body), (status, first.body if status == 200 else b""))
+    weak, other = tag.replace(": ", ': "x", W/'), 'If-None-Match: "other"'
+    for status, *headers in ((304, tag), (304, weak), (304, date), (200, other),
+                             (200, other, date)):
+      answer = ask(HOUSE, "/fanon.gif", AUTH, *headers)
+      self.assertEqual((answer.status, answer.body), (status, content if status == 200 else b""))
       self.assertEqual(answer.headers["x-content-type-options"], "nosniff")
     (HOUSE.html / "fanon.gif").write_bytes(b"GIF89a")
     self.assertEqual(curl(HOUSE, "/fanon.gif", "-H", AUTH, "-H", tag).body, b"GIF89a")

@@ -25,6 +25,8 @@ class LoginTest(unittest.TestCase):
 
   def test_admits_the_right_ones(self):
     coded = [user.encode(code) for user in ACCENTED for code in ("cp1252", "utf-8")]
+    lower = basic(b"anna:secret").replace("Basic", "bAsIc ")
+    self.assertEqual(ask(HOUSE, "/", lower).status, 200)
     for user in (b"anna:secret", b"bo:a:b::", *coded):
       self.assertEqual(curl(HOUSE, "/", "-u", user).status, 200, user)
 
@@ -35,7 +37,9 @@ class LoginTest(unittest.TestCase):
         b"anna:", b"anna", b":secret", b":", b"", b"bo:a", b"bo:a:b:", b"jos:gr",
         b"anna:secret\r\nbo:a:b::")]
     wrong += [right[:-1], right.lower(), right.replace("Basic", "Digest"), "Authorization: Basic",
-              "Authorization:", "Proxy-" + right, "Cookie: " + right]
+              "Authorization:", "Authorization: Basic ", right + "!!!!",
+              right.replace("Basic ", ""), right.replace("Basic ", "Basic ="),
+              right.replace("Basic Y", "Basic "), "Proxy-" + right, "Cookie: " + right]
     for number, header in enumerate(wrong):  # each from an address of its own: none has to wait
       for target in ("/", "/bulbon.gif", SWITCH):
         answer = ask(HOUSE, target, header, source=f"127.0.1.{number + 1}")

@@ -35,7 +35,9 @@ class SwitchingTest(unittest.TestCase):
     for page in ("null", "http://evil.example", f"http://evil.example:{HOUSE.port}",
                  f"http://localhost:{HOUSE.port + 1}", "http://localhost", f"https://{HERE}x",
                  f"http://127.0.0.1:{HOUSE.port}", f"http://{HERE}.evil.example",
-                 f"http://{HERE}@evil.example", f"http://evil.example/{HERE}", "file:///tmp/x"):
+                 f"http://{HERE}@evil.example", f"http://evil.example/{HERE}", "file:///tmp/x",
+                 "", "http://", HERE, f"http:/{HERE}", f"ftp://{HERE}",
+                 f"http://evil.example?//{HERE}"):
       cases += [["Origin: " + page], [BROWSER, "Sec-Fetch-Site: same-origin", "Origin: " + page],
                 [BROWSER, "Cookie: homewarden=1", f"Referer: {page}/index.html"]]
     # From here on a page that forbids the Referer; then with cookies of other names.
@@ -60,6 +62,10 @@ class SwitchingTest(unittest.TestCase):
                [f"Origin: http://{HERE}"], [f"Referer: http://{HERE}{ROOM}Kitchen"]]
     for headers in [[], ["User-Agent: script"]] + [[BROWSER, *headers] for headers in browser]:
       self.assertEqual(ask(HOUSE, EMPTY, *headers, host=HERE).status, 200, headers)
+    for page, host in (("http://a.lan:80", "a.lan"), ("http://A.LAN", "a.lan:80"),
+                       ("https://a.lan", "a.lan:443"), ("http://[::1]:8080", "[::1]:8080")):
+      answer = ask(HOUSE, EMPTY, BROWSER, "Origin: " + page, f"Referer: {page}/x", host=host)
+      self.assertEqual(answer.status, 200, page)
     for target, headers in ((ON, []), (OFF, [BROWSER, "Cookie: " + cookie]),
                             (ON, [BROWSER, f"Referer: http://{HERE}/"])):
       self.assertEqual(ask(HOUSE, target, *headers, host=HERE).room, "Living Room", headers)
@@ -68,11 +74,15 @@ class SwitchingTest(unittest.TestCase):
   def test_a_foreign_name_of_this_machine_switches_nothing(self):
     for host in ("127.0.0.1", "127.0.0.1:81", "192.168.7.5", "[::1]", "[fd00::5]:8080", "localhost",
                  "LOCALHOST:1", socket.gethostname(), "a.local", "a.lan", "A.HOME:80",
-                 "a.home.arpa", "house.example.org", "second.example.net:99"):
+                 "a.home.arpa", "localhost.", "8.8.8.8", "house.example.org",
+                 "second.example.net:99"):
       self.assertEqual(ask(HOUSE, EMPTY, host=host).status, 200, host)
     for host in ("evil.example", "evil.example:80", "", "localhost.evil.example", "local",
                  "house.example.org.evil.example", "xhouse.example.org", "example.org", "[::1",
-                 "127.0.0.1.evil.example", "localhost@evil.example", "evil.example/.local"):
+                 "127.0.0.1.evil.example", "localhost@evil.example", "evil.example/.local",
+                 "evil.example?.local", "evil.example#.local", "evil.example\\.local", "a b.local",
+                 ":80", ".local", ".a.local", "home.arpa", "xlocal", "::1", "[evil]", "[::1]x",
+                 "[::1].evil.example", "localhost:80:80", "localhost:8x", "localhost:123456"):
       for target in SWITCHES:
         self.assertEqual(ask(HOUSE, target, host=host).status, 403, host)
     self.assertEqual(self.switched(), [])
