@@ -60,9 +60,10 @@ void WebServer::startserver() {
       module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, "webport", kDefaultPort);
   if (!web_.Listening() && !listen(port)) {
     store_port(kFallbackPort);
-    if (!listen(kFallbackPort))
-      failure_ =
-          "The web server could not be started on port " + port + " nor on port " + kFallbackPort;
+    if (!listen(kFallbackPort)) {
+      failure_ = "The web server could not be started on port " + port;
+      if (port != kFallbackPort) failure_ += std::string(" nor on port ") + kFallbackPort;
+    }
   }
   show_state();
   tell_failure();

@@ -115,10 +115,13 @@ TEST(WebServerPanel, StartsOnItsPortOrOn8080AndSaysSo) {
 TEST(WebServerPanel, AStartThatFailedStaysInTheStatusLineWhenTheInterfaceIsFound) {
   House house;
   house.web.taken_ports = {"80", "8080"};
-  const FrmMain& form = house.open_connected();
+  FrmMain& form = house.open_connected();
   EXPECT_EQ(house.status(), "The web server could not be started on port 80 nor on port 8080");
   EXPECT_EQ(form.Statusbar.panel3.get(), "STATUS: Ready");
   EXPECT_EQ(form.txt_webport.text.get(), "8080");
+  form.Command7.click();
+  house.loop.run_pending();
+  EXPECT_EQ(house.status(), "The web server could not be started on port 8080");
 }
 
 TEST(WebServerPanel, ClosingTheProgramStopsTheServer) {
