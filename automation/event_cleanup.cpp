@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "base/flag_guard.h"
-#include "core/file_lock.h"
+#include "core/lists/file_lock.h"
 #include "core/time_text.h"
 #include "platform/waiting.h"
 #include "ui/key_codes.h"

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "base/text.h"
-#include "core/choice_lists.h"
-#include "core/file_lock.h"
+#include "core/lists/choice_lists.h"
+#include "core/lists/file_lock.h"
 #include "core/time_text.h"
 #include "platform/waiting.h"
 #include "ui/busy_window.h"

@@ -7,7 +7,7 @@
 #include "automation/due_time.h"
 #include "base/lines.h"
 #include "base/text.h"
-#include "core/file_lock.h"
+#include "core/lists/file_lock.h"
 
 namespace homewarden {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "base/lines.h"
 #include "base/text.h"
-#include "core/file_lock.h"
+#include "core/lists/file_lock.h"
 #include "platform/waiting.h"
 
 namespace homewarden {

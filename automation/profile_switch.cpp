@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "base/replace_file.h"
 #include "base/text.h"
+#include "core/replace_file.h"
 
 namespace homewarden {
 namespace {

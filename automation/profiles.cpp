@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "core/file_lock.h"
+#include "core/lists/file_lock.h"
 #include "ui/panels.h"
 
 namespace homewarden {

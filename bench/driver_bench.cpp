@@ -10,8 +10,8 @@
 #include "base/operations.h"
 #include "platform/cm11/codec.h"
 #include "platform/cm11/driver.h"
-#include "platform/cm11/qt_serial_stream.h"
 #include "platform/qt/qt_loop.h"
+#include "platform/serial/qt_serial_stream.h"
 #include "tools/emulator/pty_host.h"
 
 namespace homewarden {

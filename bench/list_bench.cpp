@@ -13,7 +13,7 @@
 #include "automation/event_list.h"
 #include "base/operations.h"
 #include "base/text.h"
-#include "core/choice_lists.h"
+#include "core/lists/choice_lists.h"
 #include "platform/linux/posix_files.h"
 #include "tests/platform/fake_desktop.h"
 #include "tests/platform/memory_registry.h"

@@ -5,13 +5,13 @@
 #include <string>
 
 #include "core/devices.h"
-#include "core/room_list.h"
+#include "core/house/navigation_tree.h"
+#include "core/lists/room_list.h"
 #include "tests/platform/fake_desktop.h"
 #include "tests/platform/fake_interface.h"
 #include "tests/platform/memory_files.h"
 #include "tests/platform/memory_registry.h"
 #include "tests/platform/virtual_loop.h"
-#include "ui/navigation_tree.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "automation/macros.h"
-#include "core/program.h"
+#include "core/program/program.h"
 #include "platform/linux/posix_files.h"
 #include "tests/platform/fake_world.h"
 #include "x10/device_lookup.h"

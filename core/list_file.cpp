@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "base/lines.h"
-#include "base/replace_file.h"
 #include "base/text.h"
+#include "core/replace_file.h"
 
 namespace homewarden {
 namespace {

@@ -10,25 +10,49 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 
-LOGIC = ("core/", "x10/", "automation/", "sun/", "web/", "ui/", "base/")
-# Which folders a folder may include; the longest name that fits a file counts.
-MAY_INCLUDE = {
-    "base/": ("base/", "platform/files.h"),
-    "platform/": ("base/", "platform/"),
-    "core/": ("base/", "platform/", "ui/", "core/", "x10/", "automation/", "sun/", "web/"),
-    "x10/": ("base/", "platform/", "ui/", "core/", "x10/"),
-    "automation/": ("base/", "platform/", "ui/", "core/", "x10/", "automation/", "sun/"),
-    "sun/": ("base/", "platform/", "ui/", "core/", "sun/"),
-    "web/": ("base/", "platform/", "ui/", "core/", "x10/", "web/"),
-    "ui/": ("base/", "platform/", "ui/", "core/", "x10/"),
-    "ui/qt/": ("base/", "platform/", "ui/", "core/version.h"),
-    "ui/qt/app/": ("",),
-    "tools/": ("base/", "platform/", "tools/"),
+# The folders of the logic from the ground up. A file includes its own folder and what stands in a
+# line above its own; folders of one line do not know each other.
+RANKS = [
+    ["base"],
+    ["platform"],  # its interfaces; the adapters lie in folders below it
+    ["core"],
+    ["ui"],
+    ["core/lists"],
+    ["x10", "sun"],
+    ["automation", "web"],
+    ["core/house"],
+    ["core/program"],
+]
+
+# Everything else, with all that it may include. Adapters know the ground and the interfaces, and
+# only the program's main knows adapters.
+GROUND = ["base", "platform"]
+OTHERS = {
+    "platform/cm11": GROUND,
+    "platform/desktop": GROUND + ["platform/qt"],
+    "platform/http": GROUND + ["platform/linux"],
+    "platform/linux": GROUND,
+    "platform/qt": GROUND,
+    "platform/serial": GROUND + ["platform/cm11", "platform/linux"],
+    "platform/store": GROUND,
+    "ui/qt": GROUND + ["core", "ui", "platform/qt"],
+    "tools/emulator": GROUND + ["platform/cm11", "platform/linux"],
+    "tools": GROUND + ["platform/linux", "tools/emulator"],
+    "app/common": GROUND + ["core", "ui", "platform/cm11", "platform/qt"],
+    "app/demo": GROUND + ["core", "platform/cm11", "platform/linux", "platform/qt",
+                          "tools/emulator"],
+    "app/window": ["*"],
+    "tests": ["*"],
+    "bench": ["*"],
 }
-NO_INTERFACES_BELOW = re.compile(r"^platform/\w+/")
 
 # Libraries that one adapter alone knows.
-ONLY_BELOW = {"microhttpd.h": "platform/http/"}
+ONLY_IN = {
+    "microhttpd.h": "platform/http",
+    "sqlite3.h": "platform/store",
+    "QSerialPort": "platform/serial",
+}
+WIDGETS_ONLY_IN = ("ui/qt", "app/window", "tests/window", "bench")
 
 FORBIDDEN_IN_LOGIC = [
     (r"#include <(Q\w+|sqlite3\.h|microhttpd\.h|pocketsphinx\.h|windows\.h|unistd\.h|fcntl\.h"
@@ -41,6 +65,22 @@ FORBIDDEN_IN_LOGIC = [
      "take the time from the Clock that the constructor was given"),
     (r"std::(cout|cerr|clog)|\bprintf\(", "report through the status bar or a result"),
 ]
+WIDGET_HEADER = re.compile(
+    r"#include <(QApplication|Q\w*(?:Widget|Window|Dialog|Box|Layout|View|Label|Button|Menu"
+    r"|Slider|Edit|Delegate|Splitter|Style))>")
+
+LOGIC = [folder for rank in RANKS for folder in rank]
+
+
+def allowed_folders():
+    """Folder -> the folders it may include besides itself."""
+    allowed = dict(OTHERS)
+    below = []
+    for rank in RANKS:
+        for folder in rank:
+            allowed[folder] = list(below)
+        below += rank
+    return allowed
 
 
 def sources():
@@ -51,34 +91,40 @@ def sources():
                 yield name, path.read_text(encoding="utf-8")
 
 
-def rule_of(name):
-    fitting = [folder for folder in MAY_INCLUDE if name.startswith(folder)]
-    return max(fitting, key=len) if fitting else None
+def folder_of(name, allowed):
+    """The listed folder that a file lies in directly; below tests and bench, those."""
+    folder = name.rpartition("/")[0]
+    top = folder.split("/")[0]
+    if top in ("tests", "bench"):
+        return top
+    return folder if folder in allowed else None
+
+
+def check_includes(name, included, allowed):
+    folder = folder_of(name, allowed)
+    if folder is None:
+        yield f"{name}: its folder has no rank; give it one in tools/check_layers.py"
+        return
+    for target in included:
+        home = folder_of(target, allowed)
+        if home is None:
+            yield f"{name}: includes {target}, whose folder has no rank"
+        elif home != folder and "*" not in allowed[folder] and home not in allowed[folder]:
+            yield (f"{name}: includes {target}; {folder} may include "
+                   f"{', '.join(allowed[folder]) or 'nothing else'}")
 
 
 def check_libraries(name, text):
-    for header, home in ONLY_BELOW.items():
-        if f"#include <{header}>" in text and not name.startswith(home):
+    for header, home in ONLY_IN.items():
+        if f"#include <{header}>" in text and not name.startswith((home + "/", "tests/", "bench/")):
             yield f"{name}: includes {header}; only {home} may: use what it offers"
-
-
-def is_logic(name):
-    return name.startswith(LOGIC) and not name.startswith("ui/qt/")
-
-
-def check_includes(name, included):
-    rule = rule_of(name)
-    if rule is None:
-        return
-    for target in included:
-        if not target.startswith(MAY_INCLUDE[rule]):
-            yield f"{name}: includes {target}; {rule} may include {', '.join(MAY_INCLUDE[rule])}"
-        elif is_logic(name) and NO_INTERFACES_BELOW.match(target):
-            yield f"{name}: includes the adapter {target}; use its interface in platform/"
+    widget = WIDGET_HEADER.search(text)
+    if widget and not name.startswith(WIDGETS_ONLY_IN):
+        yield f"{name}: includes {widget[1]}; widgets live in ui/qt"
 
 
 def check_words(name, text):
-    if not is_logic(name):
+    if name.rpartition("/")[0] not in LOGIC:
         return
     for number, line in enumerate(text.splitlines(), 1):
         code = line.split("//")[0]
@@ -88,37 +134,45 @@ def check_words(name, text):
 
 
 def circles(includes):
+    """Circles among the keys of a graph, each as a text."""
     state = {}
     found = []
 
     def visit(name, path):
         state[name] = "open"
-        for target in includes.get(name, ()):
+        for target in sorted(includes.get(name, ())):
             if state.get(target) == "open":
                 found.append(" -> ".join(path[path.index(target):] + [target]))
             elif target not in state and target in includes:
                 visit(target, path + [target])
         state[name] = "done"
 
-    for name in includes:
+    for name in sorted(includes):
         if name not in state:
             visit(name, [name])
     return found
 
 
 def main():
+    allowed = allowed_folders()
     faults = []
-    includes = {}
+    files = {}
+    folders = {}
     for name, text in sources():
         included = re.findall(r'#include "([^"]+)"', text)
-        includes[name] = included
-        faults += check_includes(name, included)
+        files[name] = included
+        homes = {folder_of(target, allowed) for target in included}
+        folders.setdefault(folder_of(name, allowed), set()).update(homes)
+        faults += check_includes(name, included, allowed)
         faults += check_libraries(name, text)
         faults += check_words(name, text)
-    faults += [f"files include each other in a circle: {circle}" for circle in circles(includes)]
+    for folder, homes in folders.items():
+        homes.discard(folder)
+    faults += [f"files include each other in a circle: {circle}" for circle in circles(files)]
+    faults += [f"folders include each other in a circle: {circle}" for circle in circles(folders)]
     for fault in sorted(faults):
         print(fault)
-    print(f"layers: {len(includes)} files, {len(faults)} faults")
+    print(f"layers: {len(files)} files in {len(folders)} folders, {len(faults)} faults")
     return 1 if faults else 0
 
 

@@ -7,7 +7,7 @@
 #include "base/operations.h"
 #include "base/task.h"
 #include "core/devices.h"
-#include "core/room_list.h"
+#include "core/lists/room_list.h"
 #include "platform/dialogs.h"
 #include "platform/sound_player.h"
 #include "ui/frm_main.h"

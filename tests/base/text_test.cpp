@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "base/lines.h"
-#include "base/replace_file.h"
+#include "core/replace_file.h"
 #include "tests/platform/memory_files.h"
 
 namespace homewarden::testing {

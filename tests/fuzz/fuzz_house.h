@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <exception>
 
-#include "core/program.h"
+#include "core/program/program.h"
 #include "tests/platform/fake_world.h"
 
 namespace homewarden::testing {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "core/program.h"
+#include "core/program/program.h"
 #include "core/settings.h"
 #include "tests/platform/fake_world.h"
 

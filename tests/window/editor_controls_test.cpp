@@ -11,7 +11,7 @@
 #include <QTest>
 #include <memory>
 
-#include "core/choice_lists.h"
+#include "core/lists/choice_lists.h"
 #include "ui/qt/main_window_view.h"
 
 namespace homewarden::testing {

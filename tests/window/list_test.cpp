@@ -12,7 +12,7 @@
 #include <cstdlib>
 #include <memory>
 
-#include "core/choice_lists.h"
+#include "core/lists/choice_lists.h"
 #include "ui/qt/list_pane.h"
 #include "ui/qt/main_window_view.h"
 

@@ -1,0 +1,40 @@
+#include "app/common/options.h"
+
+#include <QCommandLineParser>
+#include <QFile>
+
+#include "core/version.h"
+
+namespace homewarden {
+
+AppOptions parse_options(const QStringList& arguments) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription("Home automation for X10 power-line devices.");
+  const QCommandLineOption help = parser.addHelpOption();
+  parser.addVersionOption();
+  const QCommandLineOption folder(
+      "folder", "Keep the data files, pictures and sounds in this folder.", "folder");
+  const QCommandLineOption demo(
+      "demo", "Start a furnished house on an emulated interface; no real house is touched.");
+  const QCommandLineOption reset("demo-reset", "Furnish the demo house anew, then start it.");
+  const QCommandLineOption trace(
+      "trace-serial", "Print the bytes on the serial line with their times on standard error.");
+  QCommandLineOption report("report-start", "Print the time of the first paint and the memory.");
+  report.setFlags(QCommandLineOption::HiddenFromHelp);
+  QCommandLineOption loop("report-loop", "Print how long the event loop is busy at most.");
+  loop.setFlags(QCommandLineOption::HiddenFromHelp);
+  parser.addOptions({folder, demo, reset, trace, report, loop});
+  parser.process(arguments);
+
+  AppOptions options;
+  if (parser.isSet(folder))
+    options.folder = std::filesystem::path(QFile::encodeName(parser.value(folder)).toStdString());
+  options.demo_reset = parser.isSet(reset);
+  options.demo = parser.isSet(demo) || options.demo_reset;
+  options.trace_serial = parser.isSet(trace);
+  options.report_start = parser.isSet(report);
+  options.report_loop = parser.isSet(loop);
+  return options;
+}
+
+}  // namespace homewarden

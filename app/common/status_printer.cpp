@@ -1,0 +1,20 @@
+#include "app/common/status_printer.h"
+
+#include <cstdio>
+
+#include "platform/qt/text_codec.h"
+
+namespace homewarden {
+
+void print_line(const std::string& text) {
+  if (text.empty()) return;
+  std::puts(from_code_page(text).toLocal8Bit().constData());
+  std::fflush(stdout);
+}
+
+void print_status_lines(FrmMain& form) {
+  form.Statusbar.panel2.changed.connect([&form] { print_line(form.Statusbar.panel2); });
+  form.Statusbar.panel3.changed.connect([&form] { print_line(form.Statusbar.panel3); });
+}
+
+}  // namespace homewarden

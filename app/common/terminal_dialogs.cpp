@@ -1,0 +1,17 @@
+#include "app/common/terminal_dialogs.h"
+
+#include "app/common/status_printer.h"
+
+namespace homewarden {
+
+Task<Answer> TerminalDialogs::message_box(Message message) {
+  print_line(message.title + ": " + message.text);
+  co_return message.buttons == MessageButtons::kYesNo ? Answer::kNo : Answer::kOk;
+}
+
+Task<std::optional<std::string>> TerminalDialogs::input_box(Question question) {
+  print_line(question.title + ": " + question.prompt);
+  co_return std::nullopt;
+}
+
+}  // namespace homewarden

@@ -1,0 +1,139 @@
+// The desktop program: puts the parts together on this machine and shows them.
+
+#include <QApplication>
+#include <QIcon>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <memory>
+
+#include "app/common/end_signals.h"
+#include "app/common/loop_report.h"
+#include "app/common/options.h"
+#include "app/common/serial_trace.h"
+#include "app/common/status_printer.h"
+#include "app/common/terminal_dialogs.h"
+#include "app/demo/demo_house.h"
+#include "app/demo/demo_line.h"
+#include "app/window/start_report.h"
+#include "core/program/program.h"
+#include "core/version.h"
+#include "platform/cm11/driver.h"
+#include "platform/desktop/qt_desktop.h"
+#include "platform/desktop/qt_sound_player.h"
+#include "platform/http/http_server.h"
+#include "platform/linux/absent_services.h"
+#include "platform/linux/lock_file_instance.h"
+#include "platform/linux/posix_files.h"
+#include "platform/qt/qt_loop.h"
+#include "platform/serial/qt_serial_stream.h"
+#include "platform/store/sqlite_registry.h"
+#include "ui/qt/main_window_view.h"
+#include "ui/qt/qt_dialogs.h"
+#include "ui/qt/tray_view.h"
+#include "ui/qt/wait_window_view.h"
+
+namespace homewarden {
+namespace {
+
+bool is_set(const char* name) {
+  const char* value = std::getenv(name);
+  return value && *value;
+}
+
+// Without a display the same program runs and prints what the status bar says.
+bool choose_offscreen() {
+  if (is_set("QT_QPA_PLATFORM")) return std::getenv("QT_QPA_PLATFORM") == std::string("offscreen");
+  if (is_set("DISPLAY") || is_set("WAYLAND_DISPLAY")) return false;
+  std::puts("There is no display: Homewarden runs without a window and prints its status here.");
+  std::fflush(stdout);
+  setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  return true;
+}
+
+// Where a server with TLS stands in front, the pages need not be reached past it.
+HttpLimits web_limits() {
+  HttpLimits limits;
+  if (is_set("HOMEWARDEN_WEB_ADDRESS")) limits.address = std::getenv("HOMEWARDEN_WEB_ADDRESS");
+  return limits;
+}
+
+void report_escaped(std::exception_ptr error) {
+  try {
+    std::rethrow_exception(error);
+  } catch (const std::exception& what) {
+    std::fprintf(stderr, "Homewarden: an operation ended with: %s\n", what.what());
+  } catch (...) {
+    std::fputs("Homewarden: an operation ended with an unknown error\n", stderr);
+  }
+}
+
+int run(const AppOptions& options, bool offscreen) {
+  const Folders folders = options.demo ? demo_folders() : find_folders(options.folder);
+  if (options.demo_reset && !LockFileInstance(folders.machine).another_is_running())
+    remove_demo(folders);
+  if (!fill_application_folder(folders.application))
+    std::fprintf(stderr, "Homewarden: the folder %s cannot be written; changes will be lost.\n",
+                 folders.application.c_str());
+
+  QtLoop loop;
+  PosixFiles files;
+  SqliteRegistry registry(folders.machine, folders.user);
+  AbsentServices services;
+  LockFileInstance instance(folders.machine);
+  cm11::QtSerialStream stream({folders.machine, options.demo ? cm11::PortNames::Devices::LinksOnly
+                                                             : cm11::PortNames::Devices::All});
+  cm11::Driver interface_control(loop, stream);
+  if (options.trace_serial) trace_serial_line(interface_control, loop);
+  QtDialogs window_dialogs;
+  TerminalDialogs terminal_dialogs;
+  Dialogs& dialogs = offscreen ? static_cast<Dialogs&>(terminal_dialogs) : window_dialogs;
+  QtDesktop desktop;
+  QtSoundPlayer sounds;
+  HttpServer web(
+      loop,
+      [&loop](int descriptor, std::function<void()> function) {
+        loop.watch_readable(descriptor, std::move(function));
+      },
+      web_limits());
+
+  std::unique_ptr<DemoLine> line;
+  // A second copy ends itself soon and must leave the first one's line alone.
+  if (options.demo && !instance.another_is_running()) {
+    furnish_demo(folders, files, registry);
+    line = std::make_unique<DemoLine>(
+        loop, folders.machine / "ports" / ("com" + std::to_string(kDemoPort)));
+  }
+
+  Program program({loop, files, registry, services, instance, interface_control, dialogs, desktop,
+                   sounds, web, folders.application, ""},
+                  report_escaped);
+  if (options.demo) program.frm_main.caption = "Homewarden - Demo";
+  WaitWindowView wait_window(program.frm_wait);
+  MainWindowView window(program.frm_main);
+  TrayView tray(program.frmSysTray);
+  window_dialogs.set_parent(&window);
+  if (offscreen) print_status_lines(program.frm_main);
+  if (options.report_start) report_first_paint(window);
+  if (options.report_loop) report_loop_turns();
+  on_end_signal(loop, [&program] { program.frm_main.close_requested(); });
+
+  program.start();
+  return QApplication::exec();
+}
+
+}  // namespace
+}  // namespace homewarden
+
+int main(int argc, char* argv[]) {
+  using namespace homewarden;
+  const bool offscreen = choose_offscreen();
+  QApplication application(argc, argv);
+  QApplication::setApplicationName("homewarden");
+  QApplication::setApplicationDisplayName("Homewarden");
+  QApplication::setApplicationVersion(kVersion);
+  QApplication::setDesktopFileName("homewarden");
+  QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::setWindowIcon(QIcon(":/icons/homewarden.png"));
+  return run(parse_options(QApplication::arguments()), offscreen);
+}

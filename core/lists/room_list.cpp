@@ -1,0 +1,82 @@
+#include "core/lists/room_list.h"
+
+#include <utility>
+#include <vector>
+
+#include "base/lines.h"
+#include "core/devices.h"
+#include "core/lists/file_lock.h"
+
+namespace homewarden {
+
+RoomList::RoomList(FrmMain& form, Module1& module1, Settings& settings, ListFile& list)
+    : form_(form), module1_(module1), settings_(settings), list_(list) {}
+
+Task<void> RoomList::loadlists() {
+  if (!list_.exists()) {
+    form_.lst_rooms.clear();
+    form_.lab_notice.visible = false;
+    co_return;
+  }
+  const FileLock lock = co_await lock_files(form_, module1_);
+  // Only now: commands from the power line look their devices up meanwhile.
+  form_.lst_rooms.clear();
+  form_.lab_notice.visible = false;
+  read_file();
+}
+
+void RoomList::read_file() {
+  const auto content = list_.content();
+  if (!content) {
+    form_.lab_notice.caption =
+        "The room and device list rmlst.hwd cannot be read, so no rooms are shown. Please check "
+        "the file and its permissions in " +
+        list_.path().parent_path().string() + ".";
+    form_.lab_notice.visible = true;
+    return;
+  }
+
+  std::vector<std::string> lines;
+  std::size_t bad_lines = 0;
+  std::size_t first_bad_line = 0;
+  LineReader reader(*content);
+  while (const auto line = reader.next()) {
+    lines.emplace_back(*line);
+    if (line->empty() || parse_list_line(*line)) continue;
+    if (bad_lines++ == 0) first_bad_line = lines.size();
+  }
+  form_.lst_rooms.add_all(std::move(lines));
+  if (bad_lines == 0) return;
+  form_.lab_notice.caption =
+      (bad_lines == 1 ? "1 line" : std::to_string(bad_lines) + " lines") +
+      " of rmlst.hwd cannot be understood and are left out, the first of them line " +
+      std::to_string(first_bad_line) + ". The file keeps them.";
+  form_.lab_notice.visible = true;
+}
+
+void RoomList::loadroom(const std::string& room) {
+  form_.lab_room.caption = room;
+}
+
+void RoomList::gohome() {
+  form_.frm_addroom.visible = false;
+  form_.frm_devices.visible = false;
+  form_.frm_adddevice.visible = false;
+  form_.frm_event.visible = false;
+  form_.Frame3.visible = false;
+  form_.Frame5.visible = false;
+  form_.frm_macros.visible = false;
+  form_.frm_home.visible = true;
+  form_.Frame4.visible = false;
+}
+
+void RoomList::cleartree(TreeView& tree) {
+  const TreeView::Batch batch(tree);
+  while (!tree.roots().empty()) tree.remove(tree.roots().front().get());
+}
+
+std::string RoomList::type_of(const std::string& device_key) const {
+  return settings_.read("type", device_key, "switch");
+}
+
+}  // namespace homewarden

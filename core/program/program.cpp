@@ -1,0 +1,81 @@
+#include "core/program/program.h"
+
+#include <string>
+#include <utility>
+
+#include "x10/interface_state.h"
+
+namespace homewarden {
+
+Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
+    : operations_(std::move(on_error)),
+      settings_(platform.registry),
+      module1_(platform.loop, platform.registry, platform.services, platform.windows_folder),
+      device_state_(module1_),
+      files_(platform.files, platform.folder),
+      rooms_(frm_main, module1_, settings_, files_.rooms),
+      commands_(frm_main, platform.loop, module1_, platform.interface_control),
+      devices_(frm_main, operations_, rooms_, device_state_, commands_, platform.dialogs,
+               platform.sounds, platform.folder),
+      tree_(frm_main, operations_, platform.loop, rooms_, device_state_, devices_),
+      events_(frm_main, module1_, platform.files, files_.events, platform.folder),
+      editor_(frm_main, operations_, platform.loop, module1_, platform.dialogs, files_.events,
+              events_),
+      cleanup_(frm_main, operations_, platform.loop, module1_, platform.dialogs, files_.events,
+               events_),
+      run_event_now_(frm_main, operations_, platform.dialogs, events_, commands_),
+      scheduler_(frm_main, operations_, platform.loop, module1_, files_.events, commands_,
+                 device_state_, devices_),
+      macros_(frm_main, files_.macros),
+      macro_editor_(frm_main, operations_, platform.loop, module1_, platform.dialogs, files_.macros,
+                    events_),
+      profile_switch_(platform.files, settings_, files_.events, platform.folder),
+      profiles_(frm_main, operations_, platform.loop, module1_, platform.dialogs, profile_switch_,
+                events_, cleanup_),
+      seen_(frm_main, platform.loop, device_state_, devices_),
+      queue_(frm_main, operations_, commands_, seen_),
+      incoming_(frm_main, operations_, platform.loop, platform.interface_control, seen_),
+      house_editor_(frm_main, operations_, module1_, settings_, platform.dialogs, files_.rooms,
+                    rooms_, events_, tree_),
+      house_deletion_(frm_main, operations_, platform.loop, module1_, settings_, platform.dialogs,
+                      files_, rooms_, events_, device_state_, tree_),
+      location_(frm_main, operations_, platform.loop, settings_),
+      clock_(frm_main, platform.loop, [this] { location_.dosunset(); }),
+      window_(frm_main, operations_, platform.desktop, platform.dialogs),
+      pages_(frm_server, module1_, settings_, platform.files, files_.rooms,
+             platform.folder / "html"),
+      web_server_(frm_main, frm_server, operations_, module1_, settings_, platform.dialogs,
+                  platform.files, platform.web, window_, platform.folder / "html"),
+      requests_(frm_main, frm_server, operations_, platform.loop, module1_, platform.web, pages_,
+                PageCache(platform.files, platform.registry, files_.rooms.path(),
+                          platform.folder / "html"),
+                commands_, device_state_),
+      tray_(frm_main, frmSysTray, settings_, window_),
+      finder_(frm_main, operations_, platform.loop, module1_, platform.interface_control,
+              platform.dialogs),
+      startup_(frm_main, frm_wait, operations_, platform.loop, module1_, settings_,
+               platform.instance, platform.desktop, rooms_, tree_, files_, profile_switch_, events_,
+               location_, tray_, finder_, web_server_),
+      shutdown_(frm_main, frm_wait, web_server_, tray_, operations_, platform.loop, module1_,
+                settings_, platform.desktop, platform.interface_control) {
+  const auto run_macros = [this](const std::string& house, int unit, int function) {
+    macros_.amacros(house, unit, function);
+  };
+  commands_.carried_out.connect(run_macros);
+  incoming_.seen_on_line.connect(run_macros);
+  show_interface_state(frm_main, platform.interface_control);
+  for (Timer* timer :
+       {&frm_main.startuptimer, &frm_main.timerqueue, &frm_main.timerdelete, &frm_main.timetimer,
+        &frm_main.eventtimer, &frm_main.flashsave, &frm_main.timerhide})
+    timers_.emplace_back(platform.loop, *timer);
+}
+
+Program::~Program() {
+  operations_.destroy_all();
+}
+
+void Program::start() {
+  operations_.start(startup_.Form_Load());
+}
+
+}  // namespace homewarden

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QObject>
+#include <memory>
+
+#include "platform/cm11/byte_stream.h"
+#include "platform/linux/port_names.h"
+
+class QSerialPort;
+
+namespace homewarden::cm11 {
+
+// A serial port of this machine, or a pseudo-terminal that stands for one.
+class QtSerialStream : public ByteStream {
+ public:
+  explicit QtSerialStream(PortNames names);
+  ~QtSerialStream() override;
+
+  bool open(int port) override;
+  void close() override;
+  bool is_open() const override;
+  void write(std::string_view bytes) override;
+  std::vector<int> present_ports() override { return names_.present(); }
+
+ private:
+  void read();
+  void lose();
+
+  PortNames names_;
+  std::unique_ptr<QSerialPort> port_;
+  // Calls that wait in the event queue go with it.
+  QObject context_;
+};
+
+}  // namespace homewarden::cm11
