@@ -9,7 +9,6 @@
 #include "core/time_text.h"
 #include "platform/waiting.h"
 #include "ui/busy_window.h"
-#include "ui/panels.h"
 
 namespace homewarden {
 namespace {

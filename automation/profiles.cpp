@@ -3,8 +3,8 @@
 #include <string>
 #include <utility>
 
+#include "core/lists/choice_lists.h"
 #include "core/lists/file_lock.h"
-#include "ui/panels.h"
 
 namespace homewarden {
 
@@ -29,7 +29,7 @@ Task<void> Profiles::profile_chosen() {
   co_await events_.loadevents();
   form_.mouse_pointer = MousePointer::kNormal;
   if (exchanged) {
-    show_only(form_, form_.frm_event);
+    form_.show_only(form_.frm_event);
     preset_time(form_, loop_.local_time());
     co_return;
   }

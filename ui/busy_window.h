@@ -1,13 +1,13 @@
 #pragma once
 
-#include "ui/frm_main.h"
+#include "ui/controls.h"
 
 namespace homewarden {
 
 // The window takes no input, and shows it, while one of these lives.
 class BusyWindow {
  public:
-  explicit BusyWindow(FrmMain& form) : form_(form) {
+  explicit BusyWindow(Window& form) : form_(form) {
     form_.enabled = false;
     form_.mouse_pointer = MousePointer::kHourglass;
   }
@@ -19,7 +19,7 @@ class BusyWindow {
   }
 
  private:
-  FrmMain& form_;
+  Window& form_;
 };
 
 }  // namespace homewarden

@@ -7,13 +7,13 @@
 #include "base/lines.h"
 #include "base/text.h"
 #include "core/devices.h"
+#include "core/lists/choice_lists.h"
 #include "core/lists/file_lock.h"
 #include "core/time_text.h"
 #include "platform/waiting.h"
 #include "ui/busy_window.h"
 #include "ui/fixed_nodes.h"
 #include "ui/key_codes.h"
-#include "ui/panels.h"
 
 namespace homewarden {
 namespace {
@@ -95,7 +95,7 @@ Task<void> HouseDeletion::delete_top_item(std::string name) {
   if (name == kHome) {
     rooms_.gohome();
   } else if (name == kEvents) {
-    show_only(form_, form_.frm_event);
+    form_.show_only(form_.frm_event);
     preset_time(form_, loop_.local_time());
   } else {
     co_await delete_room(std::move(name));

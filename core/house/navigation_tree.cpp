@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "base/text.h"
+#include "core/lists/choice_lists.h"
 #include "ui/fixed_nodes.h"
 #include "ui/key_codes.h"
-#include "ui/panels.h"
 
 namespace homewarden {
 
@@ -33,7 +33,7 @@ NavigationTree::NavigationTree(FrmMain& form, Operations& operations, EventLoop&
   form.Label3.click.connect([this] { show_form(form_.frm_addroom, form_.txt_roomname); });
   form.Label4.click.connect([this] { show_form(form_.frm_adddevice, form_.txt_devname); });
   form.Label5.click.connect([this] {
-    show_only(form_, form_.frm_event);
+    form_.show_only(form_.frm_event);
     preset_time(form_, loop_.local_time());
   });
 }
@@ -82,21 +82,21 @@ void NavigationTree::add_line(const ListLine& line, std::string& last_room, Sele
 void NavigationTree::node_clicked() {
   const TreeNode* node = form_.Tree.selected;
   if (!node) return;
-  show_only(form_, form_.frm_devices);
+  form_.show_only(form_.frm_devices);
   if (node->parent) {
     device_node_clicked(*node);
   } else if (node->text == kHome) {
     rooms_.gohome();
   } else if (node->text == kWebServer) {
-    show_only(form_, form_.Frame4);
+    form_.show_only(form_.Frame4);
   } else if (node->text == kEvents) {
-    show_only(form_, form_.frm_event);
+    form_.show_only(form_.frm_event);
     preset_time(form_, loop_.local_time());
   } else if (node->text == kMacros) {
-    show_only(form_, form_.frm_macros);
+    form_.show_only(form_.frm_macros);
     preset_time(form_, loop_.local_time());
   } else if (node->text == kProfiles) {
-    show_only(form_, form_.Frame5);
+    form_.show_only(form_.Frame5);
   } else {
     room_node_clicked(*node);
   }
@@ -137,7 +137,7 @@ void NavigationTree::empty_slots() {
 }
 
 void NavigationTree::show_form(Frame& frame, Control& focus) {
-  show_only(form_, frame);
+  form_.show_only(frame);
   focus.set_focus();
 }
 

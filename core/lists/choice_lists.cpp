@@ -48,13 +48,13 @@ void fill_device_lists(FrmMain& form) {
   fill(form.lst_devicetype, std::move(types), first);
 }
 
-void fill_event_columns(FrmMain& form) {
+void fill_event_columns(EventPanel& form) {
   form.ListView1.columns =
       std::vector<ListColumn>{{"Device", 2850}, {"", 350},        {"", 500},      {"Dim", 900},
                               {"Time", 1000},   {"Action", 1000}, {"Freq", 1000}, {"Days", 1070}};
 }
 
-void fill_event_lists(FrmMain& form) {
+void fill_event_lists(EventPanel& form) {
   fill(form.lst_action, {"on", "off"}, "on");
   fill(form.lst_freq, {"once", "daily"}, "daily");
   auto hours = numbers(0, 23);
@@ -63,18 +63,23 @@ void fill_event_lists(FrmMain& form) {
   fill(form.lst_min, numbers(0, 59), "00");
 }
 
-void fill_minutes(FrmMain& form) {
+void fill_minutes(EventPanel& form) {
   offer(form.lst_min, numbers(0, 59));
 }
 
-void fill_sun_offsets(FrmMain& form) {
+void fill_sun_offsets(EventPanel& form) {
   offer(form.lst_min, {"-3", "-2", "-1", "00", "+1", "+2", "+3"});
 }
 
-void fill_dim_list(FrmMain& form) {
+void fill_dim_list(EventPanel& form) {
   std::vector<std::string> levels;
   for (int level = 10; level <= 100; level += 5) levels.push_back(std::to_string(level) + "%");
   fill(form.lst_dim, std::move(levels), "100%");
+}
+
+void preset_time(EventPanel& form, const LocalTime& now) {
+  form.lst_hour.text = two_digits(now.hour);
+  form.lst_min.text = two_digits(now.minute);
 }
 
 }  // namespace homewarden

@@ -59,15 +59,7 @@ void RoomList::loadroom(const std::string& room) {
 }
 
 void RoomList::gohome() {
-  form_.frm_addroom.visible = false;
-  form_.frm_devices.visible = false;
-  form_.frm_adddevice.visible = false;
-  form_.frm_event.visible = false;
-  form_.Frame3.visible = false;
-  form_.Frame5.visible = false;
-  form_.frm_macros.visible = false;
-  form_.frm_home.visible = true;
-  form_.Frame4.visible = false;
+  form_.show_only(form_.frm_home);
 }
 
 void RoomList::cleartree(TreeView& tree) {

@@ -76,7 +76,7 @@ Task<void> Startup::Form_Load() {
   steps_.run([this] { tree_.loadtree(); });
   co_await steps_.progress("Loading Options");
   std::fill_n(form_.once_removal.begin(), FrmMain::kOnceSlots, std::string());
-  show_first_panel();
+  rooms_.gohome();
   fill_device_lists(form_);
   steps_.run([this] { place_window(); });
   steps_.run([this] { form_.com_profile.text = profiles_.active(); });
@@ -145,16 +145,6 @@ void Startup::show_web_port() {
       module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, "webport", "80");
   form_.Label48.caption = form_.Label48.caption.get() + " " + port;
   form_.txt_webport.text = port;
-}
-
-void Startup::show_first_panel() {
-  form_.frm_addroom.visible = false;
-  form_.frm_devices.visible = false;
-  form_.frm_home.visible = true;
-  form_.frm_adddevice.visible = false;
-  form_.frm_event.visible = false;
-  form_.Frame3.visible = false;
-  form_.Frame5.visible = false;
 }
 
 void Startup::place_window() {

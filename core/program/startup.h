@@ -44,7 +44,6 @@ class Startup {
   bool is_delayed();
   void recover_files();
   void show_web_port();
-  void show_first_panel();
   void place_window();
   void set_options();
   Task<void> delayed_step();  // startuptimer

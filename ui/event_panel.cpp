@@ -1,0 +1,36 @@
+#include "ui/event_panel.h"
+
+#include <cstddef>
+
+namespace homewarden {
+namespace {
+
+const char* const kDayCaptions[] = {"M", "T", "W", "T", "F", "S", "S"};
+const char* const kDayNames[] = {"Monday", "Tuesday",  "Wednesday", "Thursday",
+                                 "Friday", "Saturday", "Sunday"};
+
+}  // namespace
+
+EventPanel::EventPanel() {
+  lst_eventdevice.tool_tip = "Select your device from this drop down list";
+  lst_hour.tool_tip = "24 hour mode, select the hour from this list";
+  lst_min.tool_tip = "Select the minute from this ilst";
+  lst_dim.tool_tip =
+      "Choose the dim level. This has NO effect on appliance modules that don't support dimming";
+  lst_action.tool_tip = "Choose either on or off as your command";
+  lst_freq.tool_tip = "Choose either on or off as your command";
+  Command5.tool_tip = "Click here to create a new event";
+  Command6.tool_tip = "Click here to save this event";
+  Command5.bold = true;
+  Command6.bold = true;
+  ListView1.tool_tip = "Press CTRL & D to delete this event, DOUBLE CLICK here to edit this event";
+  for (std::size_t day = 0; day < days.size(); ++day) {
+    days[day].caption = kDayCaptions[day];
+    days[day].tool_tip = kDayNames[day];
+  }
+  lab_noevents.visible = false;
+  lab_eventnotice.visible = false;
+  mnuPopup1.entries = {&mnu_delevent, &mnu_newevent, &mnu_line1, &mnu_runeventnow};
+}
+
+}  // namespace homewarden

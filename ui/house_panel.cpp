@@ -1,0 +1,22 @@
+#include "ui/house_panel.h"
+
+namespace homewarden {
+
+HousePanel::HousePanel() {
+  for (auto& slider : image1) {
+    slider.tool_tip = "Slide up to increase the brightness or Down to decrease the brightness";
+    slider.visible = false;
+  }
+  for (auto& picture : device) picture.visible = false;
+  lab_nodevices.visible = false;
+}
+
+AddRoomPanel::AddRoomPanel() {
+  Command3.tool_tip = "Click here to save this room name";
+}
+
+AddDevicePanel::AddDevicePanel() {
+  lst_temproom.sorted = true;
+}
+
+}  // namespace homewarden

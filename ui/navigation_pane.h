@@ -1,0 +1,17 @@
+#pragma once
+
+#include "ui/controls.h"
+#include "ui/tree_view.h"
+
+namespace homewarden {
+
+// The tree of panels, rooms and devices, with its pop-up menu.
+struct NavigationPane {
+  NavigationPane() { mnuPopup.entries = {&mnu_deletetree}; }
+
+  TreeView Tree;
+  Menu mnuPopup{"Menu1"};
+  MenuEntry mnu_deletetree{"Delete this item"};
+};
+
+}  // namespace homewarden

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+
+#include "base/date.h"
+#include "ui/controls.h"
+
+namespace homewarden {
+
+// What the operations of the main window share besides its panels.
+
+struct Flags {
+  bool skipdelay = false;     // ends the start-up delay at its next second
+  bool ignoreclicks = false;  // option boxes and the resize handler do nothing
+  bool formloading = false;   // daylight saving, city and profile do nothing
+  bool filebusy = false;      // an operation works on the data files
+  bool sending = false;       // a device command is being sent
+  bool connected = false;     // the interface has been found
+};
+
+// Today's sun times; nothing until they could be computed.
+struct SunTimes {
+  std::optional<Date> sunrise_time;
+  std::optional<Date> sunset_time;
+};
+
+// Keys of once-events waiting for removal; "" is a free slot.
+struct OnceRemoval {
+  static constexpr int kOnceSlots = 11;  // entries in use
+  std::array<std::string, 51> once_removal;
+};
+
+// Lists that nobody sees.
+struct HiddenLists {
+  ListBox lst_rooms{true};
+  ListBox lst_codes;
+  TextBox txt_queue;
+  Picture imgicon;
+};
+
+struct ProgramTimers {
+  Timer startuptimer{500, false};
+  Timer timerqueue{2000, true};
+  Timer timerdelete{10000, false};
+  Timer timetimer{0, true};
+  Timer eventtimer{0, true, Timer::Start::kWholeMinute};
+  Timer timerhide{0, true};
+};
+
+}  // namespace homewarden
