@@ -12,6 +12,7 @@
 #include "automation/event_list.h"
 #include "automation/scheduler.h"
 #include "base/text.h"
+#include "core/lists/room_list.h"
 #include "core/settings.h"
 #include "platform/linux/posix_files.h"
 #include "tests/platform/fake_desktop.h"
@@ -71,9 +72,10 @@ class BenchHouse {
   Module1 module1{loop, registry, services, ""};
   DeviceState device_state{module1};
   ListFile room_file{files, folder / "rmlst.hwd", folder / "tc.tmp"};
-  RoomList rooms{form, module1, settings, room_file};
+  HouseIndex house{settings};
+  RoomList rooms{form, module1, house, room_file};
   DeviceCommands commands{form, loop, module1, interface_control};
-  DevicePanel devices{form, operations, rooms, device_state, commands, dialogs, sounds, folder};
+  DevicePanel devices{form, operations, house, device_state, commands, dialogs, sounds, folder};
   ListFile event_file{files, folder / "evelst.hwd", folder / "temp.txt"};
   EventList events{form, module1, files, event_file, folder};
   Scheduler scheduler{form, operations, loop, module1, event_file, commands, device_state, devices};

@@ -46,9 +46,10 @@ void loadlists_and_loadtree(benchmark::State& state) {
   Module1 module1(loop, registry, services, "");
   DeviceState device_state(module1);
   ListFile room_file(files, "/house/rmlst.hwd", "/house/tc.tmp");
-  RoomList rooms(form, module1, settings, room_file);
+  HouseIndex house(settings);
+  RoomList rooms(form, module1, house, room_file);
   DeviceCommands commands(form, loop, module1, interface_control);
-  DevicePanel devices(form, operations, rooms, device_state, commands, dialogs, sounds, "/house");
+  DevicePanel devices(form, operations, house, device_state, commands, dialogs, sounds, "/house");
   NavigationTree tree(form, operations, loop, rooms, device_state, devices);
 
   for (auto _ : state) {

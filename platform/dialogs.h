@@ -16,6 +16,7 @@ struct Message {
   std::string title;
   MessageIcon icon = MessageIcon::kNone;
   MessageButtons buttons = MessageButtons::kOk;
+  Answer preselected = Answer::kYes;  // where Yes and No are offered: what Enter answers
 };
 
 struct Question {

@@ -30,6 +30,8 @@ EventPanel::EventPanel() {
   }
   lab_noevents.visible = false;
   lab_eventnotice.visible = false;
+  lab_undo.visible = false;
+  cmd_cancel.visible = false;
   mnuPopup1.entries = {&mnu_delevent, &mnu_newevent, &mnu_line1, &mnu_runeventnow};
 }
 

@@ -21,10 +21,12 @@ struct EventPanel {
   std::array<CheckBox, 7> days;  // Monday first
   Button Command5{"New"};
   Button Command6{"Save"};
+  Button cmd_cancel{"Cancel"};  // while an event is edited: leaves it as it was
   ListView ListView1;
   Label lab_noevents{
       "You have no timed events yet. Choose a device, a time and the days above, then click Save."};
   Label lab_eventnotice;  // what is wrong with the event list; hidden when nothing is
+  Label lab_undo;         // names the event deleted last; a click brings it back
 
   Menu mnuPopup1{"Menu2"};
   MenuEntry mnu_delevent{"Delete this event"};

@@ -8,6 +8,11 @@ HousePanel::HousePanel() {
     slider.visible = false;
   }
   for (auto& picture : device) picture.visible = false;
+  for (auto& label : lab_notsent) {
+    label.caption = "Not sent. Try again";
+    label.tool_tip = "The last command could not be sent to this device. Click to send it again";
+    label.visible = false;
+  }
   lab_nodevices.visible = false;
 }
 

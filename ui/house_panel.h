@@ -6,7 +6,15 @@
 
 namespace homewarden {
 
-// The devices of one room: ten slots, each a picture, a name and a brightness slider.
+// What a device's card says of the commands to it.
+enum class CardState {
+  kIdle,
+  kWaiting,  // a press waits for its turn
+  kSending,  // a command to it is on its way
+};
+
+// The devices of one room: ten slots, each a picture, a name, a brightness slider, and what became
+// of the last press.
 struct HousePanel {
   HousePanel();
 
@@ -18,6 +26,9 @@ struct HousePanel {
   std::array<Picture, kSlots> device;
   std::array<Label, kSlots> devicename;
   std::array<Slider, kSlots> image1;
+  std::array<Property<CardState>, kSlots> cardstate;
+  // Shown when the last command to the device could not be sent; a click sends it again.
+  std::array<Label, kSlots> lab_notsent;
 };
 
 // A room is added.

@@ -17,11 +17,11 @@ std::size_t slot(int Index) {
 
 }  // namespace
 
-DevicePanel::DevicePanel(FrmMain& form, Operations& operations, RoomList& rooms, DeviceState& state,
-                         DeviceCommands& commands, Dialogs& dialogs, SoundPlayer& sounds,
-                         std::filesystem::path folder)
+DevicePanel::DevicePanel(FrmMain& form, Operations& operations, HouseIndex& house,
+                         DeviceState& state, DeviceCommands& commands, Dialogs& dialogs,
+                         SoundPlayer& sounds, std::filesystem::path folder)
     : form_(form),
-      rooms_(rooms),
+      house_(house),
       state_(state),
       commands_(commands),
       dialogs_(dialogs),
@@ -110,7 +110,7 @@ void DevicePanel::setpictureoff(int slot, const std::string& fullname) {
 }
 
 void DevicePanel::set_picture(int index, const std::string& fullname, bool on) {
-  const DeviceType& type = device_type(rooms_.type_of(without_blanks(fullname)));
+  const DeviceType& type = house_.type_of(fullname);
   Picture& picture = form_.device[slot(index)];
   Slider& slider = form_.image1[slot(index)];
   picture.file = (folder_ / device_picture(type, on)).string();

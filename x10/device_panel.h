@@ -7,7 +7,7 @@
 #include "base/operations.h"
 #include "base/task.h"
 #include "core/devices.h"
-#include "core/lists/room_list.h"
+#include "core/house_index.h"
 #include "platform/dialogs.h"
 #include "platform/sound_player.h"
 #include "ui/frm_main.h"
@@ -19,7 +19,7 @@ namespace homewarden {
 // The ten slots of the device panel: what a click and a slider do, and how a slot shows its device.
 class DevicePanel {
  public:
-  DevicePanel(FrmMain& form, Operations& operations, RoomList& rooms, DeviceState& state,
+  DevicePanel(FrmMain& form, Operations& operations, HouseIndex& house, DeviceState& state,
               DeviceCommands& commands, Dialogs& dialogs, SoundPlayer& sounds,
               std::filesystem::path folder);
 
@@ -44,7 +44,7 @@ class DevicePanel {
   void set_picture(int slot, const std::string& fullname, bool on);
 
   FrmMain& form_;
-  RoomList& rooms_;
+  HouseIndex& house_;
   DeviceState& state_;
   DeviceCommands& commands_;
   Dialogs& dialogs_;

@@ -9,13 +9,14 @@
 
 namespace homewarden {
 
-RoomList::RoomList(FrmMain& form, Module1& module1, Settings& settings, ListFile& list)
-    : form_(form), module1_(module1), settings_(settings), list_(list) {}
+RoomList::RoomList(FrmMain& form, Module1& module1, HouseIndex& house, ListFile& list)
+    : form_(form), module1_(module1), house_(house), list_(list) {}
 
 Task<void> RoomList::loadlists() {
   if (!list_.exists()) {
     form_.lst_rooms.clear();
     form_.lab_notice.visible = false;
+    house_.set_lines({});
     co_return;
   }
   const FileLock lock = co_await lock_files(form_, module1_);
@@ -23,6 +24,7 @@ Task<void> RoomList::loadlists() {
   form_.lst_rooms.clear();
   form_.lab_notice.visible = false;
   read_file();
+  house_.set_lines(form_.lst_rooms.items);
 }
 
 void RoomList::read_file() {
@@ -65,10 +67,6 @@ void RoomList::gohome() {
 void RoomList::cleartree(TreeView& tree) {
   const TreeView::Batch batch(tree);
   while (!tree.roots().empty()) tree.remove(tree.roots().front().get());
-}
-
-std::string RoomList::type_of(const std::string& device_key) const {
-  return settings_.read("type", device_key, "switch");
 }
 
 }  // namespace homewarden

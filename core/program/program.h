@@ -17,6 +17,7 @@
 #include "core/house/house_editor.h"
 #include "core/house/navigation_tree.h"
 #include "core/house_files.h"
+#include "core/house_index.h"
 #include "core/list_file.h"
 #include "core/lists/room_list.h"
 #include "core/module1.h"
@@ -65,6 +66,7 @@ class Program {
  private:
   Operations operations_;
   Settings settings_;
+  HouseIndex house_;
   Module1 module1_;
   DeviceState device_state_;
   HouseFiles files_;

@@ -70,7 +70,10 @@ Task<Answer> QtDialogs::message_box(Message message) {
       asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, visible_parent(parent_)));
   box->setTextFormat(Qt::PlainText);
   box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  if (asks) box->setEscapeButton(QMessageBox::No);
+  if (asks) {
+    box->setEscapeButton(QMessageBox::No);
+    box->setDefaultButton(message.preselected == Answer::kNo ? QMessageBox::No : QMessageBox::Yes);
+  }
   co_await Closed(*box);
   if (!asks) co_return Answer::kOk;
   co_return box->result() == QMessageBox::Yes ? Answer::kYes : Answer::kNo;

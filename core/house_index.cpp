@@ -1,0 +1,90 @@
+#include "core/house_index.h"
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+#include "base/text.h"
+
+namespace homewarden {
+namespace {
+
+std::string address_text(std::string_view house_code, int unit) {
+  return std::string(house_code) + "~" + std::to_string(unit);
+}
+
+}  // namespace
+
+void HouseIndex::set_lines(const std::vector<std::string>& lines) {
+  rooms_.clear();
+  devices_.clear();
+  lines_.clear();
+  for (ByText* map : {&keys_, &labels_, &names_, &addresses_}) map->clear();
+
+  std::unordered_set<std::string> known_rooms;
+  for (const std::string& line : lines) {
+    auto entry = parse_list_line(line);
+    if (!entry) continue;
+    if (known_rooms.insert(entry->room).second) rooms_.push_back(entry->room);
+    if (!entry->device) continue;
+    Device& device = *entry->device;
+    const std::size_t position = devices_.size();
+    keys_.try_emplace(to_lower(device.key()), position);
+    labels_.try_emplace(to_lower(device.label()), position);
+    names_.try_emplace(to_lower(device.room + " " + device.name), position);
+    addresses_.try_emplace(to_lower(device.code()), position);
+    devices_.push_back(std::move(device));
+    lines_.push_back(line);
+  }
+  changed();
+}
+
+std::vector<const Device*> HouseIndex::devices_in(std::string_view room) const {
+  std::vector<const Device*> result;
+  for (const Device& device : devices_)
+    if (device.room == room) result.push_back(&device);
+  return result;
+}
+
+const Device* HouseIndex::found(const ByText& map, std::string text) const {
+  const auto entry = map.find(to_lower(text));
+  return entry == map.end() ? nullptr : &devices_[entry->second];
+}
+
+const Device* HouseIndex::by_name(std::string_view room, std::string_view name) const {
+  const auto same = [room, name](const Device& device) {
+    return device.room == room && device.name == name;
+  };
+  const auto device = std::find_if(devices_.begin(), devices_.end(), same);
+  return device == devices_.end() ? nullptr : &*device;
+}
+
+const Device* HouseIndex::by_key(std::string_view key) const {
+  return found(keys_, without_blanks(key));
+}
+
+const Device* HouseIndex::by_label(std::string_view label) const {
+  return found(labels_, std::string(label));
+}
+
+const Device* HouseIndex::by_room_and_name(std::string_view roomdevice) const {
+  return found(names_, std::string(roomdevice));
+}
+
+const Device* HouseIndex::by_address(std::string_view house_code, int unit) const {
+  const std::string address = address_text(house_code, unit);
+  const Device* exact = found(addresses_, address);
+  return exact ? exact : holding("~" + address);
+}
+
+const Device* HouseIndex::holding(std::string_view text) const {
+  for (std::size_t i = 0; i < lines_.size(); ++i)
+    if (contains_ignoring_case(lines_[i], text)) return &devices_[i];
+  return nullptr;
+}
+
+const DeviceType& HouseIndex::type_of(std::string_view key) const {
+  return device_type(settings_.read("type", without_blanks(key), "switch"));
+}
+
+}  // namespace homewarden

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "base/signal.h"
+#include "core/devices.h"
+#include "core/settings.h"
+
+namespace homewarden {
+
+// The house as the room list describes it, parsed once. A device is one object here: whoever means
+// one holds on to its room and name and asks again, since the index is replaced when the list
+// changes. All lookups return nullptr when there is no such device; pointers are valid until the
+// next set_lines().
+class HouseIndex {
+ public:
+  explicit HouseIndex(Settings& settings) : settings_(settings) {}
+
+  // Replaces the house by the lines of a room list, in the order in which they are to be searched.
+  // Lines that are none of a room list are left out.
+  void set_lines(const std::vector<std::string>& lines);
+
+  // Names of the rooms in the order of the list, each once. A room exists when it has a line of its
+  // own or a device.
+  const std::vector<std::string>& rooms() const { return rooms_; }
+  const std::vector<Device>& devices() const { return devices_; }
+  std::vector<const Device*> devices_in(std::string_view room) const;
+
+  // The device of exactly this room and name.
+  const Device* by_name(std::string_view room, std::string_view name) const;
+  // By its key, with or without blanks, letter case ignored.
+  const Device* by_key(std::string_view key) const;
+  // By its label "Kitchen Lamp A3", or by the label without its address; letter case ignored.
+  const Device* by_label(std::string_view label) const;
+  const Device* by_room_and_name(std::string_view roomdevice) const;
+  // The first device at exactly this address, letter case ignored. Without one, the first whose
+  // line holds "~A~1": a unit from 10 to 16 answers for unit 1.
+  const Device* by_address(std::string_view house_code, int unit) const;
+  // The first device whose line holds the text, letter case ignored.
+  const Device* holding(std::string_view text) const;
+
+  // The type that is stored for the device's key; an appliance module when none is.
+  const DeviceType& type_of(std::string_view device_key) const;
+
+  // The house was replaced.
+  Signal<> changed;
+
+ private:
+  using ByText = std::unordered_map<std::string, std::size_t>;
+
+  const Device* found(const ByText& map, std::string text) const;
+
+  Settings& settings_;
+  std::vector<std::string> rooms_;
+  std::vector<Device> devices_;
+  std::vector<std::string> lines_;  // of the devices
+  // Positions of the first device with each lower-case text.
+  ByText keys_;
+  ByText labels_;
+  ByText names_;  // room, blank, name
+  ByText addresses_;
+};
+
+}  // namespace homewarden
