@@ -3,33 +3,30 @@
 #include <utility>
 
 #include "automation/due_time.h"
-#include "base/text.h"
+#include "automation/event_target.h"
+#include "core/asking.h"
 
 namespace homewarden {
 
-RunEventNow::RunEventNow(FrmMain& form, Operations& operations, Dialogs& dialogs, EventList& list,
-                         DeviceCommands& commands)
-    : form_(form), dialogs_(dialogs), list_(list), commands_(commands) {
-  form.mnu_runeventnow.click.connect([this, &operations] { operations.start(run()); });
+RunEventNow::RunEventNow(EventPanel& panel, Operations& operations, Dialogs& dialogs,
+                         EventList& list, DeviceCommands& commands)
+    : panel_(panel), dialogs_(dialogs), list_(list), commands_(commands) {
+  panel.mnu_runeventnow.click.connect([this, &operations] { operations.start(run()); });
 }
 
 Task<void> RunEventNow::run() {
-  if (form_.ListView1.rows.get().empty()) {
-    Message message{"You dont have any events to run", "No events", MessageIcon::kInformation,
-                    MessageButtons::kOk};
-    co_await dialogs_.message_box(std::move(message));
+  if (panel_.ListView1.rows.get().empty()) {
+    co_await tell(dialogs_, "You dont have any events to run", "No events");
     co_return;
   }
   const auto event = list_.selected();
   if (!event) co_return;
-  const int unit = to_integer16(event->unit).value_or(0);
+  SwitchTarget target = target_of(*event);
   if (event->action == "on") {
-    const auto wanted = event_level(*event);
-    if (!wanted) co_return;
-    int level = *wanted;
-    co_await commands_.turnon(event->housecode, unit, level);
+    const auto level = event_level(*event);
+    if (level) co_await commands_.turnon(std::move(target), *level, Source::kWindow);
   } else if (event->action == "off") {
-    co_await commands_.turnoff(event->housecode, unit);
+    co_await commands_.turnoff(std::move(target), Source::kWindow);
   }
 }
 

@@ -4,22 +4,23 @@
 #include "base/operations.h"
 #include "base/task.h"
 #include "platform/dialogs.h"
-#include "ui/frm_main.h"
+#include "ui/event_panel.h"
 #include "x10/device_commands.h"
 
 namespace homewarden {
 
-// "Run this event now" in the menu of the event list: sends the command of the selected event and
-// nothing else.
+// "Run this event now" in the menu of the event list: carries out the selected event whatever its
+// time and days; a once-event stays in the list.
 class RunEventNow {
  public:
-  RunEventNow(FrmMain& form, Operations& operations, Dialogs& dialogs, EventList& list,
+  RunEventNow(EventPanel& panel, Operations& operations, Dialogs& dialogs, EventList& list,
               DeviceCommands& commands);
 
+  // Does nothing when no event is selected, or when it has no address, action or level.
   Task<void> run();
 
  private:
-  FrmMain& form_;
+  EventPanel& panel_;
   Dialogs& dialogs_;
   EventList& list_;
   DeviceCommands& commands_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <list>
 #include <string>
 #include <string_view>
@@ -12,10 +13,9 @@
 #include "core/list_file.h"
 #include "core/module1.h"
 #include "platform/event_loop.h"
-#include "ui/frm_main.h"
+#include "ui/controls.h"
+#include "ui/shared_state.h"
 #include "x10/device_commands.h"
-#include "x10/device_panel.h"
-#include "x10/device_state.h"
 
 namespace homewarden {
 
@@ -25,9 +25,12 @@ namespace homewarden {
 // daily events once. Passes of several minutes that take long go on beside each other.
 class Scheduler {
  public:
-  Scheduler(FrmMain& form, Operations& operations, EventLoop& loop, Module1& module1,
-            ListFile& events, DeviceCommands& commands, DeviceState& state, DevicePanel& devices);
+  // `close_program` is called when an installer asks the program to end.
+  Scheduler(StatusBar& status, ProgramTimers& timers, Flags& flags, const SunTimes& sun,
+            OnceRemoval& once, Operations& operations, EventLoop& loop, Module1& module1,
+            ListFile& events, DeviceCommands& commands, std::function<void()> close_program);
 
+  // Looks at every minute since the last run, and returns when its events have been carried out.
   Task<void> eventtimer_run();
 
  private:
@@ -40,17 +43,19 @@ class Scheduler {
   Task<FilesInUse> take_files();
   Task<int> look_for_events(MinuteCheck check, std::string_view lines);
   Task<bool> carry_out(EventRecord event, Minute minute, int due);
-  void refresh_panel(const EventRecord& event, int& level);
   bool is_queued(const EventRecord& event) const;
   void queue_removal(const EventRecord& event);
 
-  FrmMain& form_;
+  StatusBar& status_;
+  ProgramTimers& timers_;
+  Flags& flags_;
+  const SunTimes& sun_;
+  OnceRemoval& once_;
   EventLoop& loop_;
   Module1& module1_;
   ListFile& events_;
   DeviceCommands& commands_;
-  DeviceState& state_;
-  DevicePanel& devices_;
+  std::function<void()> close_program_;
   CheckedMinutes checked_;
   int passes_ = 0;            // that have the files
   std::list<Turn*> waiting_;  // passes that wait for the files, the first of them first

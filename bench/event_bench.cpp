@@ -12,13 +12,13 @@
 #include "automation/event_list.h"
 #include "automation/scheduler.h"
 #include "base/text.h"
-#include "core/lists/room_list.h"
-#include "core/settings.h"
+#include "core/module1.h"
 #include "platform/linux/posix_files.h"
 #include "tests/platform/fake_desktop.h"
 #include "tests/platform/fake_interface.h"
 #include "tests/platform/memory_registry.h"
 #include "tests/platform/virtual_loop.h"
+#include "ui/frm_main.h"
 
 namespace {
 
@@ -64,21 +64,15 @@ class BenchHouse {
   MemoryRegistry registry;
   FakeServices services;
   FakeInterface interface_control{loop};
-  FakeDialogs dialogs{loop};
-  FakeSounds sounds;
   FrmMain form;
   Operations operations{[](std::exception_ptr error) { std::rethrow_exception(error); }};
-  Settings settings{registry};
   Module1 module1{loop, registry, services, ""};
   DeviceState device_state{module1};
-  ListFile room_file{files, folder / "rmlst.hwd", folder / "tc.tmp"};
-  HouseIndex house{settings};
-  RoomList rooms{form, module1, house, room_file};
-  DeviceCommands commands{form, loop, module1, interface_control};
-  DevicePanel devices{form, operations, house, device_state, commands, dialogs, sounds, folder};
+  DeviceCommands commands{form.Statusbar, form, loop, module1, interface_control, device_state};
   ListFile event_file{files, folder / "evelst.hwd", folder / "temp.txt"};
   EventList events{form, module1, files, event_file, folder};
-  Scheduler scheduler{form, operations, loop, module1, event_file, commands, device_state, devices};
+  Scheduler scheduler{form.Statusbar, form,    form,       form,     form, operations,
+                      loop,           module1, event_file, commands, [] {}};
 };
 
 void scheduler_pass(benchmark::State& state) {

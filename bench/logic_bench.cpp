@@ -48,9 +48,11 @@ void loadlists_and_loadtree(benchmark::State& state) {
   ListFile room_file(files, "/house/rmlst.hwd", "/house/tc.tmp");
   HouseIndex house(settings);
   RoomList rooms(form, module1, house, room_file);
-  DeviceCommands commands(form, loop, module1, interface_control);
-  DevicePanel devices(form, operations, house, device_state, commands, dialogs, sounds, "/house");
-  NavigationTree tree(form, operations, loop, rooms, device_state, devices);
+  DeviceCommands commands(form.Statusbar, form, loop, module1, interface_control, device_state);
+  Presses presses(operations, house, device_state, commands);
+  DevicePanel devices(form, form, operations, house, device_state, commands, presses, dialogs,
+                      sounds, "/house");
+  NavigationTree tree(form, operations, loop, rooms, house, devices);
 
   for (auto _ : state) {
     operations.start(rooms.loadlists());

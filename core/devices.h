@@ -27,6 +27,8 @@ struct Device {
   std::string tree_key() const;
   // Whether the power line has such an address: A to P, 1 to 16.
   bool has_address() const;
+
+  bool operator==(const Device&) const = default;
 };
 
 std::string device_key(std::string_view room, std::string_view device);

@@ -59,6 +59,11 @@ const Device* HouseIndex::by_name(std::string_view room, std::string_view name) 
   return device == devices_.end() ? nullptr : &*device;
 }
 
+const Device* HouseIndex::same_as(const Device& device) const {
+  const auto found = std::find(devices_.begin(), devices_.end(), device);
+  return found == devices_.end() ? by_name(device.room, device.name) : &*found;
+}
+
 const Device* HouseIndex::by_key(std::string_view key) const {
   return found(keys_, without_blanks(key));
 }

@@ -31,6 +31,9 @@ class HouseIndex {
 
   // The device of exactly this room and name.
   const Device* by_name(std::string_view room, std::string_view name) const;
+  // The device that this one was when it was looked up: the same room, name and address, else the
+  // same room and name.
+  const Device* same_as(const Device& device) const;
   // By its key, with or without blanks, letter case ignored.
   const Device* by_key(std::string_view key) const;
   // By its label "Kitchen Lamp A3", or by the label without its address; letter case ignored.

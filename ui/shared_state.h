@@ -47,6 +47,7 @@ struct ProgramTimers {
   Timer timetimer{0, true};
   Timer eventtimer{0, true, Timer::Start::kWholeMinute};
   Timer timerhide{0, true};
+  Timer statetimer{1000, true};  // looks whether another process has recorded something
 };
 
 }  // namespace homewarden

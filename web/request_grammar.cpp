@@ -41,6 +41,8 @@ WebRequest classify_request(std::string_view page, std::string_view query) {
 }
 
 std::optional<SwitchQuery> split_switch_query(std::string_view query, PageFamily family) {
+  const bool again = query.ends_with(kAgain);
+  if (again) query.remove_suffix(kAgain.size());
   const std::size_t count = family == PageFamily::kMediaCenter ? 6 : 5;
   std::vector<std::string_view> fields;
   while (fields.size() + 1 < count) {
@@ -52,8 +54,8 @@ std::optional<SwitchQuery> split_switch_query(std::string_view query, PageFamily
   fields.push_back(query);
   const auto unit = to_integer16(fields[1]);
   if (!unit || std::any_of(fields[0].begin(), fields[0].end(), is_control)) return std::nullopt;
-  SwitchQuery result{std::string(fields[0]), *unit, std::string(fields[2]), std::string(fields[4]),
-                     0};
+  SwitchQuery result{std::string(fields[0]), *unit, std::string(fields[2]),
+                     std::string(fields[4]), 0,     again};
   if (family == PageFamily::kMediaCenter) {
     constexpr double kFurthest = 1000;
     const double position = leading_number(fields[5]);

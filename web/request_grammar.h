@@ -23,13 +23,18 @@ struct WebRequest {
 // page's name are looked for with their letter case, keywords of the query without.
 WebRequest classify_request(std::string_view page, std::string_view query);
 
+// What ends a switch query that repeats an order.
+inline constexpr std::string_view kAgain = "~again";
+
 // The fields of a switch query: "A~3~KitchenLamp~turnon~Kitchen" and, for ten-foot pages, a sixth.
+// No name holds a tilde, so the end of one that repeats an order is no part of a name.
 struct SwitchQuery {
   std::string house;
   int unit = 0;
-  std::string key;   // of the device
-  std::string room;  // without blanks
-  int position = 0;  // of the device in its room, from 0; 0 in the normal family
+  std::string key;     // of the device
+  std::string room;    // without blanks
+  int position = 0;    // of the device in its room, from 0; 0 in the normal family
+  bool again = false;  // sends once more what could not be sent
 };
 
 // Nothing when the query has too few fields, its unit is no number or its house code has control

@@ -1,11 +1,8 @@
 #include "web/request_handler.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "base/flag_guard.h"
-#include "base/text.h"
-#include "core/devices.h"
 #include "core/settings.h"
 #include "core/time_text.h"
 #include "platform/waiting.h"
@@ -17,17 +14,18 @@ constexpr int kFullyOn = 100;
 
 }  // namespace
 
-RequestHandler::RequestHandler(FrmMain& main, FrmServer& form, Operations& operations,
+RequestHandler::RequestHandler(StatusBar& status, FrmServer& form, Operations& operations,
                                EventLoop& loop, Module1& module1, WebServerControl& web,
-                               PageBuilder& pages, PageCache cache, DeviceCommands& commands,
-                               DeviceState& state)
-    : main_(main),
+                               PageBuilder& pages, PageCache cache, HouseIndex& house,
+                               DeviceCommands& commands, DeviceState& state)
+    : status_(status),
       form_(form),
       loop_(loop),
       module1_(module1),
       web_(web),
       pages_(pages),
       cache_(std::move(cache)),
+      house_(house),
       commands_(commands),
       state_(state) {
   web.SwitchRequests([](const std::string& page, const std::string& query) {
@@ -89,17 +87,20 @@ Task<void> RequestHandler::switch_device(SwitchQuery device, bool on, PageFamily
   if (family == PageFamily::kMediaCenter)
     module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "lastdev",
                       std::to_string(device.position + 1));
-  int level = on ? kFullyOn : 0;
-  if (on)
-    co_await commands_.turnon(device.house, device.unit, level);
-  else
-    co_await commands_.turnoff(device.house, device.unit);
   // An address that somebody typed must not write other values of the machine.
-  if (is_known(device.key)) state_.setstatus(device.key, on ? "on" : "off", level);
-  if (family == PageFamily::kMediaCenter) co_return;
-  main_.Statusbar.panel2 = std::string("Internet Turned ") + (on ? "ON" : "OFF") +
-                           " device with housecode " + device.house + std::to_string(device.unit) +
-                           " at " + hh_mm_ss(loop_.local_time());
+  const Device* known = house_.by_key(device.key);
+  SwitchTarget target{device.house, device.unit, known ? known->key() : std::string()};
+  DeviceOrder order{on, kFullyOn};
+  if (device.again) order = state_.not_sent(target.key).value_or(order);
+  bool sent = false;
+  if (order.on)
+    sent = co_await commands_.turnon(std::move(target), order.level, Source::kWeb);
+  else
+    sent = co_await commands_.turnoff(std::move(target), Source::kWeb);
+  if (family == PageFamily::kMediaCenter || !sent) co_return;
+  status_.panel2 = std::string("Internet Turned ") + (order.on ? "ON" : "OFF") +
+                   " device with housecode " + device.house + std::to_string(device.unit) + " at " +
+                   hh_mm_ss(loop_.local_time());
   co_await pending_events(loop_);
 }
 
@@ -144,14 +145,6 @@ void RequestHandler::show_room(PageFamily family, const std::string& room) {
     pages_.loadroom(room);
   else
     pages_.loadnormroom(room);
-}
-
-bool RequestHandler::is_known(const std::string& key) const {
-  const auto& lines = main_.lst_rooms.items.get();
-  return std::any_of(lines.begin(), lines.end(), [&key](const std::string& line) {
-    const auto entry = parse_list_line(line);
-    return entry && entry->device && equals_ignoring_case(entry->device->key(), key);
-  });
 }
 
 }  // namespace homewarden

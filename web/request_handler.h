@@ -6,10 +6,11 @@
 
 #include "base/operations.h"
 #include "base/task.h"
+#include "core/house_index.h"
 #include "core/module1.h"
 #include "platform/event_loop.h"
 #include "platform/web_server_control.h"
-#include "ui/frm_main.h"
+#include "ui/controls.h"
 #include "ui/frm_server.h"
 #include "web/page_builder.h"
 #include "web/page_cache.h"
@@ -23,9 +24,9 @@ namespace homewarden {
 // one waits for its device is held until that one is answered.
 class RequestHandler {
  public:
-  RequestHandler(FrmMain& main, FrmServer& form, Operations& operations, EventLoop& loop,
+  RequestHandler(StatusBar& status, FrmServer& form, Operations& operations, EventLoop& loop,
                  Module1& module1, WebServerControl& web, PageBuilder& pages, PageCache cache,
-                 DeviceCommands& commands, DeviceState& state);
+                 HouseIndex& house, DeviceCommands& commands, DeviceState& state);
 
  private:
   struct Request {
@@ -41,15 +42,15 @@ class RequestHandler {
   void begin_page(PageFamily family);
   void show_home(PageFamily family);
   void show_room(PageFamily family, const std::string& room);
-  bool is_known(const std::string& key) const;
 
-  FrmMain& main_;
+  StatusBar& status_;
   FrmServer& form_;
   EventLoop& loop_;
   Module1& module1_;
   WebServerControl& web_;
   PageBuilder& pages_;
   PageCache cache_;
+  HouseIndex& house_;
   DeviceCommands& commands_;
   DeviceState& state_;
   std::deque<Request> waiting_;

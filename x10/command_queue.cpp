@@ -1,5 +1,7 @@
 #include "x10/command_queue.h"
 
+#include <utility>
+
 #include "base/flag_guard.h"
 #include "base/text.h"
 #include "core/devices.h"
@@ -21,29 +23,35 @@ std::string without_item(std::string queue, const std::string& item) {
 
 }  // namespace
 
-CommandQueue::CommandQueue(FrmMain& form, Operations& operations, DeviceCommands& commands,
+CommandQueue::CommandQueue(ProgramTimers& timers, HiddenLists& lists, const Flags& flags,
+                           Operations& operations, HouseIndex& house, DeviceCommands& commands,
                            SeenCommands& seen)
-    : form_(form), commands_(commands), seen_(seen) {
-  form.timerqueue.tick.connect([this, &operations] { operations.start(timerqueue_run()); });
+    : queue_(lists.txt_queue), flags_(flags), house_(house), commands_(commands), seen_(seen) {
+  timers.timerqueue.tick.connect([this, &operations] { operations.start(timerqueue_run()); });
 }
 
 Task<void> CommandQueue::timerqueue_run() {
-  const std::string queue = form_.txt_queue.text;
-  if (form_.sending || running_ || queue.empty()) co_return;
+  const std::string queue = queue_.text;
+  if (flags_.sending || running_ || queue.empty()) co_return;
   const FlagGuard running(running_);
   const std::string item = queue.substr(0, queue.find('~'));
   const auto command = parse_queue_item(item);
-  if (command && command->function == kX10On) {
-    int level = kFullyOn;
-    co_await commands_.turnon(command->house, command->unit, level);
-  } else if (command && command->function == kX10Off) {
-    co_await commands_.turnoff(command->house, command->unit);
-  }
+  if (command) co_await carry_out(*command);
   // A last item without its tilde goes too, or it would stay at the front for ever.
-  form_.txt_queue.text = form_.txt_queue.text.get() == item
-                             ? std::string()
-                             : without_item(form_.txt_queue.text, item + "~");
-  if (command) co_await seen_.record(command->house, command->unit, command->function);
+  queue_.text = queue_.text.get() == item ? std::string() : without_item(queue_.text, item + "~");
+}
+
+Task<void> CommandQueue::carry_out(QueuedCommand command) {
+  const Device* device = house_.by_address(command.house, command.unit);
+  SwitchTarget target{command.house, command.unit, device ? device->key() : std::string()};
+  std::string name = device ? device->name : std::string();
+  const bool on = command.function == kX10On;
+  bool sent = false;
+  if (on)
+    sent = co_await commands_.turnon(std::move(target), kFullyOn, Source::kQueue);
+  else
+    sent = co_await commands_.turnoff(std::move(target), Source::kQueue);
+  if (sent && !name.empty()) co_await seen_.tell(std::move(name), on);
 }
 
 std::optional<QueuedCommand> parse_queue_item(std::string_view item) {

@@ -6,7 +6,8 @@
 
 #include "base/operations.h"
 #include "base/task.h"
-#include "ui/frm_main.h"
+#include "core/house_index.h"
+#include "ui/shared_state.h"
 #include "x10/device_commands.h"
 #include "x10/seen_commands.h"
 
@@ -26,12 +27,20 @@ std::optional<QueuedCommand> parse_queue_item(std::string_view item);
 // another command is being sent.
 class CommandQueue {
  public:
-  CommandQueue(FrmMain& form, Operations& operations, DeviceCommands& commands, SeenCommands& seen);
+  CommandQueue(ProgramTimers& timers, HiddenLists& lists, const Flags& flags,
+               Operations& operations, HouseIndex& house, DeviceCommands& commands,
+               SeenCommands& seen);
 
+  // Carries out the first item and removes every copy of it. Nothing happens while another command
+  // is being sent; what is no command is removed.
   Task<void> timerqueue_run();
 
  private:
-  FrmMain& form_;
+  Task<void> carry_out(QueuedCommand command);
+
+  TextBox& queue_;
+  const Flags& flags_;
+  HouseIndex& house_;
   DeviceCommands& commands_;
   SeenCommands& seen_;
   bool running_ = false;

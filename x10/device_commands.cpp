@@ -1,77 +1,143 @@
 #include "x10/device_commands.h"
 
+#include <utility>
+
 #include "core/time_text.h"
 #include "platform/waiting.h"
 
 namespace homewarden {
-// `sending` is set as long as one of these lives.
+namespace {
+
+constexpr int kFullyOn = 100;
+
+}  // namespace
+
+// `sending` is set as long as one of these lives: it keeps the command queue from starting a
+// command.
 class DeviceCommands::Sending {
  public:
   explicit Sending(DeviceCommands& commands) : commands_(commands) {
     ++commands_.commands_;
-    commands_.form_.sending = true;
+    commands_.flags_.sending = true;
   }
   Sending(const Sending&) = delete;
   Sending& operator=(const Sending&) = delete;
-  ~Sending() { commands_.form_.sending = --commands_.commands_ > 0; }
+  ~Sending() { commands_.flags_.sending = --commands_.commands_ > 0; }
 
  private:
   DeviceCommands& commands_;
 };
 
-DeviceCommands::DeviceCommands(FrmMain& form, EventLoop& loop, Module1& module1,
-                               InterfaceControl& interface_control)
-    : form_(form), loop_(loop), module1_(module1), interface_(interface_control) {}
-
-Task<void> DeviceCommands::turnon(std::string housecode, int anumber, int& percent) {
-  const Sending sending(*this);
-  const std::string address = housecode + std::to_string(anumber);
-  const bool dims = percent != 100;
-  if (dims) {
-    form_.Statusbar.panel2 = "Please wait, setting dim level";
-    co_await pending_events(loop_);
-    const int wanted = percent;
-    percent = 100 - wanted;
-    co_await send(housecode, anumber, kX10On, 0);
-    co_await send(housecode, anumber, kX10Bright, 100);
-    co_await send(housecode, anumber, kX10Dim, percent);
-    report("DIMMED device", address, " to " + std::to_string(wanted) + "%");
-  } else {
-    co_await send(housecode, anumber, kX10On, 20);
-    report("Turned ON device", address);
+// Tells that a command to a device is on its way.
+class DeviceCommands::OnTheWay {
+ public:
+  OnTheWay(DeviceCommands& commands, const std::string& key) : commands_(commands), key_(key) {
+    commands_.sending_to(key_, true);
   }
-  co_await module1_.pause(1);
-  carried_out(housecode, anumber, dims ? kX10Dim : kX10On);
+  OnTheWay(const OnTheWay&) = delete;
+  OnTheWay& operator=(const OnTheWay&) = delete;
+  ~OnTheWay() { commands_.sending_to(key_, false); }
+
+ private:
+  DeviceCommands& commands_;
+  const std::string key_;
+};
+
+SwitchTarget SwitchTarget::of(const Device& device) {
+  return {device.house_code, device.unit, device.key()};
 }
 
-Task<void> DeviceCommands::turndim(std::string housecode, int anumber, int /*percent*/) {
+DeviceCommands::DeviceCommands(StatusBar& status, Flags& flags, EventLoop& loop, Module1& module1,
+                               InterfaceControl& interface_control, DeviceState& state)
+    : status_(status),
+      flags_(flags),
+      loop_(loop),
+      module1_(module1),
+      interface_(interface_control),
+      state_(state),
+      turns_(loop) {}
+
+Task<bool> DeviceCommands::turnon(SwitchTarget target, int percent, Source source) {
   const Sending sending(*this);
-  co_await send(housecode, anumber, kX10Dim, 20);
-  report("DIMMED device", housecode + std::to_string(anumber));
+  const DeviceOrder order{true, percent};
+  LineTurn turn = co_await turns_.take();
+  co_return co_await carry_out(std::move(turn), std::move(target), order, source);
 }
 
-Task<void> DeviceCommands::turnbright(std::string housecode, int anumber, int /*percent*/) {
-  co_await send(housecode, anumber, kX10Bright, 20);
-  report("BRIGHT command sent to device", housecode + std::to_string(anumber));
-}
-
-Task<void> DeviceCommands::turnoff(std::string housecode, int anumber) {
+Task<bool> DeviceCommands::turnoff(SwitchTarget target, Source source) {
   const Sending sending(*this);
-  co_await send(housecode, anumber, kX10Off, 20);
-  report("Turned OFF device", housecode + std::to_string(anumber));
+  const DeviceOrder order{false};
+  LineTurn turn = co_await turns_.take();
+  co_return co_await carry_out(std::move(turn), std::move(target), order, source);
+}
+
+Task<bool> DeviceCommands::carry_out(LineTurn turn, SwitchTarget target, DeviceOrder order,
+                                     Source source, bool bright) {
+  const Sending sending(*this);
+  bool sent = false;
+  {
+    const OnTheWay on_the_way(*this, target.key);
+    sent = co_await send_order(target, order, bright);
+    if (!target.key.empty()) state_.setstatus(target.key, order, source, sent);
+  }
+  turn.release();
   co_await module1_.pause(1);
-  carried_out(housecode, anumber, kX10Off);
+  const int dimmed_or_on = order.level == kFullyOn ? kX10On : kX10Dim;
+  carried_out(target.house_code, target.unit, order.on ? dimmed_or_on : kX10Off);
+  co_return sent;
 }
 
-Task<void> DeviceCommands::send(std::string housecode, int anumber, int function, double amount) {
-  const std::string unit = std::to_string(anumber);
-  co_await interface_.SendX10(housecode, unit, function, amount, 20, 50);
+// Gives up at the first command that did not go out: what follows would start from another level.
+Task<bool> DeviceCommands::send_order(SwitchTarget target, DeviceOrder order, bool bright) {
+  bool sent = false;
+  if (!order.on) {
+    sent = co_await send(target, kX10Off, 20);
+    report(sent, "Turned OFF", "turn OFF", target);
+    co_return sent;
+  }
+  const bool dims = order.level != kFullyOn;
+  if (dims) {
+    status_.panel2 = "Please wait, setting dim level";
+    co_await pending_events(loop_);
+  }
+  sent = co_await send(target, kX10On, dims ? 0 : 20);
+  if (sent && (dims || bright)) sent = co_await send(target, kX10Bright, 100);
+  if (sent && dims) sent = co_await send(target, kX10Dim, 100 - order.level);
+  if (dims)
+    report(sent, "DIMMED", "DIM", target, " to " + std::to_string(order.level) + "%");
+  else
+    report(sent, "Turned ON", "turn ON", target);
+  co_return sent;
 }
 
-void DeviceCommands::report(const std::string& what, const std::string& address,
-                            const std::string& more) {
-  form_.Statusbar.panel2 =
-      what + " with housecode " + address + more + " at " + hh_mm_ss(loop_.local_time());
+Task<bool> DeviceCommands::turndim(SwitchTarget target) {
+  const Sending sending(*this);
+  const LineTurn turn = co_await turns_.take();
+  const OnTheWay on_the_way(*this, target.key);
+  const bool sent = co_await send(target, kX10Dim, 20);
+  report(sent, "DIMMED", "DIM", target);
+  co_return sent;
+}
+
+Task<bool> DeviceCommands::turnbright(SwitchTarget target) {
+  const LineTurn turn = co_await turns_.take();
+  const OnTheWay on_the_way(*this, target.key);
+  const bool sent = co_await send(target, kX10Bright, 20);
+  report(sent, "BRIGHT command sent to", "send a BRIGHT command to", target);
+  co_return sent;
+}
+
+Task<bool> DeviceCommands::send(SwitchTarget target, int function, double amount) {
+  const std::string unit = std::to_string(target.unit);
+  const int status = co_await interface_.SendX10(target.house_code, unit, function, amount, 20, 50);
+  co_return status == 0;
+}
+
+void DeviceCommands::report(bool sent, const std::string& done, const std::string& to_do,
+                            const SwitchTarget& target, const std::string& more) {
+  status_.panel2 = (sent ? done : "Could not " + to_do) + " device with housecode " +
+                   target.house_code + std::to_string(target.unit) + more + " at " +
+                   hh_mm_ss(loop_.local_time());
 }
 
 }  // namespace homewarden

@@ -4,44 +4,77 @@
 
 #include "base/signal.h"
 #include "base/task.h"
+#include "core/devices.h"
 #include "core/module1.h"
 #include "platform/event_loop.h"
 #include "platform/interface_control.h"
-#include "ui/frm_main.h"
+#include "ui/controls.h"
+#include "ui/shared_state.h"
+#include "x10/device_state.h"
+#include "x10/line_turns.h"
 
 namespace homewarden {
 
-// The four commands that everything that switches a device goes through. They report in the status
-// line and record nothing; whether the command reached the power line is told in panel 3.
+// What a command goes to: an address on the power line, and the device key that its outcome is
+// recorded under; "" records nothing.
+struct SwitchTarget {
+  std::string house_code;
+  int unit = 0;
+  std::string key;
+
+  static SwitchTarget of(const Device& device);
+};
+
+// The switching act. Everything that switches a device, whatever it is, comes through here: the
+// commands are sent, the outcome is recorded and told (DeviceState::changed), reported in the
+// status line, and a second later macros hear of it.
+//
+// One act at a time has the line; others wait in the order of asking. All results are true when
+// every command went out on the power line. What did not is recorded all the same, as not sent.
 class DeviceCommands {
  public:
-  DeviceCommands(FrmMain& form, EventLoop& loop, Module1& module1,
-                 InterfaceControl& interface_control);
+  DeviceCommands(StatusBar& status, Flags& flags, EventLoop& loop, Module1& module1,
+                 InterfaceControl& interface_control, DeviceState& state);
 
-  // Switches on when `percent` is 100. Otherwise sets the brightness to `percent` and leaves
-  // 100 - percent in it. Returns after a pause of one second, in which other commands may start.
-  Task<void> turnon(std::string housecode, int anumber, int& percent);
-  // A step of 20 % down or up; `percent` is not used.
-  Task<void> turndim(std::string housecode, int anumber, int percent);
-  Task<void> turnbright(std::string housecode, int anumber, int percent);
+  // Switches on when `percent` is 100. Otherwise sets the brightness to `percent`, 0 to 99, by On,
+  // full Bright and Dim. Returns after a pause of one second, in which other acts may begin.
+  Task<bool> turnon(SwitchTarget target, int percent, Source source);
   // Pauses like turnon.
-  Task<void> turnoff(std::string housecode, int anumber);
+  Task<bool> turnoff(SwitchTarget target, Source source);
+  // For who has the line already. `bright` sends Bright 100 behind an On at 100, which brings up a
+  // lamp that is on at a lower level.
+  Task<bool> carry_out(LineTurn turn, SwitchTarget target, DeviceOrder order, Source source,
+                       bool bright = false);
+  Task<LineTurn> take_line() { return turns_.take(); }
+
+  // A step of 20 % down or up. Nothing is recorded: what level comes out is not known.
+  Task<bool> turndim(SwitchTarget target);
+  Task<bool> turnbright(SwitchTarget target);
+
+  // Raised with the device key when an act gets the line (true) and when it is recorded or given up
+  // (false).
+  Signal<const std::string&, bool> sending_to;
 
   // Raised at the end of turnon and turnoff, while `sending` is still set: what happened to which
-  // device, as X10 functions: 2 on, 3 off, 4 dimmed.
+  // address, as X10 functions: 2 on, 3 off, 4 dimmed.
   Signal<const std::string&, int, int> carried_out;
 
  private:
   class Sending;
+  class OnTheWay;
 
-  Task<void> send(std::string housecode, int anumber, int function, double amount);
-  void report(const std::string& what, const std::string& address, const std::string& more = {});
+  Task<bool> send(SwitchTarget target, int function, double amount);
+  Task<bool> send_order(SwitchTarget target, DeviceOrder order, bool bright);
+  void report(bool sent, const std::string& done, const std::string& to_do,
+              const SwitchTarget& target, const std::string& more = {});
 
-  // `sending` keeps the command queue from starting a command while another one is being sent.
-  FrmMain& form_;
+  StatusBar& status_;
+  Flags& flags_;
   EventLoop& loop_;
   Module1& module1_;
   InterfaceControl& interface_;
+  DeviceState& state_;
+  LineTurns turns_;
   int commands_ = 0;  // being sent
 };
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "base/text.h"
-#include "ui/busy_window.h"
+#include "core/asking.h"
 
 namespace homewarden {
 namespace {
@@ -11,94 +11,159 @@ namespace {
 constexpr int kToggle = 100;
 constexpr int kOffLevel = 20;
 
-std::size_t slot(int Index) {
+std::size_t at(int Index) {
   return static_cast<std::size_t>(Index);
 }
 
 }  // namespace
 
-DevicePanel::DevicePanel(FrmMain& form, Operations& operations, HouseIndex& house,
-                         DeviceState& state, DeviceCommands& commands, Dialogs& dialogs,
-                         SoundPlayer& sounds, std::filesystem::path folder)
-    : form_(form),
+DevicePanel::DevicePanel(HousePanel& panel, const Flags& flags, Operations& operations,
+                         HouseIndex& house, DeviceState& state, DeviceCommands& commands,
+                         Presses& presses, Dialogs& dialogs, SoundPlayer& sounds,
+                         std::filesystem::path folder)
+    : panel_(panel),
+      flags_(flags),
       house_(house),
       state_(state),
-      commands_(commands),
+      presses_(presses),
       dialogs_(dialogs),
       sounds_(sounds),
       folder_(std::move(folder)) {
-  for (int i = 0; i < FrmMain::kSlots; ++i) {
+  for (int i = 0; i < HousePanel::kSlots; ++i) {
     const auto click = [this, &operations, i] { operations.start(deviceclicked(i)); };
-    form.device[slot(i)].click.connect(click);
-    form.devicename[slot(i)].click.connect(click);
-    form.image1[slot(i)].moved.connect(
+    panel.device[at(i)].click.connect(click);
+    panel.devicename[at(i)].click.connect(click);
+    panel.image1[at(i)].moved.connect(
         [this, &operations, i] { operations.start(slider_moved(i)); });
+    panel.lab_notsent[at(i)].click.connect(
+        [this, &operations, i] { operations.start(try_again(i)); });
+  }
+  state.changed.connect([this](const StateChange& change) {
+    show_device(change.key);
+    if (change.source == Source::kWindow) playfile(folder_ / "1b2.wav");
+  });
+  commands.sending_to.connect([this](const std::string& key, bool begins) {
+    sending_to_ = begins ? key : std::string();
+    show_device(key);
+  });
+  presses.changed.connect([this](const std::string& key) { show_device(key); });
+}
+
+void DevicePanel::show_room(const std::string& room) {
+  room_ = room;
+  panel_.lab_room.caption = room;
+  const auto devices = house_.devices_in(room);
+  panel_.lab_nodevices.visible = devices.empty();
+  for (int i = 0; i < HousePanel::kSlots; ++i) {
+    if (at(i) < devices.size())
+      fill(i, *devices[at(i)]);
+    else
+      empty(i);
   }
 }
 
-Task<void> DevicePanel::deviceclicked(int Index) {
-  int level = 0;
-  co_await deviceclicked(Index, level);
+void DevicePanel::show_again() {
+  show_room(room_);
 }
 
-Task<void> DevicePanel::deviceclicked(int Index, int& adim) {
-  if (adim == 0) adim = kToggle;
-  if (!form_.connected) {
-    Message message{
-        "Sorry, you need to connect to the X10 computer interface before you can do this action.",
-        "not possible!", MessageIcon::kExclamation, MessageButtons::kOk};
-    co_await dialogs_.message_box(std::move(message));
-    co_return;
-  }
+void DevicePanel::fill(int Index, const Device& device) {
+  slots_[at(Index)] = {device, device.key()};
+  panel_.devicename[at(Index)].caption = device.name;
+  show_slot(Index);
+  panel_.device[at(Index)].visible = true;
+}
 
-  const std::string room = shown_room(form_.Tree);
-  const std::string name = form_.devicename[slot(Index)].caption;
-  const auto line = find_line(room, name);
-  if (!line) {
-    std::string text = "Sorry, couldn`t find this device in the device list.";
-    co_await show_error(std::move(text));
-    co_return;
-  }
-  const auto entry = parse_list_line(*line);
-  if (!entry || !entry->device || !entry->device->has_address()) {
-    std::string text = "Sorry, " + name + " has no address on the power line (" + *line +
-                       "). House codes are A to P, units 1 to 16.";
-    co_await show_error(std::move(text));
-    co_return;
-  }
-  const Device device = *entry->device;
-  const std::string key = room + name;
+void DevicePanel::empty(int Index) {
+  slots_[at(Index)] = {};
+  panel_.device[at(Index)].visible = false;
+  panel_.devicename[at(Index)].caption = std::string();
+  panel_.image1[at(Index)].visible = false;
+  panel_.lab_notsent[at(Index)].visible = false;
+  panel_.cardstate[at(Index)] = CardState::kIdle;
+}
 
-  const BusyWindow busy(form_);
-  if (adim == kToggle) {
-    const bool was_on = state_.getlaststatus(key);
-    playfile(folder_ / "1b1.wav");
-    if (was_on) {
-      co_await commands_.turnoff(device.house_code, device.unit);
-      int off_level = 0;
-      state_.setstatus(key, "off", off_level);
-      setpictureoff(Index, key);
-      move_slider(Index, kOffLevel);
-      playfile(folder_ / "1b2.wav");
-      co_return;
-    }
+void DevicePanel::show_slot(int Index) {
+  const std::string& key = slots_[at(Index)].key;
+  const bool sending = !key.empty() && key == sending_to_;
+  const bool waiting = presses_.waits(key);
+  panel_.cardstate[at(Index)] = sending   ? CardState::kSending
+                                : waiting ? CardState::kWaiting
+                                          : CardState::kIdle;
+  panel_.lab_notsent[at(Index)].visible = !waiting && state_.not_sent(key).has_value();
+  set_picture(Index, key, state_.getlaststatus(key));
+}
+
+void DevicePanel::show_device(const std::string& key) {
+  for (int i = 0; i < HousePanel::kSlots; ++i)
+    if (!key.empty() && equals_ignoring_case(slots_[at(i)].key, key)) show_slot(i);
+}
+
+Task<bool> DevicePanel::find_device(int Index, Device& device) {
+  const Slot slot = slots_[at(Index)];
+  const Device* found = slot.key.empty() ? nullptr : house_.same_as(slot.device);
+  if (found) {
+    device = *found;
+    co_return true;
   }
-  co_await commands_.turnon(device.house_code, device.unit, adim);
-  state_.setstatus(key, "on", adim);
-  setpictureon(Index, key);
-  if (adim == kToggle) move_slider(Index, kToggle);
-  playfile(folder_ / "1b2.wav");
+  co_await tell_error(dialogs_, "Sorry, couldn`t find this device in the device list.");
+  co_return false;
+}
+
+Task<void> DevicePanel::deviceclicked(int Index, int adim) {
+  Device device;
+  const bool found = co_await find_device(Index, device);
+  if (!found) co_return;
+  if (adim == 0 || adim == kToggle) {
+    co_await press(std::move(device));
+    co_return;
+  }
+  co_await set_level(std::move(device), adim);
+}
+
+Task<void> DevicePanel::press(Device device) {
+  const bool possible = co_await can_switch(device);
+  if (!possible) co_return;
+  playfile(folder_ / "1b1.wav");
+  presses_.toggle(device);
+}
+
+Task<bool> DevicePanel::can_switch(Device device) {
+  if (!flags_.connected) {
+    std::string text =
+        "Sorry, you need to connect to the X10 computer interface before you can do this action.";
+    co_await tell(dialogs_, std::move(text), "not possible!", MessageIcon::kExclamation);
+    co_return false;
+  }
+  if (device.has_address()) co_return true;
+  std::string text = "Sorry, " + device.name + " has no address on the power line (" +
+                     device.label() + "). House codes are A to P, units 1 to 16.";
+  co_await tell_error(dialogs_, std::move(text));
+  co_return false;
 }
 
 Task<void> DevicePanel::slider_moved(int Index) {
-  if (form_.filebusy) co_return;
-  Slider& slider = form_.image1[slot(Index)];
-  const int position = slider.value;
-  const BusyWindow busy(form_);
+  const int level = panel_.image1[at(Index)].value;
   playfile(folder_ / "1b2.wav");
-  int level = slider.value;
-  co_await deviceclicked(Index, level);
-  slider.value = position;
+  Device device;
+  const bool found = co_await find_device(Index, device);
+  if (!found) co_return;
+  co_await set_level(std::move(device), level);
+}
+
+// What cannot be done puts the slider back.
+Task<void> DevicePanel::set_level(Device device, int level) {
+  const bool possible = co_await can_switch(device);
+  if (possible) presses_.set_level(device, level);
+  show_device(device.key());
+}
+
+Task<void> DevicePanel::try_again(int Index) {
+  Device device;
+  const bool found = co_await find_device(Index, device);
+  if (!found) co_return;
+  const auto order = state_.not_sent(device.key());
+  const bool possible = co_await can_switch(device);
+  if (order && possible) presses_.repeat(device, *order);
 }
 
 void DevicePanel::setpictureon(int slot, const std::string& fullname) {
@@ -111,36 +176,19 @@ void DevicePanel::setpictureoff(int slot, const std::string& fullname) {
 
 void DevicePanel::set_picture(int index, const std::string& fullname, bool on) {
   const DeviceType& type = house_.type_of(fullname);
-  Picture& picture = form_.device[slot(index)];
-  Slider& slider = form_.image1[slot(index)];
+  Picture& picture = panel_.device[at(index)];
+  Slider& slider = panel_.image1[at(index)];
   picture.file = (folder_ / device_picture(type, on)).string();
-  if (type.dimmable) slider.value = on ? state_.level(fullname) : kOffLevel;
+  if (type.dimmable) {
+    const int recorded = on ? state_.level(fullname) : kOffLevel;
+    slider.value = presses_.wished_level(without_blanks(fullname)).value_or(recorded);
+  }
   slider.visible = type.dimmable;
   picture.tool_tip = on ? "Click me to turn this device OFF" : "Click me to turn this device ON";
 }
 
 void DevicePanel::playfile(const std::filesystem::path& FileName) {
   sounds_.play(FileName);
-}
-
-std::optional<std::string> DevicePanel::find_line(const std::string& room,
-                                                  const std::string& device) const {
-  const std::string wanted = room + "~" + device + "~";
-  for (const std::string& line : form_.lst_rooms.items.get())
-    if (contains_ignoring_case(line, wanted)) return line;
-  return std::nullopt;
-}
-
-Task<void> DevicePanel::show_error(std::string text) {
-  Message message{std::move(text), "Error", MessageIcon::kCritical, MessageButtons::kOk};
-  co_await dialogs_.message_box(std::move(message));
-}
-
-void DevicePanel::move_slider(int Index, int value) {
-  // filebusy keeps the slider handler quiet; it may be held by somebody who works on the files.
-  const bool was_busy = std::exchange(form_.filebusy, true);
-  form_.image1[slot(Index)].value = value;
-  form_.filebusy = was_busy;
 }
 
 }  // namespace homewarden

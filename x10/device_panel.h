@@ -1,55 +1,78 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <filesystem>
-#include <optional>
 #include <string>
 
 #include "base/operations.h"
 #include "base/task.h"
-#include "core/devices.h"
 #include "core/house_index.h"
 #include "platform/dialogs.h"
 #include "platform/sound_player.h"
-#include "ui/frm_main.h"
-#include "x10/device_commands.h"
+#include "ui/house_panel.h"
+#include "ui/shared_state.h"
 #include "x10/device_state.h"
+#include "x10/presses.h"
 
 namespace homewarden {
 
-// The ten slots of the device panel: what a click and a slider do, and how a slot shows its device.
+// The device panel: the devices of one room in ten slots, each showing what is recorded, whoever
+// recorded it. A card acts on the device that it shows, whatever the tree has selected.
 class DevicePanel {
  public:
-  DevicePanel(FrmMain& form, Operations& operations, HouseIndex& house, DeviceState& state,
-              DeviceCommands& commands, Dialogs& dialogs, SoundPlayer& sounds,
-              std::filesystem::path folder);
+  DevicePanel(HousePanel& panel, const Flags& flags, Operations& operations, HouseIndex& house,
+              DeviceState& state, DeviceCommands& commands, Presses& presses, Dialogs& dialogs,
+              SoundPlayer& sounds, std::filesystem::path folder);
 
-  // Switches the device in slot `Index`, 0 to 9, of the room that the tree has selected: `adim` 100
-  // or 0 toggles it, any other level sets its brightness; on return `adim` is the level recorded.
-  // Does nothing but show a message without an interface, for a device that is not in the list, and
-  // for one whose address the power line does not have.
-  Task<void> deviceclicked(int Index, int& adim);
-  Task<void> deviceclicked(int Index);
+  // Fills the slots with the first ten devices of a room, in the order of the list; a room that is
+  // not there empties them.
+  void show_room(const std::string& room);
+  // Fills the slots anew: the house or what is recorded of it may have changed.
+  void show_again();
+
+  // A press on slot `Index`, 0 to 9: `adim` 100 or 0 toggles the device. An empty slot does nothing
+  // but show a message, as do a device that is not in the list, one whose address the power line
+  // does not have, and any device without an interface.
+  Task<void> deviceclicked(int Index, int adim = 0);
+  // The same for a device of the house, whether or not it has a slot.
+  Task<void> press(Device device);
 
   // Show the device with this key text in a slot.
   void setpictureon(int slot, const std::string& fullname);
   void setpictureoff(int slot, const std::string& fullname);
 
+  // Returns at once; a missing file plays nothing.
   void playfile(const std::filesystem::path& FileName);
 
  private:
+  struct Slot {
+    Device device;
+    std::string key;  // "" when nothing is in the slot
+  };
+
   Task<void> slider_moved(int Index);
-  std::optional<std::string> find_line(const std::string& room, const std::string& device) const;
-  Task<void> show_error(std::string text);
-  void move_slider(int Index, int value);
+  Task<void> set_level(Device device, int level);
+  Task<void> try_again(int Index);
+  Task<bool> can_switch(Device device);
+  Task<bool> find_device(int Index, Device& device);
+  void fill(int Index, const Device& device);
+  void empty(int Index);
+  void show_slot(int Index);
+  void show_device(const std::string& key);
   void set_picture(int slot, const std::string& fullname, bool on);
 
-  FrmMain& form_;
+  HousePanel& panel_;
+  const Flags& flags_;
   HouseIndex& house_;
   DeviceState& state_;
-  DeviceCommands& commands_;
+  Presses& presses_;
   Dialogs& dialogs_;
   SoundPlayer& sounds_;
   std::filesystem::path folder_;
+  std::string room_;
+  std::array<Slot, HousePanel::kSlots> slots_;
+  std::string sending_to_;  // key of the device that a command is on its way to
 };
 
 }  // namespace homewarden

@@ -6,39 +6,57 @@
 #include "core/settings.h"
 
 namespace homewarden {
+namespace {
 
-void DeviceState::setstatus(const std::string& keyname, const std::string& state, int& level) {
-  const bool on = state == "on";
-  if (level == 0) {
-    level = 20;
-  } else if (level == kNoLevel) {
-    level = getlaststatus(keyname) ? this->level(keyname) : 100;
-  } else if (level != 100 && (on || level != 20)) {
-    // With "on", 20 is what turnon leaves of 80; with anything else it is the level of being off.
-    level = 100 - level;
-  }
+const std::string kNotSentKey = kMachineKey + "\\NotSent";
+const char* const kOffLevel = "20";
 
-  const std::string name = without_blanks(keyname);
-  module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, name, on ? "True" : "False");
-  module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "dim" + name,
-                    on ? std::to_string(level) : "20");
+std::string text_of(DeviceOrder order) {
+  return order.on ? std::to_string(order.level) : "off";
 }
 
-bool DeviceState::getlaststatus(const std::string& keyname) {
+}  // namespace
+
+void DeviceState::setstatus(const std::string& keyname, DeviceOrder state, Source source,
+                            bool sent) {
+  const std::string key = without_blanks(keyname);
+  const auto write = [this](const std::string& folder, const std::string& name,
+                            const std::string& text) {
+    module1_.regwrite(RegistryRoot::kLocalMachine, folder, name, text);
+  };
+  write(kMachineKey, key, state.on ? "True" : "False");
+  write(kMachineKey, "dim" + key, state.on ? std::to_string(state.level) : kOffLevel);
+  if (!sent)
+    write(kNotSentKey, key, text_of(state));
+  else if (not_sent(key))
+    module1_.regdelete(RegistryRoot::kLocalMachine, kNotSentKey, key);
+  changed({key, state, source, sent});
+}
+
+bool DeviceState::getlaststatus(const std::string& keyname) const {
   return module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, without_blanks(keyname),
                           "False") == "True";
 }
 
-int DeviceState::level(const std::string& keyname) {
+int DeviceState::level(const std::string& keyname) const {
   const std::string text = module1_.regread(RegistryRoot::kLocalMachine, kMachineKey,
                                             "dim" + without_blanks(keyname), "100");
   return std::clamp(to_integer16(text).value_or(100), 0, 100);
 }
 
+std::optional<DeviceOrder> DeviceState::not_sent(const std::string& keyname) const {
+  const std::string text =
+      module1_.regread(RegistryRoot::kLocalMachine, kNotSentKey, without_blanks(keyname), "");
+  if (text.empty()) return std::nullopt;
+  if (text == "off") return DeviceOrder{false};
+  return DeviceOrder{true, std::clamp(to_integer16(text).value_or(100), 0, 100)};
+}
+
 void DeviceState::forget(const std::string& keyname) {
-  const std::string name = without_blanks(keyname);
-  module1_.regdelete(RegistryRoot::kLocalMachine, kMachineKey, name);
-  module1_.regdelete(RegistryRoot::kLocalMachine, kMachineKey, "dim" + name);
+  const std::string key = without_blanks(keyname);
+  module1_.regdelete(RegistryRoot::kLocalMachine, kMachineKey, key);
+  module1_.regdelete(RegistryRoot::kLocalMachine, kMachineKey, "dim" + key);
+  module1_.regdelete(RegistryRoot::kLocalMachine, kNotSentKey, key);
 }
 
 }  // namespace homewarden

@@ -1,34 +1,57 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
+#include "base/signal.h"
 #include "core/module1.h"
 
 namespace homewarden {
 
-// Stands for a level that was not given.
-inline constexpr int kNoLevel = -1;
+// Where a command comes from.
+enum class Source { kWindow, kEvent, kQueue, kWeb, kPowerLine };
+
+// What a device is told: off, or on at a level from 0 to 100 percent.
+struct DeviceOrder {
+  bool on = false;
+  int level = 100;  // of no meaning when off
+
+  bool operator==(const DeviceOrder&) const = default;
+};
+
+// What was recorded of a device, and why.
+struct StateChange {
+  std::string key;  // of the device, without blanks
+  DeviceOrder state;
+  Source source = Source::kWindow;
+  bool sent = true;  // false when the command did not get through
+};
 
 // The remembered state of every device, kept where the service sees it too. `keyname` is the room
-// name followed by the device name, with or without their blanks.
+// name followed by the device name, with or without their blanks. What is recorded is told to
+// whoever listens; nobody needs to ask twice.
 class DeviceState {
  public:
   explicit DeviceState(Module1& module1) : module1_(module1) {}
 
-  // Records the state: on when `state` is exactly "on". `level` is what `turnon` left in its
-  // percent (100 minus the level that was set, or 100) and becomes the level in percent that is
-  // recorded; 0 stands for 20, kNoLevel for the level that a device which is on has already and for
-  // 100 otherwise. A device that is off is recorded at 20.
-  void setstatus(const std::string& keyname, const std::string& state, int& level);
+  // Records what a command did, also one that could not be sent: the device then counts as not
+  // reached until a command to it gets through. An "off" is stored with the level "20".
+  void setstatus(const std::string& keyname, DeviceOrder state, Source source, bool sent = true);
 
-  // Whether the device is recorded as on.
-  bool getlaststatus(const std::string& keyname);
+  // Whether the device is recorded as on. False for a device of which nothing is recorded.
+  bool getlaststatus(const std::string& keyname) const;
 
-  // Removes what is recorded of a device that is no more.
+  // The level recorded, in percent: 100 when there is none or it is no number, 20 for a device that
+  // is off.
+  int level(const std::string& keyname) const;
+
+  // The order that did not reach the device; nothing when the last one did.
+  std::optional<DeviceOrder> not_sent(const std::string& keyname) const;
+
+  // Removes what is recorded of a device that is no more. Nobody is told.
   void forget(const std::string& keyname);
 
-  // The level recorded, in percent; 100 when there is none or it is no number.
-  int level(const std::string& keyname);
+  Signal<const StateChange&> changed;
 
  private:
   Module1& module1_;

@@ -10,9 +10,9 @@
 
 namespace homewarden {
 
-IncomingTraffic::IncomingTraffic(FrmMain& form, Operations& operations, EventLoop& loop,
+IncomingTraffic::IncomingTraffic(StatusBar& status, Operations& operations, EventLoop& loop,
                                  InterfaceControl& interface_control, SeenCommands& seen)
-    : form_(form), loop_(loop), seen_(seen) {
+    : status_(status), loop_(loop), seen_(seen) {
   interface_control.CommandReceived.connect(
       [this, &operations](const std::string& address, int function) {
         const auto unit = std::lround(leading_number(address.substr(address.empty() ? 0 : 1)));
@@ -31,9 +31,8 @@ Task<void> IncomingTraffic::handle_all() {
 }
 
 Task<void> IncomingTraffic::handle(Command command) {
-  form_.Statusbar.panel2 = "Incoming command from X10, " + command.house +
-                           std::to_string(command.unit) + ", " + std::to_string(command.function) +
-                           ", at " + hh_mm(loop_.local_time());
+  status_.panel2 = "Incoming command from X10, " + command.house + std::to_string(command.unit) +
+                   ", " + std::to_string(command.function) + ", at " + hh_mm(loop_.local_time());
   co_await pending_events(loop_);
   seen_on_line(command.house, command.unit, command.function);
   co_await seen_.record(command.house, command.unit, command.function);

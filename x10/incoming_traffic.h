@@ -8,7 +8,7 @@
 #include "base/task.h"
 #include "platform/event_loop.h"
 #include "platform/interface_control.h"
-#include "ui/frm_main.h"
+#include "ui/controls.h"
 #include "x10/seen_commands.h"
 
 namespace homewarden {
@@ -17,7 +17,7 @@ namespace homewarden {
 // controller. They are handled one after the other in the order in which they came.
 class IncomingTraffic {
  public:
-  IncomingTraffic(FrmMain& form, Operations& operations, EventLoop& loop,
+  IncomingTraffic(StatusBar& status, Operations& operations, EventLoop& loop,
                   InterfaceControl& interface_control, SeenCommands& seen);
 
   // Raised for each command, before its device is recorded: house code, unit, X10 function.
@@ -33,7 +33,7 @@ class IncomingTraffic {
   Task<void> handle_all();
   Task<void> handle(Command command);
 
-  FrmMain& form_;
+  StatusBar& status_;
   EventLoop& loop_;
   SeenCommands& seen_;
   std::deque<Command> waiting_;

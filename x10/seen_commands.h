@@ -3,28 +3,33 @@
 #include <string>
 
 #include "base/task.h"
+#include "core/devices.h"
+#include "core/house_index.h"
 #include "platform/event_loop.h"
-#include "ui/frm_main.h"
-#include "x10/device_panel.h"
+#include "ui/controls.h"
 #include "x10/device_state.h"
 
 namespace homewarden {
 
-// Records and shows what a command did that no click and no event sent: one from the queue or from
-// the power line.
+// What commands did that nobody pressed and no event sent: those from the queue and those from the
+// power line.
 class SeenCommands {
  public:
-  SeenCommands(FrmMain& form, EventLoop& loop, DeviceState& state, DevicePanel& devices);
+  SeenCommands(StatusBar& status, HouseIndex& house, EventLoop& loop, DeviceState& state);
 
-  // Nothing happens for an address at which there is no device. On and Off are recorded and told in
-  // the status line; the picture shows "on" after an On and "off" after anything else.
+  // A command that came from the power line. On and Off are recorded for the device at the address
+  // and told in the status line; any other function changes nothing that is recorded. Nothing
+  // happens for an address at which there is no device.
   Task<void> record(std::string house, int unit, int function);
 
+  // Tells in the status line that the device has turned on or off.
+  Task<void> tell(std::string device_name, bool on);
+
  private:
-  FrmMain& form_;
+  StatusBar& status_;
+  HouseIndex& house_;
   EventLoop& loop_;
   DeviceState& state_;
-  DevicePanel& devices_;
 };
 
 }  // namespace homewarden

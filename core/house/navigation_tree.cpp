@@ -1,32 +1,39 @@
 #include "core/house/navigation_tree.h"
 
-#include <algorithm>
 #include <utility>
-#include <vector>
 
-#include "base/text.h"
+#include "base/flag_guard.h"
 #include "core/lists/choice_lists.h"
 #include "ui/fixed_nodes.h"
 #include "ui/key_codes.h"
 
 namespace homewarden {
+namespace {
 
-// The entries of the lists that are filled alongside the tree.
-struct NavigationTree::Selectors {
-  std::vector<std::string> codes;
-  std::vector<std::string> labels;
-  std::vector<std::string> rooms;
-};
+// Devices of one name and address in two rooms: the second one's node needs a key of its own.
+std::string second_key(const Device& device) {
+  return device.room + "~" + device.tree_key();
+}
+
+}  // namespace
 
 NavigationTree::NavigationTree(FrmMain& form, Operations& operations, EventLoop& loop,
-                               RoomList& rooms, DeviceState& state, DevicePanel& devices)
+                               RoomList& rooms, HouseIndex& house, DevicePanel& devices)
     : form_(form),
       operations_(operations),
       loop_(loop),
       rooms_(rooms),
-      state_(state),
-      devices_(devices) {
-  form.Tree.click.connect([this] { node_clicked(); });
+      house_(house),
+      devices_(devices),
+      selectors_(form, form, form, form) {
+  form.Tree.selected.changed.connect([this] {
+    const TreeNode* node = form_.Tree.selected;
+    if (!node || quiet_) return;
+    selected_key_ = node->key;
+    selected_room_ = node->parent ? node->parent->key : std::string();
+    show_selected();
+  });
+  form.Tree.click.connect([this] { node_pressed(); });
   form.Tree.mouse_down.connect([this](int button) {
     if ((button & kRightButton) != 0) form_.mnuPopup.popped_up();
   });
@@ -36,104 +43,91 @@ NavigationTree::NavigationTree(FrmMain& form, Operations& operations, EventLoop&
     form_.show_only(form_.frm_event);
     preset_time(form_, loop_.local_time());
   });
+  follow_panel(form.frm_home, kHome);
+  follow_panel(form.frm_event, kEvents);
+  follow_panel(form.frm_macros, kMacros);
+  follow_panel(form.Frame4, kWebServer);
+  follow_panel(form.Frame5, kProfiles);
 }
 
 void NavigationTree::loadtree() {
-  const TreeView::Batch batch(form_.Tree);
-  form_.Tree.root_lines = true;
-  form_.lst_codes.clear();
-  form_.lst_eventdevice.clear();
-  form_.com_sel1.clear();
-  form_.com_sel2.clear();
-  form_.lab_norooms.visible = form_.lst_rooms.items.get().empty();
-  for (const char* name : kFixedNodes) form_.Tree.add(nullptr, name, name);
-  form_.lst_temproom.clear();
-
-  Selectors selectors;
-  std::string last_room;
-  for (const std::string& text : form_.lst_rooms.items.get())
-    if (const auto line = parse_list_line(text)) add_line(*line, last_room, selectors);
-
-  form_.lst_codes.add_all(std::move(selectors.codes));
-  for (ComboBox* list : {&form_.lst_eventdevice, &form_.com_sel1, &form_.com_sel2}) {
-    if (!selectors.labels.empty()) list->text = selectors.labels.back();
-    list->items = selectors.labels;
-  }
-  if (!selectors.rooms.empty()) form_.lst_temproom.text = selectors.rooms.back();
-  std::stable_sort(selectors.rooms.begin(), selectors.rooms.end(), sorts_before);
-  form_.lst_temproom.items = std::move(selectors.rooms);
-}
-
-void NavigationTree::add_line(const ListLine& line, std::string& last_room, Selectors& selectors) {
-  if (line.room != last_room) {
+  {
+    const TreeView::Batch batch(form_.Tree);
+    form_.Tree.root_lines = true;
+    form_.lab_norooms.visible = form_.lst_rooms.items.get().empty();
+    for (const char* name : kFixedNodes) form_.Tree.add(nullptr, name, name);
     // A room that bears the name of a node that is there shares it.
-    if (form_.Tree.add(nullptr, line.room, line.room)) selectors.rooms.push_back(line.room);
-    last_room = line.room;
+    for (const std::string& room : house_.rooms()) form_.Tree.add(nullptr, room, room);
+    for (const Device& device : house_.devices()) add_device(device);
   }
-  if (!line.device) return;
-  TreeNode* room = form_.Tree.find(line.room);
-  if (!room) return;
-  // Another device of this name at this address is there: the key is taken.
-  if (!form_.Tree.add(room, line.device->tree_key(), line.device->name)) return;
-  selectors.codes.push_back(line.device->code());
-  selectors.labels.push_back(line.device->label());
+  selectors_.fill(house_);
+  select_again();
 }
 
-void NavigationTree::node_clicked() {
-  const TreeNode* node = form_.Tree.selected;
-  if (!node) return;
-  form_.show_only(form_.frm_devices);
-  if (node->parent) {
-    device_node_clicked(*node);
-  } else if (node->text == kHome) {
+void NavigationTree::add_device(const Device& device) {
+  TreeNode* room = form_.Tree.find(device.room);
+  if (!room || room->parent) return;
+  if (form_.Tree.add(room, device.tree_key(), device.name)) return;
+  form_.Tree.add(room, second_key(device), device.name);  // not for a line that stands there twice
+}
+
+void NavigationTree::select_again() {
+  const FlagGuard quiet(quiet_);
+  TreeNode* node = form_.Tree.find(selected_key_);
+  form_.Tree.selected = node ? node : form_.Tree.find(selected_room_);
+  if (form_.frm_devices.visible) devices_.show_again();
+}
+
+// A panel that is shown by a link, or by the program, has its node selected.
+void NavigationTree::follow_panel(Frame& frame, const char* name) {
+  frame.visible.changed.connect([this, &frame, name] {
+    TreeNode* node = form_.Tree.find(name);
+    if (!frame.visible || !node || quiet_) return;
+    const FlagGuard quiet(quiet_);
+    selected_key_ = name;
+    form_.Tree.selected = node;
+  });
+}
+
+void NavigationTree::show_selected() {
+  const TreeNode& node = *form_.Tree.selected.get();
+  const FlagGuard quiet(quiet_);
+  if (node.parent) {
+    show_room(node.parent->text);
+  } else if (node.text == kHome) {
     rooms_.gohome();
-  } else if (node->text == kWebServer) {
+  } else if (node.text == kWebServer) {
     form_.show_only(form_.Frame4);
-  } else if (node->text == kEvents) {
+  } else if (node.text == kEvents) {
     form_.show_only(form_.frm_event);
     preset_time(form_, loop_.local_time());
-  } else if (node->text == kMacros) {
+  } else if (node.text == kMacros) {
     form_.show_only(form_.frm_macros);
     preset_time(form_, loop_.local_time());
-  } else if (node->text == kProfiles) {
+  } else if (node.text == kProfiles) {
     form_.show_only(form_.Frame5);
   } else {
-    room_node_clicked(*node);
+    show_room(node.text);
   }
 }
 
-void NavigationTree::device_node_clicked(const TreeNode& node) {
-  form_.lab_nodevices.visible = false;
-  rooms_.loadroom(node.parent->text);
-  for (int slot = 0; slot < FrmMain::kSlots; ++slot) {
-    if (form_.devicename[static_cast<std::size_t>(slot)].caption.get() != node.text) continue;
-    operations_.start(devices_.deviceclicked(slot));
-    return;
-  }
+void NavigationTree::show_room(const std::string& room) {
+  devices_.show_room(room);
+  form_.show_only(form_.frm_devices);
 }
 
-void NavigationTree::room_node_clicked(const TreeNode& node) {
-  rooms_.loadroom(node.text);
-  empty_slots();
-  form_.lab_nodevices.visible = node.children.empty();
-  const int shown = std::min(FrmMain::kSlots, static_cast<int>(node.children.size()));
-  for (int slot = 0; slot < shown; ++slot) {
-    const auto index = static_cast<std::size_t>(slot);
-    const std::string& name = node.children[index]->text;
-    form_.devicename[index].caption = name;
-    const std::string key = node.text + name;
-    if (state_.getlaststatus(key))
-      devices_.setpictureon(slot, key);
-    else
-      devices_.setpictureoff(slot, key);
-    form_.device[index].visible = true;
-  }
+void NavigationTree::node_pressed() {
+  const TreeNode* node = form_.Tree.selected;
+  if (!node) return;
+  show_selected();
+  const Device* device = node->parent ? device_of(*node) : nullptr;
+  if (device) operations_.start(devices_.press(*device));
 }
 
-void NavigationTree::empty_slots() {
-  for (auto& picture : form_.device) picture.visible = false;
-  for (auto& name : form_.devicename) name.caption = std::string();
-  for (auto& slider : form_.image1) slider.visible = false;
+const Device* NavigationTree::device_of(const TreeNode& node) const {
+  for (const Device* device : house_.devices_in(node.parent->text))
+    if (node.key == device->tree_key() || node.key == second_key(*device)) return device;
+  return nullptr;
 }
 
 void NavigationTree::show_form(Frame& frame, Control& focus) {

@@ -3,41 +3,47 @@
 #include <string>
 
 #include "base/operations.h"
-#include "core/devices.h"
+#include "core/house/device_selectors.h"
+#include "core/house_index.h"
 #include "core/lists/room_list.h"
 #include "platform/event_loop.h"
 #include "ui/frm_main.h"
 #include "x10/device_panel.h"
-#include "x10/device_state.h"
 
 namespace homewarden {
 
-// The navigation tree, and the panels that its nodes show.
+// The navigation tree, and the panels that its nodes show. What is selected is what is shown,
+// however it came to be selected; only a press on a device's node switches it.
 class NavigationTree {
  public:
   NavigationTree(FrmMain& form, Operations& operations, EventLoop& loop, RoomList& rooms,
-                 DeviceState& state, DevicePanel& devices);
+                 HouseIndex& house, DevicePanel& devices);
 
-  // Builds the tree and the lists that devices and rooms are chosen from, of `lst_rooms`. The tree
-  // is emptied by the caller.
+  // Builds the tree and the lists that devices and rooms are chosen from, of the house index. The
+  // tree is emptied by the caller; what was selected then is selected again, and the panel that is
+  // shown stays.
   void loadtree();
 
  private:
-  struct Selectors;
-
-  void add_line(const ListLine& line, std::string& last_room, Selectors& selectors);
-  void node_clicked();
-  void device_node_clicked(const TreeNode& node);
-  void room_node_clicked(const TreeNode& node);
-  void empty_slots();
+  void add_device(const Device& device);
+  void select_again();
+  void follow_panel(Frame& frame, const char* name);
+  void show_selected();
+  void show_room(const std::string& room);
+  void node_pressed();
+  const Device* device_of(const TreeNode& node) const;
   void show_form(Frame& frame, Control& focus);  // the home page's links
 
   FrmMain& form_;
   Operations& operations_;
   EventLoop& loop_;
   RoomList& rooms_;
-  DeviceState& state_;
+  HouseIndex& house_;
   DevicePanel& devices_;
+  DeviceSelectors selectors_;
+  std::string selected_key_;   // of the node selected last
+  std::string selected_room_;  // key of its room when it is a device
+  bool quiet_ = false;         // the selection follows what is shown
 };
 
 }  // namespace homewarden

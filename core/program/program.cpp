@@ -15,27 +15,31 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
       device_state_(module1_),
       files_(platform.files, platform.folder),
       rooms_(frm_main, module1_, house_, files_.rooms),
-      commands_(frm_main, platform.loop, module1_, platform.interface_control),
-      devices_(frm_main, operations_, house_, device_state_, commands_, platform.dialogs,
-               platform.sounds, platform.folder),
-      tree_(frm_main, operations_, platform.loop, rooms_, device_state_, devices_),
+      commands_(frm_main.Statusbar, frm_main, platform.loop, module1_, platform.interface_control,
+                device_state_),
+      presses_(operations_, house_, device_state_, commands_),
+      devices_(frm_main, frm_main, operations_, house_, device_state_, commands_, presses_,
+               platform.dialogs, platform.sounds, platform.folder),
+      state_watch_(frm_main, platform.registry, devices_),
+      tree_(frm_main, operations_, platform.loop, rooms_, house_, devices_),
       events_(frm_main, module1_, platform.files, files_.events, platform.folder),
       editor_(frm_main, operations_, platform.loop, module1_, platform.dialogs, files_.events,
               events_),
       cleanup_(frm_main, operations_, platform.loop, module1_, platform.dialogs, files_.events,
                events_),
       run_event_now_(frm_main, operations_, platform.dialogs, events_, commands_),
-      scheduler_(frm_main, operations_, platform.loop, module1_, files_.events, commands_,
-                 device_state_, devices_),
+      scheduler_(frm_main.Statusbar, frm_main, frm_main, frm_main, frm_main, operations_,
+                 platform.loop, module1_, files_.events, commands_,
+                 [this] { frm_main.close_requested(); }),
       macros_(frm_main, files_.macros),
       macro_editor_(frm_main, operations_, platform.loop, module1_, platform.dialogs, files_.macros,
                     events_),
       profile_switch_(platform.files, settings_, files_.events, platform.folder),
       profiles_(frm_main, operations_, platform.loop, module1_, platform.dialogs, profile_switch_,
                 events_, cleanup_),
-      seen_(frm_main, platform.loop, device_state_, devices_),
-      queue_(frm_main, operations_, commands_, seen_),
-      incoming_(frm_main, operations_, platform.loop, platform.interface_control, seen_),
+      seen_(frm_main.Statusbar, house_, platform.loop, device_state_),
+      queue_(frm_main, frm_main, frm_main, operations_, house_, commands_, seen_),
+      incoming_(frm_main.Statusbar, operations_, platform.loop, platform.interface_control, seen_),
       house_editor_(frm_main, operations_, module1_, settings_, platform.dialogs, files_.rooms,
                     rooms_, events_, tree_),
       house_deletion_(frm_main, operations_, platform.loop, module1_, settings_, platform.dialogs,
@@ -47,10 +51,11 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
              platform.folder / "html"),
       web_server_(frm_main, frm_server, operations_, module1_, settings_, platform.dialogs,
                   platform.files, platform.web, window_, platform.folder / "html"),
-      requests_(frm_main, frm_server, operations_, platform.loop, module1_, platform.web, pages_,
+      requests_(frm_main.Statusbar, frm_server, operations_, platform.loop, module1_, platform.web,
+                pages_,
                 PageCache(platform.files, platform.registry, files_.rooms.path(),
                           platform.folder / "html"),
-                commands_, device_state_),
+                house_, commands_, device_state_),
       tray_(frm_main, frmSysTray, settings_, window_),
       finder_(frm_main, operations_, platform.loop, module1_, platform.interface_control,
               platform.dialogs),
@@ -64,10 +69,10 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
   };
   commands_.carried_out.connect(run_macros);
   incoming_.seen_on_line.connect(run_macros);
-  show_interface_state(frm_main, platform.interface_control);
+  show_interface_state(frm_main.Statusbar, platform.interface_control);
   for (Timer* timer :
        {&frm_main.startuptimer, &frm_main.timerqueue, &frm_main.timerdelete, &frm_main.timetimer,
-        &frm_main.eventtimer, &frm_main.flashsave, &frm_main.timerhide})
+        &frm_main.eventtimer, &frm_main.flashsave, &frm_main.timerhide, &frm_main.statetimer})
     timers_.emplace_back(platform.loop, *timer);
 }
 

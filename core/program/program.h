@@ -42,7 +42,9 @@
 #include "x10/device_state.h"
 #include "x10/incoming_traffic.h"
 #include "x10/interface_finder.h"
+#include "x10/presses.h"
 #include "x10/seen_commands.h"
+#include "x10/state_watch.h"
 
 namespace homewarden {
 
@@ -72,7 +74,9 @@ class Program {
   HouseFiles files_;
   RoomList rooms_;
   DeviceCommands commands_;
+  Presses presses_;
   DevicePanel devices_;
+  StateWatch state_watch_;
   NavigationTree tree_;
   EventList events_;
   EventEditor editor_;

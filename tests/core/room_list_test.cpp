@@ -41,13 +41,14 @@ TEST(RoomList, SortsRoomsTogetherAndBuildsTheTree) {
   EXPECT_FALSE(form.lab_notice.visible);
 }
 
-TEST(RoomList, SharedKeysCostOnlyTheSecondDevice) {
+TEST(RoomList, DevicesOfOneNameAndAddressAllHaveNodes) {
   House house("Hall~Lamp~A~1\r\nHome~Bell~A~2\r\nPorch~Lamp~A~1\r\nPorch~Light~A~3\r\n");
   FrmMain& form = started(house);
-  EXPECT_THAT(tree_lines(form), ElementsAre("Hall", "- Lamp~A~1", "Porch", "- Light~A~3"));
+  EXPECT_THAT(tree_lines(form),
+              ElementsAre("Hall", "- Lamp~A~1", "Porch", "- Porch~Lamp~A~1", "- Light~A~3"));
   ASSERT_EQ(form.Tree.find("Home")->children.size(), 1u)
       << "a room named as a fixed node shares it";
-  EXPECT_THAT(form.lst_codes.items.get(), ElementsAre("A~1", "A~2", "A~3"));
+  EXPECT_THAT(form.lst_codes.items.get(), ElementsAre("A~1", "A~2", "A~1", "A~3"));
   EXPECT_THAT(form.lst_temproom.items.get(), ElementsAre("Hall", "Porch"));
 }
 

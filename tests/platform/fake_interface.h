@@ -51,7 +51,7 @@ class FakeInterface : public InterfaceControl {
     if (function == kX10Dim) entry << ' ' << amount;
     line_log.push_back(entry.str());
     co_await Delay(loop_, mains_time);
-    co_return 0;
+    co_return fails ? 1 : 0;
   }
 
   // What was asked, without the times; the notes are gone afterwards.
@@ -66,6 +66,7 @@ class FakeInterface : public InterfaceControl {
   std::map<int, int> status_of_port;  // 1 where nothing is said
   std::chrono::milliseconds mains_time{0};
   bool refuses_close = false;
+  bool fails = false;  // nothing that is sent goes out
 
  private:
   void note(std::string text) {

@@ -123,14 +123,6 @@ TEST_F(ReactionStory, IncomingCommandsAreHandledInTheirOrderAndNoneIsLost) {
   EXPECT_THAT(line(), SizeIs(2)) << "the lamp by hand, the other one once";
 }
 
-TEST_F(ReactionStory, LookupTakesTheFirstEntryThatContainsTheAddress) {
-  open("", "Attic~Fan~a~12\r\nHall~Bell~A~1\r\n");
-  on_line("A1", 2);
-  house.loop.advance(1s);
-  EXPECT_EQ(house.machine("AtticFan"), "True");
-  EXPECT_EQ(house.machine("HallBell"), "(none)");
-}
-
 TEST_F(ReactionStory, AnOnWithoutALevelKeepsTheOneTheLampHas) {
   FrmMain& form = open("");
   house.click_node("Hall");

@@ -1,0 +1,168 @@
+// Presses that follow each other faster than the power line can carry them, and those that fail.
+
+#include <gmock/gmock.h>
+
+#include "tests/stories/house.h"
+
+namespace homewarden::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+const char* const kFiveLamps =
+    "Den~One~A~1\r\nDen~Two~A~2\r\nDen~Three~A~3\r\nDen~Four~A~4\r\nDen~Five~A~5\r\n";
+
+class PressStory : public ::testing::Test {
+ protected:
+  PressStory() : house(kFiveLamps) {
+    for (const char* name : {"One", "Two", "Three", "Four", "Five"})
+      house.settings.write("type", std::string("Den") + name, "bulb");
+    house.loop.set_wall_clock(2023, 6, 21, 20, 0, 0);
+    house.open_connected();  // two seconds later
+    house.click_node("Den");
+    house.interface_control.mains_time = 800ms;
+  }
+  FrmMain& form() { return house.form(); }
+  std::vector<std::string> line() { return house.interface_control.take_line_log(); }
+  std::vector<CardState> cards() {
+    std::vector<CardState> states;
+    for (int i = 0; i < 5; ++i) states.push_back(form().cardstate[static_cast<std::size_t>(i)]);
+    return states;
+  }
+
+  House house;
+};
+
+constexpr CardState kIdle = CardState::kIdle;
+constexpr CardState kWaiting = CardState::kWaiting;
+constexpr CardState kSending = CardState::kSending;
+
+TEST_F(PressStory, FivePressesWithinASecondAreFiveCommandsInOrder) {
+  for (std::size_t slot : {4u, 0u, 2u, 1u, 3u}) {  // Two, Five, One, Four, Three
+    form().device[slot].click();
+    house.loop.advance(100ms);
+  }
+  EXPECT_THAT(cards(), ElementsAre(kWaiting, kWaiting, kWaiting, kWaiting, kSending));
+  EXPECT_TRUE(form().enabled);
+  house.loop.advance(10s);
+  EXPECT_THAT(line(), ElementsAre("Wed 20:00:02 A2 2", "Wed 20:00:02 A5 2", "Wed 20:00:03 A1 2",
+                                  "Wed 20:00:04 A4 2", "Wed 20:00:05 A3 2"));
+  EXPECT_THAT(cards(), ElementsAre(kIdle, kIdle, kIdle, kIdle, kIdle));
+  EXPECT_FALSE(form().sending);
+}
+
+TEST_F(PressStory, TheLastPositionOfASliderCountsAndSecondPressesUndoTheFirst) {
+  form().device[0].click();  // Five: has the line
+  house.slide(1, 40);        // Four
+  house.slide(1, 60);
+  form().device[2].click();  // One, twice: on and off again
+  house.slide(1, 80);
+  form().device[2].click();
+  EXPECT_EQ(form().image1[1].value.get(), 80) << "the slider left where it was put";
+  house.loop.advance(20s);
+  EXPECT_THAT(line(), ElementsAre(HasSubstr("A5 2"), HasSubstr("A4 2"), HasSubstr("A4 5"),
+                                  HasSubstr("A4 4 20"), HasSubstr("A1 2"), HasSubstr("A1 3")));
+  EXPECT_EQ(house.machine("dimDenFour"), "80");
+  EXPECT_EQ(house.machine("DenOne"), "False");
+}
+
+// A lamp that is on would stay where it is with a mere On.
+TEST_F(PressStory, ASliderAtTheTopIsFullBrightnessAndNeverOff) {
+  house.slide(0, 100);
+  house.loop.advance(3s);
+  EXPECT_THAT(line(), ElementsAre(HasSubstr("A5 2")));
+  house.slide(0, 40);
+  house.loop.advance(5s);
+  line();
+  house.slide(0, 100);
+  house.loop.advance(5s);
+  EXPECT_THAT(line(), ElementsAre(HasSubstr("A5 2"), HasSubstr("A5 5")));
+  EXPECT_EQ(house.machine("DenFive"), "True");
+  EXPECT_EQ(house.machine("dimDenFive"), "100");
+  EXPECT_EQ(form().image1[0].value.get(), 100);
+}
+
+TEST_F(PressStory, NothingComesBetweenTheThreeCommandsOfALevel) {
+  house.slide(0, 40);
+  house.loop.advance(100ms);
+  house.web.request("index.html", "A~5~DenFive~turnoff~Den");
+  house.loop.advance(10s);
+  EXPECT_THAT(line(), ElementsAre(HasSubstr("A5 2"), HasSubstr("A5 5"), HasSubstr("A5 4 60"),
+                                  HasSubstr("A5 3")));
+  EXPECT_EQ(house.machine("DenFive"), "False");
+  EXPECT_EQ(form().image1[0].value.get(), 20) << "the window does not show what the web did";
+  EXPECT_THAT(form().device[0].file.get(), HasSubstr("bulboff"));
+}
+
+TEST_F(PressStory, WhatCouldNotBeSentIsMarkedUntilACommandGetsThrough) {
+  house.interface_control.fails = true;
+  house.slide(0, 40);
+  house.loop.advance(5s);
+  EXPECT_THAT(line(), ElementsAre(HasSubstr("A5 2"))) << "dimmed from an unknown level";
+  EXPECT_THAT(house.status(), HasSubstr("Could not DIM device with housecode A5 to 40% at "));
+  EXPECT_EQ(house.machine("dimDenFive"), "40") << "recorded also when it failed";
+  EXPECT_TRUE(form().lab_notsent[0].visible);
+  house.click_node("Home");
+  house.click_node("Den");
+  EXPECT_TRUE(form().lab_notsent[0].visible);
+  EXPECT_FALSE(form().lab_notsent[1].visible);
+
+  form().lab_notsent[0].click();  // in vain
+  EXPECT_FALSE(form().lab_notsent[1].visible);
+  house.loop.advance(5s);
+  EXPECT_TRUE(form().lab_notsent[0].visible);
+  house.interface_control.fails = false;
+  line();
+  form().lab_notsent[0].click();
+  house.loop.advance(5s);
+  EXPECT_THAT(line(), ElementsAre(HasSubstr("A5 2"), HasSubstr("A5 5"), HasSubstr("A5 4 60")));
+  EXPECT_FALSE(form().lab_notsent[0].visible);
+
+  house.interface_control.fails = true;
+  form().device[0].click();
+  house.loop.advance(5s);
+  EXPECT_TRUE(form().lab_notsent[0].visible);
+  house.interface_control.CommandReceived("A5", 3);  // the wall reaches it
+  house.loop.advance(1s);
+  EXPECT_FALSE(form().lab_notsent[0].visible);
+}
+
+TEST_F(PressStory, CardsFollowWhoeverRecords) {
+  const auto shows_on = [this] {
+    return form().device[0].file.get().find("bulbon") != std::string::npos;
+  };
+  house.interface_control.CommandReceived("A5", 2);
+  house.loop.advance(1s);
+  EXPECT_TRUE(shows_on());
+  house.interface_control.CommandReceived("A5", 4);
+  house.loop.advance(1s);
+  EXPECT_TRUE(shows_on()) << "a Dim shows a lit lamp as off";
+  house.web.request("index.html", "A~5~denfive~turnoff~Den");
+  house.loop.advance(3s);
+  EXPECT_FALSE(shows_on());
+  house.set_machine("DenFive", "True");  // another process
+  house.set_machine("dimDenFive", "60");
+  house.loop.advance(1s);
+  EXPECT_TRUE(shows_on());
+  EXPECT_EQ(form().image1[0].value.get(), 60);
+  form().txt_queue.text = "3A5~";
+  house.loop.advance(5s);
+  EXPECT_FALSE(shows_on());
+}
+
+TEST_F(PressStory, AWaitingPressOfADeviceThatGoesIsDroppedAndTheNextOneActs) {
+  form().device[0].click();
+  form().device[1].click();
+  form().device[2].click();
+  house.files.contents[House::file("rmlst.hwd")] = replace_all(kFiveLamps, "Den~Four~A~4\r\n", "");
+  form().txt_roomname.text = "New";
+  form().Command3.click();  // reads the list anew
+  house.loop.advance(10s);
+  EXPECT_THAT(line(), ElementsAre(HasSubstr("A5 2"), HasSubstr("A1 2")));
+}
+
+}  // namespace
+}  // namespace homewarden::testing

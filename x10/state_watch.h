@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/registry.h"
+#include "ui/shared_state.h"
+#include "x10/device_panel.h"
+
+namespace homewarden {
+
+// Shows on the cards what another process has recorded, within a second.
+class StateWatch {
+ public:
+  StateWatch(ProgramTimers& timers, Registry& registry, DevicePanel& devices)
+      : registry_(registry), devices_(devices) {
+    timers.statetimer.tick.connect([this] { look(); });
+  }
+
+ private:
+  void look() {
+    const std::uint64_t changes = registry_.changes(RegistryRoot::kLocalMachine);
+    if (changes == seen_) return;
+    seen_ = changes;
+    devices_.show_again();
+  }
+
+  Registry& registry_;
+  DevicePanel& devices_;
+  std::uint64_t seen_ = 0;
+};
+
+}  // namespace homewarden
