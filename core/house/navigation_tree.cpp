@@ -35,7 +35,7 @@ NavigationTree::NavigationTree(FrmMain& form, Operations& operations, EventLoop&
   });
   form.Tree.click.connect([this] { node_pressed(); });
   form.Tree.mouse_down.connect([this](int button) {
-    if ((button & kRightButton) != 0) form_.mnuPopup.popped_up();
+    if ((button & kRightButton) != 0 && form_.Tree.selected.get()) form_.mnuPopup.popped_up();
   });
   form.Label3.click.connect([this] { show_form(form_.frm_addroom, form_.txt_roomname); });
   form.Label4.click.connect([this] { show_form(form_.frm_adddevice, form_.txt_devname); });
