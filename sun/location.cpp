@@ -32,54 +32,54 @@ std::optional<double> number_in(std::string_view piece, double furthest) {
 
 }  // namespace
 
-Location::Location(FrmMain& form, Operations& operations, EventLoop& loop, Settings& settings)
-    : form_(form), loop_(loop), settings_(settings) {
-  form.com_city.click.connect([this, &operations] {
-    if (!form_.formloading) operations.start(city_chosen());
+Location::Location(OptionsPanel& panel, StatusBar& status, SunTimes& sun, const Flags& flags,
+                   Operations& operations, EventLoop& loop, Settings& settings)
+    : panel_(panel), status_(status), sun_(sun), flags_(flags), loop_(loop), settings_(settings) {
+  panel.com_city.click.connect([this, &operations] {
+    if (!flags_.formloading) operations.start(city_chosen());
   });
-  form.Check1.click.connect([this] {
-    if (!form_.formloading) daylight_saving_clicked();
+  panel.Check1.click.connect([this] {
+    if (!flags_.formloading) daylight_saving_clicked();
   });
 }
 
 void Location::dosunset() {
-  form_.com_city.text = settings_.read("data", "city", kDefaultCity);
-  compute(form_.com_city.text);
+  panel_.com_city.text = settings_.read("data", "city", kDefaultCity);
+  compute(panel_.com_city.text);
 }
 
 Task<void> Location::city_chosen() {
-  const std::string city = form_.com_city.text;
+  const std::string city = panel_.com_city.text;
   settings_.write("data", "city", city);
   co_await pending_events(loop_);
   compute(city);
 }
 
 void Location::daylight_saving_clicked() {
-  settings_.write("data", "dst", form_.Check1.checked ? "1" : "0");
+  settings_.write("data", "dst", panel_.Check1.checked ? "1" : "0");
   dosunset();
 }
 
 void Location::compute(const std::string& city) {
-  fill_city_list(form_.com_city);
+  fill_city_list(panel_.com_city);
   const auto place = parse_city_text(city);
   if (!place) {
-    form_.Statusbar.panel2 =
-        "The city \"" + city + "\" cannot be read, " +
-        (form_.sunrise_time ? "the sun times stay as they were"
-                            : "events at sunrise and sunset wait until you choose one");
+    status_.panel2 = "The city \"" + city + "\" cannot be read, " +
+                     (sun_.sunrise_time ? "the sun times stay as they were"
+                                        : "events at sunrise and sunset wait until you choose one");
     return;
   }
   clsSunrise sun(date_of(loop_.local_time()));
   sun.Latitude(place->latitude);
   sun.Longitude(place->longitude);
-  sun.DaySavings(form_.Check1.checked);
+  sun.DaySavings(panel_.Check1.checked);
   sun.CalculateSun(place->time_zone);
-  form_.sunrise_time = sun.sunrise();
-  form_.sunset_time = sun.sunset();
+  sun_.sunrise_time = sun.sunrise();
+  sun_.sunset_time = sun.sunset();
   using std::chrono::floor;
   using std::chrono::minutes;
-  form_.lab_sunset.caption = "Todays Sunrise time is:" + hh_mm(floor<minutes>(sun.sunrise())) +
-                             " Todays Sunset time is:" + hh_mm(floor<minutes>(sun.sunset()));
+  panel_.lab_sunset.caption = "Todays Sunrise time is:" + hh_mm(floor<minutes>(sun.sunrise())) +
+                              " Todays Sunset time is:" + hh_mm(floor<minutes>(sun.sunset()));
 }
 
 std::optional<Place> parse_city_text(std::string_view text) {

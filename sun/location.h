@@ -8,14 +8,16 @@
 #include "base/task.h"
 #include "core/settings.h"
 #include "platform/event_loop.h"
-#include "ui/frm_main.h"
+#include "ui/home_panel.h"
+#include "ui/shared_state.h"
 
 namespace homewarden {
 
 // Where the house is, and the sun times of the day there.
 class Location {
  public:
-  Location(FrmMain& form, Operations& operations, EventLoop& loop, Settings& settings);
+  Location(OptionsPanel& panel, StatusBar& status, SunTimes& sun, const Flags& flags,
+           Operations& operations, EventLoop& loop, Settings& settings);
 
   // Computes and shows today's sun times for the stored city. A city text that cannot be read
   // keeps the times there are and is told in the status line.
@@ -26,7 +28,10 @@ class Location {
   void daylight_saving_clicked();
   void compute(const std::string& city);
 
-  FrmMain& form_;
+  OptionsPanel& panel_;
+  StatusBar& status_;
+  SunTimes& sun_;
+  const Flags& flags_;
   EventLoop& loop_;
   Settings& settings_;
 };

@@ -53,10 +53,4 @@ TreeView::Batch::~Batch() {
   tree_.nodes_changed();
 }
 
-std::string shown_room(const TreeView& tree) {
-  const TreeNode* node = tree.selected;
-  if (!node) return "";
-  return node->parent ? node->parent->text : node->text;
-}
-
 }  // namespace homewarden

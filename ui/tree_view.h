@@ -58,8 +58,4 @@ struct TreeView : Control {
   bool changed_in_batch_ = false;
 };
 
-// The room that the device panel shows: the selected node, or its parent when it is a device; ""
-// when nothing is selected.
-std::string shown_room(const TreeView& tree);
-
 }  // namespace homewarden

@@ -6,22 +6,22 @@
 
 namespace homewarden {
 
-WindowServices::WindowServices(FrmMain& form, Operations& operations, Desktop& desktop,
-                               Dialogs& dialogs)
-    : form_(form), desktop_(desktop), dialogs_(dialogs) {
-  form.mnu_about.click.connect([this, &operations] { operations.start(about()); });
-  form.mnu_exit.click.connect([this] {
-    form_.ignoreclicks = true;
-    form_.close_requested();
+WindowServices::WindowServices(Window& window, ProgramMenu& menu, Flags& flags,
+                               Operations& operations, Desktop& desktop, Dialogs& dialogs)
+    : window_(window), flags_(flags), desktop_(desktop), dialogs_(dialogs) {
+  menu.mnu_about.click.connect([this, &operations] { operations.start(about()); });
+  menu.mnu_exit.click.connect([this] {
+    flags_.ignoreclicks = true;
+    window_.close_requested();
   });
 }
 
 void WindowServices::ontop() {
-  form_.topmost = true;
+  window_.topmost = true;
 }
 
 void WindowServices::offtop() {
-  form_.topmost = false;
+  window_.topmost = false;
 }
 
 Task<void> WindowServices::link(std::string webaddress) {

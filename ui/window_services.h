@@ -13,7 +13,8 @@ namespace homewarden {
 // What the main window does for other parts, and its own menu.
 class WindowServices {
  public:
-  WindowServices(FrmMain& form, Operations& operations, Desktop& desktop, Dialogs& dialogs);
+  WindowServices(Window& window, ProgramMenu& menu, Flags& flags, Operations& operations,
+                 Desktop& desktop, Dialogs& dialogs);
 
   // Keeps the window above all others, or returns it to the normal order. Size and place stay.
   void ontop();
@@ -25,7 +26,8 @@ class WindowServices {
  private:
   Task<void> about();
 
-  FrmMain& form_;
+  Window& window_;
+  Flags& flags_;
   Desktop& desktop_;
   Dialogs& dialogs_;
 };

@@ -210,7 +210,7 @@ TEST(DeviceStory, WindowServicesTellWhatFailed) {
   House house;
   FrmMain& form = house.open_connected();
   Operations operations([](std::exception_ptr) { FAIL(); });
-  WindowServices services(form, operations, house.desktop, house.dialogs);
+  WindowServices services(form, form, form, operations, house.desktop, house.dialogs);
   house.desktop.browser_starts = false;
   operations.start(services.link("http://localhost/"));
   house.loop.run_pending();

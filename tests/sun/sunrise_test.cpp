@@ -11,6 +11,7 @@
 #include "sun/location.h"
 #include "tests/platform/memory_registry.h"
 #include "tests/platform/virtual_loop.h"
+#include "ui/frm_main.h"
 
 namespace homewarden::testing {
 namespace {
@@ -178,7 +179,7 @@ class LocationTest : public ::testing::Test {
   Settings settings{registry};
   FrmMain form;
   Operations operations{[](std::exception_ptr) { FAIL(); }};
-  Location location{form, operations, loop, settings};
+  Location location{form, form.Statusbar, form, form, operations, loop, settings};
 };
 
 TEST_F(LocationTest, ShowsTheSunTimesOfTheStoredCity) {
