@@ -75,6 +75,7 @@ void ComboBox::add(const std::string& item) {
 
 void ListBox::clear() {
   selected = -1;
+  marks = std::map<int, std::string>();
   items = std::vector<std::string>();
 }
 
@@ -82,15 +83,22 @@ void ListBox::add(const std::string& item) {
   auto list = items.get();
   const auto place =
       sorted ? std::upper_bound(list.begin(), list.end(), item, sorts_before) : list.end();
+  const auto row = static_cast<int>(place - list.begin());
   list.insert(place, item);
+  std::map<int, std::string> moved;
+  for (const auto& [marked, why] : marks.get()) moved[marked < row ? marked : marked + 1] = why;
   items = std::move(list);
+  marks = std::move(moved);
 }
 
 void ListBox::add_all(std::vector<std::string> more) {
   auto list = items.get();
   list.insert(list.end(), std::make_move_iterator(more.begin()),
               std::make_move_iterator(more.end()));
-  if (sorted) std::stable_sort(list.begin(), list.end(), sorts_before);
+  if (sorted) {
+    marks = std::map<int, std::string>();
+    std::stable_sort(list.begin(), list.end(), sorts_before);
+  }
   items = std::move(list);
 }
 
@@ -118,13 +126,26 @@ std::vector<ListView::Row> reordered(std::vector<ListView::Row> rows,
   return result;
 }
 
+std::map<int, std::string> reordered(const std::map<int, std::string>& marks,
+                                     const std::vector<std::size_t>& order) {
+  std::map<int, std::string> result;
+  if (marks.empty()) return result;
+  for (std::size_t place = 0; place < order.size(); ++place) {
+    const auto mark = marks.find(static_cast<int>(order[place]));
+    if (mark != marks.end()) result.emplace(static_cast<int>(place), mark->second);
+  }
+  return result;
+}
+
 }  // namespace
 
-void ListView::show(std::vector<Row> new_rows, int column) {
+void ListView::show(std::vector<Row> new_rows, int column,
+                    const std::map<int, std::string>& new_marks) {
   const auto order = sorted_order(new_rows, column);
   selected = -1;
   sort_key = column;
   rows = reordered(std::move(new_rows), order);
+  marks = reordered(new_marks, order);
 }
 
 void ListView::sort_by(int column) {
@@ -134,6 +155,7 @@ void ListView::sort_by(int column) {
   selected = -1;
   sort_key = column;
   rows = reordered(rows, order);
+  marks = reordered(marks.get(), order);
   if (!has_selection) return;
   const auto place = std::find(order.begin(), order.end(), was_selected);
   selected = place == order.end() ? -1 : static_cast<int>(place - order.begin());

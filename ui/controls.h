@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -73,17 +74,23 @@ struct ComboBox : Control {
   void add(const std::string& item);
 };
 
+// Rows of a list that something is wrong with, from 0, each with the reason in words. A face warns
+// at the row and says the reason; numbers without a row are passed over.
+using RowMarks = Property<std::map<int, std::string>>;
+
 struct ListBox : Control {
   explicit ListBox(bool keeps_sorted = false) : sorted(keeps_sorted) {}
   Property<std::vector<std::string>> items;
   Property<int> selected{-1};  // -1: none
+  RowMarks marks;
   Signal<> mouse_down;
   const bool sorted;
 
-  void clear();
-  // Keeps a sorted list sorted; entries that compare equal stay in the order of adding.
+  void clear();  // the marks too
+  // Keeps a sorted list sorted, the marks with their entries; entries that compare equal stay in
+  // the order of adding.
   void add(const std::string& item);
-  // Adds many at once: n log n, one notification.
+  // Adds many at once: n log n, one notification. A sorted list loses its marks.
   void add_all(std::vector<std::string> more);
 };
 
@@ -138,14 +145,17 @@ struct ListView : Control {
   Property<std::vector<Row>> rows;
   Property<int> selected{-1};
   Property<int> sort_key{-1};  // the column that the rows are sorted by, from 0; -1: none
+  RowMarks marks;
   Signal<> double_click;
   Signal<int> key_press;     // the character
   Signal<int> mouse_down;    // 1 left button, 2 right button
   Signal<int> column_click;  // position from 1
 
-  // Replaces the rows, sorted by the texts of a column (from 0); none is selected.
-  void show(std::vector<Row> new_rows, int column);
-  // Sorts the rows anew, ascending; the selected row stays selected.
+  // Replaces the rows, sorted by the texts of a column (from 0), and the marks, which are numbered
+  // as the rows are before they are sorted; none is selected.
+  void show(std::vector<Row> new_rows, int column,
+            const std::map<int, std::string>& new_marks = {});
+  // Sorts the rows anew, ascending; the selected row stays selected, the marked ones marked.
   void sort_by(int column);
 };
 
