@@ -37,10 +37,15 @@ void EventCleanup::remove_due_events() {
   for (std::size_t slot = 0; slot < FrmMain::kOnceSlots; ++slot) {
     std::string& key = form_.once_removal[slot];
     if (key.empty()) continue;
-    const bool removed = !events_.exists() ||
-                         (events_.write_scratch(lines_containing(key)) && events_.use_scratch());
+    const bool removed = !events_.exists() || (write_without(key) && events_.use_scratch());
     if (removed) key.clear();
   }
+}
+
+// Writes the list without the once-event into the scratch file.
+bool EventCleanup::write_without(const std::string& once_key) {
+  const auto content = events_.content();
+  return content && events_.write_scratch(lines_of_once_event(*content, once_key));
 }
 
 Task<void> EventCleanup::remove_once_event(std::string& slot) {
@@ -53,7 +58,7 @@ Task<void> EventCleanup::remove_once_event(std::string& slot) {
     form_.Statusbar.panel2 = "Found an old event to delete, deleting now";
     co_await pending_events(loop_);
     events_.remove_scratch();
-    if (!events_.write_scratch(lines_containing(slot))) co_return;
+    if (!write_without(slot)) co_return;
     form_.Statusbar.panel2 = "Old event deleted at " + hh_mm(loop_.local_time());
     co_await pending_events(loop_);
     co_await module1_.pause(1);
@@ -77,8 +82,9 @@ Task<void> EventCleanup::deleteevent(int KeyAscii) {
   bool deleted = false;
   {
     const FileLock lock = co_await lock_files(form_, module1_);
-    const std::string key = event->key();
-    deleted = events_.write_scratch(lines_containing(key)) && events_.use_scratch();
+    const auto content = events_.content();
+    deleted = content && events_.write_scratch(lines_of_event(*content, event->key())) &&
+              events_.use_scratch();
   }
   if (deleted) {
     co_await list_.loadevents();

@@ -29,6 +29,7 @@ class EventCleanup {
   Task<void> deleteevent(int KeyAscii);
 
  private:
+  bool write_without(const std::string& once_key);
   Task<void> remove_once_event(std::string& slot);
 
   FrmMain& form_;

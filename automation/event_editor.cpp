@@ -120,8 +120,10 @@ Task<bool> EventEditor::replace_edited(const EventRecord& event) {
     const FileLock lock = co_await lock_files(form_, module1_);
     co_await progress("Please wait, preparing to edit your event");
     events_.remove_scratch();
-    const std::string old_key = edited_->key();
-    if (!events_.write_scratch(lines_containing(old_key), event.key())) co_return false;
+    const auto content = events_.content();
+    if (!content) co_return false;
+    const auto old_lines = lines_of_event(*content, edited_->key());
+    if (!events_.write_scratch(old_lines, event.key())) co_return false;
     co_await progress("Old event deleted, now cleaning up");
     co_await module1_.pause(1);
     if (!events_.use_scratch()) co_return false;

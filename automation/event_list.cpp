@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "automation/due_time.h"
+#include "automation/macro_line.h"
 #include "base/lines.h"
 #include "base/text.h"
 #include "core/lists/file_lock.h"
@@ -93,7 +94,7 @@ void EventList::load_macros() {
   if (!content) return;
   std::vector<std::string> lines;
   LineReader reader(*content);
-  while (const auto line = reader.next()) lines.push_back(replace_all(*line, "~", " "));
+  while (const auto line = reader.next()) lines.push_back(shown_macro(*line));
   form_.ListVIew2.add_all(std::move(lines));
 }
 

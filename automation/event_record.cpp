@@ -1,8 +1,10 @@
 #include "automation/event_record.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/text.h"
+#include "core/lines_of_key.h"
 
 namespace homewarden {
 
@@ -48,6 +50,18 @@ std::optional<EventRecord> parse_event(std::string_view line) {
   const auto fields = split_event(line);
   if (!fields) return std::nullopt;
   return event_of(*fields);
+}
+
+ListFile::Choice lines_of_event(std::string_view content, std::string key) {
+  return lines_of_key(content, std::move(key));
+}
+
+ListFile::Choice lines_of_once_event(std::string_view content, std::string once_key) {
+  const auto is_key = [](std::string_view line, std::string_view key) {
+    return line.size() > key.size() && line[key.size()] == '~' &&
+           equals_ignoring_case(line.substr(0, key.size()), key);
+  };
+  return lines_of_key(content, std::move(once_key), is_key);
 }
 
 }  // namespace homewarden

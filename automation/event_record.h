@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/list_file.h"
+
 namespace homewarden {
 
 // A timed event: one line of the event list. All fields are texts as they stand in the file; what
@@ -43,5 +45,10 @@ std::optional<EventFields> split_event(std::string_view line);
 
 EventRecord event_of(const EventFields& fields);
 std::optional<EventRecord> parse_event(std::string_view line);
+
+// The lines of an event list that a key names: those that are the event, or, without one, those
+// that contain it. The key of a once-event has no days; a line with any days is it.
+ListFile::Choice lines_of_event(std::string_view content, std::string key);
+ListFile::Choice lines_of_once_event(std::string_view content, std::string once_key);
 
 }  // namespace homewarden

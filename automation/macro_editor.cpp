@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "base/lines.h"
-#include "base/text.h"
 #include "core/lists/file_lock.h"
 #include "platform/waiting.h"
 
@@ -66,7 +65,7 @@ Task<bool> MacroEditor::may_go_round(const Macro& added) {
 }
 
 Task<void> MacroEditor::deletemacro() {
-  const std::string key = selected_key();
+  const std::string shown = selected_entry();
   Message question{"Do you want to delete the selected Macro?", "Delete?", MessageIcon::kQuestion,
                    MessageButtons::kYesNo};
   const Answer answer = co_await dialogs_.message_box(std::move(question));
@@ -76,10 +75,12 @@ Task<void> MacroEditor::deletemacro() {
     co_return;
   }
   bool deleted = true;
-  if (!key.empty() && macros_.exists()) {
+  if (!shown.empty() && macros_.exists()) {
     const FileLock lock = co_await lock_files(form_, module1_);
     macros_.remove_scratch();
-    deleted = macros_.write_scratch(lines_containing(key)) && macros_.use_scratch();
+    const auto content = macros_.content();
+    deleted =
+        content && macros_.write_scratch(lines_of_macro(*content, shown)) && macros_.use_scratch();
   }
   if (!deleted)
     co_await tell(
@@ -94,12 +95,12 @@ Task<void> MacroEditor::tell(const char* text, const char* title, MessageIcon ic
   co_await dialogs_.message_box(std::move(message));
 }
 
-// The selected line as it stands in the file; "" when none is selected.
-std::string MacroEditor::selected_key() const {
+// The selected entry as it is shown; "" when none is selected.
+std::string MacroEditor::selected_entry() const {
   const auto& items = form_.ListVIew2.items.get();
   const int selected = form_.ListVIew2.selected;
   if (selected < 0 || selected >= static_cast<int>(items.size())) return "";
-  return replace_all(items[static_cast<std::size_t>(selected)], " ", "~");
+  return items[static_cast<std::size_t>(selected)];
 }
 
 }  // namespace homewarden

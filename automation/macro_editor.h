@@ -31,7 +31,7 @@ class MacroEditor {
  private:
   Task<bool> may_go_round(const Macro& added);
   Task<void> tell(const char* text, const char* title, MessageIcon icon);
-  std::string selected_key() const;
+  std::string selected_entry() const;
 
   FrmMain& form_;
   EventLoop& loop_;

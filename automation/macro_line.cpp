@@ -9,6 +9,7 @@
 #include "automation/event_input.h"
 #include "base/text.h"
 #include "core/devices.h"
+#include "core/lines_of_key.h"
 #include "platform/interface_control.h"
 
 namespace homewarden {
@@ -116,6 +117,18 @@ std::optional<Macro> parse_macro(std::string_view line) {
   if (code_end != std::string_view::npos)
     macro.target.name = with_blanks(target.substr(code_end + 1));
   return macro;
+}
+
+std::string shown_macro(std::string_view line) {
+  return with_blanks(line);
+}
+
+// A line written by hand may have blanks of its own.
+ListFile::Choice lines_of_macro(std::string_view content, std::string_view shown) {
+  const auto is_key = [](std::string_view line, std::string_view key) {
+    return equals_ignoring_case(with_blanks(line), with_blanks(key));
+  };
+  return lines_of_key(content, replace_all(shown, " ", "~"), is_key);
 }
 
 std::string in_words(const MacroEnd& end) {

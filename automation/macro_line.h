@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/list_file.h"
+
 namespace homewarden {
 
 // The end of a chain link: a device and what happens to it, as X10 functions (2 on, 3 off, 4
@@ -31,6 +33,13 @@ std::string macro_line(const Macro& macro);
 
 // Nothing for a line that is no macro. The target's code is taken as it stands.
 std::optional<Macro> parse_macro(std::string_view line);
+
+// The line as the macro panel lists it.
+std::string shown_macro(std::string_view line);
+
+// The lines of a macro list that are shown as the text; without one, those that contain its words.
+// None for an empty text.
+ListFile::Choice lines_of_macro(std::string_view content, std::string_view shown);
 
 // "Hall Lamp A1 turns on".
 std::string in_words(const MacroEnd& end);

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "base/lines.h"
-#include "base/text.h"
 #include "core/replace_file.h"
 
 namespace homewarden {
@@ -47,7 +46,8 @@ bool ListFile::use_scratch() {
 }
 
 bool ListFile::add(std::string_view line) {
-  if (write_scratch(lines_containing({}), line) && use_scratch()) return true;
+  const auto none = [](std::string_view) { return false; };
+  if (write_scratch(none, line) && use_scratch()) return true;
   remove_scratch();
   return false;
 }
@@ -66,10 +66,6 @@ void ListFile::recover() {
     if (!content.empty() && replace_file(files_, file_, content)) return remove_scratch();
   }
   if (exists()) remove_scratch();
-}
-
-ListFile::Choice lines_containing(std::string_view key) {
-  return [key](std::string_view line) { return !key.empty() && contains_ignoring_case(line, key); };
 }
 
 }  // namespace homewarden

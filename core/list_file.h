@@ -51,8 +51,4 @@ class ListFile {
   std::filesystem::path scratch_;
 };
 
-// Chooses the lines that contain the key, whatever their letter case; none for an empty key. The
-// key is kept by whoever calls.
-ListFile::Choice lines_containing(std::string_view key);
-
 }  // namespace homewarden
