@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "core/asking.h"
 #include "core/lists/choice_lists.h"
 #include "core/lists/file_lock.h"
 #include "core/time_text.h"
@@ -15,6 +16,13 @@ namespace {
 
 constexpr int kFlashInterval = 1000;
 constexpr std::string_view kNoLevelText = " %";
+const char* const kNoDay =
+    "No day of the week is checked, so this event will never run.\r\n\r\nDo you want to save it "
+    "all "
+    "the same?";
+const char* const kNotSaved =
+    "Sorry, the event list evelst.hwd could not be written, so your event is not saved. Please "
+    "check the disk and the permissions of the file, then save again.";
 
 std::string sun_message(const std::string& name, const std::string& lower_case_name) {
   return "You have selected " + name +
@@ -25,171 +33,205 @@ std::string sun_message(const std::string& name, const std::string& lower_case_n
 
 }  // namespace
 
-EventEditor::EventEditor(FrmMain& form, Operations& operations, EventLoop& loop, Module1& module1,
+EventEditor::EventEditor(EventPanel& panel, TreeView& tree, StatusBar& status, Flags& flags,
+                         Window& window, Operations& operations, EventLoop& loop, Module1& module1,
                          Dialogs& dialogs, ListFile& events, EventList& list)
-    : form_(form), loop_(loop), module1_(module1), dialogs_(dialogs), events_(events), list_(list) {
-  form.Command5.click.connect([this] { new_event(); });
-  form.mnu_newevent.click.connect([this] { form_.Command5.click(); });
-  form.Command6.click.connect([this, &operations] { operations.start(save()); });
-  form.lst_action.text.changed.connect([this] { show_dim_choice(); });
-  form.lst_hour.text.changed.connect([this] { offer_minutes(); });
-  form.lst_hour.click.connect([this, &operations] { operations.start(hour_chosen()); });
-  form.ListView1.double_click.connect([this] { edit_selected(); });
-  form.flashsave.tick.connect([this] { form_.Command6.bold = !form_.Command6.bold; });
+    : panel_(panel),
+      tree_(tree),
+      status_(status),
+      flags_(flags),
+      window_(window),
+      loop_(loop),
+      module1_(module1),
+      dialogs_(dialogs),
+      events_(events),
+      list_(list) {
+  panel.Command5.click.connect([this] { new_event(); });
+  panel.mnu_newevent.click.connect([this] { panel_.Command5.click(); });
+  panel.Command6.click.connect([this, &operations] { operations.start(save()); });
+  panel.cmd_cancel.click.connect([this] { cancel(); });
+  panel.lst_action.text.changed.connect([this] { show_dim_choice(); });
+  panel.lst_hour.text.changed.connect([this] { offer_minutes(); });
+  panel.lst_hour.click.connect([this, &operations] { operations.start(hour_chosen()); });
+  panel.ListView1.double_click.connect([this] { edit_selected(); });
+  panel.flashsave.tick.connect([this] { panel_.Command6.bold = !panel_.Command6.bold; });
 }
 
 void EventEditor::new_event() {
-  form_.lst_action.text = "on";
-  form_.lst_dim.text = "100%";
-  form_.lst_freq.text = "daily";
-  for (CheckBox& day : form_.days) day.checked = true;
+  panel_.lst_action.text = "on";
+  panel_.lst_dim.text = "100%";
+  panel_.lst_freq.text = "daily";
+  for (CheckBox& day : panel_.days) day.checked = true;
   end_editing();
-  preset_time(form_, loop_.local_time());
+  preset_time(panel_, loop_.local_time());
+}
+
+void EventEditor::cancel() {
+  if (edited_) new_event();
 }
 
 void EventEditor::edit_selected() {
   const auto event = list_.selected();
-  if (!event || !form_.ListView1.enabled) return;
-  form_.ListView1.enabled = false;
-  form_.Tree.enabled = false;
-  form_.flashsave.set_interval(kFlashInterval);
-  form_.Command5.bold = false;
+  if (!event || !panel_.ListView1.enabled) return;
+  closed_.emplace(list_);
+  tree_.enabled = false;
+  panel_.flashsave.set_interval(kFlashInterval);
+  panel_.Command5.bold = false;
+  panel_.cmd_cancel.visible = true;
   edited_ = event;
+  ++session_;
 
-  form_.lst_eventdevice.text = event->device_label();
-  form_.lst_action.text = event->action;
-  const std::string& time = event->time;
-  const auto characters = [&time](std::size_t first) {
-    return first < time.size() ? time.substr(first, 2) : std::string();
-  };
-  if (contains_ignoring_case(time, "sRise")) {
-    form_.lst_hour.text = "sRise";
-    form_.lst_min.text = characters(6);
-  } else if (contains_ignoring_case(time, "sSet")) {
-    form_.lst_hour.text = "sSet";
-    form_.lst_min.text = characters(5);
-  } else {
-    form_.lst_hour.text = characters(0);
-    form_.lst_min.text = characters(3);
-  }
-  form_.lst_dim.text = event->dim + "%";
-  form_.lst_freq.text = event->freq;
-  for (std::size_t day = 0; day < form_.days.size(); ++day)
-    form_.days[day].checked = contains_ignoring_case(event->days, kDayLetters.substr(day, 1));
+  panel_.lst_eventdevice.text = event->device_label();
+  panel_.lst_action.text = event->action;
+  const TimeParts time = split_time(event->time);
+  const std::string_view sun = sun_name(time.hour);
+  panel_.lst_hour.text = sun.empty() ? time.hour : std::string(sun);
+  panel_.lst_min.text = time.minute;
+  panel_.lst_dim.text = event->dim + "%";
+  panel_.lst_freq.text = event->freq;
+  for (std::size_t day = 0; day < panel_.days.size(); ++day)
+    panel_.days[day].checked = contains_ignoring_case(event->days, kDayLetters.substr(day, 1));
 }
 
 Task<void> EventEditor::save() {
-  const CheckedInput checked = check_input(input(), form_.lst_eventdevice.items, edited_);
-  if (const auto* wrong = std::get_if<std::string>(&checked)) {
-    Message message{*wrong, "Please check", MessageIcon::kExclamation, MessageButtons::kOk};
-    co_await dialogs_.message_box(std::move(message));
+  CheckedInput checked = check_input(input());
+  if (auto* wrong = std::get_if<std::string>(&checked)) {
+    std::string text = std::move(*wrong);
+    co_await tell(dialogs_, std::move(text), "Please check", MessageIcon::kExclamation);
     co_return;
   }
-  const EventRecord event = std::get<EventRecord>(checked);
+  Saving saving{std::get<EventRecord>(std::move(checked)), edited_, session_};
+  for (const Saving& other : savings_)
+    if (other.session == saving.session && other.event == saving.event) co_return;
+  savings_.push_back(std::move(saving));
+  if (savings_.size() > 1) co_return;  // who saves the first one goes on with it
 
-  bool saved = false;
-  {
-    const BusyWindow busy(form_);
-    co_await pending_events(loop_);
-    if (edited_ && events_.exists())
-      saved = co_await replace_edited(event);
-    else
-      saved = co_await add(event);
-    if (saved) {
-      const std::string text = "New event saved at " + hh_mm(loop_.local_time());
-      co_await progress(text.c_str());
-      end_editing();
-    }
+  struct Forget {
+    std::deque<Saving>& savings;
+    ~Forget() { savings.clear(); }  // also what a failure left
+  } const forget{savings_};
+  while (!savings_.empty()) {
+    co_await save_one();
+    savings_.pop_front();
   }
+}
+
+Task<void> EventEditor::save_one() {
+  if (savings_.front().event.days.empty()) {
+    const bool wanted =
+        co_await ask(dialogs_, kNoDay, "No day chosen", Answer::kNo, MessageIcon::kExclamation);
+    if (!wanted) co_return;
+  }
+  Saving saving = savings_.front();
+  const bool saved = co_await write(saving);
   if (saved) {
     co_await list_.loadevents();
-    list_.select(event);
+    list_.select(saving.event);
     co_return;
   }
-  form_.Statusbar.panel2 = "The event could not be saved";
-  Message message{
-      "Sorry, the event list evelst.hwd could not be written, so your event is not saved. Please "
-      "check the disk and the permissions of the file, then save again.",
-      "Error", MessageIcon::kCritical, MessageButtons::kOk};
-  co_await dialogs_.message_box(std::move(message));
+  status_.panel2 = "The event could not be saved";
+  co_await tell_error(dialogs_, kNotSaved);
+}
+
+Task<bool> EventEditor::write(Saving saving) {
+  const BusyWindow busy(window_);
+  co_await pending_events(loop_);
+  bool saved = false;
+  if (saving.replaced && events_.exists())
+    saved = co_await replace(*saving.replaced, saving.event);
+  else
+    saved = co_await add(saving.event);
+  if (!saved) co_return false;
+  co_await progress("New event saved at " + hh_mm(loop_.local_time()));
+  has_been_saved(saving);
+  co_return true;
+}
+
+// What was edited further while this one was on its way replaces this one. Another event that is
+// edited by now goes on being edited.
+void EventEditor::has_been_saved(const Saving& saved) {
+  for (Saving& later : savings_)
+    if (later.session == saved.session && later.replaced) later.replaced = saved.event;
+  if (session_ == saved.session) end_editing();
 }
 
 // The old line goes and the new one comes in one step, so that a stop in between loses neither.
-Task<bool> EventEditor::replace_edited(const EventRecord& event) {
+Task<bool> EventEditor::replace(EventRecord old_event, EventRecord event) {
   {
-    const FileLock lock = co_await lock_files(form_, module1_);
+    const FileLock lock = co_await lock_files(flags_, module1_);
     co_await progress("Please wait, preparing to edit your event");
     events_.remove_scratch();
     const auto content = events_.content();
     if (!content) co_return false;
-    const auto old_lines = lines_of_event(*content, edited_->key());
+    const auto old_lines = lines_of_event(*content, old_event.key());
     if (!events_.write_scratch(old_lines, event.key())) co_return false;
     co_await progress("Old event deleted, now cleaning up");
     co_await module1_.pause(1);
     if (!events_.use_scratch()) co_return false;
     co_await module1_.pause(1);
   }
-  const FileLock lock = co_await lock_files(form_, module1_);
+  const FileLock lock = co_await lock_files(flags_, module1_);
   co_await progress("Please wait, saving your new event now");
   co_return true;
 }
 
-Task<bool> EventEditor::add(const EventRecord& event) {
-  const FileLock lock = co_await lock_files(form_, module1_);
+Task<bool> EventEditor::add(EventRecord event) {
+  const FileLock lock = co_await lock_files(flags_, module1_);
   co_await progress("Please wait, saving your new event now");
   co_return events_.add(event.key());
 }
 
-Task<void> EventEditor::progress(const char* text) {
-  form_.Statusbar.panel2 = text;
+Task<void> EventEditor::progress(std::string text) {
+  status_.panel2 = std::move(text);
   co_await pending_events(loop_);
 }
 
 Task<void> EventEditor::hour_chosen() {
-  const std::string_view sun = sun_name(form_.lst_hour.text.get());
-  form_.lst_min.text = "00";
+  const std::string_view sun = sun_name(panel_.lst_hour.text.get());
+  panel_.lst_min.text = "00";
   if (sun.empty()) co_return;
   const std::string text =
       sun == "sRise" ? sun_message("Sunrise", "sunrise") : sun_message("Sunset", "sunset");
-  Message message{text, "Please read", MessageIcon::kInformation, MessageButtons::kOk};
-  co_await dialogs_.message_box(std::move(message));
+  co_await tell(dialogs_, text, "Please read");
 }
 
 void EventEditor::show_dim_choice() {
-  const bool on = form_.lst_action.text.get() != "off";
-  form_.Label29.visible = on;
-  form_.lst_dim.visible = on;
+  const bool on = panel_.lst_action.text.get() != "off";
+  panel_.Label29.visible = on;
+  panel_.lst_dim.visible = on;
   // An event that switches off left no level for one that switches on.
-  if (on && form_.lst_dim.text.get() == kNoLevelText) form_.lst_dim.text = "100%";
+  if (on && panel_.lst_dim.text.get() == kNoLevelText) panel_.lst_dim.text = "100%";
 }
 
 // Minutes, or offsets when the hour is a sun time; the text stays when it is one of them.
 void EventEditor::offer_minutes() {
-  if (sun_name(form_.lst_hour.text.get()).empty())
-    fill_minutes(form_);
+  if (sun_name(panel_.lst_hour.text.get()).empty())
+    fill_minutes(panel_);
   else
-    fill_sun_offsets(form_);
+    fill_sun_offsets(panel_);
 }
 
 void EventEditor::end_editing() {
+  ++session_;
   edited_.reset();
-  form_.ListView1.enabled = true;
-  form_.Tree.enabled = true;
-  form_.flashsave.set_interval(0);
-  form_.Command5.bold = true;
-  form_.Command6.bold = true;
+  closed_.reset();
+  tree_.enabled = true;
+  panel_.cmd_cancel.visible = false;
+  panel_.flashsave.set_interval(0);
+  panel_.Command5.bold = true;
+  panel_.Command6.bold = true;
 }
 
 EventInput EventEditor::input() const {
-  EventInput input{form_.lst_eventdevice.text,
-                   form_.lst_action.text,
-                   form_.lst_dim.text,
-                   form_.lst_hour.text,
-                   form_.lst_min.text,
-                   form_.lst_freq.text,
+  EventInput input{panel_.lst_eventdevice.text,
+                   panel_.lst_action.text,
+                   panel_.lst_dim.text,
+                   panel_.lst_hour.text,
+                   panel_.lst_min.text,
+                   panel_.lst_freq.text,
                    {}};
   for (std::size_t day = 0; day < input.days.size(); ++day)
-    input.days[day] = form_.days[day].checked;
+    input.days[day] = panel_.days[day].checked;
   return input;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <optional>
 #include <string>
 
@@ -11,45 +12,70 @@
 #include "core/module1.h"
 #include "platform/dialogs.h"
 #include "platform/event_loop.h"
-#include "ui/frm_main.h"
+#include "ui/event_panel.h"
+#include "ui/shared_state.h"
+#include "ui/tree_view.h"
 
 namespace homewarden {
 
 // The boxes above the event list: a new event, or one that was double-clicked. While an event is
-// edited the list and the tree take no input and "Save" flashes.
+// edited the list and the tree take no input, "Save" flashes and "Cancel" is there.
 class EventEditor {
  public:
-  EventEditor(FrmMain& form, Operations& operations, EventLoop& loop, Module1& module1,
-              Dialogs& dialogs, ListFile& events, EventList& list);
+  EventEditor(EventPanel& panel, TreeView& tree, StatusBar& status, Flags& flags, Window& window,
+              Operations& operations, EventLoop& loop, Module1& module1, Dialogs& dialogs,
+              ListFile& events, EventList& list);
 
-  // "New": an event that switches on daily at the present time. The device stays.
+  // "New": an event that switches on daily at the present time. The device stays; an event that was
+  // being edited stays in the list as it is.
   void new_event();
 
-  // Loads the selected event; nothing happens when none is.
+  // "Cancel": the same, while an event is edited.
+  void cancel();
+
+  // Loads the selected event; nothing happens when none is, or while the list takes no input.
   void edit_selected();
 
-  // "Save": puts the event into the list, in the place of the one that is edited. Refuses, with a
-  // message and without writing, what is no event; when the list cannot be written the person hears
-  // of it and goes on editing.
+  // "Save": puts the event that stands in the boxes now into the list, in the place of the one that
+  // is edited now, whatever happens to both while it waits. Refuses, with a message and without
+  // writing, what is no event; asks about one that would never run for want of a day; when the list
+  // cannot be written the person hears of it and goes on editing. What is saved while another Save
+  // is on its way comes after it, unless it is the same event once more.
   Task<void> save();
 
  private:
+  struct Saving {
+    EventRecord event;
+    std::optional<EventRecord> replaced;
+    int session = 0;
+  };
+
+  Task<void> save_one();
+  Task<bool> write(Saving saving);
+  Task<bool> replace(EventRecord old_event, EventRecord event);
+  Task<bool> add(EventRecord event);
+  void has_been_saved(const Saving& saved);
+  Task<void> progress(std::string text);
   Task<void> hour_chosen();
   void show_dim_choice();
   void offer_minutes();
   void end_editing();
   EventInput input() const;
-  Task<bool> replace_edited(const EventRecord& event);
-  Task<bool> add(const EventRecord& event);
-  Task<void> progress(const char* text);
 
-  FrmMain& form_;
+  EventPanel& panel_;
+  TreeView& tree_;
+  StatusBar& status_;
+  Flags& flags_;
+  Window& window_;
   EventLoop& loop_;
   Module1& module1_;
   Dialogs& dialogs_;
   ListFile& events_;
   EventList& list_;
   std::optional<EventRecord> edited_;
+  std::optional<EventList::Closed> closed_;  // while one is edited
+  int session_ = 0;                          // each event that is begun or edited has its own
+  std::deque<Saving> savings_;               // the first one is on its way
 };
 
 }  // namespace homewarden

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 #include "base/text.h"
 #include "core/devices.h"
@@ -13,8 +14,8 @@ constexpr int kLowestDim = 10;
 constexpr int kHighestDim = 100;
 constexpr int kFurthestOffset = 3;
 
-std::string without_end_blanks(std::string_view text) {
-  return std::string(text.substr(0, text.find_last_not_of(' ') + 1));
+std::string_view without_end_blanks(std::string_view text) {
+  return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
 std::optional<int> number_within(std::string_view text, int lowest, int highest) {
@@ -29,21 +30,37 @@ std::string offset_text(int hours) {
   return (hours < 0 ? "-" : "+") + std::to_string(std::abs(hours));
 }
 
-std::string check_device(const EventInput& input, const std::vector<std::string>& devices,
-                         const std::optional<EventRecord>& edited, EventRecord& event) {
-  const bool listed = std::find(devices.begin(), devices.end(), input.device) != devices.end();
-  const bool kept = edited && input.device == edited->device_label();
-  if (!listed && !kept)
-    return input.device.empty() ? "Please choose a device from the list."
-                                : "There is no device \"" + input.device +
-                                      "\". Please choose one from the list of devices.";
-  const LabelParts parts = split_label(input.device);
-  if (!Device{"", "", parts.housecode, parts.unit}.has_address())
+// A name that could not be read back from the list.
+bool spoils_a_line(std::string_view name) {
+  const auto is_control = [](char c) { return static_cast<unsigned char>(c) < 0x20; };
+  return name.size() > kLongestEventLine / 2 || name.find('~') != std::string_view::npos ||
+         std::any_of(name.begin(), name.end(), is_control);
+}
+
+std::string upper_case(char letter) {
+  return std::string(
+      1, letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter);
+}
+
+std::string check_device(const EventInput& input, EventRecord& event) {
+  if (trim_blanks(input.device).empty()) return "Please choose a device from the list.";
+  const auto parts = split_label(input.device);
+  if (!parts)
     return "The device \"" + input.device +
-           "\" has no address on the power line. House codes are A to P, units 1 to 16.";
-  event.roomdevice = parts.roomdevice;
-  event.housecode = parts.housecode;
-  event.unit = std::to_string(parts.unit);
+           "\" has no address on the power line. Please choose one from the list, or type its "
+           "room, "
+           "its name and its address, such as A3: house codes are A to P, units 1 to 16.";
+  if (trim_blanks(parts->roomdevice).empty())
+    return "\"" + input.device +
+           "\" is an address without a name. Please type the room and the name of the device "
+           "before "
+           "it, or choose it from the list.";
+  if (spoils_a_line(parts->roomdevice))
+    return "The name of the device is too long or has a tilde (~) in it, which the event list "
+           "cannot hold. Please choose a device from the list.";
+  event.roomdevice = parts->roomdevice;
+  event.housecode = upper_case(parts->housecode.front());
+  event.unit = std::to_string(parts->unit);
   return "";
 }
 
@@ -97,22 +114,27 @@ std::string day_letters(const std::array<bool, 7>& days) {
 
 }  // namespace
 
-LabelParts split_label(std::string_view label) {
-  constexpr std::size_t kCodeLength = 3;
-  std::string_view code = label.substr(label.size() - std::min(label.size(), kCodeLength));
-  LabelParts parts;
-  parts.roomdevice = without_end_blanks(label.substr(0, label.size() - code.size()));
-  if (!code.empty() && code.front() == ' ') code.remove_prefix(1);
-  if (code.empty()) return parts;
-  parts.housecode = code.substr(0, 1);
-  parts.unit = to_integer16(code.substr(1)).value_or(0);
-  return parts;
+std::optional<LabelParts> split_label(std::string_view label) {
+  label = without_end_blanks(label);
+  const std::string_view code = label.substr(label.find_last_of(' ') + 1);
+  if (code.find_first_not_of("0123456789", 1) != std::string_view::npos) return std::nullopt;
+  if (code.size() < 2 || code.size() > 3) return std::nullopt;
+  Device device{"", "", std::string(code.substr(0, 1)), to_integer16(code.substr(1)).value_or(0)};
+  if (!device.has_address()) return std::nullopt;
+  const std::string_view name = label.substr(0, label.size() - code.size());
+  return LabelParts{std::string(without_end_blanks(name)), std::move(device.house_code),
+                    device.unit};
 }
 
-CheckedInput check_input(const EventInput& input, const std::vector<std::string>& devices,
-                         const std::optional<EventRecord>& edited) {
+TimeParts split_time(std::string_view time) {
+  const auto colon = time.find(':');
+  if (colon == std::string_view::npos) return {std::string(time), ""};
+  return {std::string(time.substr(0, colon)), std::string(time.substr(colon + 1))};
+}
+
+CheckedInput check_input(const EventInput& input) {
   EventRecord event;
-  std::string wrong = check_device(input, devices, edited, event);
+  std::string wrong = check_device(input, event);
   if (wrong.empty()) wrong = check_action(input, event);
   if (wrong.empty()) wrong = check_time(input, event);
   if (wrong.empty()) wrong = check_frequency(input, event);

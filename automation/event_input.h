@@ -5,20 +5,29 @@
 #include <string>
 #include <string_view>
 #include <variant>
-#include <vector>
 
 #include "automation/event_record.h"
 
 namespace homewarden {
 
-// The address at the end of a device label: "Hall Fan C12" is "Hall Fan", "C", 12. What it has not
-// is empty, or 0.
+// A device label taken apart: "Hall Fan C12" is "Hall Fan", "C", 12.
 struct LabelParts {
-  std::string roomdevice;
-  std::string housecode;
-  int unit = 0;
+  std::string roomdevice;  // without blanks at its end; "" when the label is only an address
+  std::string housecode;   // as it is written, "A" to "P" or "a" to "p"
+  int unit = 0;            // 1 to 16
 };
-LabelParts split_label(std::string_view label);
+
+// Nothing for a text whose last word is no address of the power line. Blanks behind it do not
+// count.
+std::optional<LabelParts> split_label(std::string_view label);
+
+// The two boxes of a time: "sSet:-1" is "sSet" and "-1", "7:30" is "7" and "30". Without a colon
+// all of it is the hour.
+struct TimeParts {
+  std::string hour;
+  std::string minute;
+};
+TimeParts split_time(std::string_view time);
 
 // What a person has put into the boxes of the event editor.
 struct EventInput {
@@ -32,11 +41,10 @@ struct EventInput {
 };
 
 // The event, written as the event list wants it ("7" becomes "07", "SSET" becomes "sSet"), or what
-// is wrong, in words for a person. `devices` are the labels that may be chosen; `edited` is the
-// event that is being replaced, whose device may be kept though it is not among them any more.
+// is wrong, in words for a person. Any device with a name and an address will do, whether or not it
+// is in the house, and so will an event without a day.
 using CheckedInput = std::variant<EventRecord, std::string>;
-CheckedInput check_input(const EventInput& input, const std::vector<std::string>& devices,
-                         const std::optional<EventRecord>& edited);
+CheckedInput check_input(const EventInput& input);
 
 // "sRise" or "sSet" when the hour box names a sun time, whatever its letter case; else "".
 std::string_view sun_name(std::string_view hour);

@@ -1,10 +1,12 @@
 #include "automation/event_list.h"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 #include <vector>
 
-#include "automation/due_time.h"
+#include "automation/event_effect.h"
+#include "automation/event_findings.h"
 #include "automation/macro_line.h"
 #include "base/lines.h"
 #include "base/text.h"
@@ -14,42 +16,7 @@ namespace homewarden {
 namespace {
 
 const std::string kNoDim = " ";
-
-std::string how_many(std::size_t count, const std::string& what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
-// What a person should know about the lines of the event list.
-class Findings {
- public:
-  void bad_line(std::size_t number) {
-    if (bad_lines_++ == 0) first_bad_line_ = number;
-  }
-
-  void event(const EventRecord& event) {
-    const std::string_view why = why_never_run(event);
-    if (why.empty() || never_++ > 0) return;
-    first_never_ = event.device_label() + " at " + event.time + ": " + std::string(why);
-  }
-
-  std::string text() const {
-    std::string text;
-    if (bad_lines_ > 0)
-      text = how_many(bad_lines_, "line") + " of evelst.hwd cannot be understood and " +
-             (bad_lines_ == 1 ? "is" : "are") + " left out, the first of them line " +
-             std::to_string(first_bad_line_) + ". The file keeps them.";
-    if (never_ > 0)
-      text += (text.empty() ? "" : " ") + how_many(never_, "event") + " will never run. " +
-              first_never_ + ".";
-    return text;
-  }
-
- private:
-  std::size_t bad_lines_ = 0;
-  std::size_t first_bad_line_ = 0;
-  std::size_t never_ = 0;
-  std::string first_never_;
-};
+const char* const kNoMacro = "This line is no macro and never does anything.";
 
 }  // namespace
 
@@ -63,44 +30,75 @@ EventRecord event_in(const ListView::Row& row) {
   return {row[0], row[1], row[2], replace_all(row[3], "%", ""), row[4], row[5], row[6], row[7]};
 }
 
-EventList::EventList(FrmMain& form, Module1& module1, Files& files, ListFile& events,
-                     const std::filesystem::path& folder)
-    : form_(form),
+EventList::EventList(EventPanel& panel, MacroPanel& macro_panel, Flags& flags, Module1& module1,
+                     HouseIndex& house, ListFile& events, ListFile& macros)
+    : panel_(panel),
+      macro_panel_(macro_panel),
+      flags_(flags),
       module1_(module1),
-      files_(files),
+      house_(house),
       events_(events),
-      macro_file_(folder / "macs.hlk") {
-  form.ListView1.column_click.connect([this](int column) { form_.ListView1.sort_by(column - 1); });
+      macros_(macros) {
+  panel.ListView1.column_click.connect(
+      [this](int column) { panel_.ListView1.sort_by(column - 1); });
+  house.changed.connect([this] {
+    mark_events();
+    mark_macros();
+  });
 }
 
 Task<void> EventList::loadevents() {
   const auto was_selected = selected();
-  form_.ListView1.rows = std::vector<ListView::Row>();
-  form_.ListView1.selected = -1;
-  form_.ListVIew2.clear();
+  panel_.ListView1.marks = std::map<int, std::string>();
+  panel_.ListView1.rows = std::vector<ListView::Row>();
+  panel_.ListView1.selected = -1;
   load_macros();
   if (events_.exists()) {
-    const FileLock lock = co_await lock_files(form_, module1_);
+    const FileLock lock = co_await lock_files(flags_, module1_);
     show_events(events_.content());
   } else {
-    form_.lab_eventnotice.visible = false;
+    panel_.lab_eventnotice.visible = false;
   }
   select(was_selected);
-  form_.lab_noevents.visible = form_.ListView1.rows.get().empty();
+  panel_.lab_noevents.visible = panel_.ListView1.rows.get().empty();
 }
 
 void EventList::load_macros() {
-  const auto content = files_.read(macro_file_);
+  macro_panel_.ListVIew2.clear();
+  const auto content = macros_.content();
   if (!content) return;
   std::vector<std::string> lines;
   LineReader reader(*content);
   while (const auto line = reader.next()) lines.push_back(shown_macro(*line));
-  form_.ListVIew2.add_all(std::move(lines));
+  macro_panel_.ListVIew2.add_all(std::move(lines));
+  mark_macros();
+}
+
+void EventList::mark_macros() {
+  const auto& shown = macro_panel_.ListVIew2.items.get();
+  std::map<int, std::string> marks;
+  for (std::size_t row = 0; row < shown.size(); ++row) {
+    if (trim_blanks(shown[row]).empty()) continue;
+    const auto macro = parse_macro(replace_all(shown[row], " ", "~"));
+    std::string wrong = macro ? what_is_wrong_with(*macro, house_) : kNoMacro;
+    if (!wrong.empty()) marks.emplace(static_cast<int>(row), std::move(wrong));
+  }
+  macro_panel_.ListVIew2.marks = std::move(marks);
+}
+
+void EventList::mark_events() {
+  const auto& rows = panel_.ListView1.rows.get();
+  std::map<int, std::string> marks;
+  for (std::size_t row = 0; row < rows.size(); ++row) {
+    std::string wrong = what_is_wrong_with(event_in(rows[row]), house_);
+    if (!wrong.empty()) marks.emplace_hint(marks.end(), static_cast<int>(row), std::move(wrong));
+  }
+  panel_.ListView1.marks = std::move(marks);
 }
 
 void EventList::show_events(const std::optional<std::string>& content) {
   std::vector<ListView::Row> rows;
-  Findings findings;
+  EventFindings findings;
   LineReader reader(content ? *content : std::string_view());
   for (std::size_t number = 1; const auto line = reader.next(); ++number) {
     if (line->empty()) continue;
@@ -112,30 +110,31 @@ void EventList::show_events(const std::optional<std::string>& content) {
     findings.event(*event);
     rows.push_back(row_of(*event));
   }
-  form_.ListView1.show(std::move(rows), 0);
-  form_.lab_eventnotice.caption =
+  panel_.ListView1.show(std::move(rows), 0);
+  mark_events();
+  panel_.lab_eventnotice.caption =
       content ? findings.text()
               : "The event list evelst.hwd cannot be read, so no event runs. Please check the file "
                 "and its permissions in " +
-                    macro_file_.parent_path().string() + ".";
-  form_.lab_eventnotice.visible = !form_.lab_eventnotice.caption.get().empty();
+                    events_.path().parent_path().string() + ".";
+  panel_.lab_eventnotice.visible = !panel_.lab_eventnotice.caption.get().empty();
 }
 
 std::optional<EventRecord> EventList::selected() const {
-  const auto& rows = form_.ListView1.rows.get();
-  const int row = form_.ListView1.selected;
+  const auto& rows = panel_.ListView1.rows.get();
+  const int row = panel_.ListView1.selected;
   if (row < 0 || row >= static_cast<int>(rows.size())) return std::nullopt;
   return event_in(rows[static_cast<std::size_t>(row)]);
 }
 
 void EventList::select(const std::optional<EventRecord>& event) {
   if (!event) {
-    form_.ListView1.selected = -1;
+    panel_.ListView1.selected = -1;
     return;
   }
-  const auto& rows = form_.ListView1.rows.get();
+  const auto& rows = panel_.ListView1.rows.get();
   const auto found = std::find(rows.begin(), rows.end(), row_of(*event));
-  form_.ListView1.selected = found == rows.end() ? -1 : static_cast<int>(found - rows.begin());
+  panel_.ListView1.selected = found == rows.end() ? -1 : static_cast<int>(found - rows.begin());
 }
 
 }  // namespace homewarden

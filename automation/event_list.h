@@ -1,19 +1,22 @@
 #pragma once
 
-#include <filesystem>
 #include <optional>
 #include <string>
 
 #include "automation/event_record.h"
+#include "base/signal.h"
 #include "base/task.h"
+#include "core/house_index.h"
 #include "core/list_file.h"
 #include "core/module1.h"
-#include "platform/files.h"
-#include "ui/frm_main.h"
+#include "ui/event_panel.h"
+#include "ui/macro_panel.h"
+#include "ui/shared_state.h"
 
 namespace homewarden {
 
-// The event list and the macro list as the window shows them.
+// The event list and the macro list as the window shows them. Rows that do nothing in this house
+// are marked with the reason, anew whenever the house changes.
 class EventList {
  public:
   // While one of these lives the list takes no input: an event that somebody began to edit would be
@@ -21,20 +24,20 @@ class EventList {
   class Closed {
    public:
     explicit Closed(EventList& list) : list_(list) {
-      if (list_.closings_++ == 0) list_.form_.ListView1.enabled = false;
+      if (list_.closings_++ == 0) list_.panel_.ListView1.enabled = false;
     }
     Closed(const Closed&) = delete;
     Closed& operator=(const Closed&) = delete;
     ~Closed() {
-      if (--list_.closings_ == 0) list_.form_.ListView1.enabled = true;
+      if (--list_.closings_ == 0) list_.panel_.ListView1.enabled = true;
     }
 
    private:
     EventList& list_;
   };
 
-  EventList(FrmMain& form, Module1& module1, Files& files, ListFile& events,
-            const std::filesystem::path& folder);
+  EventList(EventPanel& panel, MacroPanel& macro_panel, Flags& flags, Module1& module1,
+            HouseIndex& house, ListFile& events, ListFile& macros);
 
   // Fills both lists from their files. Missing files are empty lists; what cannot be understood is
   // left out of the view and told above it. The event that was selected stays selected.
@@ -45,15 +48,23 @@ class EventList {
   // Selects the row of this event; none when it is not in the list.
   void select(const std::optional<EventRecord>& event);
 
+  // Raised when the file holds the events of another profile: what was meant for those of the old
+  // one must not be done to it.
+  Signal<> replaced;
+
  private:
   void load_macros();
   void show_events(const std::optional<std::string>& content);
+  void mark_events();
+  void mark_macros();
 
-  FrmMain& form_;
+  EventPanel& panel_;
+  MacroPanel& macro_panel_;
+  Flags& flags_;
   Module1& module1_;
-  Files& files_;
+  HouseIndex& house_;
   ListFile& events_;
-  std::filesystem::path macro_file_;
+  ListFile& macros_;
   int closings_ = 0;
 };
 

@@ -19,19 +19,20 @@ constexpr milliseconds kJump{2500};
 
 }  // namespace
 
-HouseClock::HouseClock(FrmMain& form, EventLoop& loop, std::function<void()> new_day)
-    : form_(form), loop_(loop), new_day_(std::move(new_day)) {
-  form.timetimer.tick.connect([this] { tick(); });
+HouseClock::HouseClock(StatusBar& status, ProgramTimers& timers, EventLoop& loop,
+                       std::function<void()> new_day)
+    : status_(status), timers_(timers), loop_(loop), new_day_(std::move(new_day)) {
+  timers.timetimer.tick.connect([this] { tick(); });
 }
 
 void HouseClock::tick() {
   const LocalTime local = loop_.local_time();
-  form_.Statusbar.panel1 = h_mm_ss(local);
+  status_.panel1 = h_mm_ss(local);
 
   const Date now = date_of(local);
   const bool another_date = last_tick_ && floor<days>(*last_tick_) != floor<days>(now);
   if (another_date || hh_mm(local) == "00:00") new_day_();
-  if (has_jumped(now)) form_.eventtimer.tick();
+  if (has_jumped(now)) timers_.eventtimer.tick();
 }
 
 bool HouseClock::has_jumped(Date now) {

@@ -6,7 +6,8 @@
 
 #include "base/date.h"
 #include "platform/event_loop.h"
-#include "ui/frm_main.h"
+#include "ui/controls.h"
+#include "ui/shared_state.h"
 
 namespace homewarden {
 
@@ -17,13 +18,15 @@ class HouseClock {
  public:
   // `new_day` is called on every tick of the first minute of a day, and when the date changed in
   // another way.
-  HouseClock(FrmMain& form, EventLoop& loop, std::function<void()> new_day);
+  HouseClock(StatusBar& status, ProgramTimers& timers, EventLoop& loop,
+             std::function<void()> new_day);
 
  private:
   void tick();
   bool has_jumped(Date now);
 
-  FrmMain& form_;
+  StatusBar& status_;
+  ProgramTimers& timers_;
   EventLoop& loop_;
   std::function<void()> new_day_;
   std::optional<Date> last_tick_;

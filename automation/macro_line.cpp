@@ -8,7 +8,6 @@
 
 #include "automation/event_input.h"
 #include "base/text.h"
-#include "core/devices.h"
 #include "core/lines_of_key.h"
 #include "platform/interface_control.h"
 
@@ -25,10 +24,23 @@ constexpr Words kEvents[] = {
     {"On", "turns on", kX10On}, {"Off", "turns off", kX10Off}, {"Dim", "turns dim", kX10Dim}};
 constexpr Words kActions[] = {{"Turn On", "Turn~On~", kX10On}, {"Turn Off", "Turn~Off~", kX10Off}};
 
+// An address only as this program writes it, so that code() gives back the same text.
+MacroEnd end_of_code(std::string_view code) {
+  const auto parts = split_label(code);
+  MacroEnd end;
+  if (parts && parts->housecode + std::to_string(parts->unit) == code) {
+    end.house_code = parts->housecode;
+    end.unit = parts->unit;
+  } else {
+    end.odd_code = code;
+  }
+  return end;
+}
+
 std::optional<MacroEnd> end_of_label(std::string_view label) {
-  const LabelParts parts = split_label(label);
-  if (!Device{"", "", parts.housecode, parts.unit}.has_address()) return std::nullopt;
-  return MacroEnd{parts.housecode + std::to_string(parts.unit), parts.roomdevice, 0};
+  auto parts = split_label(label);
+  if (!parts) return std::nullopt;
+  return MacroEnd{std::move(parts->housecode), parts->unit, "", std::move(parts->roomdevice), 0};
 }
 
 std::optional<int> function_of(std::string_view text, const auto& words) {
@@ -66,10 +78,14 @@ std::string trigger_name(std::string_view rest) {
 
 // A device and what happens to it, as one text to compare.
 std::string link(const MacroEnd& end) {
-  return to_lower(end.code) + ":" + std::to_string(end.function);
+  return to_lower(end.code()) + ":" + std::to_string(end.function);
 }
 
 }  // namespace
+
+std::string MacroEnd::code() const {
+  return has_address() ? house_code + std::to_string(unit) : odd_code;
+}
 
 std::optional<Macro> macro_of_choices(std::string_view trigger_label, std::string_view event,
                                       std::string_view target_label, std::string_view action) {
@@ -85,9 +101,9 @@ std::optional<Macro> macro_of_choices(std::string_view trigger_label, std::strin
 
 std::string macro_line(const Macro& macro) {
   const char* const action = macro.target.function == kX10On ? "Turn On" : "Turn Off";
-  const std::string text = "When " + macro.trigger.code + " " + macro.trigger.name + " " +
+  const std::string text = "When " + macro.trigger.code() + " " + macro.trigger.name + " " +
                            std::string(words_of(macro.trigger.function)) + " " + action + " " +
-                           macro.target.code + " " + macro.target.name;
+                           macro.target.code() + " " + macro.target.name;
   return replace_all(text, " ", "~");
 }
 
@@ -98,22 +114,24 @@ std::optional<Macro> parse_macro(std::string_view line) {
   if (second == std::string_view::npos) return std::nullopt;
 
   Macro macro;
-  macro.trigger.code = line.substr(first + 1, second - first - 1);
+  macro.trigger = end_of_code(line.substr(first + 1, second - first - 1));
   macro.trigger.function = trigger_function(line);
   macro.trigger.name = trigger_name(line.substr(second + 1));
   auto action_end = std::string_view::npos;
   auto action_at = std::string_view::npos;
+  int target_function = 0;
   for (const Words& action : kActions) {
     const auto at = find_ignoring_case(line, action.in_line);
     if (at >= action_at) continue;
     action_at = at;
     action_end = at + action.in_line.size();
-    macro.target.function = action.function;
+    target_function = action.function;
   }
   if (macro.trigger.function == 0 || action_at == std::string_view::npos) return std::nullopt;
   const std::string_view target = line.substr(action_end);
   const auto code_end = target.find('~');
-  macro.target.code = target.substr(0, code_end);
+  macro.target = end_of_code(target.substr(0, code_end));
+  macro.target.function = target_function;
   if (code_end != std::string_view::npos)
     macro.target.name = with_blanks(target.substr(code_end + 1));
   return macro;
@@ -132,7 +150,7 @@ ListFile::Choice lines_of_macro(std::string_view content, std::string_view shown
 }
 
 std::string in_words(const MacroEnd& end) {
-  return (end.name.empty() ? "" : end.name + " ") + end.code + " " +
+  return (end.name.empty() ? "" : end.name + " ") + end.code() + " " +
          std::string(words_of(end.function));
 }
 

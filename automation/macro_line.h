@@ -12,9 +12,15 @@ namespace homewarden {
 // The end of a chain link: a device and what happens to it, as X10 functions (2 on, 3 off, 4
 // dimmed).
 struct MacroEnd {
-  std::string code;  // "A1"
-  std::string name;  // "Hall Lamp"
+  std::string house_code;  // as it is written, one letter from A to P
+  int unit = 0;            // 1 to 16; 0 when the line has no address here
+  std::string odd_code;    // what the line has instead, as it is written
+  std::string name;        // "Hall Lamp"; "" when the line has none
   int function = 0;
+
+  bool has_address() const { return unit > 0; }
+  // "A1", or what stands there instead.
+  std::string code() const;
 };
 
 // What one line of the macro list says: when the trigger happens, the target is switched.
@@ -31,7 +37,7 @@ std::optional<Macro> macro_of_choices(std::string_view trigger_label, std::strin
 // The line as it stands in the file; docs/data-files.md.
 std::string macro_line(const Macro& macro);
 
-// Nothing for a line that is no macro. The target's code is taken as it stands.
+// Nothing for a line that is no macro: without a trigger, its words or an action.
 std::optional<Macro> parse_macro(std::string_view line);
 
 // The line as the macro panel lists it.

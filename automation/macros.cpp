@@ -18,7 +18,8 @@ std::string_view trigger_code(std::string_view line) {
 
 }  // namespace
 
-Macros::Macros(FrmMain& form, ListFile& macros) : form_(form), macros_(macros) {}
+Macros::Macros(HiddenLists& lists, StatusBar& status, ListFile& macros)
+    : lists_(lists), status_(status), macros_(macros) {}
 
 // The queue cannot run meanwhile: nothing here waits.
 void Macros::amacros(const std::string& housecode, int anumber, int function) {
@@ -31,11 +32,11 @@ void Macros::amacros(const std::string& housecode, int anumber, int function) {
     if (!equals_ignoring_case(trigger_code(*line), code)) continue;
     const auto macro = parse_macro(*line);
     if (!macro || macro->trigger.function != function) continue;
-    queued += std::to_string(macro->target.function) + macro->target.code + "~";
+    queued += std::to_string(macro->target.function) + macro->target.code() + "~";
   }
   if (queued.empty()) return;
-  form_.Statusbar.panel2 = "Macro created and added to queue";
-  form_.txt_queue.text = form_.txt_queue.text.get() + queued;
+  status_.panel2 = "Macro created and added to queue";
+  lists_.txt_queue.text = lists_.txt_queue.text.get() + queued;
 }
 
 }  // namespace homewarden

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "automation/event_cleanup.h"
 #include "automation/event_list.h"
 #include "automation/profile_switch.h"
@@ -8,28 +11,42 @@
 #include "core/module1.h"
 #include "platform/dialogs.h"
 #include "platform/event_loop.h"
-#include "ui/frm_main.h"
+#include "ui/event_panel.h"
+#include "ui/panel_stack.h"
+#include "ui/settings_panels.h"
+#include "ui/shared_state.h"
 
 namespace homewarden {
 
 // The profiles panel: choosing a profile exchanges the event list.
 class Profiles {
  public:
-  Profiles(FrmMain& form, Operations& operations, EventLoop& loop, Module1& module1,
+  Profiles(ProfilePanel& panel, EventPanel& event_panel, PanelStack& panels, Flags& flags,
+           Window& window, Operations& operations, EventLoop& loop, Module1& module1,
            Dialogs& dialogs, ProfileSwitch& profiles, EventList& events, EventCleanup& cleanup);
 
+  // Changes to the profile in the box; nothing happens while the window is being loaded. One that
+  // is chosen during a change comes after it; of several the last. When the files cannot be read or
+  // written the profile stays and the person hears of it.
   Task<void> profile_chosen();
 
  private:
+  Task<void> change_to(std::string name);
   Task<bool> exchange(std::string name);
 
-  FrmMain& form_;
+  ProfilePanel& panel_;
+  EventPanel& event_panel_;
+  PanelStack& panels_;
+  Flags& flags_;
+  Window& window_;
   EventLoop& loop_;
   Module1& module1_;
   Dialogs& dialogs_;
   ProfileSwitch& switch_;
   EventList& events_;
   EventCleanup& cleanup_;
+  std::optional<std::string> wanted_;  // the next one
+  bool changing_ = false;
 };
 
 }  // namespace homewarden

@@ -8,11 +8,14 @@
 #include <chrono>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "automation/event_list.h"
 #include "automation/scheduler.h"
 #include "base/text.h"
+#include "core/house_index.h"
 #include "core/module1.h"
+#include "core/settings.h"
 #include "platform/linux/posix_files.h"
 #include "tests/platform/fake_desktop.h"
 #include "tests/platform/fake_interface.h"
@@ -45,7 +48,9 @@ class BenchHouse {
       : folder(fs::temp_directory_path() / ("homewarden-bench-" + std::to_string(getpid()))) {
     fs::create_directories(folder);
     std::string lines;
+    std::vector<std::string> devices;
     for (int i = 0; i < count; ++i) {
+      devices.push_back("Living Room~Table Lamp " + std::to_string(i) + "~B~12");
       // A sun time now and then; none at 12:00.
       const std::string time =
           i % 10 == 0 ? "sSet:-1" : two_digits(i % 12) + ":" + two_digits(i % 60);
@@ -53,6 +58,7 @@ class BenchHouse {
                "~on~daily~mtwufsr\r\n";
     }
     files.write(folder / "evelst.hwd", lines);
+    house.set_lines(devices);
     loop.set_wall_clock(2023, 6, 21, 12, 0);
     form.sunrise_time = form.sunset_time = Date(std::chrono::hours(20));
   }
@@ -70,7 +76,10 @@ class BenchHouse {
   DeviceState device_state{module1};
   DeviceCommands commands{form.Statusbar, form, loop, module1, interface_control, device_state};
   ListFile event_file{files, folder / "evelst.hwd", folder / "temp.txt"};
-  EventList events{form, module1, files, event_file, folder};
+  Settings settings{registry};
+  HouseIndex house{settings};
+  ListFile macro_file{files, folder / "macs.hlk", folder / "tempmac.txt"};
+  EventList events{form, form, form, module1, house, event_file, macro_file};
   Scheduler scheduler{form.Statusbar, form,    form,       form,     form, operations,
                       loop,           module1, event_file, commands, [] {}};
 };

@@ -13,7 +13,9 @@
 #include "automation/event_list.h"
 #include "base/operations.h"
 #include "base/text.h"
+#include "core/house_index.h"
 #include "core/lists/choice_lists.h"
+#include "core/settings.h"
 #include "platform/linux/posix_files.h"
 #include "tests/platform/fake_desktop.h"
 #include "tests/platform/memory_registry.h"
@@ -37,6 +39,14 @@ std::string event_list(int events) {
   return lines;
 }
 
+// The devices of the events.
+std::vector<std::string> room_list(int devices) {
+  std::vector<std::string> lines;
+  for (int i = 0; i < devices; ++i)
+    lines.push_back("Living Room~Table Lamp " + std::to_string(i) + "~B~12");
+  return lines;
+}
+
 void loadevents_and_paint(benchmark::State& state) {
   const auto events = static_cast<int>(state.range(0));
   const fs::path folder =
@@ -52,7 +62,11 @@ void loadevents_and_paint(benchmark::State& state) {
   Operations operations([](std::exception_ptr error) { std::rethrow_exception(error); });
   Module1 module1(loop, registry, services, "");
   ListFile event_file(files, folder / "evelst.hwd", folder / "temp.txt");
-  EventList list(form, module1, files, event_file, folder);
+  ListFile macro_file(files, folder / "macs.hlk", folder / "tempmac.txt");
+  Settings settings(registry);
+  HouseIndex house(settings);
+  house.set_lines(room_list(events));
+  EventList list(form, form, form, module1, house, event_file, macro_file);
   form.Tree.add(nullptr, "Events", "Events");
   form.frm_event.visible = true;
   MainWindowView view(form);

@@ -43,7 +43,7 @@ void amacros(benchmark::State& state) {
   folder.files.write(folder.path / "macs.hlk", lines);
   FrmMain form;
   ListFile list(folder.files, folder.path / "macs.hlk", folder.path / "tempmac.txt");
-  Macros macros(form, list);
+  Macros macros(form, form.Statusbar, list);
   for (auto _ : state) {
     macros.amacros("A", 1, 2);
     state.PauseTiming();

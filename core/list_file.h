@@ -34,7 +34,8 @@ class ListFile {
   // Puts the scratch file in the place of the list.
   bool use_scratch();
 
-  // Adds one line, which holds no line end, behind the others.
+  // Adds a line, or several with CR LF between them, behind the others. False, with the list as it
+  // was, when that cannot be done.
   bool add(std::string_view line);
 
   void remove_scratch();

@@ -23,6 +23,8 @@ EventPanel::EventPanel() {
   Command6.tool_tip = "Click here to save this event";
   Command5.bold = true;
   Command6.bold = true;
+  cmd_cancel.tool_tip = "Click here to leave this event as it was";
+  lab_undo.tool_tip = "Click here to bring the deleted event back";
   ListView1.tool_tip = "Press CTRL & D to delete this event, DOUBLE CLICK here to edit this event";
   for (std::size_t day = 0; day < days.size(); ++day) {
     days[day].caption = kDayCaptions[day];

@@ -3,7 +3,7 @@
 #include <optional>
 #include <utility>
 
-#include "automation/event_input.h"
+#include "automation/event_record.h"
 #include "base/lines.h"
 #include "base/text.h"
 #include "core/devices.h"
@@ -164,8 +164,7 @@ Task<bool> HouseDeletion::rewrite_for_device(std::string room, std::string devic
   lines = lines_of(choice);
   const bool cleans_events = with_events && lines.found > 0 && files_.events.exists();
   const ListFile::Choice event_choice =
-      cleans_events ? events_of(split_label(room + " " + device + " A1").roomdevice)
-                    : ListFile::Choice();
+      cleans_events ? events_of(roomdevice_of(room, device)) : ListFile::Choice();
   std::size_t events = cleans_events ? count(files_.events, event_choice) : 0;
   const bool decided = files_.decide_deletion(choice, event_choice);
   bool done = decided;

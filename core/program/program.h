@@ -3,6 +3,7 @@
 #include <list>
 
 #include "automation/event_cleanup.h"
+#include "automation/event_deletion.h"
 #include "automation/event_editor.h"
 #include "automation/event_list.h"
 #include "automation/house_clock.h"
@@ -80,6 +81,7 @@ class Program {
   NavigationTree tree_;
   EventList events_;
   EventEditor editor_;
+  EventDeletion event_deletion_;
   EventCleanup cleanup_;
   RunEventNow run_event_now_;
   Scheduler scheduler_;

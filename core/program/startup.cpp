@@ -78,6 +78,7 @@ Task<void> Startup::Form_Load() {
   std::fill_n(form_.once_removal.begin(), FrmMain::kOnceSlots, std::string());
   rooms_.gohome();
   fill_device_lists(form_);
+  fill_macro_lists(form_);
   steps_.run([this] { place_window(); });
   steps_.run([this] { form_.com_profile.text = profiles_.active(); });
   fill_event_columns(form_);

@@ -1,9 +1,8 @@
-// The event list's lines, due times and editor input, case by case.
+// The event list's lines and due times, case by case.
 
 #include <gmock/gmock.h>
 
 #include "automation/due_time.h"
-#include "automation/event_input.h"
 #include "automation/event_list.h"
 #include "automation/event_record.h"
 #include "core/dates.h"
@@ -93,92 +92,6 @@ TEST(DueTime, NamesWhatKeepsAnEventFromRunning) {
   EXPECT_THAT(why("Lamp~A~3~40~25:30~on~daily~m"), HasSubstr("time"));
   EXPECT_THAT(why("Lamp~A~3~ ~07:30~on~daily~m"), HasSubstr("dim level"));
   EXPECT_THAT(why("Lamp~A~3~40~07:30~on~daily~"), HasSubstr("day of the week"));
-}
-
-TEST(EventInput, LabelsComeApart) {
-  struct Case {
-    const char* label;
-    const char* device;
-    const char* house;
-    int unit;
-  };
-  for (const Case& c : {Case{"Hall Fan C12", "Hall Fan", "C", 12},
-                        {"Hall Fan C2", "Hall Fan", "C", 2},
-                        {"A3", "", "A", 3},
-                        {"", "", "", 0},
-                        {"Lamp", "L", "a", 0},
-                        {"Odd  Lamp   P16", "Odd  Lamp", "P", 16}}) {
-    const LabelParts parts = split_label(c.label);
-    EXPECT_EQ(parts.roomdevice, c.device) << c.label;
-    EXPECT_EQ(parts.housecode, c.house) << c.label;
-    EXPECT_EQ(parts.unit, c.unit) << c.label;
-  }
-}
-
-// "" when the input is refused.
-std::string line_of(const EventInput& input, const std::optional<EventRecord>& edited = {}) {
-  const std::vector<std::string> devices = {"Hall Fan C12", "Hall Lamp A3", "Attic Odd Q3"};
-  const auto checked = check_input(input, devices, edited);
-  const auto* event = std::get_if<EventRecord>(&checked);
-  return event ? event->key() : "";
-}
-
-TEST(EventInput, IsWrittenAsTheFileWantsIt) {
-  const std::array<bool, 7> all{true, true, true, true, true, true, true};
-  const EventInput on{"Hall Lamp A3", "on", "40%", "07", "30", "daily", all};
-  EXPECT_EQ(line_of(on), "Hall Lamp~A~3~40~07:30~on~daily~mtwufsr");
-  EventInput off = on;
-  off.action = "off";
-  off.dim = "rubbish that nobody sees";
-  EXPECT_EQ(line_of(off), "Hall Lamp~A~3~ ~07:30~off~daily~mtwufsr");
-  EventInput typed{"Hall Fan C12", "On", "15", "7", "5", "Once", {}};
-  typed.days[4] = typed.days[6] = true;
-  EXPECT_EQ(line_of(typed), "Hall Fan~C~12~15~07:05~on~once~fr");
-  EventInput sun = on;
-  sun.hour = "SSET";
-  for (const auto& [minute, written] : std::vector<std::pair<std::string, std::string>>{
-           {"-1", "-1"}, {"00", "00"}, {"+3", "+3"}, {"2", "+2"}, {"0", "00"}}) {
-    sun.minute = minute;
-    EXPECT_EQ(line_of(sun), "Hall Lamp~A~3~40~sSet:" + written + "~on~daily~mtwufsr");
-  }
-}
-
-TEST(EventInput, WhatIsNoEventIsRefusedWithAReason) {
-  const EventInput good{"Hall Lamp A3", "on", "40%", "07", "30", "daily", {}};
-  struct Case {
-    std::string EventInput::*field;
-    const char* value;
-    const char* reason;
-  };
-  for (const Case& c : {Case{&EventInput::device, "", "choose a device"},
-                        {&EventInput::device, "Hall Lump A3", "no device \"Hall Lump A3\""},
-                        {&EventInput::device, "Attic Odd Q3", "no address"},
-                        {&EventInput::action, "dim", "\"on\" or \"off\""},
-                        {&EventInput::dim, "500%", "dim level"},
-                        {&EventInput::dim, "", "dim level"},
-                        {&EventInput::hour, "24", "an hour from 00 to 23"},
-                        {&EventInput::hour, "", "an hour"},
-                        {&EventInput::hour, "sRaise", "an hour"},
-                        {&EventInput::minute, "60", "a minute"},
-                        {&EventInput::minute, "+1", "needs sRise or sSet"},
-                        {&EventInput::freq, "weekly", "\"once\" or \"daily\""}}) {
-    EventInput input = good;
-    input.*c.field = c.value;
-    const auto checked = check_input(input, {"Hall Lamp A3", "Attic Odd Q3"}, {});
-    const auto* reason = std::get_if<std::string>(&checked);
-    ASSERT_TRUE(reason) << c.value;
-    EXPECT_THAT(*reason, HasSubstr(c.reason));
-  }
-  EventInput sun = good;
-  sun.hour = "sRise";
-  EXPECT_EQ(line_of(sun), "") << "30 hours after sunrise";
-
-  EventInput gone = good;
-  gone.device = "Shed Lamp B1";
-  EXPECT_EQ(line_of(gone), "");
-  EXPECT_EQ(line_of(gone, parse_event("Shed Lamp~B~1~40~06:00~on~daily~m")),
-            "Shed Lamp~B~1~40~07:30~on~daily~")
-      << "an event of a device that is not listed any more cannot be edited";
 }
 
 }  // namespace

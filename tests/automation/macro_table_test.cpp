@@ -20,8 +20,8 @@ std::string line_of(const char* trigger, const char* event, const char* target,
 std::string parsed(const std::string& line) {
   const auto macro = parse_macro(line);
   if (!macro) return "";
-  return macro->trigger.code + " " + std::to_string(macro->trigger.function) + " > " +
-         macro->target.code + " " + std::to_string(macro->target.function);
+  return macro->trigger.code() + " " + std::to_string(macro->trigger.function) + " > " +
+         macro->target.code() + " " + std::to_string(macro->target.function);
 }
 
 TEST(MacroLine, WhatIsSavedIsReadBack) {
@@ -62,6 +62,8 @@ TEST(MacroLine, LinesOfOtherHands) {
   EXPECT_EQ(parsed("When~A1~Lamp~turns~on~Turn~On~B2"), "A1 2 > B2 2") << "no name behind";
   EXPECT_EQ(parsed("When~A1~Lamp~turns~on~Turn~On~odd~Fan"), "A1 2 > odd 2")
       << "the target is taken as it stands";
+  EXPECT_EQ(parsed("When~A1~Lamp~turns~on~Turn~On~B02~Fan"), "A1 2 > B02 2");
+  EXPECT_EQ(parsed("When~A1~Lamp~turns~on~Turn~On~Q2~Fan"), "A1 2 > Q2 2");
 }
 
 TEST(MacroLine, FindsChainsThatGoRoundForEver) {

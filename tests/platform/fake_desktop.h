@@ -22,6 +22,7 @@ class FakeDialogs : public Dialogs {
 
   Task<Answer> message_box(Message message) override {
     messages.push_back(message.title + ": " + message.text);
+    last = message;
     co_await pending_events(loop_);
     const bool asks = message.buttons == MessageButtons::kYesNo;
     co_return asks ? (says_yes ? Answer::kYes : Answer::kNo) : Answer::kOk;
@@ -37,6 +38,7 @@ class FakeDialogs : public Dialogs {
   }
 
   std::vector<std::string> messages;
+  Message last;
   std::deque<std::string> typed;
   bool says_yes = true;
 

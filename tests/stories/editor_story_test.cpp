@@ -1,4 +1,4 @@
-// Events written, changed and deleted by a person.
+// Events written and changed by a person.
 
 #include <gmock/gmock.h>
 
@@ -12,9 +12,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 using ::testing::SizeIs;
-using ::testing::UnorderedElementsAre;
 
 const char* const kPorch = "Hall Lamp~B~12~ ~sSet:+1~off~once~fs";
 const char* const kMorning = "Kitchen Table Lamp~A~3~40~07:30~on~daily~mtwuf";
@@ -271,98 +269,64 @@ TEST(EditorStory, AListThatStoppedHalfWayInItsOldWaysComesBack) {
   EXPECT_FALSE(house.files.contents.contains(House::file("temp.txt")));
 }
 
-TEST(EventListStory, SortsSelectsAndDeletes) {
-  EventHouse house(
-      "Lamp~A~3~40~12:00~on~daily~m\r\n\r\nBell~A~12~40~06:00~on~daily~\r\n"
-      "big lamp~A~3~40~12:00~on~daily~m\r\nLamp~A~3~40~12:00~on~daily~m\r\n");
-  house.files.contents[House::file("macs.hlk")] =
-      "When~A1~Hall~Lamp~turns~on~Turn~On~B2~Fan\r\n\r\n";
+TEST(EditorStory, CancelLeavesTheEventAsItWas) {
+  EventHouse house("Hall Lamp~B~12~40~7:05~on~daily~m\r\n");
+  house.loop.set_wall_clock(2023, 6, 21, 14, 5, 0);
   FrmMain& form = house.open_connected();
-  const auto cells = [&form](std::size_t column) {
-    std::vector<std::string> texts;
-    for (const auto& row : form.ListView1.rows.get()) texts.push_back(row[column]);
-    return texts;
-  };
-  EXPECT_THAT(form.ListVIew2.items.get(),
-              ElementsAre("When A1 Hall Lamp turns on Turn On B2 Fan", ""));
-  EXPECT_THAT(cells(0), ElementsAre("Bell", "big lamp", "Lamp", "Lamp"));
-  form.ListView1.selected = 1;
-  form.ListView1.column_click(3);
-  EXPECT_THAT(cells(2), ElementsAre("12", "3", "3", "3")) << "texts, not numbers";
-  EXPECT_EQ(form.ListView1.sort_key.get(), 2);
-  EXPECT_EQ(form.ListView1.selected.get(), 1) << "the selection did not go with its row";
-  form.ListView1.column_click(5);
-  EXPECT_THAT(cells(4), ElementsAre("06:00", "12:00", "12:00", "12:00"));
-
-  form.ListView1.key_press('d');
-  house.loop.run_pending();
-  EXPECT_THAT(cells(0), SizeIs(4));
-  ASSERT_TRUE(house.select_event("Lamp"));
-  form.ListView1.key_press(4);
-  house.loop.run_pending();
-  EXPECT_THAT(house.event_lines(),
-              ElementsAre("", "Bell~A~12~40~06:00~on~daily~", "big lamp~A~3~40~12:00~on~daily~m"))
-      << "both identical lines go, and not one whose device ends in the same name";
-  EXPECT_EQ(form.ListView1.sort_key.get(), 0);
-  form.ListView1.key_press(4);  // nothing is selected
-  house.loop.run_pending();
-  EXPECT_THAT(cells(0), ElementsAre("Bell", "big lamp"));
-  for (const char* device : {"Bell", "big lamp"}) {
-    ASSERT_TRUE(house.select_event(device));
-    form.mnu_delevent.click();
-    house.loop.run_pending();
-  }
-  EXPECT_TRUE(form.lab_noevents.visible);
-  house.dialogs.messages.clear();
-  form.mnu_delevent.click();
-  form.mnu_runeventnow.click();
-  house.loop.run_pending();
-  EXPECT_THAT(house.dialogs.messages,
-              UnorderedElementsAre("No events: You dont have any events to delete",
-                                   "No events: You dont have any events to run"));
+  EXPECT_FALSE(form.cmd_cancel.visible);
+  edit(house, "Hall Lamp");
+  EXPECT_EQ(form.lst_hour.text.get() + "|" + form.lst_min.text.get(), "7|05");
+  EXPECT_TRUE(form.cmd_cancel.visible);
+  form.lst_dim.text = "90%";
+  form.cmd_cancel.click();
+  EXPECT_FALSE(form.cmd_cancel.visible);
+  EXPECT_TRUE(form.ListView1.enabled && form.Tree.enabled);
+  EXPECT_EQ(form.flashsave.interval(), 0);
+  EXPECT_EQ(form.lst_hour.text.get(), "14") << "the boxes still hold the event";
+  house.loop.advance(5s);
+  EXPECT_THAT(house.event_lines(), ElementsAre("Hall Lamp~B~12~40~7:05~on~daily~m"));
 }
 
-TEST(EventListStory, RunsAnEventNowAndOpensItsMenu) {
+TEST(EditorStory, AnEventWithoutADayIsAskedAbout) {
+  EventHouse house(std::string(kMorning) + "\r\n");
+  FrmMain& form = house.open_connected();
+  edit(house, "Kitchen Table Lamp");
+  for (CheckBox& day : form.days) day.checked = false;
+  house.dialogs.says_yes = false;
+  form.Command6.click();
+  house.loop.advance(5s);
+  EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("never run"));
+  EXPECT_EQ(house.dialogs.last.preselected, Answer::kNo);
+  EXPECT_THAT(house.event_lines(), ElementsAre(kMorning));
+  EXPECT_TRUE(form.cmd_cancel.visible) << "the answer ended the editing";
+  house.dialogs.says_yes = true;
+  form.Command6.click();
+  form.Command6.click();
+  house.loop.advance(10s);
+  EXPECT_THAT(house.event_lines(), ElementsAre("Kitchen Table Lamp~A~3~40~07:30~on~daily~"));
+}
+
+TEST(EditorStory, WhatIsPressedDuringASaveIsNeitherLostNorDoneTwice) {
   EventHouse house(std::string(kPorch) + "\r\n" + kMorning + "\r\n");
   FrmMain& form = house.open_connected();
-  int menus = 0;
-  form.mnuPopup1.popped_up.connect([&menus] { ++menus; });
-  form.ListView1.mouse_down(1);
-  form.ListView1.mouse_down(2);
-  EXPECT_EQ(menus, 1);
-  form.mnu_runeventnow.click();
-  house.loop.advance(3s);
-  EXPECT_THAT(house.interface_control.line_log, IsEmpty()) << "nothing was selected";
-  for (const char* device : {"Hall Lamp", "Kitchen Table Lamp"}) {
-    house.select_event(device);
-    form.mnu_runeventnow.click();
-    house.loop.advance(3s);
-  }
-  EXPECT_EQ(house.interface_control.take_notes(),
-            (std::vector<std::string>{"send B12 3 20 20 50", "send A3 2 0 20 50",
-                                      "send A3 5 100 20 50", "send A3 4 60 20 50"}));
-  EXPECT_EQ(house.machine("KitchenTableLamp"), "True") << "not recorded like any other command";
-  EXPECT_THAT(house.event_lines(), SizeIs(2));
-}
-
-TEST(EventListStory, LoadingAndCleaningWaitForTheFiles) {
-  EventHouse house("Hall Lamp~B~12~ ~07:30~off~once~mtwufsr\r\n");
-  FrmMain& form = house.open_connected();
-  form.once_removal[3] = "Hall Lamp~B~12~ ~07:30~off~once";
-  form.filebusy = true;
-  house.loop.advance(60s);
-  EXPECT_THAT(house.event_lines(), SizeIs(1));
-  form.filebusy = false;
-  house.loop.advance(20s);
-  EXPECT_THAT(house.event_lines(), IsEmpty());
-  EXPECT_EQ(form.once_removal[3], "");
-
-  // swapped away in the same seconds: no empty list comes into being
-  form.once_removal[0] = "Hall Lamp~B~12~ ~07:30~off~once";
-  house.files.contents.erase(House::file("evelst.hwd"));
-  house.loop.advance(20s);
-  EXPECT_THAT(house.event_lines(), ElementsAre("(missing)"));
-  EXPECT_EQ(form.once_removal[0], "");
+  change_the_porch_event(house);
+  form.Command6.click();  // the same once more
+  form.lst_dim.text = "60%";
+  form.Command6.click();
+  house.loop.advance(500ms);
+  form.Command5.click();  // ends the editing under the saves
+  form.lst_eventdevice.text = "Shed Heater C1";
+  form.lst_hour.text = "06";
+  form.lst_min.text = "00";
+  form.Command6.click();
+  form.Command6.click();
+  edit(house, "Kitchen Table Lamp");
+  house.loop.advance(30s);
+  EXPECT_THAT(house.event_lines(), ElementsAre(kMorning, "Hall Lamp~B~12~60~sSet:+1~on~once~fs",
+                                               "Shed Heater~C~1~100~06:00~on~daily~mtwufsr"));
+  EXPECT_TRUE(form.enabled);
+  EXPECT_FALSE(form.ListView1.enabled) << "a save that was older ended the editing";
+  EXPECT_EQ(form.lst_eventdevice.text.get(), "Kitchen Table Lamp A3");
 }
 
 }  // namespace

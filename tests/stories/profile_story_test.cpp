@@ -179,5 +179,23 @@ TEST_F(ProfileStory, WhatIsClickedDuringASwitchIsNotDoneToTheOtherProfile) {
   EXPECT_TRUE(form.ListView1.enabled);
 }
 
+TEST_F(ProfileStory, OfSeveralChoicesTheLastOneCounts) {
+  FrmMain& form = open(kThree);
+  house.files.contents[House::file("Weekends.txt")] = kOne;
+  form.filebusy = true;
+  for (const char* profile : {"Holiday", "Christmas", "Weekends"}) {
+    choose(profile);
+    house.loop.advance(700ms);
+  }
+  form.filebusy = false;
+  house.loop.advance(30s);
+  EXPECT_EQ(active(), "Weekends");
+  EXPECT_EQ(form.com_profile.text.get(), "Weekends");
+  EXPECT_EQ(file("evelst.hwd"), kOne);
+  EXPECT_EQ(file("Standard.txt"), kThree);
+  EXPECT_TRUE(form.ListView1.enabled);
+  EXPECT_EQ(form.mouse_pointer.get(), MousePointer::kNormal);
+}
+
 }  // namespace
 }  // namespace homewarden::testing

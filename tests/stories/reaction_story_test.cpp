@@ -184,13 +184,28 @@ TEST_F(ReactionStory, MacrosAreSavedListedAndDeleted) {
   house.loop.advance(1s);
   EXPECT_THAT(form.ListVIew2.items.get(),
               ElementsAre("When A4 Kitchen Kettle turns on Turn On B12 Hall Lamp"));
-  EXPECT_EQ(house.dialogs.messages.back(), "Delete?: Do you want to delete the selected Macro?");
+  EXPECT_EQ(house.dialogs.messages.back(),
+            "Delete?: Do you want to delete the selected Macro?\r\n\r\n"
+            "When B12 Hall Lamp turns on Turn On A4 Kitchen Kettle");
+  EXPECT_EQ(house.dialogs.last.preselected, Answer::kNo);
   form.ListVIew2.selected = 0;
   form.ListVIew2.mouse_down();
   house.loop.advance(1s);
   form.ListVIew2.mouse_down();
   house.loop.advance(1s);
   EXPECT_EQ(house.dialogs.messages.back(), "No Macros: You dont have any macros to delete");
+}
+
+TEST_F(ReactionStory, AMacroIsDeletedOnceAndNoOtherWithIt) {
+  const std::string fan = "When~A4~Kitchen~Kettle~turns~on~Turn~On~B12~Porch~Fan";
+  FrmMain& form = open("\xEF\xBB\xBF" + fan + "~Two\r\n" + fan + "\r\n");
+  ASSERT_THAT(form.ListVIew2.items.get(), SizeIs(2));
+  EXPECT_TRUE(form.ListVIew2.items.get()[0].starts_with("When")) << "a byte-order mark is shown";
+  form.ListVIew2.selected = 1;
+  form.ListVIew2.mouse_down();
+  form.ListVIew2.mouse_down();  // by the second answer it has gone
+  house.loop.advance(1s);
+  EXPECT_EQ(house.files.contents[House::file("macs.hlk")], fan + "~Two\r\n");
 }
 
 }  // namespace

@@ -68,7 +68,7 @@ TEST_F(EventWindowTest, MistakesAreToldAndNothingIsWritten) {
   EXPECT_EQ(answer(), "Please check: Please choose an hour from 00 to 23, or sRise or sSet.");
   type("Device", "Hall Lump");
   click(shown<QPushButton>("Save"));
-  EXPECT_THAT(answer(), ::testing::HasSubstr("There is no device \"Hall Lump\""));
+  EXPECT_THAT(answer(), ::testing::HasSubstr("The device \"Hall Lump\" has no address"));
   EXPECT_THAT(house.event_lines(), ElementsAre("(missing)"));
   EXPECT_TRUE(view->isEnabled());
 }

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "automation/event_record.h"
+
+namespace homewarden {
+
+// What a person should know about the lines of the event list.
+class EventFindings {
+ public:
+  // A line that is no event; lines are counted from 1.
+  void bad_line(std::size_t number);
+  // An event that can be read; noted when it can never run.
+  void event(const EventRecord& event);
+
+  // One sentence or two for all of them; "" when there is nothing to tell.
+  std::string text() const;
+
+ private:
+  std::size_t bad_lines_ = 0;
+  std::size_t first_bad_line_ = 0;
+  std::size_t never_ = 0;
+  std::string first_never_;
+};
+
+}  // namespace homewarden
