@@ -6,7 +6,6 @@
 #include "base/text.h"
 #include "core/asking.h"
 #include "core/lists/choice_lists.h"
-#include "core/lists/file_lock.h"
 #include "core/time_text.h"
 #include "platform/waiting.h"
 #include "ui/busy_window.h"
@@ -39,13 +38,12 @@ EventEditor::EventEditor(EventPanel& panel, TreeView& tree, StatusBar& status, F
     : panel_(panel),
       tree_(tree),
       status_(status),
-      flags_(flags),
       window_(window),
       loop_(loop),
-      module1_(module1),
       dialogs_(dialogs),
       events_(events),
-      list_(list) {
+      list_(list),
+      writer_(status, flags, loop, module1, events) {
   panel.Command5.click.connect([this] { new_event(); });
   panel.mnu_newevent.click.connect([this] { panel_.Command5.click(); });
   panel.Command6.click.connect([this, &operations] { operations.start(save()); });
@@ -138,11 +136,11 @@ Task<bool> EventEditor::write(Saving saving) {
   co_await pending_events(loop_);
   bool saved = false;
   if (saving.replaced && events_.exists())
-    saved = co_await replace(*saving.replaced, saving.event);
+    saved = co_await writer_.replace(*saving.replaced, saving.event);
   else
-    saved = co_await add(saving.event);
+    saved = co_await writer_.add(saving.event);
   if (!saved) co_return false;
-  co_await progress("New event saved at " + hh_mm(loop_.local_time()));
+  co_await writer_.progress("New event saved at " + hh_mm(loop_.local_time()));
   has_been_saved(saving);
   co_return true;
 }
@@ -153,37 +151,6 @@ void EventEditor::has_been_saved(const Saving& saved) {
   for (Saving& later : savings_)
     if (later.session == saved.session && later.replaced) later.replaced = saved.event;
   if (session_ == saved.session) end_editing();
-}
-
-// The old line goes and the new one comes in one step, so that a stop in between loses neither.
-Task<bool> EventEditor::replace(EventRecord old_event, EventRecord event) {
-  {
-    const FileLock lock = co_await lock_files(flags_, module1_);
-    co_await progress("Please wait, preparing to edit your event");
-    events_.remove_scratch();
-    const auto content = events_.content();
-    if (!content) co_return false;
-    const auto old_lines = lines_of_event(*content, old_event.key());
-    if (!events_.write_scratch(old_lines, event.key())) co_return false;
-    co_await progress("Old event deleted, now cleaning up");
-    co_await module1_.pause(1);
-    if (!events_.use_scratch()) co_return false;
-    co_await module1_.pause(1);
-  }
-  const FileLock lock = co_await lock_files(flags_, module1_);
-  co_await progress("Please wait, saving your new event now");
-  co_return true;
-}
-
-Task<bool> EventEditor::add(EventRecord event) {
-  const FileLock lock = co_await lock_files(flags_, module1_);
-  co_await progress("Please wait, saving your new event now");
-  co_return events_.add(event.key());
-}
-
-Task<void> EventEditor::progress(std::string text) {
-  status_.panel2 = std::move(text);
-  co_await pending_events(loop_);
 }
 
 Task<void> EventEditor::hour_chosen() {

@@ -6,6 +6,7 @@
 
 #include "automation/event_input.h"
 #include "automation/event_list.h"
+#include "automation/event_writer.h"
 #include "base/operations.h"
 #include "base/task.h"
 #include "core/list_file.h"
@@ -52,10 +53,7 @@ class EventEditor {
 
   Task<void> save_one();
   Task<bool> write(Saving saving);
-  Task<bool> replace(EventRecord old_event, EventRecord event);
-  Task<bool> add(EventRecord event);
   void has_been_saved(const Saving& saved);
-  Task<void> progress(std::string text);
   Task<void> hour_chosen();
   void show_dim_choice();
   void offer_minutes();
@@ -65,13 +63,12 @@ class EventEditor {
   EventPanel& panel_;
   TreeView& tree_;
   StatusBar& status_;
-  Flags& flags_;
   Window& window_;
   EventLoop& loop_;
-  Module1& module1_;
   Dialogs& dialogs_;
   ListFile& events_;
   EventList& list_;
+  EventWriter writer_;
   std::optional<EventRecord> edited_;
   std::optional<EventList::Closed> closed_;  // while one is edited
   int session_ = 0;                          // each event that is begun or edited has its own

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
+#include "automation/macro_chain.h"
 #include "base/lines.h"
 #include "core/asking.h"
 #include "core/lists/file_lock.h"

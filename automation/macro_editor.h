@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "automation/event_list.h"
 #include "automation/macro_line.h"

@@ -3,7 +3,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "core/list_file.h"
 
@@ -49,9 +48,5 @@ ListFile::Choice lines_of_macro(std::string_view content, std::string_view shown
 
 // "Hall Lamp A1 turns on".
 std::string in_words(const MacroEnd& end);
-
-// When saving `added` would let macros set each other off for ever: the chain, from the trigger of
-// `added` to where it comes back to it. Empty otherwise.
-std::vector<MacroEnd> endless_chain(const std::vector<Macro>& macros, const Macro& added);
 
 }  // namespace homewarden

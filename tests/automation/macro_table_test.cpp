@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "automation/macro_chain.h"
 #include "automation/macro_line.h"
 
 namespace homewarden::testing {
