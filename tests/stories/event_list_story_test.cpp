@@ -104,15 +104,16 @@ TEST(EventListStory, RunsAnEventNowAndOpensItsMenu) {
 }
 
 TEST(EventListStory, LoadingAndCleaningWaitForTheFiles) {
-  EventHouse house("Hall Lamp~B~12~ ~07:30~off~once~mtwufsr\r\n");
+  const char* const kBigHall = "Big Hall Lamp~B~12~ ~07:30~off~once~m";
+  EventHouse house(std::string(kBigHall) + "\r\nHall Lamp~B~12~ ~07:30~off~once~mtwufsr\r\n");
   FrmMain& form = house.open_connected();
   form.once_removal[3] = "Hall Lamp~B~12~ ~07:30~off~once";
   form.filebusy = true;
   house.loop.advance(60s);
-  EXPECT_THAT(house.event_lines(), SizeIs(1));
+  EXPECT_THAT(house.event_lines(), SizeIs(2));
   form.filebusy = false;
   house.loop.advance(20s);
-  EXPECT_THAT(house.event_lines(), IsEmpty());
+  EXPECT_THAT(house.event_lines(), ElementsAre(kBigHall));
   EXPECT_EQ(form.once_removal[3], "");
 
   // swapped away in the same seconds: no empty list comes into being
@@ -147,6 +148,7 @@ TEST(EventListStory, ADeletionCanBeUndone) {
   house.files.contents[House::file("evelst.hwd")] = std::string(kMorning) + "\r\n";
   undo(house);
   EXPECT_THAT(house.event_lines(), ElementsAre(kMorning)) << "it was there again already";
+  EXPECT_FALSE(form.lab_undo.visible);
 }
 
 TEST(EventListStory, ADeletionIsNotUndoneInAnotherProfileOrHouse) {
