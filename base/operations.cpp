@@ -7,11 +7,11 @@ namespace homewarden {
 // The outermost frame of an operation. It starts eagerly and frees itself when the operation ends.
 struct Operations::Detached {
   struct promise_type {
-    promise_type(Operations& owner, Task<void>& /*operation*/) : owner_(owner) {}
-    ~promise_type() { owner_.frames_.erase(frame().address()); }
+    promise_type(Operations& owner, Id id, Task<void>& /*operation*/) : owner_(owner), id_(id) {}
+    ~promise_type() { owner_.frames_.erase(id_); }
 
     Detached get_return_object() {
-      owner_.frames_.insert(frame().address());
+      owner_.frames_.emplace(id_, frame().address());
       return {};
     }
     std::suspend_never initial_suspend() noexcept { return {}; }
@@ -24,6 +24,7 @@ struct Operations::Detached {
       return std::coroutine_handle<promise_type>::from_promise(*this);
     }
     Operations& owner_;
+    Id id_;
   };
 };
 
@@ -35,14 +36,21 @@ Operations::~Operations() {
 
 void Operations::destroy_all() {
   // A guard that runs in a destroyed frame may start another operation, hence no plain loop.
-  while (!frames_.empty()) std::coroutine_handle<>::from_address(*frames_.begin()).destroy();
+  while (!frames_.empty()) std::coroutine_handle<>::from_address(frames_.begin()->second).destroy();
 }
 
-void Operations::start(Task<void> operation) {
-  run(std::move(operation));
+Operations::Id Operations::start(Task<void> operation) {
+  const Id id = ++last_id_;
+  run(id, std::move(operation));
+  return id;
 }
 
-Operations::Detached Operations::run(Task<void> operation) {
+void Operations::end(Id id) {
+  const auto found = frames_.find(id);
+  if (found != frames_.end()) std::coroutine_handle<>::from_address(found->second).destroy();
+}
+
+Operations::Detached Operations::run(Id /*id*/, Task<void> operation) {
   co_await operation;
 }
 

@@ -2,9 +2,10 @@
 
 #include <coroutine>
 #include <cstddef>
+#include <cstdint>
 #include <exception>
 #include <functional>
-#include <set>
+#include <map>
 
 #include "base/task.h"
 
@@ -16,14 +17,22 @@ class Operations {
  public:
   // Called with what escapes from an operation; the other operations go on.
   using ErrorHandler = std::function<void(std::exception_ptr)>;
+  // Names an operation; never 0, never used twice.
+  using Id = std::uint64_t;
 
   explicit Operations(ErrorHandler on_error);
   Operations(const Operations&) = delete;
   Operations& operator=(const Operations&) = delete;
   ~Operations();
 
-  // Runs the operation up to its first wait before returning.
-  void start(Task<void> operation);
+  // Runs the operation up to its first wait before returning; one that does not wait has ended by
+  // then. Its name is of use to whoever may want to end it.
+  Id start(Task<void> operation);
+
+  // Ends one operation where it waits: the guards in its frames run, what it waited for never
+  // resumes it. Nothing happens when it has ended already, and for 0. An operation cannot end
+  // itself, nor what it was called from.
+  void end(Id id);
 
   // Ends all that still wait, where they wait.
   void destroy_all();
@@ -35,10 +44,11 @@ class Operations {
 
  private:
   struct Detached;
-  Detached run(Task<void> operation);
+  Detached run(Id id, Task<void> operation);
 
   ErrorHandler on_error_;
-  std::set<void*> frames_;
+  Id last_id_ = 0;
+  std::map<Id, void*> frames_;
 };
 
 }  // namespace homewarden

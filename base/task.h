@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <coroutine>
 #include <exception>
 #include <optional>
@@ -28,7 +29,10 @@ class TaskPromiseBase {
   ResumeAwaiter final_suspend() noexcept { return {}; }
 
   void unhandled_exception() noexcept { error_ = std::current_exception(); }
-  void set_awaiter(std::coroutine_handle<> awaiter) { awaiter_ = awaiter; }
+  void set_awaiter(std::coroutine_handle<> awaiter) {
+    assert(!awaiter_ && "a task is awaited once");
+    awaiter_ = awaiter;
+  }
 
  protected:
   void rethrow_error() const {
@@ -36,7 +40,7 @@ class TaskPromiseBase {
   }
 
  private:
-  std::coroutine_handle<> awaiter_ = std::noop_coroutine();
+  std::coroutine_handle<> awaiter_;  // set before the frame runs
   std::exception_ptr error_;
 };
 
@@ -67,6 +71,9 @@ class TaskPromise<void> : public TaskPromiseBase {
 // An operation that may wait. Nothing runs until the task is awaited; whoever awaits it goes on, on
 // the same thread, when it ends, and receives its result or its exception. Destroying a task that
 // is suspended ends it at the point where it waits: the guards in its frame run.
+//
+// A task is awaited once. A second co_await would resume a frame that has finished or waits for
+// something else; builds with assertions stop there.
 //
 // Parameters of a coroutine are values, or references to what the caller keeps alive across the
 // co_await.

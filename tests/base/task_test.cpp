@@ -98,6 +98,54 @@ TEST(Task, DestroyedWhereItWaitsRunsItsGuardsAndIsNeverResumed) {
   EXPECT_EQ(total, 0);
 }
 
+Task<void> wait_for_end(Operations& operations, Operations::Id other, EventLoop& loop) {
+  co_await Delay(loop, 15ms);
+  operations.end(other);
+}
+
+// The wrong one ended, one that is resumed later or twice, or one that a late name still reaches.
+TEST(Task, OneOperationIsEndedByItsNameAndTheOthersGoOn) {
+  VirtualLoop loop;
+  int ended = 0;
+  int total = 0;
+  int ended_guards = 0;
+  int guards = 0;
+  Operations operations([](std::exception_ptr) { FAIL(); });
+  const auto id = operations.start(sum(loop, ended, ended_guards));
+  operations.start(sum(loop, total, guards));
+  operations.start(wait_for_end(operations, id, loop));
+  loop.advance(16ms);
+  EXPECT_EQ(ended_guards, 1);
+  EXPECT_EQ(operations.running(), 1u);
+  operations.end(id);
+  operations.end(0);
+  loop.advance(1h);
+  EXPECT_EQ(ended, 0);
+  EXPECT_EQ(total, 3);
+  EXPECT_EQ(guards, 1);
+
+  long counted = 0;
+  const auto at_its_end = operations.start(many(counted));
+  operations.start(sum(loop, total, guards));
+  operations.end(at_its_end);
+  EXPECT_EQ(operations.running(), 1u) << "the name of an operation that has ended reached another";
+}
+
+#ifndef NDEBUG
+Task<void> await_twice(EventLoop& loop) {
+  auto task = answer(loop, 1);
+  co_await task;
+  co_await task;
+}
+
+TEST(TaskDeathTest, AwaitingATaskTwiceIsNamed) {
+  VirtualLoop loop;
+  Operations operations([](std::exception_ptr) { FAIL(); });
+  operations.start(await_twice(loop));
+  EXPECT_DEATH(loop.advance(20ms), "a task is awaited once");
+}
+#endif
+
 TEST(Task, AnExceptionReachesTheOwnerAndTheOthersGoOn) {
   VirtualLoop loop;
   std::string error;
