@@ -1,8 +1,10 @@
 #include "x10/interface_finder.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/text.h"
+#include "core/asking.h"
 #include "core/settings.h"
 #include "platform/waiting.h"
 
@@ -14,116 +16,161 @@ constexpr int kRetries = 3;
 constexpr int kRetryPause = 5;
 constexpr int kReportEverything = 4;  // NumericOption
 
+constexpr int kFound = 0;  // OpenInterface
+constexpr int kUnusable = 1;
+
+// Seconds between looks: doubled each time.
+constexpr int kFirstInterval = 5;
+constexpr int kLongestInterval = 60;
+
 }  // namespace
 
-InterfaceFinder::InterfaceFinder(FrmMain& form, Operations& operations, EventLoop& loop,
+InterfaceFinder::InterfaceFinder(Window& window, HomePanel& home, StatusBar& status, Flags& flags,
+                                 ProgramTimers& timers, Operations& operations, EventLoop& loop,
                                  Module1& module1, InterfaceControl& interface_control,
                                  Dialogs& dialogs)
-    : form_(form),
+    : window_(window),
+      status_(status),
+      flags_(flags),
+      timers_(timers),
+      operations_(operations),
       loop_(loop),
       module1_(module1),
       interface_(interface_control),
       dialogs_(dialogs) {
-  form.Label51.click.connect([this, &operations] { operations.start(search_all_ports()); });
-  form.Label63.click.connect([this, &operations] { operations.start(ask_for_port()); });
+  home.Label51.click.connect([this] { begin(search_all_ports()); });
+  home.Label63.click.connect([this] { operations_.start(ask_for_port()); });
 }
 
-Task<void> InterfaceFinder::findinterface() {
-  form_.mouse_pointer = MousePointer::kHourglass;
-  form_.enabled = false;
-  form_.Statusbar.panel2 = "Please wait, connecting to X10 Interface";
+void InterfaceFinder::findinterface() {
+  begin(search());
+}
+
+void InterfaceFinder::begin(Task<void> search) {
+  if (stopped_) return;
+  operations_.end(search_);
+  operations_.end(message_);
+  search_ = operations_.start(std::move(search));
+}
+
+void InterfaceFinder::stop() {
+  stopped_ = true;
+  operations_.end(search_);
+  operations_.end(message_);
+}
+
+Task<void> InterfaceFinder::search() {
+  window_.mouse_pointer = MousePointer::kHourglass;
+  window_.enabled = false;
+  status_.panel2 = "Please wait, connecting to X10 Interface";
   co_await pending_events(loop_);
 
+  const Result result = co_await try_ports(Manner::kSearch);
+  if (result.port != 0) {
+    co_await use(result.port);
+    co_return;
+  }
+  report_failure(result.stored_port_failed);
+  co_await look_again();
+}
+
+// Neither locks the window nor speaks in the status line.
+Task<void> InterfaceFinder::look_again() {
+  Result result;
+  for (int interval = kFirstInterval; result.port == 0;
+       interval = std::min(2 * interval, kLongestInterval)) {
+    status_.panel3 = "STATUS: No interface found, looking again";
+    co_await module1_.pause(interval);
+    result = co_await try_ports(Manner::kLook);
+  }
+  operations_.end(message_);
+  co_await use(result.port);
+}
+
+Task<InterfaceFinder::Result> InterfaceFinder::try_ports(Manner manner) {
+  Result result;
   int skipped_port = 0;
   const std::string stored = stored_port();
   if (stored != "none") {
     const int port = static_cast<int>(leading_number(stored));
-    const StoredPort result = co_await try_stored_port(port);
-    if (result == StoredPort::kFound) {
-      co_await found(port);
-      co_return;
-    }
-    if (result == StoredPort::kNotAnswering) {
-      co_await give_up_stored_port();
-      co_return;
-    }
+    const int status = co_await open_stored_port(port, manner);
+    if (status == kFound) result.port = port;
+    result.stored_port_failed = status != kFound && status != kUnusable;
+    if (status != kUnusable) co_return result;
     skipped_port = port;
   }
-
-  const int port = co_await scan_ports(skipped_port);
-  if (port != 0) {
-    co_await found(port);
-    co_return;
-  }
-  allow_input();
-  form_.Statusbar.panel3 = "STATUS: No interface found";
-  co_await tell(
-      "Sorry, Could not find a CM11 or CM12 Home Control Interface on any of your computer ports. "
-      "Cant control your interface until it`s sorted.",
-      "ERROR!");
+  result.port = co_await scan_ports(skipped_port, manner);
+  co_return result;
 }
 
-Task<InterfaceFinder::StoredPort> InterfaceFinder::try_stored_port(int port) {
+// The status of the last attempt.
+Task<int> InterfaceFinder::open_stored_port(int port, Manner manner) {
   interface_.PortNumber(port);
+  const int retries = manner == Manner::kSearch ? kRetries : 0;
   for (int retry = 0;; ++retry) {
     const int status = co_await interface_.OpenInterface();
-    if (status == 0) {
-      form_.Statusbar.panel3 = "STATUS: Ready";
-      co_await pending_events(loop_);
-      form_.connected = true;
-      co_return StoredPort::kFound;
-    }
-    if (status == 1) co_return StoredPort::kUnusable;
-    if (retry == kRetries) co_return StoredPort::kNotAnswering;
+    if (status == kFound || status == kUnusable || retry == retries) co_return status;
     co_await module1_.pause(kRetryPause);
   }
 }
 
-Task<int> InterfaceFinder::scan_ports(int skipped_port) {
+// 0: none of them.
+Task<int> InterfaceFinder::scan_ports(int skipped_port, Manner manner) {
   for (int port = 1; port <= kLastPort; ++port) {
     if (port == skipped_port) continue;
-    form_.Statusbar.panel2 =
-        "Please wait, looking for interface on com port " + std::to_string(port);
+    if (manner == Manner::kSearch)
+      status_.panel2 = "Please wait, looking for interface on com port " + std::to_string(port);
     co_await pending_events(loop_);
     interface_.PortNumber(port);
     const int status = co_await interface_.OpenInterface();
-    if (status != 0) continue;
-    form_.connected = true;
-    form_.Statusbar.panel3 = "STATUS: Ready";
-    co_return port;
+    if (status == kFound) co_return port;
   }
   co_return 0;
 }
 
-Task<void> InterfaceFinder::give_up_stored_port() {
-  co_await tell(
-      "ERROR: Could not initialize your X10 Home Control unit. Please double check that you have "
-      "selected the correct comm port for the unit and that it is plugged in and has backup "
-      "batteries installed.",
-      "Error");
-  form_.connected = false;
-  form_.Statusbar.panel2 = "ERROR! Could not find your X10 Interface";
-  form_.close_requested();
-}
-
-Task<void> InterfaceFinder::found(int port) {
+Task<void> InterfaceFinder::use(int port) {
   const std::string number = std::to_string(port);
+  status_.panel3 = "STATUS: Ready";
+  co_await pending_events(loop_);
+  flags_.connected = true;
   interface_.NumericOption(kReportEverything);
   interface_.ClientName("Homewarden");
-  form_.Statusbar.panel2 = "Found and Initialized Interface on com port " + number;
+  status_.panel2 = "Found and Initialized Interface on com port " + number;
   co_await pending_events(loop_);
   store_port(number);
   allow_input();
+  arm_timers();
+  status_.panel2 = "Found and Initialized Interface on com port " + number + ", timer " +
+                   std::to_string(timers_.eventtimer.interval());
+  found();
+}
 
-  form_.timetimer.set_interval(1000);
-  form_.eventtimer.set_interval((60 - loop_.local_time().second) * 1000);
-  form_.Statusbar.panel2 = "Found and Initialized Interface on com port " + number + ", timer " +
-                           std::to_string(form_.eventtimer.interval());
+// The house goes on without an interface: the window, the clock and the events.
+void InterfaceFinder::report_failure(bool stored_port_failed) {
+  allow_input();
+  if (timers_.timetimer.interval() == 0) arm_timers();
+  if (stored_port_failed) flags_.connected = false;
+  status_.panel2 = "ERROR! Could not find your X10 Interface";
+  std::string text =
+      stored_port_failed
+          ? "ERROR: Could not initialize your X10 Home Control unit. Please double check that you "
+            "have selected the correct comm port for the unit and that it is plugged in and has "
+            "backup batteries installed."
+          : "Sorry, Could not find a CM11 or CM12 Home Control Interface on any of your computer "
+            "ports. Cant control your interface until it`s sorted.";
+  std::string title = stored_port_failed ? "Error" : "ERROR!";
+  message_ =
+      operations_.start(tell(dialogs_, std::move(text), std::move(title), MessageIcon::kCritical));
+}
+
+void InterfaceFinder::arm_timers() {
+  timers_.timetimer.set_interval(1000);
+  timers_.eventtimer.set_interval((60 - loop_.local_time().second) * 1000);
 }
 
 void InterfaceFinder::allow_input() {
-  form_.enabled = true;
-  form_.mouse_pointer = MousePointer::kNormal;
+  window_.enabled = true;
+  window_.mouse_pointer = MousePointer::kNormal;
 }
 
 std::string InterfaceFinder::stored_port() {
@@ -137,25 +184,22 @@ void InterfaceFinder::store_port(const std::string& port) {
 Task<void> InterfaceFinder::search_all_ports() {
   co_await close_interface(interface_, module1_);
   store_port("none");
-  co_await findinterface();
+  co_await search();
 }
 
+// A search that runs goes on until there is an answer.
 Task<void> InterfaceFinder::ask_for_port() {
   Question question{"Please enter the port number that your X10 interface is connected to",
                     "X10 Interface", "2", false};
   const auto answer = co_await dialogs_.input_box(std::move(question));
-  const int port = to_integer16(answer.value_or("")).value_or(0);
+  if (!answer) co_return;
+  const int port = to_integer16(*answer).value_or(0);
   if (port < 1 || port > kLastPort) {
-    co_await tell("Sorry, that was a silly number. Please try again", "Error");
+    co_await tell_error(dialogs_, "Sorry, that was a silly number. Please try again");
     co_return;
   }
   store_port(std::to_string(port));
-  co_await findinterface();
-}
-
-Task<void> InterfaceFinder::tell(const char* text, const char* title) {
-  Message message{text, title, MessageIcon::kCritical, MessageButtons::kOk};
-  co_await dialogs_.message_box(std::move(message));
+  findinterface();
 }
 
 Task<void> close_interface(InterfaceControl& interface_control, Module1& module1) {

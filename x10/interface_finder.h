@@ -3,33 +3,52 @@
 #include <string>
 
 #include "base/operations.h"
+#include "base/signal.h"
 #include "base/task.h"
 #include "core/module1.h"
 #include "platform/dialogs.h"
 #include "platform/interface_control.h"
-#include "ui/frm_main.h"
+#include "ui/home_panel.h"
+#include "ui/shared_state.h"
 
 namespace homewarden {
 
 // Finds the X10 interface on COM ports 1 to 15, remembers the port that worked and arms the clock
-// timers. Connects the two links of the home page that search again.
+// timers. While there is none it goes on looking. Connects the two links of the home page that
+// search again.
 class InterfaceFinder {
  public:
-  InterfaceFinder(FrmMain& form, Operations& operations, EventLoop& loop, Module1& module1,
+  InterfaceFinder(Window& window, HomePanel& home, StatusBar& status, Flags& flags,
+                  ProgramTimers& timers, Operations& operations, EventLoop& loop, Module1& module1,
                   InterfaceControl& interface_control, Dialogs& dialogs);
 
-  // The window is disabled meanwhile. A stored port that does not answer after four tries ends the
-  // program, after a message.
-  Task<void> findinterface();
+  // Begins a search, ending one that runs. The window is disabled until it has ended. When nothing
+  // was found a message says so, and ports are looked at again and again, at most a minute apart,
+  // until an interface answers, which closes the message.
+  void findinterface();
+
+  // Ends what runs, and its message; nothing is searched from now on.
+  void stop();
+
+  // Raised when an interface has answered and is ready.
+  Signal<> found;
 
  private:
-  enum class StoredPort { kFound, kUnusable, kNotAnswering };
+  struct Result {
+    int port = 0;  // that answered; 0: none
+    bool stored_port_failed = false;
+  };
+  enum class Manner { kSearch, kLook };
 
-  Task<StoredPort> try_stored_port(int port);
-  Task<int> scan_ports(int skipped_port);
-  Task<void> give_up_stored_port();
-  Task<void> found(int port);
-  Task<void> tell(const char* text, const char* title);
+  void begin(Task<void> search);
+  Task<void> search();
+  Task<void> look_again();
+  Task<Result> try_ports(Manner manner);
+  Task<int> open_stored_port(int port, Manner manner);
+  Task<int> scan_ports(int skipped_port, Manner manner);
+  Task<void> use(int port);
+  void report_failure(bool stored_port_failed);
+  void arm_timers();
   void allow_input();
   std::string stored_port();
   void store_port(const std::string& port);
@@ -37,11 +56,18 @@ class InterfaceFinder {
   Task<void> search_all_ports();  // Label51
   Task<void> ask_for_port();      // Label63
 
-  FrmMain& form_;
+  Window& window_;
+  StatusBar& status_;
+  Flags& flags_;
+  ProgramTimers& timers_;
+  Operations& operations_;
   EventLoop& loop_;
   Module1& module1_;
   InterfaceControl& interface_;
   Dialogs& dialogs_;
+  Operations::Id search_ = 0;   // the one that runs, and the looks that follow it
+  Operations::Id message_ = 0;  // that nothing was found
+  bool stopped_ = false;
 };
 
 // Takes two tries; the second result does not matter.

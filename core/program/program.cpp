@@ -60,12 +60,13 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
                           platform.folder / "html"),
                 house_, commands_, device_state_),
       tray_(frm_main, frmSysTray, settings_, window_),
-      finder_(frm_main, operations_, platform.loop, module1_, platform.interface_control,
-              platform.dialogs),
+      finder_(frm_main, frm_main, frm_main.Statusbar, frm_main, frm_main, operations_,
+              platform.loop, module1_, platform.interface_control, platform.dialogs),
       startup_(frm_main, frm_wait, operations_, platform.loop, module1_, settings_,
                platform.instance, platform.desktop, rooms_, tree_, files_, profile_switch_, events_,
                location_, tray_, finder_, web_server_),
-      shutdown_(frm_main, frm_wait, web_server_, tray_, operations_, platform.loop, module1_,
+      shutdown_(frm_main, frm_main.Statusbar, frm_main, frm_main, frm_main, frm_wait, startup_,
+                finder_, cleanup_, web_server_, tray_, operations_, platform.loop, module1_,
                 settings_, platform.desktop, platform.interface_control) {
   const auto run_macros = [this](const std::string& house, int unit, int function) {
     macros_.amacros(house, unit, function);
@@ -80,11 +81,15 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
 }
 
 Program::~Program() {
-  operations_.destroy_all();
+  end();
 }
 
 void Program::start() {
-  operations_.start(startup_.Form_Load());
+  startup_.start();
+}
+
+void Program::end() {
+  operations_.destroy_all();
 }
 
 }  // namespace homewarden

@@ -55,11 +55,14 @@ class Program {
   Program(const Platform& platform, Operations::ErrorHandler on_error);
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
-  // Ends every operation where it waits.
   ~Program();
 
   // Begins the start-up; the rest happens from the event loop, which quits when the program ends.
   void start();
+
+  // Ends every operation where it waits, and with it the box in which it asks something. To be
+  // called before the faces go; destroying the program does the same.
+  void end();
 
   FrmMain frm_main;
   FrmWait frm_wait;

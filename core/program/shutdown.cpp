@@ -1,18 +1,35 @@
 #include "core/program/shutdown.h"
 
 #include "base/text.h"
+#include "core/lists/file_lock.h"
 #include "core/program/window_position.h"
 #include "platform/waiting.h"
-#include "x10/interface_finder.h"
 
 namespace homewarden {
+namespace {
 
-Shutdown::Shutdown(FrmMain& form, FrmWait& wait, WebServer& web_server, Tray& tray,
-                   Operations& operations, EventLoop& loop, Module1& module1, Settings& settings,
-                   Desktop& desktop, InterfaceControl& interface_control)
+using std::chrono::milliseconds;
+
+constexpr milliseconds kPatience{30000};  // with the command on the line
+constexpr milliseconds kStep{100};
+
+}  // namespace
+
+Shutdown::Shutdown(Window& window, StatusBar& status, OptionsPanel& options, Flags& flags,
+                   ProgramTimers& timers, FrmWait& wait, Startup& startup, InterfaceFinder& finder,
+                   EventCleanup& cleanup, WebServer& web_server, Tray& tray, Operations& operations,
+                   EventLoop& loop, Module1& module1, Settings& settings, Desktop& desktop,
+                   InterfaceControl& interface_control)
     : steps_(wait, loop, operations),
-      form_(form),
+      window_(window),
+      status_(status),
+      options_(options),
+      flags_(flags),
+      timers_(timers),
       wait_(wait),
+      startup_(startup),
+      finder_(finder),
+      cleanup_(cleanup),
       web_server_(web_server),
       tray_(tray),
       loop_(loop),
@@ -20,57 +37,91 @@ Shutdown::Shutdown(FrmMain& form, FrmWait& wait, WebServer& web_server, Tray& tr
       settings_(settings),
       desktop_(desktop),
       interface_(interface_control) {
-  form.close_requested.connect([this, &operations] { operations.start(Form_Unload()); });
-  form.resized.connect([this] { Form_Resize(); });
+  window.close_requested.connect([this, &operations] { operations.start(Form_Unload()); });
+  window.resized.connect([this] { Form_Resize(); });
 }
 
 Task<void> Shutdown::Form_Unload() {
   if (unloading_) co_return;
   unloading_ = true;
+  // The person, or what asked for the end, may still be in the middle of a step.
+  co_await pending_events(loop_);
+  startup_.stop();
+  if (startup_.has_house()) co_await leave();
+  if (options_.chk_service.checked || startup_.owes_service())
+    co_await steps_.finish(start_service());
+  co_await steps_.progress("Finished");
+  wait_.visible = false;
+  window_.visible = false;
+  loop_.quit();
+}
+
+Task<void> Shutdown::leave() {
   steps_.run([this] {
     module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "closeengine", "False");
   });
+  take_nothing_more();
+  wait_.lab_wait.visible = false;
+  wait_.Label1.caption = "Please Wait";  // not how far the start-up came
   wait_.visible = true;
   wait_.Label2.caption = "Homewarden - Closing";
   co_await pending_events(loop_);
   steps_.run([this] { web_server_.stop(); });
   steps_.run([this] { tray_.unload(); });
-  form_.ignoreclicks = true;
-  form_.Statusbar.panel2 = "Closing communications, please wait";
+  flags_.ignoreclicks = true;
+  status_.panel2 = "Closing communications, please wait";
   co_await pending_events(loop_);
   co_await steps_.progress("Saving Data");
-  form_.state = WindowState::kNormal;
-  form_.visible = true;
-  steps_.run([this] { keep_on_screen(form_, desktop_); });
+  if (startup_.has_placed_window()) {
+    window_.state = WindowState::kNormal;
+    window_.visible = true;
+    steps_.run([this] { keep_on_screen(window_, desktop_); });
+  }
+  co_await steps_.finish(finish_commands());
+  steps_.run([this] { remove_due_events(); });
   co_await steps_.progress("Closing Port");
   co_await steps_.finish(close_interface(interface_, module1_));
-  steps_.run([this] { save_position(); });
+  if (startup_.has_placed_window()) steps_.run([this] { save_place(window_, settings_); });
   co_await steps_.progress("Starting Service");
-  if (form_.chk_service.checked) co_await steps_.finish(start_service());
-  co_await steps_.progress("Finished");
-  wait_.visible = false;
-  form_.visible = false;
-  loop_.quit();
+}
+
+void Shutdown::take_nothing_more() {
+  window_.mouse_pointer = MousePointer::kHourglass;
+  window_.enabled = false;
+  finder_.stop();
+  for (Timer* timer :
+       {&timers_.timerqueue, &timers_.timerdelete, &timers_.timetimer, &timers_.eventtimer})
+    timer->set_enabled(false);
+}
+
+// What is on its way to the power line gets there and is recorded.
+Task<void> Shutdown::finish_commands() {
+  if (flags_.sending) co_await steps_.progress("Waiting for the last command");
+  milliseconds waited{0};
+  for (; (flags_.sending || flags_.filebusy) && waited < kPatience; waited += kStep)
+    co_await Delay(loop_, kStep);
+}
+
+// Whoever still works on the files keeps them; the events are then removed at the next run.
+void Shutdown::remove_due_events() {
+  if (flags_.filebusy) return;
+  const FileLock files(flags_);
+  cleanup_.remove_due_events();
 }
 
 void Shutdown::Form_Resize() {
-  if (form_.ignoreclicks) return;
-  if (form_.state == WindowState::kMinimized) {
+  if (flags_.ignoreclicks) return;
+  if (window_.state == WindowState::kMinimized) {
     if (!tray_.can_hide()) return;
     settings_.write("data", "state", "1");
-    form_.ignoreclicks = true;
-    form_.visible = false;
-    form_.state = WindowState::kNormal;
-    form_.ignoreclicks = false;
+    flags_.ignoreclicks = true;
+    window_.visible = false;
+    window_.state = WindowState::kNormal;
+    flags_.ignoreclicks = false;
   } else {
     settings_.write("data", "state", "0");
-    form_.visible = true;
+    window_.visible = true;
   }
-}
-
-void Shutdown::save_position() {
-  settings_.write("data", "left", text_of_single(form_.left));
-  settings_.write("data", "top", text_of_single(form_.top));
 }
 
 Task<void> Shutdown::start_service() {

@@ -10,12 +10,6 @@
 #include "platform/waiting.h"
 
 namespace homewarden {
-namespace {
-
-constexpr int kStopTries = 3;
-constexpr int kDelaySeconds = 20;
-
-}  // namespace
 
 Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop,
                  Module1& module1, Settings& settings, SingleInstance& instance, Desktop& desktop,
@@ -23,12 +17,13 @@ Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop
                  EventList& events, Location& location, Tray& tray, InterfaceFinder& finder,
                  WebServer& web_server)
     : steps_(wait, loop, operations),
+      takeover_(form, wait, steps_, module1, instance),
       form_(form),
       wait_(wait),
+      operations_(operations),
       loop_(loop),
       module1_(module1),
       settings_(settings),
-      instance_(instance),
       desktop_(desktop),
       rooms_(rooms),
       tree_(tree),
@@ -39,9 +34,17 @@ Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop
       tray_(tray),
       finder_(finder),
       web_server_(web_server) {
-  wait.lab_wait.tool_tip = "Click Here To Skip The Delay";
-  wait.lab_wait.click.connect([this] { SkipWait(); });
-  form.startuptimer.tick.connect([this, &operations] { operations.start(delayed_step()); });
+  form.startuptimer.tick.connect([this] { running_ = operations_.start(delayed_step()); });
+  finder.found.connect([this] { web_server_.tell_failure(); });
+}
+
+void Startup::start() {
+  running_ = operations_.start(Form_Load());
+}
+
+void Startup::stop() {
+  operations_.end(running_);
+  form_.startuptimer.set_enabled(false);
 }
 
 Task<void> Startup::Form_Load() {
@@ -55,13 +58,11 @@ Task<void> Startup::Form_Load() {
   form_.txt_queue.text = std::string();
   form_.sending = false;
 
-  co_await steps_.finish(stop_service());
-  const bool second_copy = co_await is_second_copy();
-  if (second_copy) {
+  const bool has_house = co_await takeover_.run();
+  if (!has_house) {
     loop_.quit();
     co_return;
   }
-  co_await steps_.finish(delay());
   steps_.run([this] { show_web_port(); });
   steps_.run([this] {
     module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "installing", "False");
@@ -79,7 +80,10 @@ Task<void> Startup::Form_Load() {
   rooms_.gohome();
   fill_device_lists(form_);
   fill_macro_lists(form_);
-  steps_.run([this] { place_window(); });
+  steps_.run([this] {
+    place_window(form_, settings_, desktop_);
+    placed_ = true;
+  });
   steps_.run([this] { form_.com_profile.text = profiles_.active(); });
   fill_event_columns(form_);
   fill_event_lists(form_);
@@ -97,44 +101,6 @@ Task<void> Startup::Form_Load() {
   form_.visible = true;
 }
 
-void Startup::SkipWait() {
-  form_.skipdelay = true;
-}
-
-// Takes the house over from the background service.
-Task<void> Startup::stop_service() {
-  const std::string status = to_lower(module1_.servicestatus("", kServiceName));
-  if (status.empty() || status == "stopped") co_return;
-  for (int tries = 0; tries < kStopTries; ++tries) {
-    if (tries > 0 && to_lower(module1_.servicestatus("", kServiceName)) == "stopped") co_return;
-    module1_.servicestop("", kServiceName);
-    if (tries == 0) co_await steps_.progress("Stopping Service");
-    co_await module1_.pause(3);
-  }
-}
-
-Task<bool> Startup::is_second_copy() {
-  if (!instance_.another_is_running()) co_return false;
-  co_await module1_.pause(5);
-  co_return instance_.another_is_running();
-}
-
-Task<void> Startup::delay() {
-  if (!is_delayed()) co_return;
-  wait_.lab_wait.visible = true;
-  for (int seconds = kDelaySeconds; seconds >= 0 && !form_.skipdelay; --seconds) {
-    const std::string text = "Time Delay " + std::to_string(seconds);
-    co_await steps_.progress(text);
-    co_await module1_.pause(1);
-  }
-  wait_.lab_wait.visible = false;
-}
-
-bool Startup::is_delayed() {
-  return module1_.regread(RegistryRoot::kLocalMachine, kDelayKey, "Homewardendelay",
-                          "notdelayed") == "delayed";
-}
-
 // The profile first: it knows whether a missing event list is meant to be missing.
 void Startup::recover_files() {
   profiles_.recover();
@@ -148,27 +114,21 @@ void Startup::show_web_port() {
   form_.txt_webport.text = port;
 }
 
-void Startup::place_window() {
-  form_.left = static_cast<float>(leading_number(settings_.read("data", "left", "100")));
-  form_.top = static_cast<float>(leading_number(settings_.read("data", "top", "100")));
-  keep_on_screen(form_, desktop_);
-}
-
 void Startup::set_options() {
-  form_.chk_startup.checked = is_delayed();
+  form_.chk_startup.checked = takeover_.is_delayed();
   fill_dim_list(form_);
   form_.chk_lww.checked = leading_number(settings_.read("data", "lww", "1")) != 0;
   form_.chk_service.checked = leading_number(settings_.read("data", "service", "0")) != 0;
+  options_set_ = true;
 }
 
 Task<void> Startup::delayed_step() {
-  form_.startuptimer.set_interval(0);  // before the search, which outlasts the interval
+  form_.startuptimer.set_interval(0);
   tray_.loadtray();
   co_await pending_events(loop_);
   form_.ignoreclicks = false;
   restore_window_state();
-  co_await steps_.finish(finder_.findinterface());
-  if (form_.connected) web_server_.tell_failure();
+  finder_.findinterface();
 }
 
 void Startup::restore_window_state() {

@@ -9,6 +9,7 @@
 #include "core/lists/room_list.h"
 #include "core/module1.h"
 #include "core/program/steps.h"
+#include "core/program/takeover.h"
 #include "core/settings.h"
 #include "platform/desktop.h"
 #include "platform/event_loop.h"
@@ -26,36 +27,40 @@ namespace homewarden {
 // runs.
 class Startup {
  public:
+  // Start-up fills every panel of the window.
   Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop, Module1& module1,
           Settings& settings, SingleInstance& instance, Desktop& desktop, RoomList& rooms,
           NavigationTree& tree, HouseFiles& files, ProfileSwitch& profiles, EventList& events,
           Location& location, Tray& tray, InterfaceFinder& finder, WebServer& web_server);
 
-  // Runs once. A copy of the program that finds another one running quits the loop.
-  Task<void> Form_Load();
+  // Begins; runs once. A copy of the program that finds another one running quits the loop.
+  void start();
+  // Ends it where it is; the steps that have not begun do not follow.
+  void stop();
 
-  // Ends the start-up delay at its next second.
-  void SkipWait();
+  // Whether the house is this copy's: only then may it leave its marks in the settings.
+  bool has_house() const { return takeover_.done(); }
+  // Whether the window has its place of the last time.
+  bool has_placed_window() const { return placed_; }
+  // Whether the service was stopped and nothing has been loaded yet that says whether it is wanted.
+  bool owes_service() const { return takeover_.stopped_service() && !options_set_; }
 
  private:
-  Task<void> stop_service();
-  Task<bool> is_second_copy();
-  Task<void> delay();
-  bool is_delayed();
+  Task<void> Form_Load();
   void recover_files();
   void show_web_port();
-  void place_window();
   void set_options();
   Task<void> delayed_step();  // startuptimer
   void restore_window_state();
 
   Steps steps_;
+  Takeover takeover_;
   FrmMain& form_;
   FrmWait& wait_;
+  Operations& operations_;
   EventLoop& loop_;
   Module1& module1_;
   Settings& settings_;
-  SingleInstance& instance_;
   Desktop& desktop_;
   RoomList& rooms_;
   NavigationTree& tree_;
@@ -66,6 +71,9 @@ class Startup {
   Tray& tray_;
   InterfaceFinder& finder_;
   WebServer& web_server_;
+  Operations::Id running_ = 0;
+  bool placed_ = false;
+  bool options_set_ = false;
 };
 
 }  // namespace homewarden

@@ -1,15 +1,19 @@
 #pragma once
 
+#include "core/settings.h"
 #include "platform/desktop.h"
-#include "ui/frm_main.h"
+#include "ui/controls.h"
 
 namespace homewarden {
 
 // A window that lies right of or below the screen is put 100 twips from that edge's beginning; one
-// that lies left of or above it stays.
-inline void keep_on_screen(FrmMain& form, const Desktop& desktop) {
-  if (form.left > desktop.screen_width()) form.left = 100.0F;
-  if (form.top > desktop.screen_height()) form.top = 100.0F;
-}
+// that lies left of or above it stays. One that is larger than the screen is made as large as the
+// screen and begins at its edge.
+void keep_on_screen(Window& window, const Desktop& desktop);
+
+// Where the window was and how large when the program ended last, kept on the screen. The size
+// stays what it is when none is stored.
+void place_window(Window& window, Settings& settings, const Desktop& desktop);
+void save_place(const Window& window, Settings& settings);
 
 }  // namespace homewarden

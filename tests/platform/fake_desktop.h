@@ -15,7 +15,8 @@
 
 namespace homewarden::testing {
 
-// A person who answers at once, as told beforehand, and remembers what was shown.
+// A person who answers at once, as told beforehand, and remembers what was shown; or one who is not
+// there, whose boxes stay open.
 class FakeDialogs : public Dialogs {
  public:
   explicit FakeDialogs(EventLoop& loop) : loop_(loop) {}
@@ -23,14 +24,16 @@ class FakeDialogs : public Dialogs {
   Task<Answer> message_box(Message message) override {
     messages.push_back(message.title + ": " + message.text);
     last = message;
-    co_await pending_events(loop_);
+    const Open box(*this);
+    co_await Delay(loop_, answer_time());
     const bool asks = message.buttons == MessageButtons::kYesNo;
     co_return asks ? (says_yes ? Answer::kYes : Answer::kNo) : Answer::kOk;
   }
 
   Task<std::optional<std::string>> input_box(Question question) override {
     messages.push_back(question.title + "? " + question.prompt + " [" + question.initial + "]");
-    co_await pending_events(loop_);
+    const Open box(*this);
+    co_await Delay(loop_, answer_time());
     if (typed.empty()) co_return std::nullopt;
     std::string answer = typed.front();
     typed.pop_front();
@@ -41,21 +44,35 @@ class FakeDialogs : public Dialogs {
   Message last;
   std::deque<std::string> typed;
   bool says_yes = true;
+  bool is_away = false;
+  int open_boxes = 0;
 
  private:
+  struct Open {
+    explicit Open(FakeDialogs& person) : person_(person) { ++person_.open_boxes; }
+    Open(const Open&) = delete;
+    ~Open() { --person_.open_boxes; }
+    FakeDialogs& person_;
+  };
+  std::chrono::milliseconds answer_time() const {
+    return is_away ? std::chrono::hours(1000) : std::chrono::hours(0);
+  }
+
   EventLoop& loop_;
 };
 
 class FakeDesktop : public Desktop {
  public:
-  float screen_width() const override { return 15360; }
-  float screen_height() const override { return 11520; }
+  float screen_width() const override { return width; }
+  float screen_height() const override { return height; }
   bool finds_browser() override { return has_browser; }
   bool open_address(const std::string& address) override {
     opened.push_back(address);
     return browser_starts;
   }
 
+  float width = 15360;
+  float height = 11520;
   bool has_browser = true;
   bool browser_starts = true;
   std::vector<std::string> opened;

@@ -26,6 +26,7 @@ class FakeInterface : public InterfaceControl {
 
   Task<int> OpenInterface() override {
     note("open");
+    if (opening_time.count() > 0) co_await Delay(loop_, opening_time);
     const auto found = status_of_port.find(port_);
     co_return found == status_of_port.end() ? 1 : found->second;
   }
@@ -65,6 +66,7 @@ class FakeInterface : public InterfaceControl {
 
   std::map<int, int> status_of_port;  // 1 where nothing is said
   std::chrono::milliseconds mains_time{0};
+  std::chrono::milliseconds opening_time{0};
   bool refuses_close = false;
   bool fails = false;  // nothing that is sent goes out
 

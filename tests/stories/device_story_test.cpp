@@ -127,7 +127,7 @@ TEST(DeviceStory, RefusesWhatCannotBeSwitchedAndSendsNothing) {
   house.loop.advance(1s);
   EXPECT_EQ(house.dialogs.messages.back(),
             "Error: Sorry, couldn`t find this device in the device list.");
-  EXPECT_TRUE(house.interface_control.take_notes().empty());
+  EXPECT_TRUE(house.interface_control.take_line_log().empty());
   EXPECT_TRUE(form.enabled);
 }
 

@@ -3,14 +3,13 @@
 #include <gmock/gmock.h>
 
 #include "core/version.h"
-#include "tests/stories/house.h"
+#include "tests/stories/event_house.h"
 
 namespace homewarden::testing {
 namespace {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using Texts = std::vector<std::string>;
 
 TEST(LifeStory, StartsFindsTheInterfaceAndCloses) {
@@ -167,73 +166,125 @@ TEST(LifeStory, WithoutANotificationAreaTheWindowIsNotLost) {
   EXPECT_TRUE(house.form().visible) << "hidden where no icon brings it back";
 }
 
-TEST(LifeStory, StoredPortThatNeverAnswersEndsTheProgramAfterFourTries) {
-  House house;
-  house.interface_control.status_of_port[2] = 2;
-  house.open();
-  house.loop.advance(14999ms);
-  EXPECT_EQ(house.interface_control.take_notes(), Texts({"port 2", "open", "open", "open"}));
-  EXPECT_FALSE(house.form().enabled);
-  house.loop.advance(1s);
-  ASSERT_EQ(house.dialogs.messages.size(), 1u);
-  EXPECT_THAT(house.dialogs.messages[0],
-              HasSubstr("Error: ERROR: Could not initialize your X10 Home Control unit."));
-  EXPECT_THAT(house.status_texts, Contains("ERROR! Could not find your X10 Interface"));
-  EXPECT_TRUE(house.loop.has_quit());
-  EXPECT_EQ(house.machine("port"), "2");
-}
-
-TEST(LifeStory, UnusableStoredPortIsSkippedInTheScan) {
-  House house;
-  house.interface_control.status_of_port = {{2, 1}, {4, 0}};
-  house.open();
-  house.loop.advance(1s);
-  EXPECT_EQ(house.interface_control.take_notes(),
-            Texts({"port 2", "open", "port 1", "open", "port 3", "open", "port 4", "open",
-                   "option 4", "client Homewarden"}));
-  EXPECT_EQ(house.machine("port"), "4");
-  EXPECT_TRUE(house.form().connected);
-}
-
-TEST(LifeStory, NoInterfaceAnywhereAndThenOneByHand) {
-  House house;
-  house.interface_control.status_of_port.clear();
-  house.set_machine("port", "none");
-  house.open();
-  house.loop.advance(1s);
-  EXPECT_EQ(house.interface_control.take_notes().size(), 30u);
-  ASSERT_EQ(house.dialogs.messages.size(), 1u);
-  EXPECT_THAT(house.dialogs.messages[0], HasSubstr("ERROR!: Sorry, Could not find a CM11 or CM12"));
-  EXPECT_TRUE(house.form().enabled);
-  EXPECT_FALSE(house.form().connected);
-  EXPECT_EQ(house.form().eventtimer.interval(), 0) << "events run without an interface";
-  EXPECT_NE(house.form().Statusbar.panel3.get(), "STATUS: Ready");
-
-  for (const char* silly : {"0", "16", "two", ""}) {
-    house.dialogs.typed = {silly};
-    house.form().Label63.click();
-    house.loop.run_pending();
-    EXPECT_EQ(house.dialogs.messages.back(),
-              "Error: Sorry, that was a silly number. Please try again");
-    EXPECT_EQ(house.machine("port"), "none");
+// Position and flags of a copy that was started and ended before it had the house.
+TEST(LifeStory, ACopyEndedBeforeItHasTheHouseLeavesNoMark) {
+  for (const bool delayed : {true, false}) {
+    House house;
+    house.settings.write("data", "left", "1507.5");
+    house.settings.write("data", "service", "1");
+    if (delayed) {
+      house.set_delayed();
+      house.services.state = ServiceState::kRunning;  // only without another copy
+    } else {
+      house.instance.others = 2;
+    }
+    house.open();
+    house.loop.advance(4s);
+    house.set_machine("closeengine", "as the other copy left it");
+    house.form().close_requested();
+    house.loop.advance(2s);
+    EXPECT_TRUE(house.loop.has_quit());
+    EXPECT_EQ(house.machine("closeengine"), "as the other copy left it");
+    EXPECT_EQ(house.settings.read("data", "left", ""), "1507.5");
+    EXPECT_EQ(house.settings.read("data", "width", "none"), "none");
+    EXPECT_TRUE(house.interface_control.take_notes().empty());
+    if (delayed)
+      EXPECT_EQ(house.services.calls, Texts({"stop Wardengine", "start Wardengine"}))
+          << "nobody has the house";
+    else
+      EXPECT_TRUE(house.services.calls.empty()) << "beside the first copy";
   }
-  house.interface_control.status_of_port[7] = 0;
-  house.dialogs.typed = {"7"};
-  house.form().Label63.click();
-  house.loop.run_pending();
-  EXPECT_EQ(house.machine("port"), "7");
-  EXPECT_TRUE(house.form().connected);
 }
 
-TEST(LifeStory, SearchingAgainClosesFirstAndAsksEveryPort) {
+TEST(LifeStory, ClosedBetweenTheWindowAndTheSearchNothingIsSearchedAndTheStepsAreNew) {
   House house;
+  house.open();
+  house.loop.advance(400ms);
+  EXPECT_EQ(house.wait().Label1.caption.get(), "Loading Events");
+  std::string shown_first;
+  house.wait().visible.changed.connect([&] {
+    if (shown_first.empty()) shown_first = house.wait().Label1.caption;
+  });
+  house.form().close_requested();
+  house.loop.advance(5s);
+  EXPECT_EQ(shown_first, "Please Wait") << "the closing window showed how far the start had come";
+  EXPECT_EQ(house.interface_control.take_notes(), Texts{"close"});
+  EXPECT_EQ(house.settings.read("data", "left", ""), "100");
+  EXPECT_TRUE(house.loop.has_quit());
+}
+
+TEST(LifeStory, ClosingWaitsForTheCommandOnTheLineAndTakesNoMore) {
+  House house;
+  FrmMain& form = house.open_connected();
+  house.click_node("Kitchen");
+  house.interface_control.mains_time = 8s;
+  form.device[0].click();
+  house.loop.advance(1s);
+  house.interface_control.take_notes();
+  form.close_requested();
+  house.loop.advance(4s);
+  EXPECT_FALSE(house.loop.has_quit());
+  EXPECT_FALSE(form.enabled) << "further presses are taken";
+  EXPECT_EQ(house.wait().Label1.caption.get(), "Waiting for the last command");
+  EXPECT_TRUE(house.interface_control.take_notes().empty()) << "the port was closed";
+  EXPECT_EQ(house.machine("KitchenKettle"), "(none)");
+  house.loop.advance(6s);
+  EXPECT_TRUE(house.loop.has_quit());
+  EXPECT_EQ(house.interface_control.take_notes(), Texts{"close"});
+  EXPECT_EQ(house.machine("KitchenKettle"), "True") << "sent and not recorded";
+
+  House stuck;
+  stuck.open_connected();
+  stuck.click_node("Kitchen");
+  stuck.interface_control.mains_time = 1h;
+  stuck.form().device[0].click();
+  stuck.form().close_requested();
+  stuck.loop.advance(29s);
+  EXPECT_FALSE(stuck.loop.has_quit());
+  stuck.loop.advance(2s);
+  EXPECT_TRUE(stuck.loop.has_quit()) << "an interface that hangs keeps the program from ending";
+}
+
+TEST(LifeStory, AOnceEventOnItsWayAtTheEndIsSentRecordedAndRemoved) {
+  const std::string daily = "Hall Lamp~B~12~100~12:01~on~daily~MTWHFSU~";
+  EventHouse house("Kitchen Kettle~A~4~100~12:01~on~once~MTWHFSU~\r\n" + daily + "\r\n");
+  house.loop.set_wall_clock(2023, 6, 21, 12, 0, 30);
   house.open_connected();
-  house.interface_control.refuses_close = true;
-  house.form().Label51.click();
-  house.loop.advance(2s);
-  EXPECT_EQ(house.interface_control.take_notes(),
-            Texts({"close", "close", "port 1", "open", "port 2", "open", "option 4",
-                   "client Homewarden"}));
+  house.interface_control.mains_time = 3s;
+  house.run_until(12, 1, 1);
+  EXPECT_TRUE(house.form().sending);
+  house.form().close_requested();
+  house.loop.advance(20s);
+  EXPECT_TRUE(house.loop.has_quit());
+  EXPECT_EQ(house.interface_control.line_log.size(), 2u);
+  EXPECT_EQ(house.machine("HallLamp"), "True");
+  EXPECT_EQ(house.event_lines(), Texts{daily}) << "it would run again next time";
+}
+
+TEST(LifeStory, TheWindowKeepsItsSizeAndFitsTheScreen) {
+  House house;
+  house.settings.write("data", "width", "12000");
+  house.open_connected();
+  EXPECT_EQ(house.form().width.get(), 12000.0F);
+  EXPECT_EQ(house.form().height.get(), 9600.0F);
+  house.form().height = 9000.5F;
+  house.form().close_requested();
+  house.loop.run_pending();
+  EXPECT_EQ(house.settings.read("data", "width", ""), "12000");
+  EXPECT_EQ(house.settings.read("data", "height", ""), "9000.5");
+
+  for (const char* height : {"99999", "none"}) {
+    House small;
+    small.desktop.width = 13660;
+    small.desktop.height = 7680;
+    small.settings.write("data", "height", height);
+    small.open();
+    small.loop.run_pending();
+    EXPECT_EQ(small.form().left.get(), 0.0F);
+    EXPECT_EQ(small.form().width.get(), 13660.0F);
+    EXPECT_LT(small.form().top + small.form().height, 7680.0F)
+        << "the status bar is off the screen";
+  }
 }
 
 }  // namespace

@@ -1,0 +1,70 @@
+#include "core/program/takeover.h"
+
+#include <string>
+
+#include "base/text.h"
+#include "core/settings.h"
+
+namespace homewarden {
+namespace {
+
+constexpr int kStopTries = 3;
+constexpr int kDelaySeconds = 20;
+
+}  // namespace
+
+Takeover::Takeover(Flags& flags, FrmWait& wait, Steps& steps, Module1& module1,
+                   SingleInstance& instance)
+    : flags_(flags), wait_(wait), steps_(steps), module1_(module1), instance_(instance) {
+  wait.lab_wait.tool_tip = "Click Here To Skip The Delay";
+  wait.lab_wait.click.connect([this] { SkipWait(); });
+}
+
+Task<bool> Takeover::run() {
+  co_await steps_.finish(stop_service());
+  const bool second_copy = co_await is_second_copy();
+  if (second_copy) co_return false;
+  co_await steps_.finish(delay());
+  done_ = true;
+  co_return true;
+}
+
+void Takeover::SkipWait() {
+  flags_.skipdelay = true;
+}
+
+bool Takeover::is_delayed() {
+  return module1_.regread(RegistryRoot::kLocalMachine, kDelayKey, "Homewardendelay",
+                          "notdelayed") == "delayed";
+}
+
+Task<void> Takeover::stop_service() {
+  const std::string status = to_lower(module1_.servicestatus("", kServiceName));
+  if (status.empty() || status == "stopped") co_return;
+  stopped_service_ = true;
+  for (int tries = 0; tries < kStopTries; ++tries) {
+    if (tries > 0 && to_lower(module1_.servicestatus("", kServiceName)) == "stopped") co_return;
+    module1_.servicestop("", kServiceName);
+    if (tries == 0) co_await steps_.progress("Stopping Service");
+    co_await module1_.pause(3);
+  }
+}
+
+Task<bool> Takeover::is_second_copy() {
+  if (!instance_.another_is_running()) co_return false;
+  co_await module1_.pause(5);
+  co_return instance_.another_is_running();
+}
+
+Task<void> Takeover::delay() {
+  if (!is_delayed()) co_return;
+  wait_.lab_wait.visible = true;
+  for (int seconds = kDelaySeconds; seconds >= 0 && !flags_.skipdelay; --seconds) {
+    const std::string text = "Time Delay " + std::to_string(seconds);
+    co_await steps_.progress(text);
+    co_await module1_.pause(1);
+  }
+  wait_.lab_wait.visible = false;
+}
+
+}  // namespace homewarden

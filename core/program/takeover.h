@@ -1,0 +1,45 @@
+#pragma once
+
+#include "base/task.h"
+#include "core/module1.h"
+#include "core/program/steps.h"
+#include "platform/single_instance.h"
+#include "ui/frm_wait.h"
+#include "ui/shared_state.h"
+
+namespace homewarden {
+
+// How a starting copy of the program comes to have the house to itself: the background service
+// stops, no other copy runs, and the delay that the person may have asked for is over.
+class Takeover {
+ public:
+  Takeover(Flags& flags, FrmWait& wait, Steps& steps, Module1& module1, SingleInstance& instance);
+
+  // False when another copy has the house and this one is to end.
+  Task<bool> run();
+
+  // Whether the house is this copy's. One that ends before leaves the marks of another alone.
+  bool done() const { return done_; }
+  // Whether the service was running and has been stopped for this copy.
+  bool stopped_service() const { return stopped_service_; }
+
+  // Whether the person asked for the delay.
+  bool is_delayed();
+  // Ends the delay at its next second.
+  void SkipWait();
+
+ private:
+  Task<void> stop_service();
+  Task<bool> is_second_copy();
+  Task<void> delay();
+
+  Flags& flags_;
+  FrmWait& wait_;
+  Steps& steps_;
+  Module1& module1_;
+  SingleInstance& instance_;
+  bool done_ = false;
+  bool stopped_service_ = false;
+};
+
+}  // namespace homewarden
