@@ -26,7 +26,8 @@ struct Question {
   bool secret = false;  // the typing is not shown
 };
 
-// Asks a person. The operation that asks waits; everything else goes on.
+// Asks a person. The operation that asks waits; everything else goes on. Ending the operation
+// closes its box without an answer.
 class Dialogs {
  public:
   virtual ~Dialogs() = default;

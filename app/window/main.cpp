@@ -119,7 +119,9 @@ int run(const AppOptions& options, bool offscreen) {
   on_end_signal(loop, [&program] { program.frm_main.close_requested(); });
 
   program.start();
-  return QApplication::exec();
+  const int result = QApplication::exec();
+  program.end();  // before the windows go, which boxes that are still open belong to
+  return result;
 }
 
 }  // namespace
@@ -129,8 +131,8 @@ int main(int argc, char* argv[]) {
   using namespace homewarden;
   const bool offscreen = choose_offscreen();
   QApplication application(argc, argv);
+  // No display name: the desktop would add it to the title of every window and box.
   QApplication::setApplicationName("homewarden");
-  QApplication::setApplicationDisplayName("Homewarden");
   QApplication::setApplicationVersion(kVersion);
   QApplication::setDesktopFileName("homewarden");
   QApplication::setQuitOnLastWindowClosed(false);

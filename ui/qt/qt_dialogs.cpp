@@ -1,9 +1,10 @@
 #include "ui/qt/qt_dialogs.h"
 
+#include <QCoreApplication>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QPointer>
 #include <coroutine>
-#include <memory>
 
 #include "platform/qt/text_codec.h"
 
@@ -33,12 +34,26 @@ class Closed {
   QMetaObject::Connection connection_;
 };
 
-// Deleted from the loop: a dialog may still be in the middle of closing.
-struct DeleteLater {
-  void operator()(QObject* object) const { object->deleteLater(); }
-};
+// The dialog of one question. Whichever goes first takes it along: the operation that asks, or the
+// window that the dialog belongs to; in the second case the operation waits for ever.
 template <class Dialog>
-using DialogPointer = std::unique_ptr<Dialog, DeleteLater>;
+class Open {
+ public:
+  explicit Open(Dialog* dialog) : dialog_(dialog) {}
+  Open(const Open&) = delete;
+  Open& operator=(const Open&) = delete;
+  ~Open() {
+    if (!dialog_) return;
+    dialog_->hide();
+    dialog_->deleteLater();  // from the loop: it may still be in the middle of closing
+  }
+
+  Dialog& operator*() const { return *dialog_; }
+  Dialog* operator->() const { return dialog_; }
+
+ private:
+  QPointer<Dialog> dialog_;
+};
 
 QMessageBox::Icon icon_of(MessageIcon icon) {
   switch (icon) {
@@ -63,9 +78,14 @@ QWidget* visible_parent(QWidget* parent) {
 
 }  // namespace
 
+// What was closed when the loop had ended.
+QtDialogs::~QtDialogs() {
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
 Task<Answer> QtDialogs::message_box(Message message) {
   const bool asks = message.buttons == MessageButtons::kYesNo;
-  const DialogPointer<QMessageBox> box(new QMessageBox(
+  const Open<QMessageBox> box(new QMessageBox(
       icon_of(message.icon), from_code_page(message.title), from_code_page(message.text),
       asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, visible_parent(parent_)));
   box->setTextFormat(Qt::PlainText);
@@ -80,7 +100,7 @@ Task<Answer> QtDialogs::message_box(Message message) {
 }
 
 Task<std::optional<std::string>> QtDialogs::input_box(Question question) {
-  const DialogPointer<QInputDialog> box(new QInputDialog(visible_parent(parent_)));
+  const Open<QInputDialog> box(new QInputDialog(visible_parent(parent_)));
   box->setWindowTitle(from_code_page(question.title));
   box->setLabelText(from_code_page(question.prompt));
   box->setTextValue(from_code_page(question.initial));
