@@ -5,6 +5,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <coroutine>
+#include <memory>
 
 #include "platform/qt/text_codec.h"
 
@@ -17,13 +18,17 @@ class Closed {
   explicit Closed(QDialog& dialog) : dialog_(dialog) {}
   Closed(const Closed&) = delete;
   Closed& operator=(const Closed&) = delete;
-  ~Closed() { QObject::disconnect(connection_); }
 
   bool await_ready() const noexcept { return false; }
   void await_suspend(std::coroutine_handle<> waiting) {
-    // From the loop, not from inside the dialog, which goes with the operation.
-    connection_ = QObject::connect(
-        &dialog_, &QDialog::finished, &dialog_, [waiting] { waiting.resume(); },
+    waiting_ = std::make_shared<std::coroutine_handle<>>(waiting);
+    // From the loop, not from inside the dialog, which goes with the operation. An answer that is
+    // on its way would still come after a disconnection.
+    QObject::connect(
+        &dialog_, &QDialog::finished, &dialog_,
+        [alive = std::weak_ptr(waiting_)] {
+          if (const auto operation = alive.lock()) operation->resume();
+        },
         Qt::QueuedConnection);
     dialog_.open();
   }
@@ -31,7 +36,7 @@ class Closed {
 
  private:
   QDialog& dialog_;
-  QMetaObject::Connection connection_;
+  std::shared_ptr<std::coroutine_handle<>> waiting_;
 };
 
 // The dialog of one question. Whichever goes first takes it along: the operation that asks, or the
