@@ -5,19 +5,13 @@
 
 #include "base/text.h"
 #include "core/asking.h"
-#include "core/settings.h"
 #include "platform/waiting.h"
 
 namespace homewarden {
 namespace {
 
-constexpr int kLastPort = 15;
-constexpr int kRetries = 3;
-constexpr int kRetryPause = 5;
+constexpr int kLastPort = 15;         // that a person may name
 constexpr int kReportEverything = 4;  // NumericOption
-
-constexpr int kFound = 0;  // OpenInterface
-constexpr int kUnusable = 1;
 
 // Seconds between looks: doubled each time.
 constexpr int kFirstInterval = 5;
@@ -37,7 +31,8 @@ InterfaceFinder::InterfaceFinder(Window& window, HomePanel& home, StatusBar& sta
       loop_(loop),
       module1_(module1),
       interface_(interface_control),
-      dialogs_(dialogs) {
+      dialogs_(dialogs),
+      ports_(status, loop, module1, interface_control) {
   home.Label51.click.connect([this] { begin(search_all_ports()); });
   home.Label63.click.connect([this] { operations_.start(ask_for_port()); });
 }
@@ -65,7 +60,7 @@ Task<void> InterfaceFinder::search() {
   status_.panel2 = "Please wait, connecting to X10 Interface";
   co_await pending_events(loop_);
 
-  const Result result = co_await try_ports(Manner::kSearch);
+  const PortTrial::Result result = co_await ports_.try_ports(PortTrial::Manner::kThorough);
   if (result.port != 0) {
     co_await use(result.port);
     co_return;
@@ -76,56 +71,15 @@ Task<void> InterfaceFinder::search() {
 
 // Neither locks the window nor speaks in the status line.
 Task<void> InterfaceFinder::look_again() {
-  Result result;
+  PortTrial::Result result;
   for (int interval = kFirstInterval; result.port == 0;
        interval = std::min(2 * interval, kLongestInterval)) {
     status_.panel3 = "STATUS: No interface found, looking again";
     co_await module1_.pause(interval);
-    result = co_await try_ports(Manner::kLook);
+    result = co_await ports_.try_ports(PortTrial::Manner::kQuiet);
   }
   operations_.end(message_);
   co_await use(result.port);
-}
-
-Task<InterfaceFinder::Result> InterfaceFinder::try_ports(Manner manner) {
-  Result result;
-  int skipped_port = 0;
-  const std::string stored = stored_port();
-  if (stored != "none") {
-    const int port = static_cast<int>(leading_number(stored));
-    const int status = co_await open_stored_port(port, manner);
-    if (status == kFound) result.port = port;
-    result.stored_port_failed = status != kFound && status != kUnusable;
-    if (status != kUnusable) co_return result;
-    skipped_port = port;
-  }
-  result.port = co_await scan_ports(skipped_port, manner);
-  co_return result;
-}
-
-// The status of the last attempt.
-Task<int> InterfaceFinder::open_stored_port(int port, Manner manner) {
-  interface_.PortNumber(port);
-  const int retries = manner == Manner::kSearch ? kRetries : 0;
-  for (int retry = 0;; ++retry) {
-    const int status = co_await interface_.OpenInterface();
-    if (status == kFound || status == kUnusable || retry == retries) co_return status;
-    co_await module1_.pause(kRetryPause);
-  }
-}
-
-// 0: none of them.
-Task<int> InterfaceFinder::scan_ports(int skipped_port, Manner manner) {
-  for (int port = 1; port <= kLastPort; ++port) {
-    if (port == skipped_port) continue;
-    if (manner == Manner::kSearch)
-      status_.panel2 = "Please wait, looking for interface on com port " + std::to_string(port);
-    co_await pending_events(loop_);
-    interface_.PortNumber(port);
-    const int status = co_await interface_.OpenInterface();
-    if (status == kFound) co_return port;
-  }
-  co_return 0;
 }
 
 Task<void> InterfaceFinder::use(int port) {
@@ -137,7 +91,7 @@ Task<void> InterfaceFinder::use(int port) {
   interface_.ClientName("Homewarden");
   status_.panel2 = "Found and Initialized Interface on com port " + number;
   co_await pending_events(loop_);
-  store_port(number);
+  ports_.store_port(number);
   allow_input();
   arm_timers();
   status_.panel2 = "Found and Initialized Interface on com port " + number + ", timer " +
@@ -173,17 +127,9 @@ void InterfaceFinder::allow_input() {
   window_.mouse_pointer = MousePointer::kNormal;
 }
 
-std::string InterfaceFinder::stored_port() {
-  return module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, "port", "none");
-}
-
-void InterfaceFinder::store_port(const std::string& port) {
-  module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "port", port);
-}
-
 Task<void> InterfaceFinder::search_all_ports() {
   co_await close_interface(interface_, module1_);
-  store_port("none");
+  ports_.store_port("none");
   co_await search();
 }
 
@@ -198,7 +144,7 @@ Task<void> InterfaceFinder::ask_for_port() {
     co_await tell_error(dialogs_, "Sorry, that was a silly number. Please try again");
     co_return;
   }
-  store_port(std::to_string(port));
+  ports_.store_port(std::to_string(port));
   findinterface();
 }
 

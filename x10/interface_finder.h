@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "base/operations.h"
 #include "base/signal.h"
 #include "base/task.h"
@@ -10,6 +8,7 @@
 #include "platform/interface_control.h"
 #include "ui/home_panel.h"
 #include "ui/shared_state.h"
+#include "x10/port_trial.h"
 
 namespace homewarden {
 
@@ -34,24 +33,13 @@ class InterfaceFinder {
   Signal<> found;
 
  private:
-  struct Result {
-    int port = 0;  // that answered; 0: none
-    bool stored_port_failed = false;
-  };
-  enum class Manner { kSearch, kLook };
-
   void begin(Task<void> search);
   Task<void> search();
   Task<void> look_again();
-  Task<Result> try_ports(Manner manner);
-  Task<int> open_stored_port(int port, Manner manner);
-  Task<int> scan_ports(int skipped_port, Manner manner);
   Task<void> use(int port);
   void report_failure(bool stored_port_failed);
   void arm_timers();
   void allow_input();
-  std::string stored_port();
-  void store_port(const std::string& port);
 
   Task<void> search_all_ports();  // Label51
   Task<void> ask_for_port();      // Label63
@@ -65,6 +53,7 @@ class InterfaceFinder {
   Module1& module1_;
   InterfaceControl& interface_;
   Dialogs& dialogs_;
+  PortTrial ports_;
   Operations::Id search_ = 0;   // the one that runs, and the looks that follow it
   Operations::Id message_ = 0;  // that nothing was found
   bool stopped_ = false;

@@ -112,13 +112,15 @@ TEST_F(WireStory, PullingTheCableIsToldAndPluggingItInMendsIt) {
   EXPECT_EQ(module({0, 4}), "on 100 %");
 }
 
-TEST_F(WireStory, ClosingInTheMiddleOfACommandEndsTheProgram) {
+TEST_F(WireStory, ClosingInTheMiddleOfACommandEndsTheProgramBehindIt) {
   house.slide(1, 60);
   house.loop.advance(1s);
   house.form().close_requested();
-  house.loop.advance(2s);
+  house.loop.advance(15s);
   EXPECT_TRUE(house.loop.has_quit());
   EXPECT_FALSE(port.is_open());
+  EXPECT_EQ(module({0, 3}), "on 59 %") << "the lamp was left in the middle";
+  EXPECT_EQ(house.machine("dimKitchenTableLamp"), "60");
 }
 
 }  // namespace
