@@ -9,6 +9,10 @@ namespace homewarden {
 
 char16_t character_of(char byte);
 
+// What a person typed and the code page does not have is this control character (SUBSTITUTE), which
+// no name, address or password can hold; people see it as U+FFFD.
+inline constexpr char kUnknownCharacter = '\x1A';
+
 // Nothing for a character that the code page does not have.
 std::optional<char> byte_of(char16_t character);
 

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/code_page.h"
 #include "base/text.h"
 #include "core/version.h"
 
@@ -143,6 +144,13 @@ Task<void> WebServer::set_password() {
   if (again.empty()) co_return;
   if (password != again) {
     co_await tell("Sorry, your password did not match", "Error", MessageIcon::kCritical);
+    co_return;
+  }
+  if ((user + password).find(kUnknownCharacter) != std::string::npos) {
+    co_await tell(
+        "Sorry, user names and passwords can only have the letters of Western European languages. "
+        "Your password has not been changed.",
+        "Error", MessageIcon::kCritical);
     co_return;
   }
   co_await module1_.pause(1);

@@ -7,7 +7,9 @@ namespace homewarden {
 QString from_code_page(std::string_view bytes) {
   QString text;
   text.reserve(static_cast<qsizetype>(bytes.size()));
-  for (const char byte : bytes) text += QChar(character_of(byte));
+  for (const char byte : bytes)
+    text +=
+        byte == kUnknownCharacter ? QChar(QChar::ReplacementCharacter) : QChar(character_of(byte));
   return text;
 }
 
@@ -18,7 +20,7 @@ std::string to_code_page(const QString& text) {
     if (const auto byte = byte_of(character.unicode()))
       bytes += *byte;
     else if (!character.isLowSurrogate())
-      bytes += '?';
+      bytes += kUnknownCharacter;
   }
   return bytes;
 }

@@ -11,7 +11,8 @@ namespace homewarden {
 // that every byte comes back as it was.
 QString from_code_page(std::string_view bytes);
 
-// Characters that the code page does not have become "?".
+// Each character that the code page does not have becomes kUnknownCharacter, so that whoever takes
+// the text can refuse it.
 std::string to_code_page(const QString& text);
 
 }  // namespace homewarden

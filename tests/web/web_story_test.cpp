@@ -144,6 +144,11 @@ TEST(WebServerPanel, PasswordsAreSetForTheNextStartAndCleared) {
   house.form().Command8.click();
   house.loop.advance(3s);
   EXPECT_EQ(house.dialogs.messages.back(), "Error: Sorry, your password did not match");
+  house.dialogs.typed = {"me", "\x1A", "\x1A"};
+  house.form().Command8.click();
+  house.loop.advance(3s);
+  EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("Western European"))
+      << "any letter of that kind would open";
   EXPECT_FALSE(house.files.exists(credentials));
 
   house.dialogs.typed = {"me", "a:b", "a:b"};

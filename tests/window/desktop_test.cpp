@@ -21,13 +21,14 @@ namespace {
 using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 
-TEST(TextCodec, EveryByteComesBackAndStrangersBecomeQuestionMarks) {
+TEST(TextCodec, EveryByteComesBackAndStrangersAreKnownAsSuch) {
   for (int byte = 0; byte < 256; ++byte) {
     const std::string text(1, static_cast<char>(byte));
     EXPECT_EQ(to_code_page(from_code_page(text)), text) << byte;
   }
   EXPECT_EQ(from_code_page("\x80 K\xFC"), QString::fromUtf8("\u20AC K\u00FC"));
-  EXPECT_EQ(to_code_page(QString::fromUtf8("\u4E2D\U0001F600z")), "??z");
+  EXPECT_EQ(to_code_page(QString::fromUtf8("\u4E2D\U0001F600z?")), "\x1A\x1Az?");
+  EXPECT_EQ(from_code_page("\x1A"), QString::fromUtf8("\uFFFD")) << "a person sees no gap";
 }
 
 TEST(QtLoop, CallsInOrderOfTimeThenOfAskingAndNotWhenCancelled) {
