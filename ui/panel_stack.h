@@ -10,6 +10,8 @@ namespace homewarden {
 struct PanelStack {
   std::vector<Frame*> panels;
 
+  // The one that shows; nullptr when none does.
+  Frame* shown() const;
   // Shows one of them and hides the others.
   void show_only(Frame& frame);
 };

@@ -9,32 +9,40 @@
 
 namespace homewarden {
 
-RoomList::RoomList(FrmMain& form, Module1& module1, HouseIndex& house, ListFile& list)
-    : form_(form), module1_(module1), house_(house), list_(list) {}
+RoomList::RoomList(HomePanel& home, HousePanel& room, PanelStack& panels, HiddenLists& lists,
+                   Flags& flags, Module1& module1, HouseIndex& house, ListFile& list)
+    : home_(home),
+      room_(room),
+      panels_(panels),
+      lists_(lists),
+      flags_(flags),
+      module1_(module1),
+      house_(house),
+      list_(list) {}
 
 Task<void> RoomList::loadlists() {
   if (!list_.exists()) {
-    form_.lst_rooms.clear();
-    form_.lab_notice.visible = false;
+    lists_.lst_rooms.clear();
+    home_.lab_notice.visible = false;
     house_.set_lines({});
     co_return;
   }
-  const FileLock lock = co_await lock_files(form_, module1_);
+  const FileLock lock = co_await lock_files(flags_, module1_);
   // Only now: commands from the power line look their devices up meanwhile.
-  form_.lst_rooms.clear();
-  form_.lab_notice.visible = false;
+  lists_.lst_rooms.clear();
+  home_.lab_notice.visible = false;
   read_file();
-  house_.set_lines(form_.lst_rooms.items);
+  house_.set_lines(lists_.lst_rooms.items);
 }
 
 void RoomList::read_file() {
   const auto content = list_.content();
   if (!content) {
-    form_.lab_notice.caption =
+    home_.lab_notice.caption =
         "The room and device list rmlst.hwd cannot be read, so no rooms are shown. Please check "
         "the file and its permissions in " +
         list_.path().parent_path().string() + ".";
-    form_.lab_notice.visible = true;
+    home_.lab_notice.visible = true;
     return;
   }
 
@@ -47,21 +55,26 @@ void RoomList::read_file() {
     if (line->empty() || parse_list_line(*line)) continue;
     if (bad_lines++ == 0) first_bad_line = lines.size();
   }
-  form_.lst_rooms.add_all(std::move(lines));
+  lists_.lst_rooms.add_all(std::move(lines));
   if (bad_lines == 0) return;
-  form_.lab_notice.caption =
+  home_.lab_notice.caption =
       (bad_lines == 1 ? "1 line" : std::to_string(bad_lines) + " lines") +
       " of rmlst.hwd cannot be understood and are left out, the first of them line " +
       std::to_string(first_bad_line) + ". The file keeps them.";
-  form_.lab_notice.visible = true;
+  home_.lab_notice.visible = true;
 }
 
 void RoomList::loadroom(const std::string& room) {
-  form_.lab_room.caption = room;
+  room_.lab_room.caption = room;
 }
 
 void RoomList::gohome() {
-  form_.show_only(form_.frm_home);
+  panels_.show_only(home_.frm_home);
+}
+
+RoomList::View RoomList::view() const {
+  const Frame* panel = panels_.shown();
+  return {panel, panel == &room_.frm_devices ? room_.lab_room.caption.get() : std::string()};
 }
 
 void RoomList::cleartree(TreeView& tree) {

@@ -6,14 +6,19 @@
 #include "core/house_index.h"
 #include "core/list_file.h"
 #include "core/module1.h"
-#include "ui/frm_main.h"
+#include "ui/home_panel.h"
+#include "ui/house_panel.h"
+#include "ui/panel_stack.h"
+#include "ui/shared_state.h"
+#include "ui/tree_view.h"
 
 namespace homewarden {
 
 // The house as `rmlst.hwd` describes it, and the panels that show it.
 class RoomList {
  public:
-  RoomList(FrmMain& form, Module1& module1, HouseIndex& house, ListFile& list);
+  RoomList(HomePanel& home, HousePanel& room, PanelStack& panels, HiddenLists& lists, Flags& flags,
+           Module1& module1, HouseIndex& house, ListFile& list);
 
   // Fills `lst_rooms` with every line of the file, sorted, and the house index from it. A missing
   // file is an empty list. A file that cannot be read is an empty list, and what is wrong stands on
@@ -24,10 +29,22 @@ class RoomList {
   void gohome();
   void cleartree(TreeView& tree);
 
+  // What a person looks at: the panel and, when it is the device panel, the room; "" otherwise.
+  struct View {
+    const Frame* panel = nullptr;
+    std::string room;
+    bool operator==(const View&) const = default;
+  };
+  View view() const;
+
  private:
   void read_file();
 
-  FrmMain& form_;
+  HomePanel& home_;
+  HousePanel& room_;
+  PanelStack& panels_;
+  HiddenLists& lists_;
+  Flags& flags_;
   Module1& module1_;
   HouseIndex& house_;
   ListFile& list_;

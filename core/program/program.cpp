@@ -14,7 +14,7 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
       module1_(platform.loop, platform.registry, platform.services, platform.windows_folder),
       device_state_(module1_),
       files_(platform.files, platform.folder),
-      rooms_(frm_main, module1_, house_, files_.rooms),
+      rooms_(frm_main, frm_main, frm_main, frm_main, frm_main, module1_, house_, files_.rooms),
       commands_(frm_main.Statusbar, frm_main, platform.loop, module1_, platform.interface_control,
                 device_state_),
       presses_(operations_, house_, device_state_, commands_),
