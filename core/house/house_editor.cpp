@@ -1,11 +1,14 @@
 #include "core/house/house_editor.h"
 
+#include <algorithm>
 #include <utility>
 #include <variant>
+#include <vector>
 
 #include "base/flag_guard.h"
+#include "base/lines.h"
 #include "base/text.h"
-#include "core/devices.h"
+#include "core/asking.h"
 #include "core/house/house_input.h"
 #include "core/lists/file_lock.h"
 
@@ -18,12 +21,36 @@ std::string type_code(const std::string& display_name) {
   return std::string(device_types().front().code);
 }
 
+std::string line_of(const ListLine& entry) {
+  if (!entry.device) return entry.room + "~~~";
+  return entry.room + "~" + entry.device->name + "~" + entry.device->code();
+}
+
+// The house as its file has it now, whatever the window shows.
+HouseIndex house_in(ListFile& list, Settings& settings) {
+  std::vector<std::string> lines;
+  const auto content = list.content();
+  LineReader reader(content ? *content : std::string_view());
+  while (const auto line = reader.next()) lines.emplace_back(*line);
+  HouseIndex house(settings);
+  house.set_lines(lines);
+  return house;
+}
+
+std::string conflict(const ListLine& entry, const HouseIndex& house) {
+  return entry.device ? device_conflict(*entry.device, house) : room_conflict(entry.room, house);
+}
+
 }  // namespace
 
-HouseEditor::HouseEditor(FrmMain& form, Operations& operations, Module1& module1,
-                         Settings& settings, Dialogs& dialogs, ListFile& list, RoomList& rooms,
-                         EventList& events, NavigationTree& tree)
-    : form_(form),
+HouseEditor::HouseEditor(AddRoomPanel& room_panel, AddDevicePanel& device_panel,
+                         NavigationPane& pane, Flags& flags, Operations& operations,
+                         Module1& module1, Settings& settings, Dialogs& dialogs, ListFile& list,
+                         RoomList& rooms, EventList& events, NavigationTree& tree)
+    : room_panel_(room_panel),
+      device_panel_(device_panel),
+      pane_(pane),
+      flags_(flags),
       module1_(module1),
       settings_(settings),
       dialogs_(dialogs),
@@ -31,76 +58,125 @@ HouseEditor::HouseEditor(FrmMain& form, Operations& operations, Module1& module1
       rooms_(rooms),
       events_(events),
       tree_(tree) {
-  form.Command3.click.connect([this, &operations] { operations.start(add_room()); });
-  form.Command4.click.connect([this, &operations] { operations.start(add_device()); });
+  room_panel.Command3.click.connect([this, &operations] { operations.start(add_room()); });
+  device_panel.Command4.click.connect([this, &operations] { operations.start(add_device()); });
 }
 
 Task<void> HouseEditor::add_room() {
-  const std::string name = form_.txt_roomname.text;
+  const std::string name = room_panel_.txt_roomname.text;
   std::string wrong =
-      trim_blanks(name).empty() ? "You must type in a name for room" : room_name_problem(name);
+      trim_blanks(name).empty() ? "You must type in a name for room" : name_problem(name);
   if (!wrong.empty()) {
     co_await refuse(std::move(wrong));
-    form_.txt_roomname.set_focus();
+    room_panel_.txt_roomname.set_focus();
     co_return;
   }
-  if (adding_) co_return;
-  const FlagGuard adding(adding_);
-  const EventList::Closed closed(events_);
-  bool added = false;
-  {
-    const FileLock lock = co_await lock_files(form_, module1_);
-    added = list_.add(name + "~~~");
-  }
-  if (!added) {
-    co_await tell_not_written();
-    co_return;
-  }
-  co_await rebuild();
-  // The next name may have been typed meanwhile.
-  if (form_.txt_roomname.text.get() == name) form_.txt_roomname.text = std::string();
-  rooms_.gohome();
+  Addition addition{ListLine{name, std::nullopt}, "", rooms_.view()};
+  co_await carry_out(std::move(addition));
 }
 
 Task<void> HouseEditor::add_device() {
-  const std::string name = form_.txt_devname.text;
+  const std::string name = device_panel_.txt_devname.text;
   if (trim_blanks(name).empty()) {
     std::string text = "You must type in a name for this device";
     co_await refuse(std::move(text));
-    form_.txt_devname.set_focus();
+    device_panel_.txt_devname.set_focus();
     co_return;
   }
-  const auto checked =
-      check_device(form_.lst_temproom.text.get(), name, form_.lst_housecode.text.get(),
-                   form_.lst_device.text.get(), form_.lst_temproom.items);
+  const auto checked = check_device(
+      device_panel_.lst_temproom.text.get(), name, device_panel_.lst_housecode.text.get(),
+      device_panel_.lst_device.text.get(), device_panel_.lst_temproom.items);
   if (const auto* wrong = std::get_if<std::string>(&checked)) {
     std::string text = *wrong;
     co_await refuse(std::move(text));
     co_return;
   }
   const Device device = std::get<Device>(checked);
-  if (adding_) co_return;
+  Addition addition{ListLine{device.room, device}, type_code(device_panel_.lst_devicetype.text),
+                    rooms_.view()};
+  co_await carry_out(std::move(addition));
+}
+
+Task<void> HouseEditor::carry_out(Addition addition) {
+  const auto same = [&addition](const Addition& other) {
+    return line_of(other.entry) == line_of(addition.entry) && other.type == addition.type;
+  };
+  if (std::any_of(additions_.begin(), additions_.end(), same)) co_return;
+  additions_.push_back(std::move(addition));
+  if (adding_) co_return;  // whoever carries out the first goes on with it
   const FlagGuard adding(adding_);
   const EventList::Closed closed(events_);
-  bool added = false;
-  {
-    const FileLock lock = co_await lock_files(form_, module1_);
-    added = add_with_type(device);
+  while (!additions_.empty()) co_await carry_out_next();
+}
+
+Task<void> HouseEditor::carry_out_next() {
+  struct Done {
+    std::deque<Addition>& additions;
+    ~Done() { additions.pop_front(); }
+  };
+  const Done done{additions_};
+  const Addition& addition = additions_.front();
+  const Outcome outcome = co_await add_to_list(addition);
+  if (outcome == Outcome::kAdded) {
+    co_await show_added(addition);
+  } else if (outcome == Outcome::kNotWritten) {
+    std::string text =
+        "Sorry, the room and device list rmlst.hwd could not be written, so nothing was added. "
+        "Please check the disk and the permissions of the file.";
+    co_await refuse(std::move(text));
+  } else if (rooms_.view() == addition.seen_from) {
+    name_box(addition).set_focus();
   }
-  if (!added) {
-    co_await tell_not_written();
-    co_return;
+}
+
+// Looks at the house once more whenever the files were out of its hands: while a person reads a
+// question, what is asked about may come or go.
+Task<HouseEditor::Outcome> HouseEditor::add_to_list(const Addition& addition) {
+  std::string accepted;  // the device with which the address is shared
+  for (;;) {
+    std::string wrong;
+    std::string shared;
+    {
+      const FileLock lock = co_await lock_files(flags_, module1_);
+      if (list_.exists() && !list_.content()) co_return Outcome::kNotWritten;
+      const HouseIndex house = house_in(list_, settings_);
+      wrong = conflict(addition.entry, house);
+      if (wrong.empty() && addition.entry.device)
+        if (const Device* other = at_same_address(*addition.entry.device, house))
+          shared = "\"" + other->name + "\" in the room \"" + other->room + "\"";
+      if (wrong.empty() && shared == accepted)
+        co_return write(addition) ? Outcome::kAdded : Outcome::kNotWritten;
+    }
+    if (!wrong.empty()) {
+      co_await refuse(std::move(wrong));
+      co_return Outcome::kRefused;
+    }
+    if (!shared.empty()) {
+      const bool wanted = co_await may_share(*addition.entry.device, shared);
+      if (!wanted) co_return Outcome::kRefused;
+    }
+    accepted = std::move(shared);
   }
-  co_await rebuild();
-  if (form_.txt_devname.text.get() == name) form_.txt_devname.text = std::string();
-  rooms_.gohome();
+}
+
+Task<bool> HouseEditor::may_share(const Device& added, std::string other) {
+  std::string text = other + " has this address (" + added.house_code + std::to_string(added.unit) +
+                     ") already. Do you want to add \"" + added.name + "\" all the same?";
+  std::string title = "Same address";
+  const bool wanted = co_await ask(dialogs_, std::move(text), std::move(title), Answer::kNo);
+  co_return wanted;
+}
+
+bool HouseEditor::write(const Addition& addition) {
+  if (addition.entry.device) return write_device(*addition.entry.device, addition.type);
+  return list_.add(line_of(addition.entry));
 }
 
 // The type first, so that a stop leaves no device without it.
-bool HouseEditor::add_with_type(const Device& device) {
+bool HouseEditor::write_device(const Device& device, const std::string& type) {
   const std::string old_type = settings_.read("type", device.key(), "");
-  settings_.write("type", device.key(), type_code(form_.lst_devicetype.text));
-  if (list_.add(device.room + "~" + device.name + "~" + device.code())) return true;
+  settings_.write("type", device.key(), type);
+  if (list_.add(line_of(ListLine{device.room, device}))) return true;
   if (old_type.empty())
     settings_.remove("type", device.key());
   else
@@ -108,22 +184,29 @@ bool HouseEditor::add_with_type(const Device& device) {
   return false;
 }
 
-Task<void> HouseEditor::tell_not_written() {
-  std::string text =
-      "Sorry, the room and device list rmlst.hwd could not be written, so nothing was added. "
-      "Please check the disk and the permissions of the file.";
-  co_await refuse(std::move(text));
+// The next name may have been typed meanwhile, or another panel opened: then the person goes on
+// there.
+Task<void> HouseEditor::show_added(const Addition& addition) {
+  co_await rooms_.loadlists();
+  const std::string selected = pane_.Tree.selected.get() ? pane_.Tree.selected.get()->key : "";
+  rooms_.cleartree(pane_.Tree);
+  tree_.loadtree();
+  pane_.Tree.selected = pane_.Tree.find(selected);
+  TextBox& box = name_box(addition);
+  const std::string& name =
+      addition.entry.device ? addition.entry.device->name : addition.entry.room;
+  if (box.text.get() != name) co_return;
+  box.text = std::string();
+  if (rooms_.view() == addition.seen_from) rooms_.gohome();
 }
 
-Task<void> HouseEditor::rebuild() {
-  co_await rooms_.loadlists();
-  rooms_.cleartree(form_.Tree);
-  tree_.loadtree();
+TextBox& HouseEditor::name_box(const Addition& addition) {
+  return addition.entry.device ? device_panel_.txt_devname : room_panel_.txt_roomname;
 }
 
 Task<void> HouseEditor::refuse(std::string text) {
-  Message message{std::move(text), "Error!", MessageIcon::kExclamation, MessageButtons::kOk};
-  co_await dialogs_.message_box(std::move(message));
+  std::string title = "Error!";
+  co_await tell(dialogs_, std::move(text), std::move(title), MessageIcon::kExclamation);
 }
 
 }  // namespace homewarden

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <string>
 
 #include "automation/event_list.h"
@@ -12,28 +13,48 @@
 #include "core/module1.h"
 #include "core/settings.h"
 #include "platform/dialogs.h"
-#include "ui/frm_main.h"
+#include "ui/house_panel.h"
+#include "ui/navigation_pane.h"
+#include "ui/shared_state.h"
 
 namespace homewarden {
 
-// The two panels that rooms and devices are added on. What is no name, room or address is refused
-// with a message, and nothing is written.
+// The two panels that rooms and devices are added on. What is no name, room or address, and what
+// the house has already, is refused with a message, and nothing is written.
 class HouseEditor {
  public:
-  HouseEditor(FrmMain& form, Operations& operations, Module1& module1, Settings& settings,
+  HouseEditor(AddRoomPanel& room_panel, AddDevicePanel& device_panel, NavigationPane& pane,
+              Flags& flags, Operations& operations, Module1& module1, Settings& settings,
               Dialogs& dialogs, ListFile& list, RoomList& rooms, EventList& events,
               NavigationTree& tree);
 
+  // Take what stands in the boxes now. What is saved while another addition waits for the files is
+  // carried out after it; saving the same once more meanwhile counts once.
   Task<void> add_room();
   Task<void> add_device();
 
  private:
-  bool add_with_type(const Device& device);
-  Task<void> tell_not_written();
-  Task<void> rebuild();
+  struct Addition {
+    ListLine entry;
+    std::string type;  // of a device: its code
+    RoomList::View seen_from;
+  };
+  enum class Outcome { kAdded, kRefused, kNotWritten };
+
+  Task<void> carry_out(Addition addition);
+  Task<void> carry_out_next();
+  Task<Outcome> add_to_list(const Addition& addition);
+  bool write(const Addition& addition);
+  bool write_device(const Device& device, const std::string& type);
+  Task<bool> may_share(const Device& added, std::string other);
+  Task<void> show_added(const Addition& addition);
+  TextBox& name_box(const Addition& addition);
   Task<void> refuse(std::string text);
 
-  FrmMain& form_;
+  AddRoomPanel& room_panel_;
+  AddDevicePanel& device_panel_;
+  NavigationPane& pane_;
+  Flags& flags_;
   Module1& module1_;
   Settings& settings_;
   Dialogs& dialogs_;
@@ -41,6 +62,7 @@ class HouseEditor {
   RoomList& rooms_;
   EventList& events_;
   NavigationTree& tree_;
+  std::deque<Addition> additions_;  // the first one is being carried out
   bool adding_ = false;
 };
 

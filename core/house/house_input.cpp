@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/code_page.h"
 #include "base/text.h"
 #include "ui/fixed_nodes.h"
 
@@ -10,8 +11,26 @@ namespace {
 
 constexpr std::size_t kLongestName = 200;
 
+// What the machine's settings keep beside the states of the devices, which lie under their keys.
+constexpr std::string_view kTakenKeys[] = {"port",        "webport",  "installing",
+                                           "closeengine", "lastroom", "lastdev"};
+constexpr std::string_view kLevelPrefix = "dim";
+
 std::string quoted(std::string_view text) {
   return "\"" + std::string(text) + "\"";
+}
+
+bool same_name(std::string_view a, std::string_view b) {
+  return equals_ignoring_case(trim_blanks(a), trim_blanks(b));
+}
+
+// The device under whose key, or the key of whose level, another one would be kept; nullptr for
+// none.
+const Device* sharing_state(const std::string& key, const HouseIndex& house) {
+  if (const Device* same = house.by_key(key)) return same;
+  if (const Device* level = house.by_key(std::string(kLevelPrefix) + key)) return level;
+  if (!to_lower(key).starts_with(kLevelPrefix)) return nullptr;
+  return house.by_key(key.substr(kLevelPrefix.size()));
 }
 
 }  // namespace
@@ -19,19 +38,18 @@ std::string quoted(std::string_view text) {
 std::string name_problem(std::string_view name) {
   if (name.find('~') != std::string_view::npos)
     return "A name cannot hold a tilde (~), which separates the names in the house's files.";
+  if (name.find('"') != std::string_view::npos)
+    return "A name cannot hold a double quote (\"), which would break its links in the browser.";
+  if (name.find(kUnknownCharacter) != std::string_view::npos)
+    return quoted(name) +
+           " holds a letter that cannot be kept: names use the letters of Western European "
+           "languages.";
   if (std::any_of(name.begin(), name.end(),
                   [](char c) { return static_cast<unsigned char>(c) < 0x20; }))
     return "A name cannot hold tabs or line ends.";
   if (name.size() > kLongestName)
     return "A name cannot be longer than " + std::to_string(kLongestName) + " characters.";
   return "";
-}
-
-std::string room_name_problem(std::string_view name) {
-  for (const char* node : kFixedNodes)
-    if (name == node)
-      return quoted(name) + " is an entry of the list already. Please choose another name.";
-  return name_problem(name);
 }
 
 std::variant<Device, std::string> check_device(std::string_view room, std::string_view name,
@@ -54,6 +72,43 @@ std::variant<Device, std::string> check_device(std::string_view room, std::strin
   if (!device.has_address())
     return quoted(unit) + " is no device number. Please choose a number from 1 to 16.";
   return device;
+}
+
+std::string room_conflict(std::string_view room, const HouseIndex& house) {
+  for (const char* node : kFixedNodes)
+    if (same_name(room, node))
+      return quoted(node) + " is an entry of the list already. Please choose another name.";
+  for (const std::string& other : house.rooms())
+    if (same_name(room, other))
+      return "There is a room " + quoted(other) + " already. Please choose another name.";
+  return "";
+}
+
+std::string device_conflict(const Device& device, const HouseIndex& house) {
+  const auto& rooms = house.rooms();
+  if (std::find(rooms.begin(), rooms.end(), device.room) == rooms.end())
+    return "There is no room " + quoted(device.room) + " any more.";
+  const std::string key = device.key();
+  if (const Device* other = sharing_state(key, house)) {
+    const std::string there = quoted(other->name) + " in the room " + quoted(other->room);
+    if (same_name(device.room, other->room) && same_name(device.name, other->name))
+      return "There is a device " + there + " already. Please choose another name.";
+    return "A device " + quoted(device.name) + " in the room " + quoted(device.room) +
+           " could not be told from " + there + ". Please choose another name.";
+  }
+  for (const std::string_view taken : kTakenKeys)
+    if (equals_ignoring_case(key, taken))
+      return "The program keeps something else under " + quoted(key) +
+             ", the names of room and device together. Please choose another name.";
+  return "";
+}
+
+const Device* at_same_address(const Device& device, const HouseIndex& house) {
+  const auto& devices = house.devices();
+  const auto found = std::find_if(devices.begin(), devices.end(), [&](const Device& other) {
+    return other.unit == device.unit && equals_ignoring_case(other.house_code, device.house_code);
+  });
+  return found == devices.end() ? nullptr : &*found;
 }
 
 }  // namespace homewarden

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
 
 #include "core/devices.h"
+#include "core/house_index.h"
 
 namespace homewarden {
 
@@ -14,13 +14,19 @@ namespace homewarden {
 // nothing does. An empty name is not looked at.
 std::string name_problem(std::string_view name);
 
-// What keeps a text from being the name of a new room.
-std::string room_name_problem(std::string_view name);
-
-// The device that a person describes, or what is wrong with it. `rooms` are the rooms there are.
-// The house code may be typed in either case.
+// The device that a person describes, or what is wrong with it. `rooms` are the rooms that can be
+// chosen. The house code may be typed in either case.
 std::variant<Device, std::string> check_device(std::string_view room, std::string_view name,
                                                std::string_view house_code, std::string_view unit,
                                                const std::vector<std::string>& rooms);
+
+// What keeps a new room or device, whose own fields are in order, out of this house: it would take
+// the name or the stored state of what is there. "" when nothing does. Two names are the same when
+// only letter case or blanks at their ends differ.
+std::string room_conflict(std::string_view room, const HouseIndex& house);
+std::string device_conflict(const Device& device, const HouseIndex& house);
+
+// The first device that has the address of this one; nullptr when none has.
+const Device* at_same_address(const Device& device, const HouseIndex& house);
 
 }  // namespace homewarden
