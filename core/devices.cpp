@@ -14,6 +14,12 @@ std::string Device::key() const {
   return device_key(room, name);
 }
 
+std::string Device::roomdevice() const {
+  std::string text = room + " " + name;
+  text.erase(text.find_last_not_of(' ') + 1);
+  return text;
+}
+
 std::string Device::label() const {
   return room + " " + name + " " + house_code + std::to_string(unit);
 }

@@ -19,6 +19,8 @@ struct Device {
 
   // Names the device's type, state and level in the settings: "KitchenTableLamp".
   std::string key() const;
+  // What events and macros call it: "Kitchen Table Lamp". Blanks at its end are not kept there.
+  std::string roomdevice() const;
   // Entries of the event and macro editors: "Kitchen Table Lamp A3".
   std::string label() const;
   // Entries of `lst_codes`: "A~3".

@@ -9,9 +9,9 @@ namespace homewarden {
 
 // The data files of a house.
 //
-// Deleting a device can change two of them. Both new lists are written first; one rename, of the
-// new room list to `tcdone.tmp`, decides that the deletion happens; after it a stop can be made
-// good by going on.
+// Deleting a room or a device can change all three lists. The new lists are written first; one
+// rename, of the new room list to `tcdone.tmp`, decides that the deletion happens; after it a stop
+// can be made good by going on.
 class HouseFiles {
  public:
   HouseFiles(Files& files, const std::filesystem::path& folder);
@@ -20,12 +20,21 @@ class HouseFiles {
   ListFile events;  // evelst.hwd, by way of temp.txt
   ListFile macros;  // macs.hlk, by way of tempmac.txt
 
+  // The lines that a deletion leaves out of each list. The lists of events and macros stay
+  // untouched without a choice.
+  struct Deletion {
+    ListFile::Choice rooms;
+    ListFile::Choice events;
+    ListFile::Choice macros;
+  };
+
   void discard_deletion();
-  // Decides a deletion; of events only when `events_left_out` is given. False, with everything as
-  // it was, when a file cannot be read or written.
-  bool decide_deletion(const ListFile::Choice& rooms_left_out,
-                       const ListFile::Choice& events_left_out);
-  // What has been decided. The second one ends the deletion.
+  // Decides a deletion. False, with everything as it was, when a file cannot be read or written.
+  bool decide_deletion(const Deletion& deletion);
+  // Carry out what has been decided, and do nothing to a list that stays. The macro list comes
+  // first and at once: it is added to without a lock. The room list ends the deletion. False when
+  // the new list could not be put in the place of the old one.
+  bool use_macros();
   bool use_events();
   bool use_rooms();
   // Takes a decision back that cannot be carried out: the lists stay as they are.
@@ -37,7 +46,8 @@ class HouseFiles {
 
  private:
   Files& files_;
-  ListFile events_of_device_;  // evelst.hwd, by way of tcev.tmp
+  ListFile events_left_;  // evelst.hwd, by way of tcev.tmp
+  ListFile macros_left_;  // macs.hlk, by way of tcmac.tmp
   std::filesystem::path decided_;
 };
 

@@ -1,13 +1,11 @@
 #include "core/house/house_deletion.h"
 
-#include <optional>
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
-#include "automation/event_record.h"
 #include "base/lines.h"
-#include "base/text.h"
-#include "core/devices.h"
-#include "core/lists/choice_lists.h"
+#include "core/asking.h"
 #include "core/lists/file_lock.h"
 #include "core/time_text.h"
 #include "platform/waiting.h"
@@ -18,28 +16,8 @@
 namespace homewarden {
 namespace {
 
-std::string_view first_field(std::string_view line) {
-  return line.substr(0, line.find('~'));
-}
-
-ListFile::Choice lines_of_room(std::string room) {
-  return [room = std::move(room)](std::string_view line) {
-    return !line.empty() && equals_ignoring_case(first_field(line), room);
-  };
-}
-
-ListFile::Choice lines_of_device(std::string room, std::string device) {
-  return [room = std::move(room), device = std::move(device)](std::string_view line) {
-    if (!equals_ignoring_case(first_field(line), room)) return false;
-    const auto entry = parse_list_line(line);
-    return entry && entry->device && equals_ignoring_case(entry->device->name, device);
-  };
-}
-
-ListFile::Choice events_of(std::string roomdevice) {
-  return [roomdevice = std::move(roomdevice)](std::string_view line) {
-    return equals_ignoring_case(first_field(line), roomdevice);
-  };
+bool deletes(int key) {
+  return key == kControlD || key == kDelete || key == kBackSpace;
 }
 
 std::size_t count(ListFile& list, const ListFile::Choice& choice) {
@@ -51,215 +29,267 @@ std::size_t count(ListFile& list, const ListFile::Choice& choice) {
   return found;
 }
 
+// The choices of a deletion; good as long as it is kept.
+ListFile::Choice rooms_of(const HouseRemoval& removal) {
+  return [&removal](std::string_view line) { return removal.takes_room_line(line); };
+}
+ListFile::Choice events_of(const HouseRemoval& removal) {
+  return [&removal](std::string_view line) { return removal.takes_event(line); };
+}
+ListFile::Choice macros_of(const HouseRemoval& removal) {
+  return [&removal](std::string_view line) { return removal.takes_macro(line); };
+}
+
+// A fixed node that stands for its panel and not, by an accident of names, for a room.
+bool is_panel(const TreeNode& node, const HouseIndex& house) {
+  if (node.parent ||
+      std::find(std::begin(kFixedNodes), std::end(kFixedNodes), node.text) == std::end(kFixedNodes))
+    return false;
+  const auto& rooms = house.rooms();
+  const bool is_room = std::find(rooms.begin(), rooms.end(), node.text) != rooms.end();
+  return !is_room || node.text == kHome || node.text == kEvents;
+}
+
 }  // namespace
 
-HouseDeletion::HouseDeletion(FrmMain& form, Operations& operations, EventLoop& loop,
-                             Module1& module1, Settings& settings, Dialogs& dialogs,
-                             HouseFiles& files, RoomList& rooms, EventList& events,
-                             DeviceState& state, NavigationTree& tree)
-    : form_(form),
+HouseDeletion::HouseDeletion(Window& window, NavigationPane& pane, HousePanel& room_panel,
+                             Flags& flags, StatusBar& status, Operations& operations,
+                             EventLoop& loop, Module1& module1, Settings& settings,
+                             Dialogs& dialogs, HouseFiles& files, HouseIndex& house,
+                             RoomList& rooms, EventList& events, DeviceState& state,
+                             NavigationTree& tree)
+    : window_(window),
+      pane_(pane),
+      room_panel_(room_panel),
+      flags_(flags),
+      status_(status),
       loop_(loop),
       module1_(module1),
       settings_(settings),
       dialogs_(dialogs),
       files_(files),
+      house_(house),
       rooms_(rooms),
       events_(events),
       state_(state),
       tree_(tree) {
-  form.Tree.key_press.connect([this, &operations](int key) { operations.start(deletetree(key)); });
-  form.mnu_deletetree.click.connect(
+  pane.Tree.key_press.connect([this, &operations](int key) { operations.start(deletetree(key)); });
+  pane.mnu_deletetree.click.connect(
       [this, &operations] { operations.start(deletetree(kControlD)); });
 }
 
 Task<void> HouseDeletion::deletetree(int KeyCode) {
-  if (KeyCode == kBackSpace) {
-    Message message{"If you wish to delete the item, press the Back Space key",
-                    "What did you want to do?", MessageIcon::kInformation, MessageButtons::kOk};
-    co_await dialogs_.message_box(std::move(message));
+  const TreeNode* node = pane_.Tree.selected;
+  if (!node) co_return;
+  if (!deletes(KeyCode)) {
+    std::string hint = "If you wish to delete the item, press the Back Space key";
+    std::string title = "What did you want to do?";
+    co_await tell(dialogs_, std::move(hint), std::move(title));
     co_return;
   }
-  const TreeNode* node = form_.Tree.selected;
-  if ((KeyCode != kControlD && KeyCode != kDelete) || !node) co_return;
+  if (is_panel(*node, house_)) {
+    pane_.Tree.click();
+    co_return;
+  }
   // The node may go while the questions are asked.
-  std::string name = node->text;
-  if (!node->parent) {
-    co_await delete_top_item(std::move(name));
-    co_return;
-  }
-  std::string room = node->parent->text;
-  co_await delete_device(std::move(room), std::move(name));
+  Item item{node->text, "", ""};
+  if (node->parent) item = {node->parent->text, node->text, node->key};
+  co_await delete_item(std::move(item));
 }
 
-Task<void> HouseDeletion::delete_top_item(std::string name) {
-  if (name == kHome) {
-    rooms_.gohome();
-  } else if (name == kEvents) {
-    form_.show_only(form_.frm_event);
-    preset_time(form_, loop_.local_time());
-  } else {
-    co_await delete_room(std::move(name));
-  }
+Task<void> HouseDeletion::delete_item(Item item) {
+  const auto wishes = co_await ask_wishes(item);
+  if (!wishes || !files_.rooms.exists()) co_return;
+  if (item.is_room())
+    co_await delete_room(std::move(item), *wishes);
+  else
+    co_await delete_device(std::move(item), *wishes);
 }
 
-Task<void> HouseDeletion::delete_room(std::string room) {
-  const bool wanted = co_await ask(
-      "Are you sure you want to delete this device? Please be aware that this will also DELETE any "
-      "devices you have setup in this room!",
-      "Really Delete?");
-  if (!wanted || !files_.rooms.exists()) co_return;
-  say("PLEASE WAIT! Searching for " + room + ", for deletion");
+Task<std::optional<HouseDeletion::Wishes>> HouseDeletion::ask_wishes(Item item) {
+  const HouseRemoval removal(item, files_.rooms.content().value_or(""));
+  const bool is_room = item.is_room();
+  std::string text = "Are you sure you want to delete this device?";
+  if (is_room)
+    text += " Please be aware that this will also DELETE any devices you have setup in this room!";
+  std::string title = "Really Delete?";
+  const bool wanted = co_await ask_about(std::move(text), std::move(title), removal.description());
+  if (!wanted) co_return std::nullopt;
+
+  Wishes wishes;
+  if (!is_room || count(files_.events, events_of(removal)) > 0) {
+    text = is_room ? "Do you want to remove the events of the devices of this room?"
+                   : "Do you want to remove any events you may have set for this device?";
+    title = "Remove Events?";
+    wishes.events = co_await ask_about(std::move(text), std::move(title), removal.description());
+  }
+  if (count(files_.macros, macros_of(removal)) > 0) {
+    text = is_room ? "Do you want to remove the macros that use the devices of this room?"
+                   : "Do you want to remove the macros that use this device?";
+    title = "Remove Macros?";
+    wishes.macros = co_await ask_about(std::move(text), std::move(title), removal.description());
+  }
+  co_return wishes;
+}
+
+Task<bool> HouseDeletion::ask_about(std::string text, std::string title, std::string description) {
+  text += "\r\n\r\n" + description;
+  const bool yes = co_await ask(dialogs_, std::move(text), std::move(title), Answer::kNo);
+  co_return yes;
+}
+
+Task<void> HouseDeletion::delete_room(Item item, Wishes wishes) {
+  RoomList::View seen_from = rooms_.view();
+  say("PLEASE WAIT! Searching for " + item.room + ", for deletion");
   co_await pending_events(loop_);
-  const BusyWindow busy(form_);
+  const BusyWindow busy(window_);
   const EventList::Closed closed(events_);
   co_await pending_events(loop_);
-  Lines lines;
-  const bool deleted = co_await rewrite_for_room(room, lines);
-  co_await finish(deleted, lines);
+  Result result = co_await rewrite_for_room(item, wishes);
+  co_await finish(std::move(result), std::move(seen_from), std::move(item));
 }
 
-Task<bool> HouseDeletion::rewrite_for_room(std::string room, Lines& lines) {
-  const FileLock lock = co_await lock_files(form_, module1_);
+Task<void> HouseDeletion::delete_device(Item item, Wishes wishes) {
+  RoomList::View seen_from = rooms_.view();
+  const EventList::Closed closed(events_);
+  say("PLEASE WAIT! Searching for " + item.name() + " for deletion");
+  co_await pending_events(loop_);
+  Result result = co_await rewrite_for_device(item, wishes);
+  co_await finish(std::move(result), std::move(seen_from), std::move(item));
+}
+
+Task<HouseDeletion::Result> HouseDeletion::rewrite_for_room(Item item, Wishes wishes) {
+  const FileLock lock = co_await lock_files(flags_, module1_);
   files_.discard_deletion();
   co_await module1_.pause(1);
-  const ListFile::Choice choice = lines_of_room(room);
-  lines = lines_of(choice);
-  for (std::size_t line = 0; line < lines.found; ++line) {
-    say("FOUND " + room + ", deleting now");
+  const HouseRemoval removal(item, files_.rooms.content().value_or(""));
+  for (std::size_t line = 0; line < removal.lines(); ++line) {
+    say("FOUND " + item.room + ", deleting now");
     co_await pending_events(loop_);
   }
-  if (!files_.decide_deletion(choice, {})) co_return false;
-  say(room + " has been deleted, please wait.");
+  const std::size_t events = wishes.events ? count(files_.events, events_of(removal)) : 0;
+  const std::size_t macros = wishes.macros ? count(files_.macros, macros_of(removal)) : 0;
+  Result result{decide(removal, wishes), removal.keys()};
+  if (result.outcome != Outcome::kDeleted) co_return result;
+  co_await tell_found("a macro", item.name(), macros);
+  co_await tell_found("an event", item.name(), events);
+  say(item.room + " has been deleted, please wait.");
   co_await pending_events(loop_);
   co_await module1_.pause(1);
-  const bool deleted = carry_out(lines);
+  result.outcome = carry_out(removal);
   co_await module1_.pause(2);
   co_await module1_.pause(1);
-  co_return deleted;
+  co_return result;
 }
 
-Task<void> HouseDeletion::delete_device(std::string room, std::string device) {
-  const bool wanted =
-      co_await ask("Are you sure you want to delete this device?", "Really Delete?");
-  if (!wanted) co_return;
-  const bool with_events = co_await ask(
-      "Do you want to remove any events you may have set for this device?", "Remove Events?");
-  if (!files_.rooms.exists()) co_return;
-  const EventList::Closed closed(events_);
-  say("PLEASE WAIT! Searching for " + room + ", " + device + " for deletion");
-  co_await pending_events(loop_);
-  Lines lines;
-  const bool deleted = co_await rewrite_for_device(room, device, with_events, lines);
-  co_await finish(deleted, lines);
-}
-
-Task<bool> HouseDeletion::rewrite_for_device(std::string room, std::string device, bool with_events,
-                                             Lines& lines) {
-  const FileLock lock = co_await lock_files(form_, module1_);
+Task<HouseDeletion::Result> HouseDeletion::rewrite_for_device(Item item, Wishes wishes) {
+  const FileLock lock = co_await lock_files(flags_, module1_);
   files_.discard_deletion();
   co_await module1_.pause(1);
   co_await module1_.pause(1);
 
-  const ListFile::Choice choice = lines_of_device(room, device);
-  lines = lines_of(choice);
-  const bool cleans_events = with_events && lines.found > 0 && files_.events.exists();
-  const ListFile::Choice event_choice =
-      cleans_events ? events_of(roomdevice_of(room, device)) : ListFile::Choice();
-  std::size_t events = cleans_events ? count(files_.events, event_choice) : 0;
-  const bool decided = files_.decide_deletion(choice, event_choice);
-  bool done = decided;
-
-  for (std::size_t line = 0; line < lines.found; ++line) {
-    say("FOUND! " + room + ", " + device + ". Deleting now.");
+  const HouseRemoval removal(item, files_.rooms.content().value_or(""));
+  const bool cleans_events = wishes.events && files_.events.exists();
+  std::size_t events = cleans_events ? count(files_.events, events_of(removal)) : 0;
+  const std::size_t macros = wishes.macros ? count(files_.macros, macros_of(removal)) : 0;
+  Result result{decide(removal, wishes), removal.keys()};
+  if (result.outcome != Outcome::kDeleted) co_return result;
+  co_await tell_found("a macro", item.name(), macros);
+  for (std::size_t line = 0; line < removal.lines(); ++line) {
+    say("FOUND! " + item.name() + ". Deleting now.");
     co_await pending_events(loop_);
     if (!cleans_events) continue;
-    if (done && line == 0) done = files_.use_events();
-    co_await remove_events(room, device, std::exchange(events, 0));
+    co_await tell_found("an event", item.name(), std::exchange(events, 0));
+    say("Device Removed, cleaning up now.");
+    co_await module1_.pause(2);
+    co_await module1_.pause(2);
+    say("Nearly finished.");
   }
   co_await module1_.pause(2);
-  if (done)
-    done = carry_out(lines);
-  else if (decided)
-    files_.give_up_deletion();
+  result.outcome = carry_out(removal);
   co_await module1_.pause(2);
-  co_return done;
+  co_return result;
 }
 
-bool HouseDeletion::carry_out(const Lines& lines) {
-  if (files_.use_rooms()) {
-    forget(lines);
-    return true;
+// kDeleted when the deletion is decided and its macros are gone.
+HouseDeletion::Outcome HouseDeletion::decide(const HouseRemoval& removal, Wishes wishes) {
+  if (!files_.rooms.content()) return Outcome::kFailed;
+  if (removal.lines() == 0) return Outcome::kNotThere;
+  HouseFiles::Deletion deletion{rooms_of(removal), {}, {}};
+  if (wishes.events && files_.events.exists()) deletion.events = events_of(removal);
+  if (wishes.macros && files_.macros.exists()) deletion.macros = macros_of(removal);
+  if (!files_.decide_deletion(deletion)) return Outcome::kFailed;
+  if (files_.use_macros()) return Outcome::kDeleted;
+  files_.give_up_deletion();
+  return Outcome::kFailed;
+}
+
+HouseDeletion::Outcome HouseDeletion::carry_out(const HouseRemoval& removal) {
+  if (files_.use_events() && files_.use_rooms()) {
+    forget(removal.keys());
+    return Outcome::kDeleted;
   }
   files_.give_up_deletion();
-  return false;
+  return Outcome::kFailed;
 }
 
-// Tells what happens to the events; their new list is in place.
-Task<void> HouseDeletion::remove_events(std::string room, std::string device, std::size_t found) {
-  for (std::size_t event = 0; event < found; ++event) {
-    say("Found an event for " + room + ", " + device + ". Deleting now.");
+Task<void> HouseDeletion::tell_found(const char* what, std::string name, std::size_t count) {
+  for (std::size_t found = 0; found < count; ++found) {
+    say(std::string("Found ") + what + " for " + name + ". Deleting now.");
     co_await pending_events(loop_);
   }
-  form_.Statusbar.panel2 = "Device Removed, cleaning up now.";
-  co_await module1_.pause(2);
-  co_await module1_.pause(2);
-  form_.Statusbar.panel2 = "Nearly finished.";
 }
 
-Task<bool> HouseDeletion::ask(const char* text, const char* title) {
-  Message question{text, title, MessageIcon::kQuestion, MessageButtons::kYesNo};
-  const Answer answer = co_await dialogs_.message_box(std::move(question));
-  co_return answer == Answer::kYes;
-}
-
-HouseDeletion::Lines HouseDeletion::lines_of(const ListFile::Choice& choice) {
-  Lines lines;
-  const auto content = files_.rooms.content();
-  LineReader reader(content ? *content : std::string_view());
-  while (const auto line = reader.next()) {
-    if (!choice(*line)) continue;
-    ++lines.found;
-    const auto entry = parse_list_line(*line);
-    if (entry && entry->device) lines.keys.insert(to_lower(entry->device->key()));
-  }
-  return lines;
-}
-
-// Two devices can share a key; what is stored under it stays with the one that stays.
-void HouseDeletion::forget(const Lines& lines) {
-  const Lines staying = lines_of([](std::string_view) { return true; });
-  for (const std::string& key : lines.keys) {
-    if (staying.keys.contains(key)) continue;
+void HouseDeletion::forget(const std::set<std::string>& keys) {
+  for (const std::string& key : keys) {
     settings_.remove("type", key);
     state_.forget(key);
   }
 }
 
-Task<void> HouseDeletion::finish(bool deleted, const Lines& lines) {
+Task<void> HouseDeletion::finish(Result result, RoomList::View seen_from, Item item) {
   say("Clearing old data ready for re load");
   co_await pending_events(loop_);
-  rooms_.cleartree(form_.Tree);
+  std::string selected = pane_.Tree.selected.get() ? pane_.Tree.selected.get()->key : "";
+  rooms_.cleartree(pane_.Tree);
   co_await module1_.pause(1);
   co_await rooms_.loadlists();
-  if (deleted) forget(lines);  // a wall switch may have been pressed while it was still known
+  // A wall switch may have been pressed while a device was still known, or one added anew.
+  std::erase_if(result.keys, [this](const std::string& key) { return house_.by_key(key); });
+  if (result.outcome == Outcome::kDeleted) forget(result.keys);
   co_await events_.loadevents();
   co_await module1_.pause(1);
-  say(deleted ? "Your item was deleted at " + hh_mm(loop_.local_time())
-              : "Your item could not be deleted");
+  say_end(result.outcome, item);
   co_await pending_events(loop_);
-  rooms_.cleartree(form_.Tree);  // another change may have filled it meanwhile
+  // Another change may have filled it meanwhile.
+  if (pane_.Tree.selected.get()) selected = pane_.Tree.selected.get()->key;
+  // The same key may come to stand for a device that it hid.
+  if (selected == (item.is_room() ? item.room : item.tree_key)) selected.clear();
+  rooms_.cleartree(pane_.Tree);
   tree_.loadtree();
-  rooms_.gohome();
-  if (deleted) co_return;
-  Message message{
-      "Sorry, the files of the house could not be written, so your item is still there. Please "
-      "check the disk and the permissions of rmlst.hwd and evelst.hwd.",
-      "Error", MessageIcon::kCritical, MessageButtons::kOk};
-  co_await dialogs_.message_box(std::move(message));
+  pane_.Tree.selected = pane_.Tree.find(selected);
+  // Whoever went on to something else stays there, unless it is the room that changed.
+  const RoomList::View now = rooms_.view();
+  if (now == seen_from || (now.panel == &room_panel_.frm_devices && now.room == item.room))
+    rooms_.gohome();
+  if (result.outcome != Outcome::kFailed) co_return;
+  std::string text =
+      "Sorry, the files of the house could not be read or written, so your item is still there. "
+      "Please check the disk and the permissions of rmlst.hwd, evelst.hwd and macs.hlk.";
+  co_await tell_error(dialogs_, std::move(text));
+}
+
+void HouseDeletion::say_end(Outcome outcome, const Item& item) {
+  if (outcome == Outcome::kDeleted)
+    say("Your item was deleted at " + hh_mm(loop_.local_time()));
+  else if (outcome == Outcome::kNotThere)
+    say("Nothing was deleted: " + item.name() + " is not in the list any more");
+  else
+    say("Your item could not be deleted");
 }
 
 void HouseDeletion::say(std::string text) {
-  form_.Statusbar.panel2 = std::move(text);
+  status_.panel2 = std::move(text);
 }
 
 }  // namespace homewarden

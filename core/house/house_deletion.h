@@ -1,21 +1,25 @@
 #pragma once
 
+#include <optional>
 #include <set>
 #include <string>
-#include <string_view>
-#include <vector>
 
 #include "automation/event_list.h"
 #include "base/operations.h"
 #include "base/task.h"
+#include "core/house/house_removal.h"
 #include "core/house/navigation_tree.h"
 #include "core/house_files.h"
+#include "core/house_index.h"
 #include "core/lists/room_list.h"
 #include "core/module1.h"
 #include "core/settings.h"
 #include "platform/dialogs.h"
 #include "platform/event_loop.h"
-#include "ui/frm_main.h"
+#include "ui/controls.h"
+#include "ui/house_panel.h"
+#include "ui/navigation_pane.h"
+#include "ui/shared_state.h"
 #include "x10/device_state.h"
 
 namespace homewarden {
@@ -23,43 +27,56 @@ namespace homewarden {
 // Deleting the room or the device that the tree has selected.
 class HouseDeletion {
  public:
-  HouseDeletion(FrmMain& form, Operations& operations, EventLoop& loop, Module1& module1,
-                Settings& settings, Dialogs& dialogs, HouseFiles& files, RoomList& rooms,
-                EventList& events, DeviceState& state, NavigationTree& tree);
+  HouseDeletion(Window& window, NavigationPane& pane, HousePanel& room_panel, Flags& flags,
+                StatusBar& status, Operations& operations, EventLoop& loop, Module1& module1,
+                Settings& settings, Dialogs& dialogs, HouseFiles& files, HouseIndex& house,
+                RoomList& rooms, EventList& events, DeviceState& state, NavigationTree& tree);
 
-  // Ctrl+D (4) and Delete (127) delete the selected item after questions; Back Space (8) says how;
-  // other keys do nothing. A device takes its events along when the person says so; what is stored
-  // of deleted devices goes too.
+  // Ctrl+D (4), Back Space (8) and Delete (127) delete the selected item after questions; other
+  // keys say so and do nothing. On a fixed node, unless a room shares it, they show its panel.
+  // Events and macros go along when the person says so; what is stored of deleted devices goes too.
   Task<void> deletetree(int KeyCode);
 
  private:
-  // What a deletion takes out of the room list.
-  struct Lines {
-    std::size_t found = 0;
-    std::set<std::string> keys;  // of devices, lower-case
+  using Item = HouseRemoval::Item;
+  // What a person has decided.
+  struct Wishes {
+    bool events = false;
+    bool macros = false;
+  };
+  enum class Outcome { kDeleted, kNotThere, kFailed };
+  struct Result {
+    Outcome outcome = Outcome::kFailed;
+    std::set<std::string> keys;  // of the devices, lower-case
   };
 
-  Task<void> delete_top_item(std::string name);
-  Task<void> delete_room(std::string room);
-  Task<void> delete_device(std::string room, std::string device);
-  // True with the lines that were deleted.
-  Task<bool> rewrite_for_room(std::string room, Lines& lines);
-  Task<bool> rewrite_for_device(std::string room, std::string device, bool with_events,
-                                Lines& lines);
-  Task<void> remove_events(std::string room, std::string device, std::size_t found);
-  Task<bool> ask(const char* text, const char* title);
-  bool carry_out(const Lines& lines);
-  Lines lines_of(const ListFile::Choice& choice);
-  void forget(const Lines& lines);
-  Task<void> finish(bool deleted, const Lines& lines);
+  Task<void> delete_item(Item item);
+  // Nothing when the item is to stay.
+  Task<std::optional<Wishes>> ask_wishes(Item item);
+  Task<bool> ask_about(std::string text, std::string title, std::string description);
+  Task<void> delete_room(Item item, Wishes wishes);
+  Task<void> delete_device(Item item, Wishes wishes);
+  Task<Result> rewrite_for_room(Item item, Wishes wishes);
+  Task<Result> rewrite_for_device(Item item, Wishes wishes);
+  Outcome decide(const HouseRemoval& removal, Wishes wishes);
+  Outcome carry_out(const HouseRemoval& removal);
+  Task<void> tell_found(const char* what, std::string name, std::size_t count);
+  Task<void> finish(Result result, RoomList::View seen_from, Item item);
+  void say_end(Outcome outcome, const Item& item);
+  void forget(const std::set<std::string>& keys);
   void say(std::string text);
 
-  FrmMain& form_;
+  Window& window_;
+  NavigationPane& pane_;
+  HousePanel& room_panel_;
+  Flags& flags_;
+  StatusBar& status_;
   EventLoop& loop_;
   Module1& module1_;
   Settings& settings_;
   Dialogs& dialogs_;
   HouseFiles& files_;
+  HouseIndex& house_;
   RoomList& rooms_;
   EventList& events_;
   DeviceState& state_;
