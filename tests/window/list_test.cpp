@@ -6,6 +6,7 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QLabel>
+#include <QListWidget>
 #include <QMenu>
 #include <QScrollBar>
 #include <QTest>
@@ -182,6 +183,32 @@ TEST_F(ListTest, CaptionsAskForAnOrderAndShowTheOneThereIs) {
   }
   form.ListView1.sort_key = -1;
   EXPECT_FALSE(header->isSortIndicatorShown());
+}
+
+TEST_F(ListTest, AMarkStaysWithItsRowAndSaysWhy) {
+  const auto warned = [this](int row) {
+    const QModelIndex index = list->model()->index(row, 0);
+    const QString text = index.data(Qt::AccessibleTextRole).toString();
+    return !index.data(Qt::DecorationRole).isNull() && text.contains("no such device") &&
+           index.data(Qt::ToolTipRole) == "no such device";
+  };
+  form.ListView1.marks = std::map<int, std::string>{{0, "no such device"}, {7, "no such row"}};
+  EXPECT_TRUE(warned(0));
+  form.ListView1.sort_by(0);  // Fan, Kueche, Lamp
+  EXPECT_TRUE(warned(2) && !warned(0)) << "the mark stayed where another row is now";
+  form.ListView1.show(Rows{{"Radio"}, {"Bell"}}, 0, {{1, "no such device"}});
+  EXPECT_TRUE(warned(0) && !warned(1));
+
+  form.frm_macros.visible = true;
+  form.ListVIew2.add("one");
+  form.ListVIew2.marks = std::map<int, std::string>{{0, "no such device"}};
+  form.ListVIew2.add("two");
+  const auto* macros = view->findChild<QListWidget*>();
+  EXPECT_EQ(macros->item(0)->toolTip(), "no such device");
+  EXPECT_TRUE(macros->item(1)->toolTip().isEmpty());
+  form.ListVIew2.clear();
+  form.ListVIew2.add("three");
+  EXPECT_TRUE(macros->item(0)->icon().isNull()) << "a mark of the list before";
 }
 
 TEST_F(ListTest, ColumnsCanBeReadInAnyFontAndStayAsAPersonDraggedThem) {

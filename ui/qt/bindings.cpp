@@ -3,6 +3,7 @@
 #include <QSignalBlocker>
 
 #include "platform/qt/text_codec.h"
+#include "ui/qt/row_mark.h"
 #include "ui/qt/steady_button.h"
 #include "ui/qt/watch.h"
 
@@ -68,6 +69,23 @@ void bind(TextBox& control, QLineEdit* widget, const QString& name) {
                    [&control](const QString& text) { control.text = to_code_page(text); });
 }
 
+namespace {
+
+void show_marks(const ListBox& control, QListWidget* widget) {
+  const auto& marks = control.marks.get();
+  for (int row = 0; row < widget->count(); ++row) {
+    QListWidgetItem& item = *widget->item(row);
+    const auto mark = marks.find(row);
+    const bool marked = mark != marks.end();
+    const QString why = marked ? from_code_page(mark->second) : QString();
+    item.setIcon(marked ? mark_icon() : QIcon());
+    item.setToolTip(why);
+    item.setData(Qt::AccessibleTextRole, marked ? marked_text(item.text(), why) : item.text());
+  }
+}
+
+}  // namespace
+
 void bind(ListBox& control, QListWidget* widget, const QString& name) {
   bind_common(control, widget, name);
   follow(control.items, widget, [widget, &control](const auto& items) {
@@ -75,7 +93,9 @@ void bind(ListBox& control, QListWidget* widget, const QString& name) {
     widget->clear();
     for (const std::string& item : items) widget->addItem(from_code_page(item));
     widget->setCurrentRow(control.selected);
+    show_marks(control, widget);
   });
+  watch(control.marks.changed, widget, [widget, &control] { show_marks(control, widget); });
   follow(control.selected, widget, [widget](int row) { widget->setCurrentRow(row); });
   QObject::connect(widget, &QListWidget::currentRowChanged, widget,
                    [&control](int row) { control.selected = row; });

@@ -40,8 +40,16 @@ int ColumnWidths::widest_text(int column) const {
     widest = width;
     found = index;
   }
-  // With the margins that the style puts around it.
-  return found.isValid() ? view_.sizeHintForIndex(found).width() : 0;
+  if (!found.isValid()) return 0;
+  // With the margins that the style puts around it; every row of the first column may be marked.
+  const int text = view_.sizeHintForIndex(found).width();
+  return column == 0 && !list_.marks.get().empty() ? text + mark_width() : text;
+}
+
+int ColumnWidths::mark_width() const {
+  const QStyle& style = *view_.style();
+  const int margin = style.pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &view_) + 1;
+  return style.pixelMetric(QStyle::PM_SmallIconSize, nullptr, &view_) + 2 * margin;
 }
 
 // The arrow takes room only where it is shown.

@@ -31,6 +31,7 @@ class ColumnWidths {
   };
   int caption_width(int column) const;
   int widest_text(int column) const;
+  int mark_width() const;
 
   const ListView& list_;
   QTreeView& view_;

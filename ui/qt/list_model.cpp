@@ -1,6 +1,7 @@
 #include "ui/qt/list_model.h"
 
 #include "platform/qt/text_codec.h"
+#include "ui/qt/row_mark.h"
 
 namespace homewarden {
 
@@ -16,12 +17,26 @@ int ListModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant ListModel::data(const QModelIndex& index, int role) const {
-  if (!index.isValid() || role != Qt::DisplayRole) return {};
+  if (!index.isValid()) return {};
+  if (role != Qt::DisplayRole) return mark(index, role);
   const auto& rows = list_.rows.get();
   const auto row = static_cast<std::size_t>(index.row());
   const auto column = static_cast<std::size_t>(index.column());
   if (row >= rows.size() || column >= rows[row].size()) return {};
   return from_code_page(rows[row][column]);
+}
+
+// A screen reader says the reason once, with the first cell.
+QVariant ListModel::mark(const QModelIndex& index, int role) const {
+  const auto& marks = list_.marks.get();
+  const auto found = marks.find(index.row());
+  if (found == marks.end()) return {};
+  const QString why = from_code_page(found->second);
+  if (role == Qt::ToolTipRole) return why;
+  if (index.column() > 0) return {};
+  if (role == Qt::DecorationRole) return mark_icon();
+  if (role == Qt::AccessibleTextRole) return marked_text(index.data().toString(), why);
+  return {};
 }
 
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -35,6 +50,12 @@ QVariant ListModel::headerData(int section, Qt::Orientation orientation, int rol
 void ListModel::reload() {
   beginResetModel();
   endResetModel();
+}
+
+void ListModel::show_marks() {
+  if (rowCount() == 0 || columnCount() == 0) return;
+  emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1),
+                   {Qt::DecorationRole, Qt::ToolTipRole, Qt::AccessibleTextRole});
 }
 
 }  // namespace homewarden

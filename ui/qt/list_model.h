@@ -19,8 +19,12 @@ class ListModel : public QAbstractTableModel {
 
   // The rows or the columns have changed; everything is shown anew.
   void reload();
+  // Other rows are marked, or for other reasons; selection and place stay.
+  void show_marks();
 
  private:
+  QVariant mark(const QModelIndex& index, int role) const;
+
   const ListView& list_;
 };
 

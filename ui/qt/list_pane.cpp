@@ -31,6 +31,10 @@ ListPane::ListPane(ListView& list, const QString& name, QWidget* parent)
   follow(list.columns, this, [this](const auto&) { show_columns(); });
   follow(list.rows, this, [this](const auto&) { show_rows(); });
   follow(list.selected, this, [this](int row) { select(row); });
+  watch(list.marks.changed, this, [this] {
+    model_->show_marks();
+    widths_.measure();
+  });
   follow(list.sort_key, this, [this](int) {
     show_order();
     widths_.measure();
