@@ -18,14 +18,25 @@ struct TreeNode {
 };
 
 // A tree of nodes, each found by a key that no other node has.
+//
+// Selecting shows, clicking acts. A face sets `selected` whenever a person moves the selection:
+// with the left or the right button, the arrow keys, Home, End or by typing the beginning of a
+// text. It raises `click` only for a left click on a node, also on the one that is selected
+// already, and for Enter or the space bar on the selected node. So whoever shows something of the
+// selected node watches `selected`, and only who watches `click` may switch anything. The arrow
+// that opens and closes a room neither selects nor clicks.
 struct TreeView : Control {
-  // Raised after nodes were added or removed; a batch of changes raises it once.
+  // Raised after nodes were added or removed; a batch of changes raises it once. A face then shows
+  // the nodes anew, with the selection that is set by then, and with the rooms open that were.
   Signal<> nodes_changed;
+  // Null: none, as after a right click beside all nodes. Logic may set it too; a face shows it.
   Property<TreeNode*> selected{nullptr};
   Property<bool> root_lines{false};
-  Signal<> click;          // a node was clicked, or chosen with the keyboard; it is `selected`
-  Signal<int> key_press;   // the character typed
-  Signal<int> mouse_down;  // 1 left button, 2 right button
+  Signal<> click;         // the selected node was clicked
+  Signal<int> key_press;  // the character typed; it concerns the selected node, if there is one
+  // 1: the left button went down. 2: a person asks for the menu of the selected node, with the
+  // right button or the menu key; without a node under the pointer nobody is asked.
+  Signal<int> mouse_down;
 
   // Adds a node behind its brothers. Null, and nothing is added, when the key is taken or the
   // parent's key (other than "" with `parent` null) names no node.
@@ -35,6 +46,9 @@ struct TreeView : Control {
   void remove(TreeNode* node);
   const std::vector<std::unique_ptr<TreeNode>>& roots() const { return root_.children; }
   std::size_t size() const { return by_key_.size(); }
+
+  // Whether a batch of changes is under way: nodes that a face knows may be gone.
+  bool is_changing() const { return batches_ > 0; }
 
   // While one of these lives, changes are not told; when the last goes they are told once.
   class Batch {

@@ -14,6 +14,7 @@
 #include <QTreeView>
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "ui/qt/device_card.h"
 #include "ui/qt/main_window_view.h"
@@ -26,6 +27,7 @@ using ::testing::ElementsAre;
 
 struct WindowTest : ::testing::Test {
   WindowTest() {
+    form.Tree.root_lines = true;
     for (const char* fixed : {"Home", "Events", "Macros"}) form.Tree.add(nullptr, fixed, fixed);
     TreeNode* room = form.Tree.add(nullptr,
                                    "K\xFC"
@@ -55,6 +57,18 @@ struct WindowTest : ::testing::Test {
     QTest::mouseClick(tree->viewport(), button, {}, place_of(text));
   }
 
+  // As the right button does: the press, then the request for the menu.
+  void ask_for_menu(QPoint place) {
+    QTest::mouseClick(tree->viewport(), Qt::RightButton, {}, place);
+    QContextMenuEvent menu(QContextMenuEvent::Mouse, place, tree->viewport()->mapToGlobal(place));
+    QApplication::sendEvent(tree->viewport(), &menu);
+  }
+  std::vector<std::string> take_clicks() { return std::exchange(clicks, {}); }
+  std::string selected() {
+    const TreeNode* node = form.Tree.selected;
+    return node ? node->text : "";
+  }
+
   // Fills two slots: a lamp with a slider and a fan without.
   void show_devices() {
     form.frm_devices.visible = true;
@@ -81,60 +95,89 @@ struct WindowTest : ::testing::Test {
   std::vector<int> buttons;
 };
 
-TEST_F(WindowTest, MouseInTheTree) {
-  EXPECT_EQ(place_of("Lamp"), QRect().center()) << "rooms are closed at first";
-  press(
-      "K\u00FC"
-      "che");
-  press("Lamp");
-  EXPECT_THAT(clicks, ElementsAre("K\xFC"
-                                  "che",
-                                  "Lamp"));
-  EXPECT_THAT(buttons, ElementsAre(1, 1));
-  QContextMenuEvent menu(QContextMenuEvent::Mouse, place_of("Home"),
-                         tree->viewport()->mapToGlobal(place_of("Home")));
-  QApplication::sendEvent(tree->viewport(), &menu);
-  EXPECT_THAT(buttons, ElementsAre(1, 1, 2));
-  EXPECT_EQ(form.Tree.selected.get()->text, "Home");
-  EXPECT_EQ(clicks.size(), 2u) << "the right button pressed a node";
-}
+constexpr const char* kKitchen =
+    "K\u00FC"
+    "che";
 
-TEST_F(WindowTest, KeysInTheTreeSwitchNoDeviceByTheWay) {
-  press(
-      "K\u00FC"
-      "che");
-  clicks.clear();
-  QTest::keyClick(tree, Qt::Key_Down);
-  QTest::keyClick(tree, Qt::Key_Down);
-  EXPECT_EQ(form.Tree.selected.get()->text, "Fan");
-  EXPECT_TRUE(clicks.empty()) << "moving onto a device switched it";
+TEST_F(WindowTest, InTheTreeSelectingIsNotClicking) {
+  EXPECT_EQ(place_of("Lamp"), QRect().center()) << "rooms are closed at first";
+  press(kKitchen);
+  press("Lamp");
+  press("Lamp");
+  EXPECT_THAT(take_clicks(), ElementsAre("K\xFC"
+                                         "che",
+                                         "Lamp", "Lamp"));
+  ask_for_menu(place_of("Fan"));
+  EXPECT_EQ(selected(), "Fan");
+  EXPECT_THAT(buttons, ElementsAre(1, 1, 1, 2));
+  for (const auto key : {Qt::Key_Up, Qt::Key_Home, Qt::Key_Down, Qt::Key_End, Qt::Key_L})
+    QTest::keyClick(tree, key);
+  EXPECT_EQ(selected(), "Lamp") << "typing the beginning of a name selects it";
+  EXPECT_TRUE(take_clicks().empty()) << "moving onto a device switched it";
   QTest::keyClick(tree, Qt::Key_Return);
-  QTest::keyClick(tree, Qt::Key_Home);
-  QTest::keyClick(tree, Qt::Key_Down);
-  EXPECT_THAT(clicks, ElementsAre("Fan", "Home", "Events"));
+  QTest::keyClick(tree, Qt::Key_Space);
+  QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
+  QApplication::sendEvent(tree, &held);
+  EXPECT_THAT(take_clicks(), ElementsAre("Lamp", "Lamp")) << "a key held down switches once";
   QTest::keyClick(tree, Qt::Key_D, Qt::ControlModifier);
   QTest::keyClick(tree, Qt::Key_Delete);
-  QTest::keyClick(tree, Qt::Key_Backspace);
-  QTest::keyClick(tree, Qt::Key_X);  // letters search
-  EXPECT_THAT(keys, ElementsAre(4, 127, 8));
+  EXPECT_THAT(keys, ElementsAre(4, 127));
+
+  QTest::mousePress(tree->viewport(), Qt::LeftButton, {}, place_of("Events"));
+  QTest::mouseRelease(tree->viewport(), Qt::LeftButton, {}, place_of("Fan"));
+  EXPECT_TRUE(take_clicks().empty()) << "let go on another node";
+  press("Fan");
+  take_clicks();
+  const QPoint arrow(tree->visualRect(tree->model()->index(3, 0)).left() - 9,
+                     place_of(kKitchen).y());
+  QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, arrow);
+  EXPECT_FALSE(tree->isExpanded(tree->model()->index(3, 0)));
+  EXPECT_TRUE(take_clicks().empty()) << "the arrow clicked the room";
+  EXPECT_EQ(selected(),
+            "K\xFC"
+            "che")
+      << "a device that cannot be seen stayed what the keys act on";
+}
+
+TEST_F(WindowTest, ARightClickBesideAllNodesSelectsNothing) {
+  press(kKitchen);
+  press("Lamp");
+  take_clicks();
+  buttons.clear();
+  ask_for_menu(QPoint(20, tree->viewport()->height() - 5));
+  EXPECT_EQ(form.Tree.selected.get(), nullptr) << "its menu or Delete would take the lamp";
+  EXPECT_FALSE(tree->currentIndex().isValid());
+  EXPECT_TRUE(buttons.empty()) << "a menu for nothing";
+  for (const auto key : {Qt::Key_Return, Qt::Key_Space}) QTest::keyClick(tree, key);
+  EXPECT_TRUE(take_clicks().empty());
+  form.frm_event.visible = true;
+  tree->clearFocus();
+  tree->setFocus(Qt::TabFocusReason);
+  EXPECT_EQ(form.Tree.selected.get(), nullptr) << "coming back selected the first node";
 }
 
 TEST_F(WindowTest, ChangingTheTreeKeepsItsOpenRoomsAndItsSelection) {
-  press(
-      "K\u00FC"
-      "che");
+  press(kKitchen);
   press("Lamp");
-  clicks.clear();
-  form.Tree.add(form.Tree.find("K\xFC"
-                               "che"),
-                "Radio~A~5", "Radio");
-  EXPECT_NE(place_of("Radio"), QRect().center());
-  EXPECT_EQ(form.Tree.selected.get()->text, "Lamp");
+  take_clicks();
   form.Tree.remove(form.Tree.find("Lamp~A~3"));
   EXPECT_EQ(form.Tree.selected.get(), nullptr);
+  {
+    const TreeView::Batch batch(form.Tree);
+    form.Tree.remove(form.Tree.roots()[3].get());
+    TreeNode* room = form.Tree.add(nullptr,
+                                   "K\xFC"
+                                   "che",
+                                   "K\xFC"
+                                   "che");
+    form.Tree.selected = form.Tree.add(room, "Radio~A~5", "Radio");
+  }
+  EXPECT_NE(place_of("Radio"), QRect().center());
+  EXPECT_EQ(selected(), "Radio");
+  EXPECT_EQ(tree->currentIndex().data().toString(), "Radio");
   form.Tree.selected = form.Tree.find("Events");
   EXPECT_EQ(tree->currentIndex().data().toString(), "Events");
-  EXPECT_TRUE(clicks.empty()) << "the program's own selection counted as a click";
+  EXPECT_TRUE(take_clicks().empty()) << "the program's own selection counted as a click";
 }
 
 TEST_F(WindowTest, CardsOfDevices) {

@@ -44,12 +44,12 @@ TreePane::TreePane(TreeView& tree, QWidget* parent)
   keep_readable_when_disabled(this, QPalette::Base);
   bind_common(tree, this, tr("Rooms and devices"));
   watch(tree.nodes_changed, this, [this] { nodes_changed(); });
-  watch(tree.selected.changed, this, [this] { select(model_->index_of(tree_.selected)); });
+  watch(tree.selected.changed, this, [this] { selected_changed(); });
   follow(tree.root_lines, this, [this](bool lines) { setRootIsDecorated(lines); });
   connect(this, &QTreeView::expanded, this,
           [this](const QModelIndex& index) { open_rooms_.insert(TreeModel::node_of(index)->key); });
   connect(this, &QTreeView::collapsed, this,
-          [this](const QModelIndex& index) { open_rooms_.erase(TreeModel::node_of(index)->key); });
+          [this](const QModelIndex& index) { room_closed(index); });
   nodes_changed();
 }
 
@@ -57,17 +57,35 @@ void TreePane::nodes_changed() {
   model_->reload();
   for (const std::string& key : open_rooms_)
     if (const TreeNode* room = tree_.find(key)) setExpanded(model_->index_of(room), true);
-  select(model_->index_of(tree_.selected));
+  // Also when it is none: a tree that was never told selects its first node with the focus.
+  setCurrentIndex(model_->index_of(tree_.selected));
 }
 
-void TreePane::select(const QModelIndex& index) {
-  if (index == currentIndex()) return;
-  const bool by_keyboard = std::exchange(keyboard_, false);
-  setCurrentIndex(index);
-  keyboard_ = by_keyboard;
+void TreePane::selected_changed() {
+  if (tree_.is_changing()) return;  // shown with the new nodes
+  const QModelIndex index = model_->index_of(tree_.selected);
+  if (index != currentIndex()) setCurrentIndex(index);
 }
 
-void TreePane::press(const QModelIndex& index) {
+// A device that cannot be seen any more must not be what a key acts on.
+void TreePane::room_closed(const QModelIndex& room) {
+  open_rooms_.erase(TreeModel::node_of(room)->key);
+  if (currentIndex().isValid() && currentIndex().parent() == room) setCurrentIndex(room);
+}
+
+void TreePane::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTreeView::currentChanged(current, previous);
+  tree_.selected = current.isValid() ? TreeModel::node_of(current) : nullptr;
+}
+
+// Also with Ctrl, which would take the mark from the node that is selected.
+QItemSelectionModel::SelectionFlags TreePane::selectionCommand(const QModelIndex& index,
+                                                               const QEvent* event) const {
+  if (index.isValid()) return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
+  return event ? QItemSelectionModel::NoUpdate : QItemSelectionModel::Clear;
+}
+
+void TreePane::click(const QModelIndex& index) {
   if (!index.isValid()) return;
   expand(index);
   tree_.selected = TreeModel::node_of(index);
@@ -77,40 +95,41 @@ void TreePane::press(const QModelIndex& index) {
 void TreePane::keyPressEvent(QKeyEvent* event) {
   if (const int character = character_of(*event)) {
     tree_.key_press(character);
-    return;
+  } else if (presses(*event)) {
+    if (!event->isAutoRepeat()) click(currentIndex());  // a key held down switches once
+  } else {
+    QTreeView::keyPressEvent(event);
   }
-  if (presses(*event)) return press(currentIndex());
-  keyboard_ = true;
-  QTreeView::keyPressEvent(event);
-  keyboard_ = false;
-}
-
-void TreePane::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
-  QTreeView::currentChanged(current, previous);
-  if (!current.isValid()) return;
-  TreeNode* node = TreeModel::node_of(current);
-  tree_.selected = node;
-  if (std::exchange(keyboard_, false) && !node->parent) tree_.click();
 }
 
 void TreePane::mousePressEvent(QMouseEvent* event) {
   QTreeView::mousePressEvent(event);
-  pressed_ = event->button() == Qt::LeftButton ? indexAt(event->pos()) : QModelIndex();
-  if (event->button() == Qt::LeftButton) tree_.mouse_down(kLeftButton);
+  pressed_.clear();
+  if (event->button() != Qt::LeftButton) return;
+  // On the arrow that opens and closes a room the button is not over the node.
+  const QModelIndex index = indexAt(event->pos());
+  if (index.isValid() && visualRect(index).contains(event->pos()))
+    pressed_ = TreeModel::node_of(index)->key;
+  tree_.mouse_down(kLeftButton);
 }
 
 void TreePane::mouseReleaseEvent(QMouseEvent* event) {
   QTreeView::mouseReleaseEvent(event);
+  if (event->button() != Qt::LeftButton) return;
+  const std::string key = std::exchange(pressed_, {});
   const QModelIndex index = indexAt(event->pos());
-  // On the arrow that opens and closes a room the button is not over the node.
-  if (event->button() != Qt::LeftButton || index != std::exchange(pressed_, QModelIndex())) return;
-  if (index.isValid() && visualRect(index).contains(event->pos())) press(index);
+  if (!key.empty() && index.isValid() && visualRect(index).contains(event->pos()) &&
+      TreeModel::node_of(index)->key == key)
+    click(index);
 }
 
 // Asked for with the right button or the menu key.
 void TreePane::contextMenuEvent(QContextMenuEvent* event) {
-  if (event->reason() == QContextMenuEvent::Mouse) select(indexAt(event->pos()));
-  tree_.mouse_down(kRightButton);
+  if (event->reason() == QContextMenuEvent::Mouse)
+    setCurrentIndex(indexAt(event->pos()));
+  else if (currentIndex().isValid())
+    scrollTo(currentIndex());  // the menu opens there
+  if (currentIndex().isValid()) tree_.mouse_down(kRightButton);
 }
 
 }  // namespace homewarden

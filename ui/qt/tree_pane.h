@@ -8,9 +8,8 @@
 
 namespace homewarden {
 
-// The navigation tree. Rooms are closed until they are pressed. A click, Enter or the space bar
-// presses a node; moving with the arrow keys presses top-level nodes only, since pressing a device
-// switches it.
+// The navigation tree: selecting and clicking are apart, as its control says. Rooms are closed
+// until they are clicked.
 class TreePane : public QTreeView {
  public:
   TreePane(TreeView& tree, QWidget* parent = nullptr);
@@ -21,17 +20,19 @@ class TreePane : public QTreeView {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                       const QEvent* event) const override;
 
  private:
   void nodes_changed();
-  void select(const QModelIndex& index);
-  void press(const QModelIndex& index);
+  void selected_changed();
+  void room_closed(const QModelIndex& room);
+  void click(const QModelIndex& index);
 
   TreeView& tree_;
   TreeModel* model_;
   std::set<std::string> open_rooms_;  // by key: nodes are new after every change
-  bool keyboard_ = false;             // the selection is being moved with the keyboard
-  QModelIndex pressed_;               // where the mouse button went down
+  std::string pressed_;               // the key of the node on which the left button went down
 };
 
 }  // namespace homewarden
