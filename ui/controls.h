@@ -99,12 +99,16 @@ struct ListBox : Control {
 bool sorts_before(std::string_view a, std::string_view b);
 
 // A slider moved by code reports nothing; `moved` is raised by a person's move, with the position
-// already in `value`.
+// already in `value`. Who cannot carry a move out sets `value` to what holds, and the face goes
+// back there. A value beyond the range is shown at its end.
 struct Slider : Control {
   int minimum = 20;
   int maximum = 100;
   Property<int> value{20};
   Signal<> moved;
+  // Asks the face to let go of a move that is under way, without `moved`, and to show `value`
+  // again, also when that is the one it has had all the time.
+  Signal<> put_back;
 };
 
 struct Picture : Control {

@@ -13,6 +13,7 @@
 #include <QToolButton>
 #include <QTreeView>
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <utility>
 
@@ -193,9 +194,13 @@ TEST_F(WindowTest, CardsOfDevices) {
   QTest::keyClick(button, Qt::Key_Space);
   QTest::keyClick(button, Qt::Key_Return);
   EXPECT_EQ(picture_clicks, 3);
+  QPoint name;
   for (auto* label : cards[1]->findChildren<QLabel*>())
-    if (label->text() == "Fan")
-      QTest::mouseClick(cards[1], Qt::LeftButton, {}, label->geometry().center());
+    if (label->text() == "Fan") name = label->geometry().center();
+  QTest::mousePress(cards[1], Qt::LeftButton, {}, name);
+  QTest::mouseRelease(cards[1], Qt::LeftButton, {}, QPoint(2, 2));
+  EXPECT_EQ(name_clicks, 0) << "let go elsewhere";
+  QTest::mouseClick(cards[1], Qt::LeftButton, {}, name);
   EXPECT_EQ(name_clicks, 1);
   form.device[1].tool_tip = "Click me to turn this device OFF";
   EXPECT_EQ(button->toolTip(), "Click me to turn this device OFF");
@@ -232,6 +237,86 @@ TEST_F(WindowTest, AMoveOfTheSliderIsReportedOnce) {
   QTest::mouseClick(slider, Qt::LeftButton, {}, QPoint(slider->width() / 2, 8));
   ASSERT_EQ(moves.size(), 3u);
   EXPECT_GT(moves.back(), 90) << "a click at the top did not bring the handle there";
+}
+
+TEST_F(WindowTest, ASliderGoesBackAndForgetsAMoveMeantForAnotherDevice) {
+  show_devices();
+  Slider& control = form.image1[0];
+  control.value = 60;
+  int moves = 0;
+  control.moved.connect([&] {
+    ++moves;
+    control.value = 60;  // it cannot be carried out
+  });
+  QSlider* slider = shown<QSlider>().front();
+  slider->setSliderDown(true);
+  slider->setSliderPosition(90);
+  slider->setSliderDown(false);
+  EXPECT_EQ(moves, 1);
+  EXPECT_EQ(slider->value(), 60);
+  QTest::keyClick(slider, Qt::Key_Up);
+  control.put_back();
+  EXPECT_EQ(slider->value(), 60);
+  QTest::keyClick(slider, Qt::Key_Up);
+  form.devicename[0].caption = "Reading lamp";
+  slider->setSliderDown(true);
+  slider->setSliderPosition(90);
+  form.lab_room.caption = "Hall";
+  EXPECT_EQ(slider->value(), 60);
+  control.value = 10;  // an event's level, below the bar
+  slider->setSliderDown(true);
+  slider->setSliderDown(false);
+  QTest::qWait(500);
+  EXPECT_EQ(moves, 1) << "the lamp of one room was moved in another";
+  bool told = false;
+  for (QLabel* label : shown<QLabel>()) told = told || label->text() == "10 %";
+  EXPECT_TRUE(told);
+}
+
+double luminance(const QColor& colour) {
+  const auto part = [](double value) {
+    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) +
+         0.0722 * part(colour.blueF());
+}
+
+TEST_F(WindowTest, ACardSaysWhatBecameOfAPressAndKeepsItsSize) {
+  show_devices();
+  auto* card = shown<DeviceCard>().front();
+  auto* button = card->findChild<DeviceButton*>();
+  auto* link = card->findChild<QPushButton*>();
+  int presses = 0;
+  int tries = 0;
+  form.device[0].click.connect([&] { ++presses; });
+  form.lab_notsent[0].click.connect([&] { ++tries; });
+  const QSize size = card->sizeHint();
+  for (const auto& [state, words] :
+       {std::pair(CardState::kWaiting, "Waiting"), {CardState::kSending, "Sending"}}) {
+    form.cardstate[0] = state;
+    EXPECT_EQ(card->sizeHint(), size) << words;
+    EXPECT_TRUE(button->accessibleDescription().contains(words));
+    QTest::mouseClick(button, Qt::LeftButton);
+  }
+  EXPECT_EQ(presses, 2) << "a card that waits takes no press";
+  form.lab_notsent[0].visible = true;
+  EXPECT_FALSE(link->isVisible()) << "not sent, while it is being sent";
+  form.cardstate[0] = CardState::kIdle;
+  EXPECT_EQ(card->sizeHint(), size);
+  EXPECT_TRUE(button->accessibleDescription().contains("Not sent"));
+  QTest::mouseClick(link, Qt::LeftButton);
+  link->setFocus();
+  QTest::keyClick(link, Qt::Key_Space);
+  EXPECT_EQ(tries, 2);
+  form.cardstate[0] = CardState::kWaiting;
+  EXPECT_TRUE(button->hasFocus()) << "the focus went with the link";
+  for (const QColor ground : {QColor("#ffffff"), QColor("#2b2b2b"), QColor("#000000")}) {
+    QPalette colours;
+    colours.setColor(QPalette::Base, ground);
+    const double text = luminance(CardFoot::warning_colour(colours));
+    const double back = luminance(ground);
+    EXPECT_GE((std::max(text, back) + 0.05) / (std::min(text, back) + 0.05), 4.5);
+  }
 }
 
 TEST_F(WindowTest, BoxesTellTheirControlsOnceAndListenToThem) {

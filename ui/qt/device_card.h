@@ -1,46 +1,38 @@
 #pragma once
 
-#include <QAbstractButton>
 #include <QLabel>
-#include <QPixmap>
 #include <QSlider>
 #include <QTimer>
 
-#include "ui/controls.h"
+#include "ui/house_panel.h"
+#include "ui/qt/card_foot.h"
+#include "ui/qt/device_button.h"
 
 namespace homewarden {
 
-// The picture of a device, which is the button that switches it.
-class DeviceButton : public QAbstractButton {
- public:
-  explicit DeviceButton(QWidget* parent = nullptr);
-  void set_picture(const QString& file);
-  QSize sizeHint() const override;
-
- protected:
-  void paintEvent(QPaintEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
-
- private:
-  QPixmap picture_;
-};
-
-// One slot of the device panel: picture, name, slider. Hidden while the slot is empty.
+// One slot of the device panel: picture, name, slider, what became of the last press. Hidden while
+// the slot is empty. A press or a move that is under way when the slot gets another device is
+// dropped: it was not meant for that one.
 class DeviceCard : public QWidget {
  public:
-  DeviceCard(Picture& picture, Label& name, Slider& slider, QWidget* parent = nullptr);
+  DeviceCard(HousePanel& panel, std::size_t slot, QWidget* parent = nullptr);
   QSize sizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
 
  private:
+  void lay_out();
   void bind_picture();
-  void bind_name();
+  void bind_name(Label& room);
   void bind_slider();
+  void show_state();
+  void show_value();
   void show_level(int level);
   void commit_slider();
+  void drop_input();
 
   Picture& picture_;
   Label& name_;
@@ -49,7 +41,10 @@ class DeviceCard : public QWidget {
   QLabel* caption_;
   QSlider* bar_;
   QLabel* level_;
+  CardFoot* foot_;
   QTimer settled_;  // since the last step with a key or the wheel
+  int shown_ = 0;   // where the bar was put for the control's value
+  bool caption_pressed_ = false;
 };
 
 }  // namespace homewarden

@@ -12,7 +12,7 @@ QWidget* make_device_page(FrmMain& form) {
   bind(form.lab_nodevices, page->add_text(QString()));
   auto* grid = new CardGrid(page->body());
   for (std::size_t slot = 0; slot < FrmMain::kSlots; ++slot)
-    grid->add(new DeviceCard(form.device[slot], form.devicename[slot], form.image1[slot], grid));
+    grid->add(new DeviceCard(form, slot, grid));
   page->rows()->addWidget(grid);
   page->add_rest();
   return page;
