@@ -7,20 +7,11 @@
 #include "ui/macro_panel.h"
 #include "ui/navigation_pane.h"
 #include "ui/panel_stack.h"
+#include "ui/program_menu.h"
 #include "ui/settings_panels.h"
 #include "ui/shared_state.h"
 
 namespace homewarden {
-
-// The menu of the program itself.
-struct ProgramMenu {
-  ProgramMenu() { sspp3.entries = {&mnu_about, &mnu_line2, &mnu_exit}; }
-
-  Menu sspp3{"Menu3"};
-  MenuEntry mnu_about{"About Homewarden"};
-  MenuEntry mnu_line2{"-"};
-  MenuEntry mnu_exit{"Exit"};
-};
 
 // The main window: the navigation tree on its left side, a stack of panels on its right of which
 // one is shown at a time, the status bar at its foot; and the state that the operations share.

@@ -16,8 +16,10 @@ struct FrmSysTray {
   Signal<> SysTrayMouseMove;
   Signal<int> SysTrayDoubleClick;
 
-  // Set by the face: without a notification area nothing can be found again there.
+  // Without a notification area nothing can be found again there. Kept by the face, which brings it
+  // up to date when it is asked to: an area may come and go with the desktop's panel.
   bool has_area = true;
+  Signal<> area_asked;
 };
 
 }  // namespace homewarden

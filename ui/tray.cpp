@@ -7,8 +7,14 @@
 
 namespace homewarden {
 
-Tray::Tray(FrmMain& form, FrmSysTray& icon, Settings& settings, WindowServices& window)
-    : form_(form), icon_(icon), settings_(settings), window_(window) {
+Tray::Tray(Window& form, ProgramMenu& menu, const Picture& picture, FrmSysTray& icon,
+           Settings& settings, WindowServices& window)
+    : form_(form),
+      menu_(menu),
+      picture_(picture),
+      icon_(icon),
+      settings_(settings),
+      window_(window) {
   icon.SysTrayDoubleClick.connect([this](int) { restore(); });
   icon.SysTrayMouseDown.connect([this](int button) { mouse_down(button); });
 }
@@ -16,16 +22,21 @@ Tray::Tray(FrmMain& form, FrmSysTray& icon, Settings& settings, WindowServices& 
 void Tray::loadtray() {
   icon_.loaded = true;
   icon_.ToolTip = std::string("Homewarden Version ") + kVersion;
-  icon_.IconHandle = form_.imgicon.file.get();
+  icon_.IconHandle = picture_.file.get();
 }
 
 void Tray::unload() {
   icon_.loaded = false;
 }
 
+bool Tray::can_hide() const {
+  icon_.area_asked();
+  return icon_.loaded && icon_.has_area;
+}
+
 void Tray::mouse_down(int button) {
   if (button == kRightButton)
-    form_.sspp3.popped_up();
+    menu_.sspp3.popped_up();
   else
     restore();
 }

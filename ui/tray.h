@@ -1,8 +1,9 @@
 #pragma once
 
 #include "core/settings.h"
-#include "ui/frm_main.h"
+#include "ui/controls.h"
 #include "ui/frm_systray.h"
+#include "ui/program_menu.h"
 #include "ui/window_services.h"
 
 namespace homewarden {
@@ -10,18 +11,22 @@ namespace homewarden {
 // Puts the icon up and brings the window back when it is clicked.
 class Tray {
  public:
-  Tray(FrmMain& form, FrmSysTray& icon, Settings& settings, WindowServices& window);
+  // `picture` is what the icon shows.
+  Tray(Window& form, ProgramMenu& menu, const Picture& picture, FrmSysTray& icon,
+       Settings& settings, WindowServices& window);
 
   void loadtray();
   void unload();
-  // Whether a hidden window can be found again.
-  bool can_hide() const { return icon_.has_area; }
+  // Whether a window that is hidden now can be found again.
+  bool can_hide() const;
 
  private:
   void mouse_down(int button);
   void restore();
 
-  FrmMain& form_;
+  Window& form_;
+  ProgramMenu& menu_;
+  const Picture& picture_;
   FrmSysTray& icon_;
   Settings& settings_;
   WindowServices& window_;

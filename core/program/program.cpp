@@ -60,7 +60,7 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
                 PageCache(platform.files, platform.registry, files_.rooms.path(),
                           platform.folder / "html"),
                 house_, commands_, device_state_),
-      tray_(frm_main, frmSysTray, settings_, window_),
+      tray_(frm_main, frm_main, frm_main.imgicon, frmSysTray, settings_, window_),
       finder_(frm_main, frm_main, frm_main.Statusbar, frm_main, frm_main, operations_,
               platform.loop, module1_, platform.interface_control, platform.dialogs),
       startup_(frm_main, frm_wait, operations_, platform.loop, module1_, settings_,

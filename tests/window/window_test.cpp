@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QSlider>
 #include <QTest>
@@ -380,6 +381,19 @@ TEST_F(WindowTest, PlaceAndPanelFollowTheForm) {
   view->move(40, 20);
   EXPECT_EQ(form.left.get(), 600.0F);
   EXPECT_EQ(form.top.get(), 300.0F);
+  form.width = 600.0F * 15;
+  form.height = 400.0F * 15;
+  EXPECT_EQ(view->size(), QSize(600, 400));
+  view->resize(640, 360);
+  EXPECT_EQ(form.width.get(), 640.0F * 15);
+  EXPECT_EQ(form.height.get(), 360.0F * 15);
+  form.visible = false;
+  form.width = 90000;
+  form.visible = true;
+  const QRect screen = view->screen()->availableGeometry();
+  EXPECT_NEAR(view->frameGeometry().width(), screen.width(), 12) << "parts cannot be reached";
+  EXPECT_LE(view->frameGeometry().right(), screen.right());
+  EXPECT_EQ(form.width.get(), static_cast<float>(view->width()) * 15);
   form.lab_room.caption =
       "K\xFC"
       "che";

@@ -45,37 +45,37 @@ void add_button(Button& control, Page* page) {
 
 }  // namespace
 
-QWidget* make_add_room_page(FrmMain& form) {
+QWidget* make_add_room_page(AddRoomPanel& panel) {
   auto* page = new Page(tr("Add a new room"), 520);
   page->add_text(tr("Type in your room name below, then click on Save"));
-  page->rows()->addWidget(make_line(form.txt_roomname, tr("Room name"), page->body()));
-  add_button(form.Command3, page);
+  page->rows()->addWidget(make_line(panel.txt_roomname, tr("Room name"), page->body()));
+  add_button(panel.Command3, page);
   page->add_rest();
   return page;
 }
 
-QWidget* make_add_device_page(FrmMain& form) {
+QWidget* make_add_device_page(AddDevicePanel& panel) {
   auto* page = new Page(tr("Add a new device"), 520);
   QWidget* body = page->body();
   page->add_text(
       tr("Please select the room you wish to add the new device to from this drop down list"));
-  page->rows()->addWidget(make_combo(form.lst_temproom, tr("Room"), body));
+  page->rows()->addWidget(make_combo(panel.lst_temproom, tr("Room"), body));
   page->add_text(tr("Type in a name for your device"));
-  page->rows()->addWidget(make_line(form.txt_devname, tr("Device name"), body));
+  page->rows()->addWidget(make_line(panel.txt_devname, tr("Device name"), body));
   page->add_text(tr("Select the house code and device number"));
   auto* address = new QHBoxLayout;
   address->addWidget(new QLabel(tr("Code"), body));
-  address->addWidget(make_combo(form.lst_housecode, tr("House code"), body));
+  address->addWidget(make_combo(panel.lst_housecode, tr("House code"), body));
   address->addSpacing(12);
   address->addWidget(new QLabel(tr("Number"), body));
-  address->addWidget(make_combo(form.lst_device, tr("Device number"), body));
+  address->addWidget(make_combo(panel.lst_device, tr("Device number"), body));
   address->addStretch();
   page->rows()->addLayout(address);
   page->add_text(tr("Select the device type from this list"));
-  page->rows()->addWidget(make_combo(form.lst_devicetype, tr("Device type"), body));
+  page->rows()->addWidget(make_combo(panel.lst_devicetype, tr("Device type"), body));
   page->add_text(
       tr("When you are finished, click on Save to save your new device and add it to the list"));
-  add_button(form.Command4, page);
+  add_button(panel.Command4, page);
   page->add_rest();
   return page;
 }

@@ -6,13 +6,13 @@
 
 namespace homewarden {
 
-QWidget* make_device_page(FrmMain& form) {
+QWidget* make_device_page(HousePanel& panel) {
   auto* page = new Page(QString(), 0);
-  bind(form.lab_room, page->title());
-  bind(form.lab_nodevices, page->add_text(QString()));
+  bind(panel.lab_room, page->title());
+  bind(panel.lab_nodevices, page->add_text(QString()));
   auto* grid = new CardGrid(page->body());
-  for (std::size_t slot = 0; slot < FrmMain::kSlots; ++slot)
-    grid->add(new DeviceCard(form, slot, grid));
+  for (std::size_t slot = 0; slot < HousePanel::kSlots; ++slot)
+    grid->add(new DeviceCard(panel, slot, grid));
   page->rows()->addWidget(grid);
   page->add_rest();
   return page;

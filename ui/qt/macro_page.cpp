@@ -7,7 +7,7 @@
 #include "ui/qt/pages.h"
 
 namespace homewarden {
-QWidget* make_macro_page(FrmMain& form) {
+QWidget* make_macro_page(MacroPanel& panel) {
   auto* page = new Page(tr("Macros"), 820);
   QWidget* body = page->body();
   page->add_text(
@@ -17,22 +17,23 @@ QWidget* make_macro_page(FrmMain& form) {
 
   page->add_text(tr("Step 1  This is the trigger, select the device that will trigger your macro"),
                  false);
-  page->rows()->addWidget(make_combo(form.com_sel1, tr("Trigger device"), body));
+  page->rows()->addWidget(make_combo(panel.com_sel1, tr("Trigger device"), body));
   page->add_text(tr("Step 2  Now select what 'event' will trigger this macro."), false);
-  page->rows()->addWidget(make_combo(form.mac_event, tr("Trigger action"), body), 0, Qt::AlignLeft);
+  page->rows()->addWidget(make_combo(panel.mac_event, tr("Trigger action"), body), 0,
+                          Qt::AlignLeft);
   page->add_text(tr("Step 3  Finally Select the device to trigger and also the action to take e.g. "
                     "Turn On."),
                  false);
   auto* target = new QHBoxLayout;
-  target->addWidget(make_combo(form.com_sel2, tr("Device to switch"), body), 1);
-  target->addWidget(make_combo(form.mac_whattodo, tr("Action to take"), body));
-  target->addWidget(make_button(form.com_savemacro, body));
+  target->addWidget(make_combo(panel.com_sel2, tr("Device to switch"), body), 1);
+  target->addWidget(make_combo(panel.mac_whattodo, tr("Action to take"), body));
+  target->addWidget(make_button(panel.com_savemacro, body));
   page->rows()->addLayout(target);
 
   page->rows()->addSpacing(10);
   page->add_text(tr("Below are your active Macro's. Click on the macro to delete it."));
   auto* list = new QListWidget(body);
-  bind(form.ListVIew2, list, tr("Macros"));
+  bind(panel.ListVIew2, list, tr("Macros"));
   list->setStyleSheet("QListWidget::item { padding: 3px 2px; }");
   list->setMinimumHeight(140);
   page->rows()->addWidget(list, 1);

@@ -1,19 +1,22 @@
 #include "ui/qt/main_window_view.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QAbstractSlider>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMenu>
 #include <QSplitter>
 #include <QToolButton>
 #include <QVBoxLayout>
-#include <cmath>
+#include <utility>
 
 #include "platform/qt/text_codec.h"
 #include "ui/qt/pages.h"
 #include "ui/qt/status_bar_view.h"
 #include "ui/qt/tree_pane.h"
 #include "ui/qt/watch.h"
+#include "ui/qt/window_frame.h"
 
 // The icons lie in a static library, which the linker would leave out unasked.
 static void load_icons() {
@@ -23,14 +26,9 @@ static void load_icons() {
 namespace homewarden {
 namespace {
 
-constexpr float kTwipsPerPixel = 15;
-
-int to_pixels(float twips) {
-  return static_cast<int>(std::lround(twips / kTwipsPerPixel));
-}
-float to_twips(int pixels) {
-  return static_cast<float>(pixels) * kTwipsPerPixel;
-}
+// What a small screen with large text has room for; pages scroll.
+constexpr int kLeastWidth = 560;
+constexpr int kLeastHeight = 340;
 
 bool is_input(QEvent::Type type) {
   switch (type) {
@@ -56,26 +54,27 @@ bool is_input(QEvent::Type type) {
 MainWindowView::MainWindowView(FrmMain& form)
     : form_(form), pages_(new QStackedWidget), no_page_(new QWidget), cover_(new QWidget(this)) {
   load_icons();
-  setMinimumSize(760, 520);
+  setMinimumSize(kLeastWidth, kLeastHeight);
   cover_->setCursor(Qt::BusyCursor);
   cover_->hide();
-  resize(to_pixels(form.width), to_pixels(form.height));
   build();
-  bind_window();
+  watch(form.mouse_pointer.changed, this, [this] { show_pointer(); });
+  watch(form.enabled.changed, this, [this] { show_pointer(); });
+  new WindowFrame(form, this);
   qApp->installEventFilter(this);
 }
 
 void MainWindowView::build() {
   pages_->addWidget(no_page_);
-  add_page(form_.frm_home, make_home_page);
-  add_page(form_.frm_devices, make_device_page);
-  add_page(form_.frm_addroom, make_add_room_page);
-  add_page(form_.frm_adddevice, make_add_device_page);
-  add_page(form_.frm_event, make_event_page);
-  add_page(form_.frm_macros, make_macro_page);
-  add_page(form_.Frame4, make_web_page);
-  add_page(form_.Frame5, make_profiles_page);
-  add_page(form_.Frame3, make_speech_page);
+  add_page(form_.frm_home, [this] { return make_home_page(form_, form_); });
+  add_page(form_.frm_devices, [this] { return make_device_page(form_); });
+  add_page(form_.frm_addroom, [this] { return make_add_room_page(form_); });
+  add_page(form_.frm_adddevice, [this] { return make_add_device_page(form_); });
+  add_page(form_.frm_event, [this] { return make_event_page(form_); });
+  add_page(form_.frm_macros, [this] { return make_macro_page(form_); });
+  add_page(form_.Frame4, [this] { return make_web_page(form_); });
+  add_page(form_.Frame5, [this] { return make_profiles_page(form_); });
+  add_page(form_.Frame3, [] { return make_speech_page(); });
 
   auto* splitter = new QSplitter;
   splitter->setChildrenCollapsible(false);
@@ -110,15 +109,15 @@ QWidget* MainWindowView::build_side() {
 }
 
 // A page is built when it is first shown: most people open few of them in one sitting.
-void MainWindowView::add_page(Frame& frame, QWidget* (*make)(FrmMain&)) {
+void MainWindowView::add_page(Frame& frame, std::function<QWidget*()> make) {
   auto* place = new QWidget;
   auto* rows = new QVBoxLayout(place);
   rows->setContentsMargins(0, 0, 0, 0);
   pages_->addWidget(place);
-  follow(frame.visible, this, [this, place, rows, make](bool visible) {
+  follow(frame.visible, this, [this, place, rows, make = std::move(make)](bool visible) {
     shown_pages_.removeOne(place);
     if (visible) {
-      if (rows->isEmpty()) rows->addWidget(make(form_));
+      if (rows->isEmpty()) rows->addWidget(make());
       shown_pages_ << place;
     }
     // Of several that are visible the one shown last; none at all leaves the place empty.
@@ -159,70 +158,27 @@ void MainWindowView::show_pointer() {
   cover_->raise();
 }
 
-void MainWindowView::bind_window() {
-  follow(form_.caption, this,
-         [this](const std::string& text) { setWindowTitle(from_code_page(text)); });
-  follow(form_.left, this, [this](float) { place(); });
-  watch(form_.top.changed, this, [this] { place(); });
-  watch(form_.state.changed, this, [this] { show_state(form_.state); });
-  watch(form_.topmost.changed, this, [this] {
-    // Changing the flag of a window hides it; it comes back where it was.
-    const bool was_visible = isVisible();
-    setWindowFlag(Qt::WindowStaysOnTopHint, form_.topmost);
-    if (was_visible) show();
-  });
-  watch(form_.raised, this, [this] {
-    raise();
-    activateWindow();
-  });
-  watch(form_.mouse_pointer.changed, this, [this] { show_pointer(); });
-  watch(form_.enabled.changed, this, [this] { show_pointer(); });
-  follow(form_.visible, this, [this](bool visible) { setVisible(visible); });
-}
-
-void MainWindowView::place() {
-  if (placing_) return;
-  placing_ = true;
-  move(to_pixels(form_.left), to_pixels(form_.top));
-  placing_ = false;
-}
-
-void MainWindowView::show_state(WindowState state) {
-  const bool minimized = state == WindowState::kMinimized;
-  if (minimized == isMinimized()) return;
-  setWindowState(minimized ? windowState() | Qt::WindowMinimized
-                           : windowState() & ~Qt::WindowMinimized);
-}
-
 void MainWindowView::closeEvent(QCloseEvent* event) {
   event->ignore();  // the program closes the window when it has done its last work
   form_.close_requested();
-}
-
-void MainWindowView::changeEvent(QEvent* event) {
-  QMainWindow::changeEvent(event);
-  // Only a window that is shown can have been minimised by the person.
-  if (event->type() == QEvent::WindowStateChange && isVisible())
-    form_.state = isMinimized() ? WindowState::kMinimized : WindowState::kNormal;
-}
-
-void MainWindowView::moveEvent(QMoveEvent* event) {
-  QMainWindow::moveEvent(event);
-  if (placing_ || !isVisible() || isMinimized()) return;
-  placing_ = true;  // the form follows the window, not the other way round
-  form_.left = to_twips(pos().x());
-  form_.top = to_twips(pos().y());
-  placing_ = false;
 }
 
 // A window that is disabled takes no input but looks as usual: it is only for a moment, and greying
 // everything would flicker. Other windows, such as questions, are not concerned.
 bool MainWindowView::eventFilter(QObject* watched, QEvent* event) {
   if (!is_input(event->type())) return false;
-  const auto* widget = qobject_cast<QWidget*>(watched);
+  auto* widget = qobject_cast<QWidget*>(watched);
   if (!widget || widget->window() != this) return false;
   note_device(*event);
-  return !form_.enabled;
+  return !form_.enabled && !lets_go(*widget, *event);
+}
+
+// What was pressed before the window was disabled must not stay down. A slider is told: the move
+// was made; a button is let go without effect.
+bool MainWindowView::lets_go(QWidget& widget, const QEvent& event) {
+  if (event.type() != QEvent::MouseButtonRelease) return false;
+  if (auto* button = qobject_cast<QAbstractButton*>(&widget)) button->setDown(false);
+  return qobject_cast<QAbstractSlider*>(&widget) != nullptr;
 }
 
 void MainWindowView::note_device(const QEvent& event) {

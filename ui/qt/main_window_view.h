@@ -2,6 +2,7 @@
 
 #include <QMainWindow>
 #include <QStackedWidget>
+#include <functional>
 
 #include "ui/frm_main.h"
 
@@ -14,21 +15,17 @@ class MainWindowView : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
-  void changeEvent(QEvent* event) override;
-  void moveEvent(QMoveEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void build();
   QWidget* build_side();
-  void add_page(Frame& frame, QWidget* (*make)(FrmMain&));
+  void add_page(Frame& frame, std::function<QWidget*()> make);
   void add_menu(Menu& menu);
-  void bind_window();
-  void place();
-  void show_state(WindowState state);
   void show_pointer();
   void note_device(const QEvent& event);
+  static bool lets_go(QWidget& widget, const QEvent& event);
   QPoint place_of_menu() const;
 
   FrmMain& form_;
@@ -37,7 +34,6 @@ class MainWindowView : public QMainWindow {
   QWidget* cover_;  // lies over everything while the window is busy
   QList<QWidget*> shown_pages_;
   bool keyboard_used_ = false;  // rather than the mouse, for the last input
-  bool placing_ = false;        // the window and the form are being brought to the same place
 };
 
 }  // namespace homewarden

@@ -2,19 +2,23 @@
 
 #include <QWidget>
 
-#include "ui/frm_main.h"
+#include "ui/event_panel.h"
+#include "ui/home_panel.h"
+#include "ui/house_panel.h"
+#include "ui/macro_panel.h"
+#include "ui/settings_panels.h"
 
 namespace homewarden {
 
 // The panels of the main window, each built and laid out by one function.
-QWidget* make_home_page(FrmMain& form);
-QWidget* make_device_page(FrmMain& form);
-QWidget* make_add_room_page(FrmMain& form);
-QWidget* make_add_device_page(FrmMain& form);
-QWidget* make_event_page(FrmMain& form);
-QWidget* make_macro_page(FrmMain& form);
-QWidget* make_web_page(FrmMain& form);
-QWidget* make_profiles_page(FrmMain& form);
-QWidget* make_speech_page(FrmMain& form);
+QWidget* make_home_page(HomePanel& home, OptionsPanel& options);
+QWidget* make_device_page(HousePanel& panel);
+QWidget* make_add_room_page(AddRoomPanel& panel);
+QWidget* make_add_device_page(AddDevicePanel& panel);
+QWidget* make_event_page(EventPanel& panel);
+QWidget* make_macro_page(MacroPanel& panel);
+QWidget* make_web_page(WebPanel& panel);
+QWidget* make_profiles_page(ProfilePanel& panel);
+QWidget* make_speech_page();
 
 }  // namespace homewarden

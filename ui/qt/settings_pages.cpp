@@ -9,27 +9,28 @@
 #include "ui/qt/pages.h"
 
 namespace homewarden {
-QWidget* make_web_page(FrmMain& form) {
+
+QWidget* make_web_page(WebPanel& panel) {
   auto* page = new Page(tr("Web Server"));
   QWidget* body = page->body();
   auto* running = new QLabel(body);
-  bind(form.Label48, running);
+  bind(panel.Label48, running);
   page->rows()->addWidget(running);
 
   auto* port = new QHBoxLayout;
   port->addWidget(new QLabel(tr("Port"), body));
   auto* box = new QLineEdit(body);
-  bind(form.txt_webport, box, tr("Port of the web server"));
+  bind(panel.txt_webport, box, tr("Port of the web server"));
   box->setMaximumWidth(110);
   port->addWidget(box);
-  port->addWidget(make_button(form.Command7, body));
+  port->addWidget(make_button(panel.Command7, body));
   port->addStretch();
   page->rows()->addLayout(port);
 
-  bind(form.lab_webstate, page->add_text({}, false));
+  bind(panel.lab_webstate, page->add_text({}, false));
   page->add_heading(tr("Access"));
   auto* access = new QHBoxLayout;
-  for (Button* button : {&form.Command8, &form.Command9, &form.Command10})
+  for (Button* button : {&panel.Command8, &panel.Command9, &panel.Command10})
     access->addWidget(make_button(*button, body));
   access->addStretch();
   page->rows()->addLayout(access);
@@ -37,10 +38,10 @@ QWidget* make_web_page(FrmMain& form) {
   return page;
 }
 
-QWidget* make_profiles_page(FrmMain& form) {
+QWidget* make_profiles_page(ProfilePanel& panel) {
   auto* page = new Page(tr("Profiles"));
   page->add_text(tr("Select a different power profile from this drop down list"), false);
-  page->rows()->addWidget(make_combo(form.com_profile, tr("Profile"), page->body()), 0,
+  page->rows()->addWidget(make_combo(panel.com_profile, tr("Profile"), page->body()), 0,
                           Qt::AlignLeft);
   page->add_text(
       tr("Power profiles allow you to set different sets of events based on things like Holidays, "
@@ -51,7 +52,7 @@ QWidget* make_profiles_page(FrmMain& form) {
   return page;
 }
 
-QWidget* make_speech_page(FrmMain& /*form*/) {
+QWidget* make_speech_page() {
   auto* page = new Page(tr("Speech Recognition Reminers"));
   page->add_text(tr("Speak Fluently and Clearly and leave small breaks between your words"));
   const std::pair<const char*, const char*> reminders[] = {

@@ -1,6 +1,7 @@
 #include "ui/qt/tray_view.h"
 
 #include <QSystemTrayIcon>
+#include <utility>
 
 #include "platform/qt/text_codec.h"
 #include "ui/key_codes.h"
@@ -9,7 +10,9 @@
 namespace homewarden {
 
 TrayView::TrayView(FrmSysTray& form) : form_(form) {
-  form.has_area = QSystemTrayIcon::isSystemTrayAvailable();
+  const auto look = [this] { form_.has_area = QSystemTrayIcon::isSystemTrayAvailable(); };
+  look();
+  watch(form.area_asked, this, look);
   watch(form.loaded.changed, this, [this] { show_icon(form_.loaded); });
   watch(form.ToolTip.changed, this, [this] {
     if (icon_) icon_->setToolTip(from_code_page(form_.ToolTip.get()));
@@ -17,11 +20,9 @@ TrayView::TrayView(FrmSysTray& form) : form_(form) {
 }
 
 void TrayView::show_icon(bool loaded) {
-  if (!loaded || !form_.has_area) {
-    delete icon_;
-    icon_ = nullptr;
-    return;
-  }
+  delete std::exchange(icon_, nullptr);
+  if (!loaded) return;
+  // Where there is no area it waits for one.
   icon_ = new QSystemTrayIcon(QIcon(":/icons/homewarden.png"), this);
   icon_->setToolTip(from_code_page(form_.ToolTip.get()));
   connect(icon_, &QSystemTrayIcon::activated, this, [this](auto reason) {

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "ui/controls.h"
+
+namespace homewarden {
+
+// The menu of the program itself.
+struct ProgramMenu {
+  ProgramMenu() { sspp3.entries = {&mnu_about, &mnu_line2, &mnu_exit}; }
+
+  Menu sspp3{"Menu3"};
+  MenuEntry mnu_about{"About Homewarden"};
+  MenuEntry mnu_line2{"-"};
+  MenuEntry mnu_exit{"Exit"};
+};
+
+}  // namespace homewarden
