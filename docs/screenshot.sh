@@ -24,7 +24,7 @@ xdotool search --name 'Homewarden - Demo' windowmove 0 0
 click 80 240 1  # Living Room
 click 543 120   # its ceiling light
 click 350 290   # its reading lamp
-xdotool mousemove 411 248 mousedown 1 mousemove 411 260 mousemove 411 282 mouseup 1 # ... darker
+xdotool mousemove 411 271 mousedown 1 mousemove 411 283 mousemove 411 305 mouseup 1 # ... darker
 sleep 7
 xdotool mousemove 900 600
 sleep 1
