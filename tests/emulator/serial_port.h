@@ -1,15 +1,26 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
+#include <cctype>
 #include <chrono>
 #include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "tools/emulator/emulator.h"
 
 namespace homewarden::emulator {
+
+// Everything on the lines happens at once.
+inline Options instant() {
+  Options options;
+  options.speed = 0;
+  return options;
+}
 
 // The computer's end of the cable, by hand: bytes as hexadecimal text in both directions, and a
 // time that stands still but for wait().
@@ -18,6 +29,34 @@ class SerialPort {
   using Milliseconds = std::chrono::milliseconds;
 
   explicit SerialPort(const Options& options = {}) : house(options) {}
+
+  // Plays a conversation, its steps divided by "|":
+  //   04 66 -> 6A         the computer writes and this is answered; "?" stands for any digit,
+  //                       "not 6A" for anything else, nothing for silence
+  //   wait 3000 -> 5A 5A  what comes in these milliseconds; without "->" it does not matter
+  //   -> 55               what comes next
+  //   A1 on 27 %          the state of a module
+  //   remote B2 on        whatever else is a line for the console
+  void play(std::string_view conversation) {
+    std::istringstream steps{std::string(conversation)};
+    for (std::string step; std::getline(steps, step, '|');) {
+      SCOPED_TRACE(step);
+      const auto arrow = step.find("->");
+      const std::string said = trimmed(step.substr(0, arrow));
+      if (said.starts_with("wait "))
+        wait(std::stoi(said.substr(5)));
+      else if (said.find_first_not_of("0123456789ABCDEF ") == std::string::npos)
+        send(said);
+      else if (const auto word = said.substr(0, said.find(' ')); cm11::parse_address(word))
+        EXPECT_EQ(said, word + " " + state(word));
+      else
+        EXPECT_EQ(console(said).find("say"), std::string::npos);
+      if (arrow != std::string::npos)
+        expect(trimmed(step.substr(arrow + 2)), said.starts_with("wait") ? heard() : answer());
+      else if (said.starts_with("wait"))
+        heard();
+    }
+  }
 
   // "04 66"
   void send(std::string_view bytes) {
@@ -44,21 +83,19 @@ class SerialPort {
   // The bytes that have come since the last call.
   std::string heard() { return std::exchange(heard_, {}); }
 
-  // Waits for the next bytes and returns them; "" when none come within the limit.
-  std::string answer(int limit = 15000) {
-    for (int waited = 0; heard_.empty() && waited < limit; ++waited) wait(1);
+  // Waits for the next bytes that come together; "" when none do for longer than any command takes.
+  std::string answer() {
+    for (int waited = 0; heard_.empty() && waited < 15000; ++waited) wait(1);
+    for (std::size_t before = 0; before != heard_.size();) {
+      before = heard_.size();
+      wait(4);  // a byte takes 2
+    }
     return heard();
   }
 
-  // Sends and returns the answer.
-  std::string ask(std::string_view bytes, int limit = 15000) {
+  std::string ask(std::string_view bytes) {
     send(bytes);
-    return answer(limit);
-  }
-
-  // A whole transmission with its checksum; true when ready comes.
-  bool transmit(std::string_view bytes, std::string_view checksum) {
-    return ask(bytes) == checksum && ask("00") == "55";
+    return answer();
   }
 
   std::string console(std::string_view line) {
@@ -67,14 +104,31 @@ class SerialPort {
     return text;
   }
 
-  std::string state(std::string_view address) const {
-    return house.modules().at(*cm11::parse_address(std::string(address))).text();
+  std::string state(const std::string& address) const {
+    return house.modules().at(*cm11::parse_address(address)).text();
   }
 
   Emulator house;
   Milliseconds now{0};
 
  private:
+  static std::string trimmed(const std::string& text) {
+    const auto first = text.find_first_not_of(' ');
+    return first == std::string::npos ? ""
+                                      : text.substr(first, text.find_last_not_of(' ') + 1 - first);
+  }
+
+  static void expect(const std::string& wanted, const std::string& came) {
+    if (wanted.starts_with("not ")) {
+      EXPECT_NE(came, wanted.substr(4));
+      return;
+    }
+    std::string masked = came;
+    for (std::size_t i = 0; i < std::min(wanted.size(), came.size()); ++i)
+      if (wanted[i] == '?') masked[i] = '?';
+    EXPECT_EQ(masked, wanted) << came;
+  }
+
   void collect() {
     for (const char byte : house.take_output()) {
       constexpr std::string_view kDigits = "0123456789ABCDEF";
@@ -87,12 +141,5 @@ class SerialPort {
 
   std::string heard_;
 };
-
-// Everything on the lines happens at once.
-inline Options instant() {
-  Options options;
-  options.speed = 0;
-  return options;
-}
 
 }  // namespace homewarden::emulator

@@ -10,7 +10,7 @@ from selenium.webdriver.chrome.service import Service
 from selenium.webdriver.common.action_chains import ActionChains
 from selenium.webdriver.common.by import By
 
-from house import House, wait_until
+from house import House, namespaces_are_allowed, wait_until
 from store import MACHINE_KEY, TYPE_KEY, write_values
 
 ROOMS = """Living Room~~~
@@ -51,7 +51,8 @@ def start_browser(folder):
                # Names instead of addresses; everything else stays unknown.
                "--host-resolver-rules=MAP house.lan 127.0.0.1, MAP evil.example 127.0.0.1, "
                "MAP * ~NOTFOUND, EXCLUDE 127.0.0.1, EXCLUDE localhost"]
-  if os.geteuid() == 0:
+  # It talks to this machine alone. Its sandbox is made of namespaces and refuses root.
+  if os.geteuid() == 0 or not namespaces_are_allowed():
     arguments.append("--no-sandbox")
   for argument in arguments:
     options.add_argument(argument)

@@ -3,7 +3,7 @@
 import subprocess
 import unittest
 
-from house import House, curl
+from house import House, curl, namespaces_are_allowed
 
 SWITCH = "/index.html?A~1~LivingRoomCeilingLight~turnon~LivingRoom"
 PRIVATE = ["127.0.0.1", "::1", "10.1.2.3", "172.16.0.1", "172.31.255.254", "192.168.7.5",
@@ -17,6 +17,8 @@ def setUpModule():
   addresses = [f"ip address add {address}/{'128 nodad' if ':' in address else '32'} dev lo"
                for address in PRIVATE[2:] + PUBLIC]
   script = " && ".join(["ip link set lo up", *addresses, "echo ready", "exec cat"])
+  if not namespaces_are_allowed("--net"):
+    raise unittest.SkipTest("the system forbids it: a network of the test's own")
   network = subprocess.Popen(["unshare", "--map-root-user", "--net", "sh", "-c", script],
                              stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                              stderr=subprocess.STDOUT)

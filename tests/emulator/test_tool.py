@@ -1,0 +1,82 @@
+"""The emulator as its users start it, and a client that shares nothing with it but the protocol."""
+
+import os
+import pathlib
+import select
+import subprocess
+import tempfile
+import tty
+import unittest
+
+
+class Tool:
+  def __init__(self, test, *options):
+    self.process = subprocess.Popen([os.environ["CM11_EMULATOR_PATH"], *options], text=True,
+                                    stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+    test.addCleanup(self.process.communicate)
+    test.addCleanup(self.process.kill)
+
+  def line(self):
+    return self.process.stdout.readline().rstrip("\n")
+
+  def type(self, line):
+    print(line, file=self.process.stdin, flush=True)
+
+
+class Client:
+  def __init__(self, test, path):
+    self.port = os.open(path, os.O_RDWR | os.O_NOCTTY)
+    test.addCleanup(os.close, self.port)
+    tty.setraw(self.port)
+
+  def ask(self, text=""):
+    os.write(self.port, bytes.fromhex(text))
+    return os.read(self.port, 1).hex() if select.select([self.port], [], [], 10)[0] else None
+
+
+class ToolTest(unittest.TestCase):
+
+  def test_an_independent_client_switches_a_lamp(self):
+    tool = Tool(self, "--fast")
+    client = Client(self, tool.line())
+    for text, checksum in (("0462", "66"), ("0662", "68"), ("4e64", "b2")):
+      self.assertEqual((client.ask(text), client.ask("00")), (checksum, "55"))
+    self.assertEqual([tool.line(), tool.line()], ["A3 On: on 100 %", "A3 Dim 9/22: on 59 %"])
+    tool.type("remote B2 on")
+    self.assertEqual((tool.line(), client.ask()), ("B2 On: on 100 % (remote)", "5a"))
+    tool.type("quit")
+    self.assertEqual(tool.process.wait(10), 0)
+
+  def test_unplugged_it_is_gone_and_comes_back_under_another_name(self):
+    folder = tempfile.TemporaryDirectory()
+    self.addCleanup(folder.cleanup)
+    link = pathlib.Path(folder.name) / "com1"
+    tool = Tool(self, "--fast", "--link", str(link))
+    path = tool.line()
+    self.assertEqual(os.readlink(link), path)
+    client = Client(self, link)
+    self.assertEqual((client.ask("0462"), client.ask("00")), ("66", "55"))
+    tool.type("unplug")
+    self.assertEqual(tool.line(), "unplugged")
+    with self.assertRaises(OSError):
+      while client.ask():
+        pass
+    self.assertFalse(link.is_symlink())
+    tool.type("plug")
+    said = tool.line()
+    self.assertRegex(said, "^plugged in as /")
+    self.assertNotEqual(said.split()[-1], path)
+    client = Client(self, link)
+    self.assertEqual((client.ask("0662"), client.ask("00")), ("68", "55"), "it forgot the address")
+    self.assertEqual(tool.line(), "A3 On: on 100 %")
+    tool.process.terminate()
+    self.assertEqual(tool.process.wait(10), 0)
+    self.assertFalse(link.is_symlink(), "something is left behind")
+
+  def test_refuses_bad_options_and_a_link_where_something_else_is(self):
+    folder = tempfile.TemporaryDirectory()
+    self.addCleanup(folder.cleanup)
+    for code, *options in ((1, "--link", folder.name), (2, "--mains", "55"),
+                           (2, "--fault", "nothing")):
+      self.assertEqual(Tool(self, *options).process.wait(10), code, options)
+    self.assertTrue(os.path.isdir(folder.name))
