@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cstdio>
+#include <sstream>
 
 namespace homewarden::cm11 {
 
@@ -10,38 +13,66 @@ namespace {
 
 using namespace std::chrono_literals;
 
-std::string bytes(std::initializer_list<int> values) {
-  std::string text;
-  for (const int value : values) text += static_cast<char>(value);
-  return text;
-}
-
 std::string hex(const std::string& text) {
   std::string words;
   for (const char byte : text) {
     char word[4];
-    std::snprintf(word, sizeof word, "%02X ",
+    std::snprintf(word, sizeof word, " %02X",
                   static_cast<unsigned>(static_cast<unsigned char>(byte)));
     words += word;
   }
-  if (!words.empty()) words.pop_back();
   return words;
 }
 
-const Transmission kA1 = address_transmission({0, 1});
-const Transmission kG1 = address_transmission({6, 1});
-const Transmission kD5 = address_transmission({3, 5});
-const Transmission kG9 = address_transmission({6, 9});
-const Transmission kDDim22 = function_transmission(3, kX10Dim, 22);
-const Transmission kADim16 = function_transmission(0, kX10Dim, 16);
+constexpr const char* kStatus = "00 00 01 02 03 04 10 68 00 00 00 00 00 00";
 
-// The interface's side of the line is played by the test.
+// The computer's side of the line; the interface's side is played by the test.
 class HandshakeTest : public ::testing::Test {
  protected:
-  void send(const Transmission& transmission) { line.transmit(transmission, now); }
-  void from_interface(std::initializer_list<int> values) { line.receive(bytes(values), now); }
-  // What the computer has written since the last question.
-  std::string written() { return hex(line.take_output()); }
+  // Plays a conversation, its steps divided by "|":
+  //   send A1, send D dim 22, status    what is asked of the handshake
+  //   < 6A             these bytes come from the interface
+  //   > 04 66          the computer has written just this since the last ">"; "> ?" anything
+  //   wait 500         milliseconds
+  //   done             so the attempt has ended; "pending" when it has not. "ends unknown": within
+  //                    half a minute of silence
+  //   heard B6 Bright  the commands of others since the last "heard"
+  //   changed, same    whether another controller has been busy in house A
+  void play(const std::string& conversation) {
+    SCOPED_TRACE(conversation);
+    std::istringstream steps(conversation);
+    for (std::string text; std::getline(steps, text, '|');) {
+      SCOPED_TRACE(text);
+      std::istringstream step(text);
+      std::string verb;
+      step >> verb;
+      std::string rest;
+      std::getline(step, rest);
+      rest.erase(rest.find_last_not_of(' ') + 1);
+      take_step(verb, rest);
+    }
+  }
+
+  void take_step(const std::string& verb, const std::string& rest) {
+    if (verb == "send") return line.transmit(transmission(rest), now);
+    if (verb == "status") return line.request_status(now);
+    if (verb == "<") return line.receive(raw(rest), now);
+    if (verb == "wait") return wait(std::chrono::milliseconds(std::stoi(rest)));
+    if (verb == ">") {
+      const std::string written = hex(line.take_output());
+      EXPECT_EQ(written, rest == " ?" ? written : rest);
+    } else if (verb == "heard") {
+      EXPECT_EQ(heard(), rest);
+    } else if (verb == "changed" || verb == "same") {
+      EXPECT_EQ(line.listeners().changed(0), verb == "changed");
+    } else if (verb == "ends") {
+      wait(30s);
+      EXPECT_EQ(outcome(), rest.substr(1));
+    } else {
+      EXPECT_EQ(outcome(), verb);
+    }
+  }
+
   void wait(Handshake::Milliseconds length) {
     const auto end = now + length;
     while (line.deadline() && *line.deadline() <= end) {
@@ -50,12 +81,33 @@ class HandshakeTest : public ::testing::Test {
     }
     now = end;
   }
-  std::optional<Outcome> outcome() { return line.take_outcome(); }
-  // Half a minute of silence ends any attempt.
-  Outcome outcome_at_last() {
-    wait(30s);
-    EXPECT_TRUE(line.idle());
-    return outcome().value_or(Outcome::Done);
+
+  std::string outcome() {
+    const auto outcome = line.take_outcome();
+    constexpr const char* kNames[] = {"done", "unanswered", "interrupted", "unknown"};
+    EXPECT_TRUE(line.idle() || !outcome);
+    return outcome ? kNames[static_cast<int>(*outcome)] : "pending";
+  }
+
+  std::string heard() {
+    std::string text;
+    for (const auto& heard : line.take_heard())
+      text += " " + to_text(Address{heard.house, heard.unit}) + " " + function_name(heard.function);
+    return text;
+  }
+
+  static std::string raw(const std::string& text) {
+    std::istringstream stream(text);
+    std::string bytes;
+    for (unsigned byte = 0; stream >> std::hex >> byte;) bytes += static_cast<char>(byte);
+    return bytes;
+  }
+
+  // " A1", " D dim 22"
+  static Transmission transmission(const std::string& text) {
+    const auto dim = text.find(" dim ");
+    if (dim == std::string::npos) return address_transmission(*parse_address(text.substr(1)));
+    return function_transmission(text[1] - 'A', kX10Dim, std::stoi(text.substr(dim + 5)));
   }
 
   Handshake::Milliseconds now{10000};
@@ -64,347 +116,150 @@ class HandshakeTest : public ::testing::Test {
 
 }  // namespace
 
-// Catches: a step of the plain exchange left out or in the wrong order.
+// Catches: a step of the plain exchange left out or in the wrong order, a long dim given up on a
+// slow line.
 TEST_F(HandshakeTest, TransmitsWhatTheInterfaceConfirms) {
-  send(kA1);
-  EXPECT_EQ(written(), "04 66");
-  from_interface({0x6A});
-  EXPECT_EQ(written(), "00");
-  wait(367ms);
-  from_interface({0x55});
-  EXPECT_EQ(outcome(), Outcome::Done);
-  EXPECT_EQ(written(), "");
-  send(kADim16);
-  EXPECT_EQ(written(), "86 64");
-  from_interface({0xEA});
-  EXPECT_EQ(written(), "00");
-  wait(7s);
-  from_interface({0x55});
-  EXPECT_EQ(outcome(), Outcome::Done) << "a long dim on a slow line";
+  play("send A1 | > 04 66 | < 6A | > 00 | wait 367 | < 55 | done | >");
+  play("send A dim 16 | > 86 64 | < EA | > 00 | wait 7000 | < 55 | done");
 }
 
 // Catches: 00 written after anything but the right checksum, a missing byte that hangs the line or
 // is taken for success.
 TEST_F(HandshakeTest, EveryByteLostDoubledOrChanged) {
-  struct Case {
-    const char* name;
-    std::vector<int> checksum;  // what comes instead of the checksum
-    std::vector<int> ready;     // and of ready, after 00
-    bool acknowledged;
-    Outcome outcome;
-  };
-  const Case cases[] = {
-      {"checksum lost", {}, {}, false, Outcome::Unanswered},
-      {"checksum changed", {0x6B}, {}, false, Outcome::Unanswered},
-      {"checksum doubled", {0x6A, 0x6A}, {0x55}, true, Outcome::Done},
-      {"noise before the checksum", {0x31, 0x6A}, {0x55}, true, Outcome::Done},
-      {"an old ready before the checksum", {0x55, 0x6A}, {0x55}, true, Outcome::Done},
-      {"ready lost", {0x6A}, {}, true, Outcome::Unknown},
-      {"ready changed", {0x6A}, {0x57}, true, Outcome::Unknown},
-      {"ready doubled", {0x6A}, {0x55, 0x55}, true, Outcome::Done},
-      {"noise before ready", {0x6A}, {0x31, 0x55}, true, Outcome::Done},
-      {"noise like a poll before ready", {0x6A}, {0x5A, 0x55}, true, Outcome::Done},
-      {"noise like a clock request before ready", {0x6A}, {0xA5, 0x55}, true, Outcome::Done},
-      {"noise like a clock request", {0xA5, 0x6A}, {0x55}, true, Outcome::Done},
-  };
-  for (const auto& test : cases) {
-    SCOPED_TRACE(test.name);
-    line.reset();
-    send(kA1);
-    wait(200ms);
-    for (const int byte : test.checksum) from_interface({byte});
-    EXPECT_EQ(written().ends_with("00"), test.acknowledged);
-    wait(400ms);
-    for (const int byte : test.ready) from_interface({byte});
-    EXPECT_EQ(outcome_at_last(), test.outcome);
-    EXPECT_EQ(written(), "") << "nothing is said that was not asked for";
+  for (const char* const rest : {
+           "ends unanswered | > 04 66",                          // checksum lost
+           "< 6B | ends unanswered | > 04 66",                   // ... changed
+           "< 6A 6A | > 04 66 00 | wait 400 | < 55 | done | >",  // checksum doubled
+           "< 31 6A | > 04 66 00 | wait 400 | < 55 | done | >",  // noise before it
+           "< 55 6A | > 04 66 00 | wait 400 | < 55 | done | >",  // an old ready before it
+           "< A5 6A | > 04 66 00 | wait 400 | < 55 | done | >",  // noise like a clock request
+           "< 6A | > 04 66 00 | ends unknown | >",               // ready lost
+           "< 6A | > 04 66 00 | wait 400 | < 57 | ends unknown | >",
+           "< 6A | > 04 66 00 | wait 400 | < 55 55 | done | >",
+           "< 6A | > 04 66 00 | wait 400 | < 31 55 | done | >",
+           "< 6A | > 04 66 00 | wait 400 | < 5A 55 | done | >",  // noise like a poll before ready
+           "< 6A | > 04 66 00 | wait 400 | < A5 55 | done | >",
+       }) {
+    line = Handshake([] { return LocalTime{}; });
+    play("send A1 | wait 200 | " + std::string(rest));
   }
 }
 
 // Catches: a limit that a slow line or adapter breaks, and one that leaves a person waiting.
 TEST_F(HandshakeTest, LateBytes) {
-  send(kA1);
-  wait(900ms);
-  from_interface({0x6A});
-  EXPECT_EQ(written(), "04 66 00");
-  wait(4s);
-  from_interface({0x55});
-  EXPECT_EQ(outcome(), Outcome::Done);
-
-  send(function_transmission(0, kX10Dim, 22));
-  from_interface({0x1A});
-  wait(9500ms);
-  from_interface({0x55});
-  EXPECT_EQ(outcome(), Outcome::Done);
-
-  send(kA1);
-  wait(1s);
-  EXPECT_EQ(outcome(), Outcome::Unanswered);
+  play("send A1 | wait 900 | < 6A | > 04 66 00 | wait 4000 | < 55 | done");
+  play("send A dim 22 | < 1A | wait 9500 | < 55 | done");
+  play("send A1 | wait 1000 | unanswered");
 }
 
 // Catches: an interface that holds half of an older transmission and takes every header for the
 // end of it, so that it never gets in step again.
 TEST_F(HandshakeTest, GetsBackInStepWithAnInterfaceThatHoldsHalfATransmission) {
-  send(kA1);
-  written();
-  wait(1s);
-  EXPECT_EQ(outcome(), Outcome::Unanswered);
-  send(kA1);
-  EXPECT_EQ(written(), "04") << "the header alone: does it end something?";
-  from_interface({0x6A});
-  EXPECT_EQ(written(), "04 66") << "it did, and must not be acknowledged";
-  from_interface({0x6A});
-  EXPECT_EQ(written(), "00");
-  from_interface({0x55});
-  EXPECT_EQ(outcome(), Outcome::Done);
-
-  send(kA1);
-  wait(1s);
-  EXPECT_EQ(outcome(), Outcome::Unanswered);
-  written();
-  send(kA1);
-  wait(100ms);
-  EXPECT_EQ(written(), "04 66") << "it did not: the code follows";
-  wait(1s);
-  EXPECT_EQ(outcome(), Outcome::Unanswered);
-  send(kA1);
-  EXPECT_EQ(written(), "04 66") << "some want both bytes together";
+  play("send A1 | > ? | wait 1000 | unanswered");
+  // The header alone ends something, which must not be acknowledged.
+  play("send A1 | > 04 | < 6A | > 04 66 | < 6A | > 00 | < 55 | done");
+  play("send A1 | wait 1000 | unanswered | > ?");
+  // It ends nothing: the code follows. Then both at once, as some want it.
+  play("send A1 | wait 100 | > 04 66 | wait 1000 | unanswered | send A1 | > 04 66");
 }
 
 // Catches: a poll between any two bytes that is not served, or after which the transmission is
 // taken for done.
 TEST_F(HandshakeTest, PollsAreServedAnywhere) {
-  from_interface({0x5A});
-  EXPECT_EQ(written(), "C3");
-  from_interface({0x05, 0x04, 0xE9, 0xE5, 0xE5, 0x58});
-  wait(50ms);
-  using List = std::vector<Heard>;
-  EXPECT_EQ(line.take_heard(), (List{{1, 6, kX10Bright}, {1, 7, kX10Bright}}));
-  EXPECT_FALSE(outcome());
-
-  send(kA1);
-  written();
-  from_interface({0x5A});
-  EXPECT_EQ(written(), "C3");
-  from_interface({0x02, 0x00, 0x6A});
-  wait(50ms);
-  EXPECT_EQ(outcome(), Outcome::Interrupted);
-  EXPECT_TRUE(line.listeners().changed(0));
-
-  send(kADim16);
-  from_interface({0xEA});
-  written();
-  from_interface({0x5A});
-  EXPECT_EQ(written(), "") << "once may be noise while it transmits";
-  wait(1s);
-  from_interface({0x5A});
-  EXPECT_EQ(written(), "C3");
-  from_interface({0x02, 0x01, 0x62});
-  wait(50ms);
-  EXPECT_EQ(line.take_heard(), (List{{0, 4, kX10On}})) << "addressed in the upload before";
-  EXPECT_EQ(outcome(), Outcome::Unknown);
+  play("< 5A | > C3 | < 05 04 E9 E5 E5 58 | wait 50 | heard B6 Bright B7 Bright | pending");
+  play("send A1 | > ? | < 5A | > C3 | < 02 00 6A | wait 50 | interrupted | changed");
+  // While it transmits once may be noise. A4 was addressed in the upload before.
+  play(
+      "send A dim 16 | < EA | > ? | < 5A | > | wait 1000 | < 5A | > C3 | < 02 01 62 | wait 50 |"
+      "heard A4 On | unknown");
 }
 
 // Catches: uploads of a revision whose count includes itself all dropped as cut short; and an
 // upload of the usual kind that is cut short taken for such a one.
 TEST_F(HandshakeTest, ACountMayIncludeItself) {
-  const std::vector<Heard> bright = {{1, 6, kX10Bright}, {1, 7, kX10Bright}};
-  for (int i = 0; i < 2; ++i) {
-    from_interface({0x5A, 0x06, 0x04, 0xE9, 0xE5, 0xE5, 0x58});
-    wait(300ms);
-    EXPECT_EQ(line.take_heard(), bright);
-  }
-  from_interface({0x5A, 0x05, 0x04, 0xE9, 0xE5, 0xE5, 0x58});
-  wait(300ms);
-  EXPECT_EQ(line.take_heard(), bright);
-  from_interface({0x5A, 0x06, 0x04, 0xE9, 0xE5, 0xE5, 0x58});
-  wait(300ms);
-  EXPECT_TRUE(line.take_heard().empty());
+  for (int i = 0; i < 2; ++i) play("< 5A 06 04 E9 E5 E5 58 | wait 300 | heard B6 Bright B7 Bright");
+  play("< 5A 05 04 E9 E5 E5 58 | wait 300 | heard B6 Bright B7 Bright");
+  play("< 5A 06 04 E9 E5 E5 58 | wait 300 | heard");
 }
 
-// Catches: a poll taken for the checksum of an address, and the other way round, for ever.
-TEST_F(HandshakeTest, AnAddressWithTheChecksumOfAPoll) {
-  send(kG1);
-  from_interface({0x5A});
-  EXPECT_EQ(written(), "04 56 00");
-  from_interface({0x55});
-  EXPECT_EQ(outcome(), Outcome::Done);
-
-  send(kG1);
-  from_interface({0x5A});  // a poll this time: the 00 is nothing to the interface
-  written();
-  wait(1s);
-  from_interface({0x5A});
-  wait(1s);
-  from_interface({0x5A});
-  EXPECT_EQ(written(), "C3");
-  from_interface({0x02, 0x00, 0x6A});
-  wait(50ms);
-  EXPECT_EQ(outcome(), Outcome::Unknown);
-}
-
-// Catches: a Dim that goes out twice or stalls because its checksum looks like a poll.
-TEST_F(HandshakeTest, ADimWithTheChecksumOfAPollIsAskedForTwice) {
-  send(kDDim22);
-  from_interface({0x5A});
-  EXPECT_EQ(written(), "B6 A4 B6 A4");
-  from_interface({0x5A});
-  EXPECT_EQ(written(), "00");
-  wait(4s);
-  from_interface({0x55});
-  EXPECT_EQ(outcome(), Outcome::Done);
-
-  send(kDDim22);
-  from_interface({0x5A});  // a poll: it does not come again at once
-  written();
-  wait(300ms);
-  EXPECT_EQ(written(), "C3");
-  from_interface({0x02, 0x00, 0x6A});
-  wait(50ms);
-  EXPECT_EQ(outcome(), Outcome::Interrupted) << "nothing went out, it may be tried again";
-}
-
-// Catches: checksums that equal a clock request or a notice served as such.
-TEST_F(HandshakeTest, AddressesWithTheChecksumOfOtherRequests) {
-  for (const auto& [transmission, checksum] : {std::pair{kD5, 0xA5}, {kG9, 0x5B}}) {
-    send(transmission);
-    written();
-    from_interface({checksum});
-    EXPECT_EQ(written(), "00");
-    from_interface({0x55});
-    EXPECT_EQ(outcome(), Outcome::Done);
-  }
+// Catches: a poll taken for the checksum of an address or a Dim, and the other way round, for ever;
+// a Dim that goes out twice or stalls because of it; checksums served as other requests.
+TEST_F(HandshakeTest, ChecksumsThatLookLikeRequests) {
+  play("send G1 | < 5A | > 04 56 00 | < 55 | done");
+  // A poll this time, for which the 00 is nothing.
+  play(
+      "send G1 | < 5A | > ? | wait 1000 | < 5A | wait 1000 | < 5A | > C3 | < 02 00 6A | wait 50 |"
+      "unknown");
+  play("send D dim 22 | < 5A | > B6 A4 B6 A4 | < 5A | > 00 | wait 4000 | < 55 | done");
+  // A poll does not come again at once: nothing went out, it may be tried again.
+  play("send D dim 22 | < 5A | > ? | wait 300 | > C3 | < 02 00 6A | wait 50 | interrupted");
+  play("send D5 | > ? | < A5 | > 00 | < 55 | done | send G9 | > ? | < 5B | > 00 | < 55 | done");
 }
 
 // Catches: a clock request that is not answered, answered at the first noise, or answered without
-// end; revisions that send no checksum.
+// end; revisions that send no checksum; a clock that is acknowledged although it arrived wrong.
 TEST_F(HandshakeTest, ClockRequests) {
-  const std::string clock = "9B 00 00 00 00 10 60";
-  from_interface({0xA5});
-  EXPECT_EQ(written(), "");
-  wait(1s);
-  from_interface({0xA5});
-  EXPECT_EQ(written(), clock);
-  from_interface({0x70});
-  EXPECT_EQ(written(), "00");
-  from_interface({0x55});
+  play("< A5 | > | wait 1000 | < A5 | > 9B 00 00 00 00 10 60 | < 70 | > 00 | < 55");
   EXPECT_TRUE(line.idle());
-
-  send(kA1);
-  from_interface({0xA5});
-  wait(1s);
-  EXPECT_EQ(outcome(), Outcome::Unanswered);
-  written();
-  from_interface({0xA5});
-  EXPECT_EQ(written(), clock);
-  wait(1300ms);
+  play("send A1 | < A5 | wait 1000 | unanswered | > ? | < A5 | > 9B 00 00 00 00 10 60 | wait 1300");
   EXPECT_TRUE(line.idle()) << "no checksum, and the requests have ceased";
+  line = Handshake([] { return LocalTime{}; });
+  play("< A5 | wait 1000 | < A5 | > ? | < 71 | > | wait 200 | > 9B 00 00 00 00 10 60");
 
+  line = Handshake([] { return LocalTime{}; });
   int clocks = 0;
   for (int second = 0; second < 60; ++second) {
-    from_interface({0xA5});
-    if (written().starts_with("9B")) ++clocks;
+    play("< A5");
+    if (line.take_output().starts_with('\x9B')) ++clocks;
     wait(1s);
   }
   EXPECT_LE(clocks, 60);
   EXPECT_GE(clocks, 40) << "an interface that goes on asking goes on being answered";
 }
 
-// Catches: a clock that is acknowledged although it arrived wrong.
-TEST_F(HandshakeTest, AWrongClockChecksumIsNotAcknowledged) {
-  from_interface({0xA5});
-  wait(1s);
-  from_interface({0xA5});
-  written();
-  from_interface({0x71});
-  EXPECT_EQ(written(), "");
-  wait(200ms);
-  EXPECT_EQ(written(), "9B 00 00 00 00 10 60");
-}
-
 // Catches: the bytes of a notice taken for the checksum or for ready.
 TEST_F(HandshakeTest, NoticesAreSkipped) {
-  send(kA1);
-  written();
-  from_interface({0x5B, 0x6A, 0x55});
-  EXPECT_EQ(written(), "");
-  from_interface({0x6A});
-  EXPECT_EQ(written(), "00");
-  from_interface({0x5B, 0x00, 0x55});
-  EXPECT_FALSE(outcome());
-  wait(400ms);
-  from_interface({0x55});
-  EXPECT_EQ(outcome(), Outcome::Done);
-  from_interface({0x5B, 0x5A, 0xA5});
-  EXPECT_EQ(written(), "");
+  play("send A1 | > ? | < 5B 6A 55 | > | < 6A | > 00 | < 5B 00 55 | pending | wait 400 | < 55");
+  play("done | < 5B 5A A5 | >");
 }
 
 // Catches: a status that is missed behind a poll, noise taken for an interface, a request without
 // an end.
 TEST_F(HandshakeTest, Status) {
-  const std::string status = bytes({0, 0, 1, 2, 3, 4, 0x10, 0x68, 0, 0, 0, 0, 0, 0});
-  for (const std::string& before : {std::string(), bytes({0x5A}), bytes({0xA5}), bytes({0x31})}) {
-    line.request_status(now);
-    EXPECT_EQ(written(), "8B");
-    line.receive(before + status, now);
-    EXPECT_EQ(outcome(), Outcome::Done) << hex(before);
-  }
-  line.request_status(now);
-  line.receive(status.substr(0, 13), now);
-  EXPECT_EQ(outcome_at_last(), Outcome::Unanswered);
-  line.request_status(now);
-  for (int i = 0; i < 1000 && !line.idle(); ++i) from_interface({0xFF});
-  EXPECT_EQ(outcome(), Outcome::Unanswered);
-  written();
-
-  line.request_status(now);
-  from_interface({0x5A});
-  wait(150ms);
-  EXPECT_EQ(written(), "8B C3") << "a poll and no status";
-  from_interface({0x02, 0x00, 0x6A});
-  wait(50ms);
-  EXPECT_EQ(outcome(), Outcome::Interrupted);
+  const std::string status = kStatus;
+  for (const char* const before : {"", "5A ", "A5 ", "31 "})
+    play("status | > 8B | < " + std::string(before) + status + " | done");
+  play("status | < " + status.substr(3) + " | ends unanswered | status");
+  for (int i = 0; i < 1000 && !line.idle(); ++i) line.receive("\xFF", now);
+  play("unanswered | > ?");
+  play("status | < 5A | wait 150 | > 8B C3 | < 02 00 6A | wait 50 | interrupted");
 }
 
 // Catches: commands made up from an upload that arrived damaged, and units that such an upload may
 // have changed.
 TEST_F(HandshakeTest, DamagedUploadsAreDroppedWhole) {
-  const std::vector<std::string> damaged = {
-      bytes({0x03, 0x02, 0x66}),              // cut
-      bytes({0x02, 0x66, 0x62}),              // count lost
-      bytes({0x03, 0x66, 0x62}),              // mask lost
-      bytes({0x03, 0x03, 0x02, 0x66, 0x62}),  // count doubled
-      bytes({0x03, 0x02, 0x02, 0x66, 0x62}),  // mask doubled
-      bytes({0x03, 0x02, 0x66, 0x66, 0x62}),  // address doubled
-      bytes({0x03, 0x02, 0x66, 0x62, 0x62}),  // function doubled
-      bytes({0x43, 0x02, 0x66, 0x62}),        // count changed
-  };
-  for (const auto& upload : damaged) {
-    SCOPED_TRACE(hex(upload));
+  for (const char* const upload : {
+           "03 02 66",        // cut
+           "02 66 62",        // count lost
+           "03 66 62",        // mask lost
+           "03 03 02 66 62",  // count doubled
+           "03 02 02 66 62",  // mask doubled
+           "03 02 66 66 62",  // address doubled
+           "03 02 66 62 62",  // function doubled
+           "43 02 66 62",     // count changed
+       }) {
     line.listeners().forget_changes(0);
-    from_interface({0x5A});
-    line.receive(upload, now);
-    wait(1s);
+    play("< 5A | < " + std::string(upload) + " | wait 1000 | heard | changed | > ?");
     EXPECT_TRUE(line.idle());
-    EXPECT_TRUE(line.take_heard().empty());
-    EXPECT_TRUE(line.listeners().changed(0));
     EXPECT_TRUE(line.listeners().others_than({0, 1}));
   }
-  written();
-  from_interface({0x5A, 0x5A, 0x03, 0x02, 0x66, 0x62, 0x5A});
-  EXPECT_EQ(written(), "C3 C3") << "a doubled poll before, the next poll right behind";
-  EXPECT_EQ(line.take_heard(), (std::vector<Heard>{{0, 1, kX10On}}));
+  // A doubled poll before, the next poll right behind.
+  play("< 5A 5A 03 02 66 62 5A | > C3 C3 | heard A1 On");
 }
 
 // Catches: a poll answer that is lost, after which nothing goes on.
 TEST_F(HandshakeTest, ALostPollAnswerIsRepeatedAtTheNextPoll) {
-  for (int i = 0; i < 3; ++i) {
-    from_interface({0x5A});
-    EXPECT_EQ(written(), "C3");
-    wait(1s);
-    EXPECT_TRUE(line.idle());
-  }
-  EXPECT_FALSE(line.listeners().changed(0)) << "the interface still has its data";
+  for (int i = 0; i < 3; ++i) play("< 5A | > C3 | wait 1000 | pending | same");
 }
 
 }  // namespace homewarden::cm11

@@ -4,48 +4,30 @@
 #include <netinet/in.h>
 #include <sys/socket.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
-#include <utility>
 
 #include "base/text.h"
 
 namespace homewarden::testing {
 namespace {
 
-using namespace std::chrono_literals;
-
-// Calls connect() or bind() with an address of either kind.
+// Calls connect() or bind() with a port of an address of this machine.
 bool put(decltype(::connect) function, int socket, const std::string& address, int port) {
-  sockaddr_in v4{};
-  v4.sin_family = AF_INET;
-  v4.sin_port = htons(static_cast<std::uint16_t>(port));
-  if (inet_pton(AF_INET, address.c_str(), &v4.sin_addr) == 1)
-    return function(socket, reinterpret_cast<const sockaddr*>(&v4), sizeof v4) == 0;
-  sockaddr_in6 v6{};
-  v6.sin6_family = AF_INET6;
-  v6.sin6_port = htons(static_cast<std::uint16_t>(port));
-  inet_pton(AF_INET6, address.c_str(), &v6.sin6_addr);
-  return function(socket, reinterpret_cast<const sockaddr*>(&v6), sizeof v6) == 0;
+  sockaddr_in place{};
+  place.sin_family = AF_INET;
+  place.sin_port = htons(static_cast<std::uint16_t>(port));
+  inet_pton(AF_INET, address.c_str(), &place.sin_addr);
+  return function(socket, reinterpret_cast<const sockaddr*>(&place), sizeof place) == 0;
 }
 
 }  // namespace
 
-std::string Answer::header(const std::string& name) const {
-  const std::size_t start = find_ignoring_case(head, "\r\n" + name + ": ");
-  if (start == std::string::npos) return "";
-  const std::size_t value = start + name.size() + 4;
-  return head.substr(value, head.find("\r\n", value) - value);
-}
-
 // Connecting takes no answer of the server: the system puts the connection in its queue.
-Client::Client(SocketLoop& loop, int port, const std::string& address, const std::string& from)
-    : loop_(loop),
-      socket_(::socket(address.find(':') == std::string::npos ? AF_INET : AF_INET6,
-                       SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-  if (!from.empty()) put(::bind, socket_.get(), from, 0);
-  connected_ = put(::connect, socket_.get(), address, port);
+Client::Client(SocketLoop& loop, int port, const std::string& from)
+    : loop_(loop), socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+  put(::bind, socket_.get(), from, 0);
+  connected_ = put(::connect, socket_.get(), "127.0.0.1", port);
 }
 
 void Client::send(std::string_view bytes) {
@@ -73,28 +55,23 @@ bool Client::is_closed_within(std::chrono::milliseconds limit) {
   return loop_.run_until([&] { return !take(); }, limit);
 }
 
-Answer Client::read(bool to_head) {
+Answer Client::read() {
   bool open = true;
-  std::size_t end = std::string::npos;
-  const auto head_complete = [&] {
-    open = open && take();
-    end = input_.find("\r\n\r\n");
-    return end != std::string::npos || !open;
+  const auto has = [&](std::size_t size) {
+    return loop_.run_until([&] {
+      open = open && take();
+      return input_.size() >= size || !open;
+    }) && input_.size() >= size;
   };
-  if (!loop_.run_until(head_complete) || end == std::string::npos) return {};
-  Answer answer;
-  answer.head = input_.substr(0, end + 2);
-  answer.status = std::stoi(answer.head.substr(9, 3));
-  input_.erase(0, end + 4);
-  const std::string length = answer.header("Content-Length");
-  const bool no_body = to_head || answer.status == 304 || length.empty();
-  const std::size_t size = no_body ? 0 : std::stoul(length);
-  loop_.run_until([&] {
-    open = open && take();
-    return input_.size() >= size || !open;
-  });
-  answer.body = input_.substr(0, size);
-  input_.erase(0, size);
+  while (input_.find("\r\n\r\n") == std::string::npos)
+    if (!has(input_.size() + 1)) return {};
+  const std::size_t end = input_.find("\r\n\r\n") + 4;
+  Answer answer{std::stoi(input_.substr(9, 3)), ""};
+  const std::size_t length = find_ignoring_case(input_, "\r\nContent-Length: ");
+  const std::size_t size = std::stoul(input_.substr(length + 18));
+  has(end + size);
+  answer.body = input_.substr(end, size);
+  input_.erase(0, end + size);
   return answer;
 }
 
@@ -104,21 +81,22 @@ void Client::close(bool reset) {
   socket_ = Descriptor();
 }
 
-Answer Client::ask(const std::string& path, const std::string& headers, const std::string& method) {
-  send(method + " " + path + " HTTP/1.1\r\n" + headers + "\r\n");
-  return read(method == "HEAD");
+void Client::request(const std::string& path, const std::string& headers) {
+  send("GET " + path + " HTTP/1.1\r\nHost: localhost\r\n" + headers + "\r\n");
+}
+
+Answer Client::ask(const std::string& path, const std::string& headers) {
+  request(path, headers);
+  return read();
 }
 
 int free_port() {
   const Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
-  sockaddr_in any{};
-  any.sin_family = AF_INET;
-  any.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t size = sizeof any;
-  if (::bind(socket.get(), reinterpret_cast<sockaddr*>(&any), size) != 0 ||
-      ::getsockname(socket.get(), reinterpret_cast<sockaddr*>(&any), &size) != 0)
-    return 0;
-  return ntohs(any.sin_port);
+  sockaddr_in place{};
+  socklen_t size = sizeof place;
+  put(::bind, socket.get(), "127.0.0.1", 0);
+  ::getsockname(socket.get(), reinterpret_cast<sockaddr*>(&place), &size);
+  return ntohs(place.sin_port);
 }
 
 }  // namespace homewarden::testing

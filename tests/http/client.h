@@ -10,32 +10,27 @@ namespace homewarden::testing {
 
 struct Answer {
   int status = 0;  // 0 when none came
-  std::string head;
   std::string body;
-
-  // The value of a header, "" when there is none.
-  std::string header(const std::string& name) const;
 };
 
 // A connection to a server that runs on the same loop, byte by byte as the test wants it.
 class Client {
  public:
-  // `from` is the address it comes from, if not the one it goes to.
-  Client(SocketLoop& loop, int port, const std::string& address = "127.0.0.1",
-         const std::string& from = "");
+  // `from` is the address of this machine that it comes from.
+  Client(SocketLoop& loop, int port, const std::string& from = "127.0.0.1");
 
   bool is_connected() const { return connected_; }
   void send(std::string_view bytes);
-  // The next answer. One to HEAD has no body whatever it says of its length.
-  Answer read(bool to_head = false);
+  Answer read();
   bool has_input();
   // Whether the server closes the connection within the time.
   bool is_closed_within(std::chrono::milliseconds limit = std::chrono::seconds(5));
   // Ends it; with `reset` the server sees an error in place of an end.
   void close(bool reset = false);
 
-  Answer ask(const std::string& path, const std::string& headers = "Host: localhost\r\n",
-             const std::string& method = "GET");
+  // A request for a page, with more lines of its head; and its answer.
+  void request(const std::string& path, const std::string& headers = "");
+  Answer ask(const std::string& path, const std::string& headers = "");
 
  private:
   // False at the end of the connection.

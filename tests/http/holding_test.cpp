@@ -7,8 +7,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::string_view kHold = "GET /hold.html?held HTTP/1.1\r\nHost: localhost\r\n\r\n";
-
 HttpLimits watchful() {
   HttpLimits limits = on_loopback();
   limits.look_around = 20ms;
@@ -20,17 +18,30 @@ class HoldingTest : public ServerTest {
  protected:
   HoldingTest() : ServerTest(watchful()) {}
 
-  std::unique_ptr<Client> client_with(std::string_view request) {
-    auto client = std::make_unique<Client>(loop, port);
-    client->send(request);
+  // So many requests are handled at once.
+  void start_handling(int count) {
+    server.servermaxconnections(count);
+    start();
+  }
+  std::unique_ptr<Client> ask_for(const std::string& path, const std::string& from = "127.0.0.1") {
+    auto client = std::make_unique<Client>(loop, port, from);
+    client->request(path);
+    loop.run_for(10ms);
     return client;
   }
-  std::unique_ptr<Client> hold() {
-    const std::size_t before = held.size();
-    auto client = client_with(kHold);
-    EXPECT_TRUE(loop.run_until([&] { return held.size() > before; }));
-    return client;
+  // Answers the requests held, in the order in which they are handled, until so many have been;
+  // their queries.
+  std::string answer_all(std::size_t count) {
+    std::string order;
+    for (std::size_t i = 0; i < count; ++i) {
+      EXPECT_TRUE(loop.run_until([&] { return held.size() > i; }));
+      order += server.QueryText(held[i], "") + " ";
+      server.SendPage(held[i], server.QueryText(held[i], ""), false);
+    }
+    return order;
   }
+
+  std::vector<std::unique_ptr<Client>> clients;
 };
 
 TEST_F(HoldingTest, AnswersInAnyOrderAndOnlyOnce) {
@@ -50,78 +61,48 @@ TEST_F(HoldingTest, AnswersInAnyOrderAndOnlyOnce) {
   loop.run_for(20ms);
   EXPECT_FALSE(first->has_input());
   EXPECT_EQ(second->ask("/index.html").status, 200) << "the connection cannot be used again";
+  EXPECT_EQ(server.QueryText(held[0], ""), "") << "an answered request keeps its query";
 }
 
 TEST_F(HoldingTest, HandlesSoManyAtOnceAndTheRestInOrder) {
-  server.servermaxconnections(2);
-  start();
-  std::vector<std::unique_ptr<Client>> clients;
-  for (int i = 0; i < 5; ++i) {
-    clients.push_back(client_with("GET /hold.html?" + std::to_string(i) +
-                                  " HTTP/1.1\r\nHost: localhost\r\n\r\n"));
-    loop.run_for(10ms);
-  }
-  ASSERT_EQ(held.size(), 2u);
-  for (std::size_t i = 0; i < clients.size(); ++i) {
-    ASSERT_TRUE(loop.run_until([&] { return held.size() > i; }));
-    loop.run_for(10ms);
-    EXPECT_EQ(held.size(), std::min<std::size_t>(i + 2, 5));
-    EXPECT_EQ(server.QueryText(held[i], ""), std::to_string(i));
-    server.SendPage(held[i], std::to_string(i), false);
-    EXPECT_EQ(clients[i]->read().body, std::to_string(i));
-  }
+  start_handling(2);
+  for (const char* path : {"/hold?0", "/hold?1", "/hold?2", "/hold?3"})
+    clients.push_back(ask_for(path));
+  EXPECT_EQ(held.size(), 2u);
+  EXPECT_EQ(answer_all(1), "0 ");
+  EXPECT_EQ(clients[0]->read().body, "0");
+  loop.run_for(10ms);
+  EXPECT_EQ(held.size(), 3u);
+  held.erase(held.begin());
+  EXPECT_EQ(answer_all(3), "1 2 3 ");
+  for (std::size_t i = 1; i < 4; ++i) EXPECT_EQ(clients[i]->read().body, std::to_string(i));
 }
 
 TEST_F(HoldingTest, TakesNoMoreThanAShareOfTheQueueFromOneAddress) {
-  server.servermaxconnections(1);
-  start();
-  std::vector<std::unique_ptr<Client>> clients;
-  clients.push_back(hold());
-  for (int i = 0; i < 5; ++i) clients.push_back(client_with(kHold));
-  loop.run_for(20ms);
+  start_handling(1);
+  for (int i = 0; i < 6; ++i) clients.push_back(ask_for("/hold?own"));
   EXPECT_EQ(get("/index.html").status, 503);
-  Client neighbour(loop, port, "127.0.0.1", "127.0.0.2");
-  neighbour.send("GET /index.html?neighbour HTTP/1.1\r\nHost: localhost\r\n\r\n");
-  for (std::size_t i = 0; i < clients.size(); ++i) {
-    ASSERT_TRUE(loop.run_until([&] { return held.size() > i; }));
-    server.SendPage(held[i], "", false);
-  }
-  EXPECT_EQ(neighbour.read().body, "index.html?neighbour");
+  const auto neighbour = ask_for("/hold?neighbour", "127.0.0.2");
+  EXPECT_EQ(answer_all(7), "own own neighbour own own own own ");
+  EXPECT_EQ(neighbour->read().body, "neighbour");
 }
 
 TEST_F(HoldingTest, LetsAddressesTakeTurns) {
-  server.servermaxconnections(1);
-  start();
-  const auto ask_from = [this](const char* source, const std::string& query) {
-    auto client = std::make_unique<Client>(loop, port, "127.0.0.1", source);
-    client->send("GET /hold.html?" + query + " HTTP/1.1\r\nHost: localhost\r\n\r\n");
-    loop.run_for(10ms);
-    return client;
-  };
-  std::vector<std::unique_ptr<Client>> clients;
-  for (const char* query : {"a1", "a2", "a3", "a4"})
-    clients.push_back(ask_from("127.0.0.1", query));
-  clients.push_back(ask_from("127.0.0.2", "b1"));
-  clients.push_back(ask_from("127.0.0.2", "b2"));
-  std::string order;
-  for (std::size_t i = 0; i < clients.size(); ++i) {
-    ASSERT_TRUE(loop.run_until([&] { return held.size() > i; }));
-    order += server.QueryText(held[i], "") + " ";
-    server.SendPage(held[i], "", false);
-  }
-  EXPECT_EQ(order, "a1 a2 b1 a3 b2 a4 ");
+  start_handling(1);
+  for (const char* path : {"/hold?a1", "/hold?a2", "/hold?a3", "/hold?a4"})
+    clients.push_back(ask_for(path));
+  for (const char* path : {"/hold?b1", "/hold?b2"}) clients.push_back(ask_for(path, "127.0.0.2"));
+  EXPECT_EQ(answer_all(6), "a1 a2 b1 a3 b2 a4 ");
 }
 
 // A client that goes away: its request is freed, its turn does not stay taken, and what it wanted
 // switched is still handed over.
 TEST_F(HoldingTest, ForgetsClientsThatGoAway) {
-  server.servermaxconnections(1);
-  start();
+  start_handling(1);
   auto first = hold();
-  auto looks = client_with("GET /index.html?loadroom HTTP/1.1\r\nHost: localhost\r\n\r\n");
-  auto presses = client_with("GET /index.html?turnon HTTP/1.1\r\nHost: localhost\r\n\r\n");
-  auto stays = client_with("GET /index.html?stays HTTP/1.1\r\nHost: localhost\r\n\r\n");
-  loop.run_for(20ms);
+  auto looks = ask_for("/index.html?loadroom");
+  auto presses = ask_for("/index.html?turnon");
+  auto stays = ask_for("/index.html?stays");
   first->close();
   looks->close(true);
   presses->close();
@@ -134,16 +115,15 @@ TEST_F(HoldingTest, ForgetsClientsThatGoAway) {
 }
 
 TEST_F(HoldingTest, StopsWithRequestsThatWait) {
-  server.servermaxconnections(1);
-  start();
-  auto handled = hold();
-  auto waiting = client_with(kHold);
-  auto idle = client_with("");
+  start_handling(1);
+  clients.push_back(hold());
+  clients.push_back(ask_for("/hold?waiting"));
+  clients.push_back(std::make_unique<Client>(loop, port));
   loop.run_for(20ms);
   EXPECT_TRUE(server.StopListening());
   EXPECT_FALSE(server.Listening());
   EXPECT_FALSE(Client(loop, port).is_connected());
-  for (const auto* client : {&handled, &waiting, &idle}) EXPECT_TRUE((*client)->is_closed_within());
+  for (const auto& client : clients) EXPECT_TRUE(client->is_closed_within());
   EXPECT_EQ(server.QueryText(held[0], ""), "");
   server.SendPage(held[0], "too late", false);
   EXPECT_EQ(loop.pending_calls(), 0u) << "a call into the stopped server is left";
@@ -176,21 +156,19 @@ TEST_F(HoldingTest, LetsItsEventStopAndStartIt) {
 TEST_F(HoldingTest, GoesAwayWithRequestsThatWait) {
   const int own_port = free_port();
   int watched = -1;
-  auto own = std::make_unique<HttpServer>(
-      loop,
-      [&](int fd, auto function) {
-        watched = fd;
-        loop.watch_readable(fd, function);
-      },
-      on_loopback());
+  const auto watch = [&](int fd, auto function) {
+    watched = fd;
+    loop.watch_readable(fd, function);
+  };
+  auto own = std::make_unique<HttpServer>(loop, watch, on_loopback());
   own->ServerPort(std::to_string(own_port));
   own->DocumentFolder(folder.path());
-  int raised = 0;
-  own->RequestArrived.connect([&](int, const std::string&) { ++raised; });
+  bool raised = false;
+  own->RequestArrived.connect([&](int, const std::string&) { raised = true; });
   own->StartListening();
   Client client(loop, own_port);
-  client.send(kHold);
-  ASSERT_TRUE(loop.run_until([&] { return raised == 1; }));
+  client.request("/hold");
+  ASSERT_TRUE(loop.run_until([&] { return raised; }));
   loop.forget(watched);
   own.reset();
   EXPECT_TRUE(client.is_closed_within());

@@ -1,3 +1,4 @@
+#include "platform/http/gate.h"
 #include "platform/http/login_delays.h"
 #include "tests/http/server_fixture.h"
 
@@ -30,36 +31,46 @@ TEST(LoginDelaysTest, GrowsToAMinuteAndForgives) {
 
 TEST(LoginDelaysTest, RemembersNoMoreThanItsMany) {
   LoginDelays delays(1, 3);
-  Address guest = *parse_address("10.0.0.0");
-  for (std::uint8_t i = 1; i <= 4; ++i) {
-    guest.bytes[15] = i;
-    delays.wrong(guest, std::chrono::seconds(i));
-  }
-  EXPECT_GT(delays.wait(guest, 4s), 0ms);
-  guest.bytes[15] = 1;
-  EXPECT_EQ(delays.wait(guest, 1s), 0ms);
+  const auto guest = [](int i) { return *parse_address("10.0.0." + std::to_string(i)); };
+  for (int i = 1; i <= 4; ++i) delays.wrong(guest(i), std::chrono::seconds(i));
+  EXPECT_GT(delays.wait(guest(4), 4s), 0ms);
+  EXPECT_EQ(delays.wait(guest(1), 1s), 0ms);
 }
 
-class LoginTest : public ServerTest {
- protected:
-  Answer log_in() {  // anna:secret
-    return get("/index.html", "Host: localhost\r\nAuthorization: Basic YW5uYTpzZWNyZXQ=\r\n");
-  }
-};
+// Every address of a network of the internet would have free tries.
+TEST(GateTest, SlowsDownGuessingFromANetwork) {
+  GateRules rules;
+  rules.log_in = true;
+  rules.credentials = Credentials("anna:secret\r\n");
+  Gate gate(std::move(rules));
+  const auto guess_from = [&gate](const std::string& address) {
+    RequestHead head;
+    head.from = *parse_address(address);
+    head.method = "GET";
+    head.uri = "/index.html";
+    head.host = "192.168.1.5:8080";
+    head.authorization = "Basic YW5uYTp3cm9uZw==";
+    return std::get<Refusal>(gate.check(head, {})).status;
+  };
+  for (int i = 0; i < 50; ++i) EXPECT_EQ(guess_from("2001:db8::" + std::to_string(i)), 401u);
+  EXPECT_EQ(guess_from("2001:db8::99"), 429u);
+  EXPECT_EQ(guess_from("2001:db8:0:1::1"), 401u) << "others are held up";
+}
+
+using LoginTest = ServerTest;
 
 TEST_F(LoginTest, ReadsThePasswordsAtTheStartOnly) {
+  const auto log_in = [this] {  // anna:secret
+    return get("/index.html", "Authorization: Basic YW5uYTpzZWNyZXQ=\r\n").status;
+  };
   server.AuthenticationMode(1);
   start();
-  EXPECT_EQ(log_in().status, 401) << "without a file nobody is admitted";
-  write("htaccess.txt", "anna:secret\r\n");
-  EXPECT_EQ(log_in().status, 401);
+  EXPECT_EQ(log_in(), 401) << "without a file nobody is admitted";
+  std::ofstream(folder / "htaccess.txt") << "anna:secret\r\n";
+  EXPECT_EQ(log_in(), 401);
   server.StopListening();
   start();
-  EXPECT_EQ(log_in().status, 200);
-  server.StopListening();
-  server.AuthenticationMode(0);
-  start();
-  EXPECT_EQ(get("/index.html").status, 200);
+  EXPECT_EQ(log_in(), 200);
 }
 
 }  // namespace

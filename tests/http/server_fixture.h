@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <optional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -42,12 +42,17 @@ class ServerTest : public ::testing::Test {
     ASSERT_TRUE(server.Listening());
   }
 
-  void write(const std::string& name, const std::string& content) {
-    std::ofstream(folder / name, std::ios::binary) << content;
+  Answer get(const std::string& path, const std::string& headers = "") {
+    return Client(loop, port).ask(path, headers);
   }
 
-  Answer get(const std::string& path, const std::string& headers = "Host: localhost\r\n") {
-    return Client(loop, port).ask(path, headers);
+  // A client whose request is being handled and not answered.
+  std::unique_ptr<Client> hold() {
+    const std::size_t before = held.size();
+    auto client = std::make_unique<Client>(loop, port);
+    client->request("/hold.html?held");
+    EXPECT_TRUE(loop.run_until([&] { return held.size() > before; }));
+    return client;
   }
 
   void answer(int id, const std::string& page) {
