@@ -1,7 +1,5 @@
 // The driver on a real serial port: the kernel's pseudo-terminal, with the emulator at its other
 // end.
-#include <gtest/gtest.h>
-
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QSocketNotifier>
@@ -10,10 +8,9 @@
 #include <fstream>
 #include <memory>
 
-#include "base/operations.h"
-#include "platform/cm11/driver.h"
 #include "platform/qt/qt_loop.h"
 #include "platform/serial/qt_serial_stream.h"
+#include "tests/cm11/driver_fixture.h"
 #include "tools/emulator/pty_host.h"
 
 namespace homewarden::testing {
@@ -24,11 +21,6 @@ namespace fs = std::filesystem;
 using cm11::PortNames;
 using cm11::QtSerialStream;
 using namespace std::chrono_literals;
-
-Task<void> keep_result(Task<int> operation, std::shared_ptr<int> result) {
-  const int value = co_await operation;
-  *result = value;
-}
 
 emulator::Options fast() {
   emulator::Options options;

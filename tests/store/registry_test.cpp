@@ -60,73 +60,44 @@ TYPED_TEST(RegistryContract, FindsNamesWithoutRegardToCaseAndTheLastWriteWins) {
   registry.write(kMachine, "Software\\TEST", "HallLamp", text("False"));
   registry.write(kMachine, kKey, "hallLAMP", {RegistryType::kNumber, "1"});
   EXPECT_EQ(registry.read(kMachine, kKey, "HallLamp"), (RegistryValue{RegistryType::kNumber, "1"}));
-  registry.write(kMachine, kKey,
-                 "K\xFC"
-                 "che",
-                 text("True"));
-  EXPECT_FALSE(registry.read(kMachine, kKey,
-                             "K\xDC"
-                             "che"))
-      << "only ASCII letters lose their case";
+  registry.write(kMachine, kKey, "Gr\xFCn", text("True"));
+  EXPECT_FALSE(registry.read(kMachine, kKey, "Gr\xDCn")) << "only ASCII letters lose their case";
 }
 
-TYPED_TEST(RegistryContract, RemovesOneValue) {
+TYPED_TEST(RegistryContract, RemovesOneValueAndCountsChangesAndNothingElse) {
   Registry& registry = this->kind.registry;
   EXPECT_TRUE(registry.remove(kMachine, kKey, "port")) << "there was none";
   registry.write(kMachine, kKey, "port", text("2"));
   registry.write(kMachine, kKey, "ports", text("3"));
   registry.write(kUser, kKey, "port", text("4"));
-  EXPECT_TRUE(registry.remove(kMachine, kKey, "PORT"));
-  EXPECT_FALSE(registry.read(kMachine, kKey, "port"));
-  EXPECT_TRUE(registry.read(kMachine, kKey, "ports"));
-  EXPECT_TRUE(registry.read(kUser, kKey, "port"));
-}
-
-TYPED_TEST(RegistryContract, CountsChangesAndNothingElse) {
-  Registry& registry = this->kind.registry;
-  registry.write(kMachine, kKey, "port", text("2"));
   const auto first = registry.changes(kMachine);
   EXPECT_TRUE(registry.read(kMachine, kKey, "port"));
   EXPECT_EQ(registry.changes(kMachine), first);
   registry.write(kMachine, kKey, "port", text("3"));
   const auto second = registry.changes(kMachine);
   EXPECT_NE(second, first);
-  registry.remove(kMachine, kKey, "port");
+  EXPECT_TRUE(registry.remove(kMachine, kKey, "PORT"));
   EXPECT_NE(registry.changes(kMachine), second);
   EXPECT_NE(registry.changes(kMachine), first);
+  EXPECT_FALSE(registry.read(kMachine, kKey, "port"));
+  EXPECT_TRUE(registry.read(kMachine, kKey, "ports"));
+  EXPECT_TRUE(registry.read(kUser, kKey, "port"));
 }
 
-TEST(SqliteRegistry, CountsWhatAnotherProcessChanges) {
+TEST(SqliteRegistry, WhatAnotherProcessChangesIsSeenAndCounted) {
   ScratchFolder folder;
   SqliteRegistry registry(folder.path(), folder.path() / "user");
-  SqliteRegistry other(folder.path(), folder.path() / "user");
-  EXPECT_FALSE(other.read(kMachine, kKey, "port"));
   const auto before = registry.changes(kMachine);
   const auto user_before = registry.changes(kUser);
   EXPECT_EQ(registry.changes(kMachine), before);
-  other.write(kMachine, kKey, "port", text("3"));
+  {
+    SqliteRegistry other(folder.path(), folder.path() / "user");
+    EXPECT_FALSE(other.read(kMachine, kKey, "port"));
+    other.write(kMachine, kKey, "port", text("3"));
+  }
+  EXPECT_EQ(registry.read(kMachine, kKey, "port"), text("3"));
   EXPECT_NE(registry.changes(kMachine), before);
   EXPECT_EQ(registry.changes(kUser), user_before);
-}
-
-TEST(SqliteRegistry, OutlivesItsObjectAndIsSeenByAnother) {
-  ScratchFolder folder;
-  SqliteRegistry other(folder.path(), folder.path());
-  {
-    SqliteRegistry registry(folder.path(), folder.path());
-    registry.write(kMachine, kKey, "port", text("3"));
-  }
-  EXPECT_EQ(other.read(kMachine, kKey, "port")->data, "3");
-}
-
-TEST(SqliteRegistry, ABrokenFileIsSetAsideAndTheProgramGoesOn) {
-  ScratchFolder folder;
-  std::ofstream(folder / "machine.db") << std::string(5000, 'x');
-  SqliteRegistry registry(folder.path(), folder.path());
-  EXPECT_FALSE(registry.read(kMachine, kKey, "port"));
-  EXPECT_TRUE(registry.write(kMachine, kKey, "port", text("3")));
-  EXPECT_EQ(registry.read(kMachine, kKey, "port")->data, "3");
-  EXPECT_EQ(std::filesystem::file_size(folder / "machine.db.broken-1"), 5000u);
 }
 
 TEST(SqliteRegistry, SpoiledPagesAreSetAsideAtTheNextStart) {
@@ -150,7 +121,7 @@ TEST(SqliteRegistry, SpoiledPagesAreSetAsideAtTheNextStart) {
   EXPECT_EQ(std::filesystem::file_size(folder / "machine.db.broken-1"), size);
 }
 
-TEST(SqliteRegistry, AFolderThatMayNotBeWrittenReadsAsEmptyAndRefusesWrites) {
+TEST(SqliteRegistry, AFolderThatMayNotBeWrittenOrMadeReadsAsEmptyAndRefusesWrites) {
   const AsNobody nobody;
   ScratchFolder folder;
   std::filesystem::permissions(
@@ -160,14 +131,19 @@ TEST(SqliteRegistry, AFolderThatMayNotBeWrittenReadsAsEmptyAndRefusesWrites) {
   EXPECT_FALSE(registry.write(kMachine, kKey, "port", text("3")));
   std::filesystem::permissions(folder.path(), std::filesystem::perms::owner_all);
   EXPECT_TRUE(registry.write(kMachine, kKey, "port", text("3"))) << "it did not try again";
+
+  std::ofstream(folder / "file") << "in the way";
+  SqliteRegistry nowhere(folder / "file", folder / "file");
+  EXPECT_FALSE(nowhere.read(kMachine, kKey, "port"));
+  EXPECT_FALSE(nowhere.write(kMachine, kKey, "port", text("3")));
 }
 
-TEST(SqliteRegistry, AFolderThatCannotBeMadeReadsAsEmptyAndRefusesWrites) {
-  ScratchFolder folder;
-  std::ofstream(folder / "file") << "in the way";
-  SqliteRegistry registry(folder / "file", folder / "file");
-  EXPECT_FALSE(registry.read(kMachine, kKey, "port"));
-  EXPECT_FALSE(registry.write(kMachine, kKey, "port", text("3")));
+void expect_success(const std::vector<pid_t>& children) {
+  for (const pid_t child : children) {
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0) << "a write was refused while another process wrote";
+  }
 }
 
 // Runs a function in another process, which ends with it.
@@ -191,11 +167,7 @@ TEST(SqliteRegistry, TwoProcessesThatWriteAtOnceLoseNothing) {
       for (int i = 0; i < kValues; ++i)
         if (!registry.write(kMachine, kKey, who + std::to_string(i), text(who))) _exit(1);
     }));
-  for (const pid_t writer : writers) {
-    int status = 0;
-    waitpid(writer, &status, 0);
-    EXPECT_EQ(status, 0) << "a write was refused while the other process wrote";
-  }
+  expect_success(writers);
   SqliteRegistry registry(folder.path(), folder.path());
   for (const char* who : {"a", "b"})
     for (int i = 0; i < kValues; ++i)
@@ -223,14 +195,11 @@ TEST_P(StartTogether, NoWriteIsRefusedOrLost) {
       }));
     close(start[0]);
     close(start[1]);
-    for (const pid_t writer : writers) {
-      int status = 0;
-      waitpid(writer, &status, 0);
-      EXPECT_EQ(status, 0) << "a first write was refused in round " << round;
-    }
+    expect_success(writers);
     SqliteRegistry registry(folder.path(), folder.path());
     for (const char* who : {"a", "b", "c"})
       EXPECT_TRUE(registry.read(kMachine, kKey, who)) << who << " in round " << round;
+    EXPECT_EQ(std::filesystem::exists(folder / "machine.db.broken-1"), begins_broken);
     EXPECT_FALSE(std::filesystem::exists(folder / "machine.db.broken-2"))
         << "the store that was begun anew was set aside too";
   }

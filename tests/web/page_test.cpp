@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <fstream>
+#include <iterator>
+
 #include "tests/web/web_house.h"
 
 namespace homewarden::testing {
@@ -99,11 +102,28 @@ TEST(Pages, RoomsAreMatchedByContainmentAndShowTenDevices) {
   for (int i = 1; i <= 12; ++i)
     list += (i % 2 ? "Bedroom~Lamp " : "Bed~Lamp ") + std::to_string(i) + "~A~" +
             std::to_string(i) + "\r\n";
-  WebHouse house(list);
-  house.files.contents[House::file("html/index.html")] = "<room>[<dev9>][<dev10>]";
-  EXPECT_EQ(
-      house.get("index.html", "loadroombed"),
-      "Bed[" + cell("A~10~BedLamp10~turnon~Bed", "switchoff.gif", "Lamp 10") + "][<dev10>]\r\n");
+  WebHouse house(list + "Caf\xe9 & Bar~~~\r\n");
+  house.files.contents[House::file("html/index.html")] = "<room2>|<room>[<dev9>][<dev10>]";
+  EXPECT_EQ(house.get("index.html", "loadroombed"),
+            "<a target=\"_top\" href=\"index.html?loadroomCaf\xe9&Bar\"><font color=\"#FFFFFF\">"
+            "Caf\xe9 & Bar</font></a>|Bed[" +
+                cell("A~10~BedLamp10~turnon~Bed", "switchoff.gif", "Lamp 10") + "][<dev10>]\r\n");
+}
+
+// A template that lost a place would hide the rooms and devices of large houses only.
+TEST(Pages, TheTemplatesHaveEveryPlaceThatIsFilled) {
+  const auto expect_places = [](const std::string& page, const std::string& place, int first,
+                                int last) {
+    std::ifstream stream(HOMEWARDEN_SOURCES "/html/" + page, std::ios::binary);
+    const std::string content{std::istreambuf_iterator<char>(stream), {}};
+    for (int i = first; i <= last; ++i)
+      EXPECT_THAT(content, HasSubstr("<" + place + std::to_string(i) + ">")) << page;
+  };
+  expect_places("index.html", "room", 1, 32);
+  expect_places("wmcindex.html", "room", 1, 19);
+  expect_places("wmcindex.html", "url", 1, 19);
+  expect_places("wmcindex.html", "mrl", 1, 10);
+  for (const char* page : {"index.html", "wmcindex.html"}) expect_places(page, "dev", 0, 9);
 }
 
 TEST(Grammar, TheFirstRuleThatFitsWins) {

@@ -1,7 +1,5 @@
 """The pages for phones and desktops, in a browser."""
 
-import unittest
-
 from browser import BrowserTest
 
 CARD = "main li:nth-of-type(%d)"
@@ -101,7 +99,3 @@ class BrowserPages(BrowserTest):
       self.wait_for("[data-state]")
       self.assertEqual(self.js("return [...document.images].filter((i) => !i.naturalWidth)"), [])
       self.assertEqual(self.browser.get_log("browser"), [])
-
-
-if __name__ == "__main__":
-  unittest.main()

@@ -62,6 +62,7 @@ class FilesTest(unittest.TestCase):
         answer = ask(HOUSE, target, AUTH, method=method)
         self.assertEqual((answer.status, answer.headers.get("allow")), (405, "GET, HEAD"), method)
     self.assertEqual(curl(HOUSE, switch, "-H", AUTH, "-d", "x=1").status, 405)
+    self.assertEqual(ask(HOUSE, switch, AUTH, method="HEAD").headers["allow"], "GET")
     self.assertEqual(HOUSE.switched(), [])
 
   def test_head_tells_the_length_and_sends_no_body(self):

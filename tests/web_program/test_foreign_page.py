@@ -2,8 +2,6 @@
 
 import http.server
 import threading
-import unittest
-
 from browser import BrowserTest
 
 LAMP = "index.html?A~1~LivingRoomCeilingLight~turnon~LivingRoom"
@@ -63,7 +61,3 @@ class ForeignPages(BrowserTest):
     # The same address switches for the person who types it.
     self.open(LAMP, host="house.lan")
     self.wait(lambda: self.house.switched() == ["A1 On"], "the lamp")
-
-
-if __name__ == "__main__":
-  unittest.main()

@@ -1,7 +1,5 @@
 """The pages for televisions, with the keys of a remote control."""
 
-import unittest
-
 from selenium.webdriver.common.keys import Keys
 
 from browser import BrowserTest
@@ -42,7 +40,3 @@ class TenFootPages(BrowserTest):
     self.press(Keys.ENTER)
     self.wait_for("#module3[data-state=off]")
     self.assertEqual(self.house.switched(), ["A3 On", "A3 Off"])
-
-
-if __name__ == "__main__":
-  unittest.main()
