@@ -3,26 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cctype>
-#include <cstdio>
 #include <sstream>
+
+#include "tests/cm11/hex_text.h"
 
 namespace homewarden::cm11 {
 
 namespace {
 
 using namespace std::chrono_literals;
-
-std::string hex(const std::string& text) {
-  std::string words;
-  for (const char byte : text) {
-    char word[4];
-    std::snprintf(word, sizeof word, " %02X",
-                  static_cast<unsigned>(static_cast<unsigned char>(byte)));
-    words += word;
-  }
-  return words;
-}
+using testing::hex;
+using testing::raw;
+using testing::steps_of;
 
 constexpr const char* kStatus = "00 00 01 02 03 04 10 68 00 00 00 00 00 00";
 
@@ -40,16 +32,10 @@ class HandshakeTest : public ::testing::Test {
   //   changed, same    whether another controller has been busy in house A
   void play(const std::string& conversation) {
     SCOPED_TRACE(conversation);
-    std::istringstream steps(conversation);
-    for (std::string text; std::getline(steps, text, '|');) {
-      SCOPED_TRACE(text);
-      std::istringstream step(text);
-      std::string verb;
-      step >> verb;
-      std::string rest;
-      std::getline(step, rest);
-      rest.erase(rest.find_last_not_of(' ') + 1);
-      take_step(verb, rest);
+    for (const std::string& step : steps_of(conversation)) {
+      SCOPED_TRACE(step);
+      const auto space = std::min(step.find(' '), step.size());
+      take_step(step.substr(0, space), testing::trimmed(step.substr(space)));
     }
   }
 
@@ -60,14 +46,14 @@ class HandshakeTest : public ::testing::Test {
     if (verb == "wait") return wait(std::chrono::milliseconds(std::stoi(rest)));
     if (verb == ">") {
       const std::string written = hex(line.take_output());
-      EXPECT_EQ(written, rest == " ?" ? written : rest);
+      EXPECT_EQ(written, rest == "?" ? written : rest);
     } else if (verb == "heard") {
       EXPECT_EQ(heard(), rest);
     } else if (verb == "changed" || verb == "same") {
       EXPECT_EQ(line.listeners().changed(0), verb == "changed");
     } else if (verb == "ends") {
       wait(30s);
-      EXPECT_EQ(outcome(), rest.substr(1));
+      EXPECT_EQ(outcome(), rest);
     } else {
       EXPECT_EQ(outcome(), verb);
     }
@@ -92,22 +78,16 @@ class HandshakeTest : public ::testing::Test {
   std::string heard() {
     std::string text;
     for (const auto& heard : line.take_heard())
-      text += " " + to_text(Address{heard.house, heard.unit}) + " " + function_name(heard.function);
+      text += (text.empty() ? "" : " ") + to_text(Address{heard.house, heard.unit}) + " " +
+              function_name(heard.function);
     return text;
   }
 
-  static std::string raw(const std::string& text) {
-    std::istringstream stream(text);
-    std::string bytes;
-    for (unsigned byte = 0; stream >> std::hex >> byte;) bytes += static_cast<char>(byte);
-    return bytes;
-  }
-
-  // " A1", " D dim 22"
+  // "A1", "D dim 22"
   static Transmission transmission(const std::string& text) {
     const auto dim = text.find(" dim ");
-    if (dim == std::string::npos) return address_transmission(*parse_address(text.substr(1)));
-    return function_transmission(text[1] - 'A', kX10Dim, std::stoi(text.substr(dim + 5)));
+    if (dim == std::string::npos) return address_transmission(*parse_address(text));
+    return function_transmission(text[0] - 'A', kX10Dim, std::stoi(text.substr(dim + 5)));
   }
 
   Handshake::Milliseconds now{10000};

@@ -3,14 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cctype>
 #include <chrono>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
+#include "tests/cm11/hex_text.h"
 #include "tools/emulator/emulator.h"
 
 namespace homewarden::emulator {
@@ -37,12 +35,11 @@ class SerialPort {
   //   -> 55               what comes next
   //   A1 on 27 %          the state of a module
   //   remote B2 on        whatever else is a line for the console
-  void play(std::string_view conversation) {
-    std::istringstream steps{std::string(conversation)};
-    for (std::string step; std::getline(steps, step, '|');) {
+  void play(const std::string& conversation) {
+    for (const std::string& step : testing::steps_of(conversation)) {
       SCOPED_TRACE(step);
       const auto arrow = step.find("->");
-      const std::string said = trimmed(step.substr(0, arrow));
+      const std::string said = testing::trimmed(step.substr(0, arrow));
       if (said.starts_with("wait "))
         wait(std::stoi(said.substr(5)));
       else if (said.find_first_not_of("0123456789ABCDEF ") == std::string::npos)
@@ -52,18 +49,16 @@ class SerialPort {
       else
         EXPECT_EQ(console(said).find("say"), std::string::npos);
       if (arrow != std::string::npos)
-        expect(trimmed(step.substr(arrow + 2)), said.starts_with("wait") ? heard() : answer());
+        expect(testing::trimmed(step.substr(arrow + 2)),
+               said.starts_with("wait") ? heard() : answer());
       else if (said.starts_with("wait"))
         heard();
     }
   }
 
   // "04 66"
-  void send(std::string_view bytes) {
-    std::istringstream stream{std::string(bytes)};
-    std::string raw;
-    for (unsigned byte = 0; stream >> std::hex >> byte;) raw += static_cast<char>(byte);
-    house.receive(raw, now);
+  void send(const std::string& bytes) {
+    house.receive(testing::raw(bytes), now);
     collect();
   }
 
@@ -81,7 +76,7 @@ class SerialPort {
   }
 
   // The bytes that have come since the last call.
-  std::string heard() { return std::exchange(heard_, {}); }
+  std::string heard() { return testing::hex(std::exchange(heard_, {})); }
 
   // Waits for the next bytes that come together; "" when none do for longer than any command takes.
   std::string answer() {
@@ -93,7 +88,7 @@ class SerialPort {
     return heard();
   }
 
-  std::string ask(std::string_view bytes) {
+  std::string ask(const std::string& bytes) {
     send(bytes);
     return answer();
   }
@@ -112,12 +107,6 @@ class SerialPort {
   Milliseconds now{0};
 
  private:
-  static std::string trimmed(const std::string& text) {
-    const auto first = text.find_first_not_of(' ');
-    return first == std::string::npos ? ""
-                                      : text.substr(first, text.find_last_not_of(' ') + 1 - first);
-  }
-
   static void expect(const std::string& wanted, const std::string& came) {
     if (wanted.starts_with("not ")) {
       EXPECT_NE(came, wanted.substr(4));
@@ -129,15 +118,7 @@ class SerialPort {
     EXPECT_EQ(masked, wanted) << came;
   }
 
-  void collect() {
-    for (const char byte : house.take_output()) {
-      constexpr std::string_view kDigits = "0123456789ABCDEF";
-      const auto value = static_cast<unsigned char>(byte);
-      if (!heard_.empty()) heard_ += ' ';
-      heard_ += kDigits[value >> 4];
-      heard_ += kDigits[value & 0x0F];
-    }
-  }
+  void collect() { heard_ += house.take_output(); }
 
   std::string heard_;
 };

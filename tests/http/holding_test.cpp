@@ -154,24 +154,11 @@ TEST_F(HoldingTest, LetsItsEventStopAndStartIt) {
 }
 
 TEST_F(HoldingTest, GoesAwayWithRequestsThatWait) {
-  const int own_port = free_port();
-  int watched = -1;
-  const auto watch = [&](int fd, auto function) {
-    watched = fd;
-    loop.watch_readable(fd, function);
-  };
-  auto own = std::make_unique<HttpServer>(loop, watch, on_loopback());
-  own->ServerPort(std::to_string(own_port));
-  own->DocumentFolder(folder.path());
-  bool raised = false;
-  own->RequestArrived.connect([&](int, const std::string&) { raised = true; });
-  own->StartListening();
-  Client client(loop, own_port);
-  client.request("/hold");
-  ASSERT_TRUE(loop.run_until([&] { return raised; }));
+  start();
+  const auto client = hold();
   loop.forget(watched);
-  own.reset();
-  EXPECT_TRUE(client.is_closed_within());
+  owned.reset();
+  EXPECT_TRUE(client->is_closed_within());
   EXPECT_EQ(loop.pending_calls(), 0u);
 }
 

@@ -26,8 +26,9 @@ class ServerTest : public ::testing::Test {
  protected:
   explicit ServerTest(HttpLimits limits = on_loopback())
       : port(free_port()),
-        server(
-            loop, [this](int fd, auto function) { loop.watch_readable(fd, function); }, limits) {
+        owned(std::make_unique<HttpServer>(
+            loop, [this](int fd, auto function) { watch(fd, function); }, limits)),
+        server(*owned) {
     server.ServerPort(std::to_string(port));
     server.DocumentFolder(folder.path());
     server.SwitchRequests([](const std::string& page, const std::string& query) {
@@ -35,6 +36,11 @@ class ServerTest : public ::testing::Test {
              query.find("turnon") != std::string::npos;
     });
     server.RequestArrived.connect([this](int id, const std::string& page) { answer(id, page); });
+  }
+
+  void watch(int descriptor, std::function<void()> function) {
+    watched = descriptor;
+    loop.watch_readable(descriptor, std::move(function));
   }
 
   void start() {
@@ -69,7 +75,9 @@ class ServerTest : public ::testing::Test {
   SocketLoop loop;
   ScratchFolder folder;
   const int port;
-  HttpServer server;
+  int watched = -1;  // the descriptor of the server
+  std::unique_ptr<HttpServer> owned;
+  HttpServer& server;
   std::vector<std::string> pages;  // that were raised
   std::vector<int> held;
 };

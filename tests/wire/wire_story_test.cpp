@@ -2,10 +2,9 @@
 
 #include <gmock/gmock.h>
 
-#include <cstdio>
-
 #include "platform/cm11/driver.h"
 #include "tests/cm11/emulated_port.h"
+#include "tests/cm11/hex_text.h"
 #include "tests/stories/house.h"
 #include "tools/emulator/emulator.h"
 
@@ -13,17 +12,6 @@ namespace homewarden::testing {
 namespace {
 
 using ::testing::HasSubstr;
-
-std::string hex(const std::string& bytes) {
-  std::string text;
-  char two[4];
-  for (const char byte : bytes) {
-    std::snprintf(two, sizeof two, "%02X ",
-                  static_cast<unsigned>(static_cast<unsigned char>(byte)));
-    text += two;
-  }
-  return text;
-}
 
 struct WireStory : ::testing::Test {
   WireStory() {
@@ -49,13 +37,13 @@ TEST_F(WireStory, AClickAndASlideReachTheLamp) {
   ASSERT_TRUE(house.form().connected);
   house.form().device[1].click();
   house.loop.advance(5s);
-  EXPECT_EQ(written(), "04 62 00 06 62 00 ") << "A3 On";
+  EXPECT_EQ(written(), "04 62 00 06 62 00") << "A3 On";
   EXPECT_EQ(house.machine("KitchenTableLamp"), "True");
 
   house.slide(1, 60);
   house.loop.advance(20s);
   // On; Bright by 22 of 22 steps; Dim by 9 of 22, each behind its address.
-  EXPECT_EQ(written(), "04 62 00 06 62 00 04 62 00 B6 65 00 04 62 00 4E 64 00 ");
+  EXPECT_EQ(written(), "04 62 00 06 62 00 04 62 00 B6 65 00 04 62 00 4E 64 00");
   EXPECT_EQ(module({0, 3}), "on 59 %");
   EXPECT_EQ(house.machine("KitchenTableLamp"), "True");
   EXPECT_EQ(house.machine("dimKitchenTableLamp"), "60");
@@ -69,7 +57,7 @@ TEST_F(WireStory, AnEventIsOnTheLineOnTheMinute) {
   house.loop.advance(59s);
   EXPECT_EQ(written(), "");
   house.loop.advance(2s);  // 19:19:01
-  EXPECT_EQ(written().substr(0, 6), "04 EB ") << "the address of B12";
+  EXPECT_EQ(written().substr(0, 5), "04 EB") << "the address of B12";
   house.loop.advance(40s);
   EXPECT_EQ(module({1, 12}), "on 59 %");
   EXPECT_EQ(module({0, 3}), "off");
