@@ -85,33 +85,5 @@ TEST(Faults, NoiseIsNeverReady) {
   EXPECT_EQ(port.house.faults().happened(Fault::kNoise), 200 * 14);
 }
 
-// What a client without any sense does must never wedge the interface, whatever goes wrong.
-TEST(Faults, AllAtRandomLeaveNothingStuckAndRepeatWithTheSeed) {
-  const auto run = [](std::uint32_t seed) {
-    Options options;
-    options.seed = seed;
-    SerialPort port(options);
-    port.console("fault all 0.05");
-    std::string course;
-    for (int i = 0; i < 300; ++i) {
-      if (i % 2 == 0) port.console("remote C3 on");
-      for (const char* const bytes :
-           {"04 66", "00", "06 62", "00", "C3", "9B 00 00 00 00 01 60", "00"}) {
-        port.send(bytes);
-        port.wait(700);
-        course += port.heard() + "|";
-      }
-    }
-    for (int i = 0; i < kFaultCount; ++i)
-      EXPECT_GT(port.house.faults().happened(fault_at(i)), 0) << to_text(fault_at(i));
-    port.console("fault off");
-    expect_sound(port);
-    return course;
-  };
-  const std::string first = run(7);
-  EXPECT_EQ(first, run(7));
-  EXPECT_NE(first, run(8));
-}
-
 }  // namespace
 }  // namespace homewarden::emulator
