@@ -56,7 +56,7 @@ class ServerTest : public ::testing::Test {
   std::unique_ptr<Client> hold() {
     const std::size_t before = held.size();
     auto client = std::make_unique<Client>(loop, port);
-    client->request("/hold.html?held");
+    client->request("/hold.html?held~%zz?a=&");
     EXPECT_TRUE(loop.run_until([&] { return held.size() > before; }));
     return client;
   }
