@@ -153,9 +153,9 @@ pid_t in_child(Function function) {
 class StartTogether : public ::testing::TestWithParam<bool> {};
 
 TEST_P(StartTogether, NoWriteIsRefusedOrLost) {
-  constexpr int kValues = 20;
+  constexpr int kValues = 10;
   const bool begins_broken = GetParam();
-  for (int round = 0; round < 25; ++round) {
+  for (int round = 0; round < 10; ++round) {
     ScratchFolder folder;
     if (begins_broken) std::ofstream(folder / "machine.db") << std::string(5000, 'x');
     int start[2];
