@@ -36,17 +36,6 @@ class Client:
 
 class ToolTest(unittest.TestCase):
 
-  def test_an_independent_client_switches_a_lamp(self):
-    tool = Tool(self, "--fast")
-    client = Client(self, tool.line())
-    for text, checksum in (("0462", "66"), ("0662", "68"), ("4e64", "b2")):
-      self.assertEqual((client.ask(text), client.ask("00")), (checksum, "55"))
-    self.assertEqual([tool.line(), tool.line()], ["A3 On: on 100 %", "A3 Dim 9/22: on 59 %"])
-    tool.type("remote B2 on")
-    self.assertEqual((tool.line(), client.ask()), ("B2 On: on 100 % (remote)", "5a"))
-    tool.type("quit")
-    self.assertEqual(tool.process.wait(10), 0)
-
   def test_unplugged_it_is_gone_and_comes_back_under_another_name(self):
     folder = tempfile.TemporaryDirectory()
     self.addCleanup(folder.cleanup)
@@ -69,6 +58,8 @@ class ToolTest(unittest.TestCase):
     client = Client(self, link)
     self.assertEqual((client.ask("0662"), client.ask("00")), ("68", "55"), "it forgot the address")
     self.assertEqual(tool.line(), "A3 On: on 100 %")
+    tool.type("remote B2 on")
+    self.assertEqual((tool.line(), client.ask()), ("B2 On: on 100 % (remote)", "5a"))
     tool.process.terminate()
     self.assertEqual(tool.process.wait(10), 0)
     self.assertFalse(link.is_symlink(), "something is left behind")

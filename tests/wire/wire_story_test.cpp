@@ -50,21 +50,6 @@ TEST_F(WireStory, AClickAndASlideReachTheLamp) {
   EXPECT_EQ(house.form().Statusbar.panel3.get(), "STATUS: Ready");
 }
 
-TEST_F(WireStory, AnEventIsOnTheLineOnTheMinute) {
-  house.files.contents[House::file("evelst.hwd")] =
-      "Hall Lamp~B~12~60~sSet:-1~on~daily~f\r\nKitchen Table Lamp~A~3~ ~19:19~off~once~f\r\n";
-  house.loop.set_wall_clock(2023, 6, 23, 19, 18, 0);  // a Friday; the sun sets at 20:19
-  house.loop.advance(59s);
-  EXPECT_EQ(written(), "");
-  house.loop.advance(2s);  // 19:19:01
-  EXPECT_EQ(written().substr(0, 5), "04 EB") << "the address of B12";
-  house.loop.advance(40s);
-  EXPECT_EQ(module({1, 12}), "on 59 %");
-  EXPECT_EQ(module({0, 3}), "off");
-  EXPECT_EQ(house.files.contents[House::file("evelst.hwd")],
-            "Hall Lamp~B~12~60~sSet:-1~on~daily~f\r\n");
-}
-
 TEST_F(WireStory, AButtonOnTheWallSwitchesASecondLampThroughAMacro) {
   house.files.contents[House::file("rmlst.hwd")] += "Kitchen~Bell~A~1\r\n";
   house.files.contents[House::file("macs.hlk")] =
