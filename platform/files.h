@@ -20,10 +20,16 @@ struct FileStamp {
 // The files of the house. Each call is one step that a power cut leaves done or not done; the order
 // of the calls is the order on the disk. All of them return false, or nothing, on failure and leave
 // what was there.
+//
+// A house may come from a system that takes no notice of letter case: where nothing has exactly the
+// name given, what differs from it in letter case alone is meant, and keeps its own name when it is
+// written or replaced.
 class Files {
  public:
   virtual ~Files() = default;
 
+  // Whether anything has the name, be it a folder or a link that leads nowhere: true is no promise
+  // that it can be read. True also when that cannot be told.
   virtual bool exists(const std::filesystem::path& file) = 0;
 
   // The whole content. Nothing when the file is missing or cannot be read.
@@ -45,7 +51,7 @@ class Files {
   // Puts `from` in the place of `to`, whether or not `to` exists, in one step.
   virtual bool rename(const std::filesystem::path& from, const std::filesystem::path& to) = 0;
 
-  // True also when there was no such file.
+  // True also when there was no such file. Where several differ in letter case, the others stay.
   virtual bool remove(const std::filesystem::path& file) = 0;
 };
 

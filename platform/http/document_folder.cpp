@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "platform/linux/existing_name.h"
 #include "platform/linux/posix_files.h"
 
 namespace homewarden {
@@ -86,18 +87,23 @@ std::string media_type(const std::string& page) {
   return "application/octet-stream";
 }
 
+DocumentFolder::DocumentFolder(std::filesystem::path folder)
+    : folder_(std::move(folder)), passwords_(existing_name(folder_ / kPasswords)) {}
+
 std::optional<Document> DocumentFolder::open(const std::string& page) const {
   if (page.empty()) return std::nullopt;
   Descriptor folder(::open(folder_.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
   if (!folder.is_open()) return std::nullopt;
-  struct stat passwords {};
-  const bool protect = ::fstatat(folder.get(), kPasswords, &passwords, 0) == 0;
+  std::array<struct stat, 2> passwords{};
+  const bool exact = ::fstatat(folder.get(), kPasswords, passwords.data(), 0) == 0;
+  const bool other = ::stat(passwords_.c_str(), &passwords[1]) == 0;
 
   Document document;
   document.file = open_inside(std::move(folder), page);
   struct stat info {};
   if (!document.file.is_open() || ::fstat(document.file.get(), &info) != 0 ||
-      !S_ISREG(info.st_mode) || (protect && same_file(info, passwords)))
+      !S_ISREG(info.st_mode) || (exact && same_file(info, passwords[0])) ||
+      (other && same_file(info, passwords[1])))
     return std::nullopt;
   document.size = static_cast<std::uint64_t>(info.st_size);
   document.type = media_type(page);
@@ -108,7 +114,7 @@ std::optional<Document> DocumentFolder::open(const std::string& page) const {
 }
 
 std::string DocumentFolder::passwords() const {
-  return PosixFiles().read(folder_ / kPasswords).value_or("");
+  return PosixFiles().read(passwords_).value_or("");
 }
 
 }  // namespace homewarden

@@ -22,17 +22,19 @@ struct Document {
 // The files that anybody who is admitted may have.
 class DocumentFolder {
  public:
-  explicit DocumentFolder(std::filesystem::path folder) : folder_(std::move(folder)) {}
+  explicit DocumentFolder(std::filesystem::path folder);
 
   // Nothing unless `page`, a path of safe_path(), is a regular file in the folder, with no symbolic
   // link on the way, and not the file with the passwords under another name. Never waits.
   std::optional<Document> open(const std::string& page) const;
 
-  // The content of `htaccess.txt`, "" when there is none.
+  // The content of `htaccess.txt`, of whatever letter case; "" when there is none or it cannot be
+  // read.
   std::string passwords() const;
 
  private:
   const std::filesystem::path folder_;
+  const std::filesystem::path passwords_;  // under its own name, as it was found
 };
 
 // The name of the media type of a file, by the end of its name.

@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <system_error>
 
+#include "platform/linux/existing_name.h"
+
 namespace homewarden {
 namespace {
 
@@ -47,9 +49,22 @@ fs::path application_folder(const std::optional<fs::path>& wanted) {
   if (wanted && !wanted->empty()) return fs::absolute(*wanted);
   const fs::path program = program_folder();
   std::error_code ignored;
-  const bool has_house = fs::exists(program / "rmlst.hwd", ignored);
+  const bool has_house = is_taken(existing_name(program / "rmlst.hwd"));
   const bool is_complete = fs::exists(program / "html", ignored) && may_write(program);
   return has_house || is_complete ? program : data_home() / kName;
+}
+
+// Copies what is missing. What is there in other letter case is not.
+void copy_missing(const fs::path& from, const fs::path& to) {
+  std::error_code error;
+  fs::create_directories(to, error);
+  for (const auto& entry : fs::directory_iterator(from, error)) {
+    const fs::path target = existing_name(to / entry.path().filename());
+    if (entry.is_directory(error))
+      copy_missing(entry.path(), target);
+    else if (!is_taken(target))
+      fs::copy_file(entry.path(), target, error);
+  }
 }
 
 }  // namespace
@@ -65,12 +80,15 @@ Folders find_folders(const std::optional<fs::path>& wanted) {
 bool fill_application_folder(const fs::path& folder) {
   std::error_code error;
   fs::create_directories(folder, error);
+  // The pages and pictures are looked for in "html", whoever may have written it otherwise.
+  const fs::path html = folder / "html";
+  const fs::path found = existing_name(html);
+  if (found != html) fs::rename(found, html, error);
   const fs::path program = program_folder();
   for (const fs::path& installed :
        {program.parent_path() / "share" / kName, program / "share" / kName}) {
     if (!fs::is_directory(installed, error)) continue;
-    fs::copy(installed, folder, fs::copy_options::recursive | fs::copy_options::skip_existing,
-             error);
+    copy_missing(installed, folder);
     break;
   }
   return may_write(folder);

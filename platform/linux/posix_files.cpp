@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/linux/descriptor.h"
+#include "platform/linux/existing_name.h"
 
 namespace homewarden {
 namespace {
@@ -54,14 +55,22 @@ bool sync_folder_of(const std::filesystem::path& file) {
 
 }  // namespace
 
+const std::filesystem::path& PosixFiles::find(const std::filesystem::path& file) {
+  if (is_taken(file)) return file;
+  const auto known = other_names_.find(file);
+  if (known != other_names_.end() && is_taken(known->second)) return known->second;
+  auto found = existing_name(file);
+  if (found == file) return file;
+  return other_names_.insert_or_assign(file, std::move(found)).first->second;
+}
+
 bool PosixFiles::exists(const std::filesystem::path& file) {
-  struct stat info {};
-  return ::stat(file.c_str(), &info) == 0;
+  return is_taken(find(file));
 }
 
 std::optional<std::string> PosixFiles::read(const std::filesystem::path& file) {
   // Not blocking: a pipe or a device of this name must not hold up the program.
-  const Descriptor descriptor(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  const Descriptor descriptor(::open(find(file).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
   struct stat info {};
   if (!descriptor.is_open() || ::fstat(descriptor.get(), &info) != 0 || !S_ISREG(info.st_mode) ||
       info.st_size > kLargest)
@@ -81,7 +90,7 @@ std::optional<std::string> PosixFiles::read(const std::filesystem::path& file) {
 
 std::optional<FileStamp> PosixFiles::stamp(const std::filesystem::path& file) {
   struct stat info {};
-  if (::stat(file.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return std::nullopt;
+  if (::stat(find(file).c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return std::nullopt;
   // The clock that files are stamped with.
   timespec now{};
   ::clock_gettime(CLOCK_REALTIME_COARSE, &now);
@@ -93,38 +102,40 @@ std::optional<FileStamp> PosixFiles::stamp(const std::filesystem::path& file) {
 
 bool PosixFiles::write(const std::filesystem::path& file, std::string_view content) {
   struct stat info {};
-  const Descriptor descriptor = open_to_write(file, O_TRUNC, info);
+  const Descriptor descriptor = open_to_write(find(file), O_TRUNC, info);
   return descriptor.is_open() && write_all(descriptor.get(), content) &&
-         ::fsync(descriptor.get()) == 0 && sync_folder_of(file);
+         ::fsync(descriptor.get()) == 0 && sync_folder_of(find(file));
 }
 
 bool PosixFiles::write_secret(const std::filesystem::path& file, std::string_view content) {
   struct stat info {};
-  const Descriptor descriptor = open_to_write(file, 0, info);
+  const Descriptor descriptor = open_to_write(find(file), 0, info);
   // Before anything is in it.
   return descriptor.is_open() && ::fchmod(descriptor.get(), kSecretMode) == 0 &&
          ::ftruncate(descriptor.get(), 0) == 0 && write_all(descriptor.get(), content) &&
-         ::fsync(descriptor.get()) == 0 && sync_folder_of(file);
+         ::fsync(descriptor.get()) == 0 && sync_folder_of(find(file));
 }
 
 bool PosixFiles::append(const std::filesystem::path& file, std::string_view content) {
   struct stat info {};
-  const Descriptor descriptor = open_to_write(file, O_APPEND, info);
+  const Descriptor descriptor = open_to_write(find(file), O_APPEND, info);
   if (!descriptor.is_open()) return false;
   if (write_all(descriptor.get(), content) && ::fsync(descriptor.get()) == 0)
-    return info.st_size > 0 || sync_folder_of(file);
+    return info.st_size > 0 || sync_folder_of(find(file));
   // Half a line would spoil the file: back to what it was.
   [[maybe_unused]] const int cut = ::ftruncate(descriptor.get(), info.st_size);
   return false;
 }
 
 bool PosixFiles::rename(const std::filesystem::path& from, const std::filesystem::path& to) {
-  return ::rename(from.c_str(), to.c_str()) == 0 && sync_folder_of(to);
+  const auto& target = find(to);
+  return ::rename(find(from).c_str(), target.c_str()) == 0 && sync_folder_of(target);
 }
 
 bool PosixFiles::remove(const std::filesystem::path& file) {
-  if (::unlink(file.c_str()) != 0) return errno == ENOENT;
-  return sync_folder_of(file);
+  const auto& found = find(file);
+  if (::unlink(found.c_str()) != 0) return errno == ENOENT;
+  return sync_folder_of(found);
 }
 
 }  // namespace homewarden

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <map>
+
 #include "platform/files.h"
 
 namespace homewarden {
@@ -16,6 +18,12 @@ class PosixFiles : public Files {
   bool append(const std::filesystem::path& file, std::string_view content) override;
   bool rename(const std::filesystem::path& from, const std::filesystem::path& to) override;
   bool remove(const std::filesystem::path& file) override;
+
+ private:
+  // existing_name(), which reads a folder, but once for each file that is there.
+  const std::filesystem::path& find(const std::filesystem::path& file);
+
+  std::map<std::filesystem::path, std::filesystem::path> other_names_;
 };
 
 }  // namespace homewarden

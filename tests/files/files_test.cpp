@@ -92,6 +92,43 @@ TYPED_TEST(FilesContract, WritesAppendsRenamesAndRemoves) {
   EXPECT_FALSE(files.exists(other));
 }
 
+// A folder that was copied from a system without letter case.
+TYPED_TEST(FilesContract, FindsAFileInOtherLetterCaseAndLeavesItsName) {
+  Files& files = this->kind.files;
+  const auto upper = this->kind.path("RMLST.HWD");
+  const auto lower = this->kind.path("rmlst.hwd");
+  const auto scratch = this->kind.path("tc.tmp");
+  files.write(upper, "one");
+  EXPECT_TRUE(files.exists(lower));
+  EXPECT_EQ(files.read(lower), "one");
+  EXPECT_TRUE(files.append(lower, "two"));
+  EXPECT_EQ(files.read(upper), "onetwo") << "a second file was made beside it";
+  files.write(scratch, "three");
+  EXPECT_TRUE(files.rename(scratch, lower));
+  EXPECT_EQ(files.read(upper), "three");
+  EXPECT_TRUE(files.remove(lower));
+  EXPECT_FALSE(files.exists(upper));
+}
+
+TEST(PosixFiles, TheExactNameGoesBeforeAnother) {
+  ScratchFolder folder;
+  PosixFiles files;
+  std::ofstream(folder / "MACS.HLK") << "other";
+  EXPECT_EQ(files.read(folder / "macs.hlk"), "other");
+  std::ofstream(folder / "macs.hlk") << "exact";
+  EXPECT_EQ(files.read(folder / "macs.hlk"), "exact") << "the name found first is kept for ever";
+  EXPECT_TRUE(files.remove(folder / "macs.hlk"));
+  EXPECT_EQ(files.read(folder / "macs.hlk"), "other");
+}
+
+TEST(PosixFiles, ALinkThatLeadsNowhereIsThere) {
+  ScratchFolder folder;
+  std::filesystem::create_symlink(folder / "missing", folder / "HTACCESS.TXT");
+  PosixFiles files;
+  EXPECT_TRUE(files.exists(folder / "htaccess.txt"));
+  EXPECT_FALSE(files.read(folder / "htaccess.txt"));
+}
+
 TEST(PosixFiles, WhatIsNoFileIsNotReadAndHoldsNobodyUp) {
   ScratchFolder folder;
   PosixFiles files;

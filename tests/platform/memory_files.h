@@ -9,6 +9,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/text.h"
 #include "platform/files.h"
 
 namespace homewarden::testing {
@@ -19,13 +20,11 @@ class MemoryFiles : public Files {
  public:
   using path = std::filesystem::path;
 
-  bool exists(const path& file) override {
-    return contents.count(file) + unreadable.count(file) > 0;
-  }
+  bool exists(const path& file) override { return has(find(file)); }
 
   std::optional<std::string> read(const path& file) override {
-    const auto found = contents.find(file);
-    if (found == contents.end() || unreadable.count(file) > 0) return std::nullopt;
+    const auto found = contents.find(find(file));
+    if (found == contents.end() || unreadable.count(found->first) > 0) return std::nullopt;
     return found->second;
   }
 
@@ -40,10 +39,10 @@ class MemoryFiles : public Files {
   bool write(const path& file, std::string_view content) override {
     if (!step()) {
       if (steps_ == stop_at_)
-        contents[file] = content.substr(0, content.size() * torn_percent / 100);
+        contents[find(file)] = content.substr(0, content.size() * torn_percent / 100);
       return false;
     }
-    contents[file] = content;
+    contents[find(file)] = content;
     return true;
   }
 
@@ -54,21 +53,20 @@ class MemoryFiles : public Files {
 
   bool append(const path& file, std::string_view content) override {
     if (!step()) return false;
-    contents[file] += content;
+    contents[find(file)] += content;
     return true;
   }
 
   bool rename(const path& from, const path& to) override {
-    if (!step() || contents.count(from) == 0) return false;
-    std::string content = std::move(contents[from]);
-    contents.erase(from);
-    contents[to] = std::move(content);
+    if (!step() || contents.count(find(from)) == 0) return false;
+    auto moved = contents.extract(find(from));
+    contents[find(to)] = std::move(moved.mapped());
     return true;
   }
 
   bool remove(const path& file) override {
     if (!step()) return false;
-    contents.erase(file);
+    contents.erase(find(file));
     return true;
   }
 
@@ -90,6 +88,15 @@ class MemoryFiles : public Files {
   bool step() { return ++steps_ < stop_at_ || stop_at_ == 0; }
 
  private:
+  bool has(const path& file) const { return contents.count(file) + unreadable.count(file) > 0; }
+
+  path find(const path& file) const {
+    if (has(file)) return file;
+    for (const auto& [name, content] : contents)
+      if (equals_ignoring_case(name.string(), file.string())) return name;
+    return file;
+  }
+
   int steps_ = 0;
   int stop_at_ = 0;
 };
