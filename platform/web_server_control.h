@@ -40,6 +40,11 @@ class WebServerControl {
   // Addresses under which other devices in the network reach this machine; none without a network.
   virtual std::vector<std::string> Addresses() const = 0;
 
+  // Whether the running server knows anybody who may log in. False when `htaccess.txt` could not be
+  // read at the start or has no line with a user name and password: with AuthenticationMode 1
+  // nobody is admitted then.
+  virtual bool HasLogins() const = 0;
+
   // Whether it worked is read from Listening.
   virtual void StartListening() = 0;
   // Requests that wait are given up.

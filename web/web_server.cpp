@@ -6,6 +6,7 @@
 
 #include "base/code_page.h"
 #include "base/text.h"
+#include "core/asking.h"
 #include "core/version.h"
 
 namespace homewarden {
@@ -15,6 +16,8 @@ const char* const kDefaultPort = "80";
 const char* const kFallbackPort = "8080";
 constexpr int kRequestsAtOnce = 12;
 constexpr int kWithLogin = 1;
+const char* const kNoPassword =
+    "the password file html/htaccess.txt cannot be read or holds no password";
 
 // Names separated by blanks or commas.
 std::vector<std::string> names_in(const std::string& text) {
@@ -32,10 +35,30 @@ std::vector<std::string> names_in(const std::string& text) {
 
 }  // namespace
 
-WebServer::WebServer(FrmMain& main, FrmServer& form, Operations& operations, Module1& module1,
-                     Settings& settings, Dialogs& dialogs, Files& files, WebServerControl& web,
-                     WindowServices& window, std::filesystem::path document_folder)
-    : main_(main),
+// The buttons that change the server take no click while one of these lives: what they ask and do
+// must not mix.
+class WebServer::Occupied {
+ public:
+  explicit Occupied(WebPanel& panel) : panel_(panel) { enable(false); }
+  Occupied(const Occupied&) = delete;
+  Occupied& operator=(const Occupied&) = delete;
+  ~Occupied() { enable(true); }
+
+ private:
+  void enable(bool on) {
+    for (Button* button : {&panel_.Command7, &panel_.Command8, &panel_.Command9})
+      button->enabled = on;
+  }
+
+  WebPanel& panel_;
+};
+
+WebServer::WebServer(WebPanel& panel, StatusBar& status, FrmServer& form, Operations& operations,
+                     Module1& module1, Settings& settings, Dialogs& dialogs, Files& files,
+                     WebServerControl& web, WindowServices& window,
+                     std::filesystem::path document_folder)
+    : panel_(panel),
+      status_(status),
       form_(form),
       module1_(module1),
       settings_(settings),
@@ -46,13 +69,19 @@ WebServer::WebServer(FrmMain& main, FrmServer& form, Operations& operations, Mod
       folder_(std::move(document_folder)),
       credentials_(folder_ / "htaccess.txt") {
   web.servermaxconnections(kRequestsAtOnce);
-  main.Frame4.visible.changed.connect([this] {
-    if (main_.Frame4.visible) show_state();
+  panel.Frame4.visible.changed.connect([this] {
+    if (panel_.Frame4.visible) show_state();
   });
-  main.Command7.click.connect([this, &operations] { operations.start(save_port()); });
-  main.Command8.click.connect([this, &operations] { operations.start(set_password()); });
-  main.Command9.click.connect([this, &operations] { operations.start(clear_password()); });
-  main.Command10.click.connect([this, &operations] { operations.start(show_url()); });
+  panel.Command7.click.connect([this, &operations] {
+    if (panel_.Command7.enabled) operations.start(save_port());
+  });
+  panel.Command8.click.connect([this, &operations] {
+    if (panel_.Command8.enabled) operations.start(set_password());
+  });
+  panel.Command9.click.connect([this, &operations] {
+    if (panel_.Command9.enabled) operations.start(clear_password());
+  });
+  panel.Command10.click.connect([this, &operations] { operations.start(show_url()); });
 }
 
 void WebServer::startserver() {
@@ -71,7 +100,14 @@ void WebServer::startserver() {
 }
 
 void WebServer::tell_failure() {
-  if (!web_.Listening()) main_.Statusbar.panel2 = failure_;
+  if (!web_.Listening())
+    status_.panel2 = failure_;
+  else if (lets_nobody_in())
+    status_.panel2 = std::string("The web server lets nobody in: ") + kNoPassword;
+}
+
+bool WebServer::lets_nobody_in() const {
+  return protected_ && !web_.HasLogins();
 }
 
 void WebServer::stop() {
@@ -82,8 +118,8 @@ void WebServer::stop() {
 
 void WebServer::store_port(const std::string& port) {
   module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "webport", port);
-  main_.txt_webport.text = port;
-  main_.Label48.caption = "The web server is currently set to run on port " + port;
+  panel_.txt_webport.text = port;
+  panel_.Label48.caption = "The web server is currently set to run on port " + port;
 }
 
 bool WebServer::listen(const std::string& port) {
@@ -101,13 +137,18 @@ void WebServer::show_state() {
   const std::string port =
       module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, "webport", kDefaultPort);
   if (!web_.Listening()) {
-    main_.lab_webstate.caption = "The web server is not running: port " + port + " cannot be used.";
+    panel_.lab_webstate.caption =
+        "The web server is not running: port " + port + " cannot be used.";
     return;
   }
   const bool has_password = files_.exists(credentials_);
   std::string text = "The web server is running on port " + port;
-  text +=
-      protected_ ? " and asks for a password." : " without a password, for your own network only.";
+  if (lets_nobody_in())
+    text += std::string(" and lets nobody in: ") + kNoPassword + ". Set one and save the port.";
+  else if (protected_)
+    text += " and asks for a password.";
+  else
+    text += " without a password, for your own network only.";
   if (has_password != protected_)
     text += has_password ? " The new password takes effect at its next start: save the port."
                          : " That ends at its next start: save the port.";
@@ -115,42 +156,45 @@ void WebServer::show_state() {
   for (const std::string& address : web_.Addresses())
     text += "\nOn a phone or a computer in your network, open http://" + address + place +
             "/index.html";
-  main_.lab_webstate.caption = text;
+  panel_.lab_webstate.caption = text;
 }
 
 Task<void> WebServer::save_port() {
-  const std::string port = main_.txt_webport.text;
+  const Occupied occupied(panel_);
+  const std::string port = panel_.txt_webport.text;
   if (port.size() < 2) {
-    co_await tell("Please enter a valid port number of at least 80 in to the port text entry box",
-                  "Error", MessageIcon::kInformation);
+    co_await tell(dialogs_,
+                  "Please enter a valid port number of at least 80 in to the port text entry box",
+                  "Error");
     co_return;
   }
   stop();
   store_port(port);
-  co_await tell("Setting saved. The web server will now run on your chosen port.", "Saved",
-                MessageIcon::kInformation);
+  co_await tell(dialogs_, "Setting saved. The web server will now run on your chosen port.",
+                "Saved");
   startserver();
 }
 
 Task<void> WebServer::set_password() {
-  const std::string user = co_await ask(
+  const Occupied occupied(panel_);
+  const std::string user = co_await type_in(
       "Please enter a Username for the Web Server, you will use this to login", "Username", false);
   if (user.empty()) co_return;
-  const std::string password = co_await ask(
+  const std::string password = co_await type_in(
       "Please enter a Password for the Web Server, you will use this to login", "Password", true);
   if (password.empty()) co_return;
-  const std::string again =
-      co_await ask("Please RE-enter your Password for the Web Server", "Re enter Password", true);
+  const std::string again = co_await type_in("Please RE-enter your Password for the Web Server",
+                                             "Re enter Password", true);
   if (again.empty()) co_return;
   if (password != again) {
-    co_await tell("Sorry, your password did not match", "Error", MessageIcon::kCritical);
+    co_await tell_error(dialogs_, "Sorry, your password did not match");
     co_return;
   }
   if ((user + password).find(kUnknownCharacter) != std::string::npos) {
-    co_await tell(
+    co_await tell_error(
+        dialogs_,
         "Sorry, user names and passwords can only have the letters of Western European languages. "
-        "Your password has not been changed.",
-        "Error", MessageIcon::kCritical);
+        "Your password has not been changed.");
     co_return;
   }
   co_await module1_.pause(1);
@@ -158,41 +202,39 @@ Task<void> WebServer::set_password() {
   // Under a name that is never served; the old password holds until the new one is there.
   const std::filesystem::path unfinished = folder_ / ".htaccess.new";
   if (!files_.write_secret(unfinished, line) || !files_.rename(unfinished, credentials_)) {
-    co_await tell("Sorry, the password could not be written. Please check the disk.", "Error",
-                  MessageIcon::kCritical);
+    co_await tell_error(dialogs_,
+                        "Sorry, the password could not be written. Please check the disk.");
     co_return;
   }
   show_state();
-  co_await tell("Your password has been set", "Homewarden", MessageIcon::kNone);
+  co_await tell(dialogs_, "Your password has been set", "Homewarden", MessageIcon::kNone);
 }
 
 Task<void> WebServer::clear_password() {
-  Message question{"Do you really want to remove the password protection from the Web Server?",
-                   "Sure?", MessageIcon::kQuestion, MessageButtons::kYesNo};
-  const Answer answer = co_await dialogs_.message_box(std::move(question));
-  if (answer != Answer::kYes) co_return;
-  files_.remove(credentials_);
+  const Occupied occupied(panel_);
+  const bool sure = co_await ask(
+      dialogs_, "Do you really want to remove the password protection from the Web Server?",
+      "Sure?");
+  if (!sure) co_return;
+  // A second one in other letter case would protect the server again.
+  while (files_.exists(credentials_) && files_.remove(credentials_)) {
+  }
   co_await module1_.pause(1);
   show_state();
-  co_await tell("Your password has been cleared", "Cleared", MessageIcon::kInformation);
+  co_await tell(dialogs_, "Your password has been cleared", "Cleared");
 }
 
 Task<void> WebServer::show_url() {
   std::string address =
-      std::string(kWebSite) + "/cgi-bin/urlip.cgi?" + main_.txt_webport.text.get();
+      std::string(kWebSite) + "/cgi-bin/urlip.cgi?" + panel_.txt_webport.text.get();
   co_await window_.link(std::move(address));
 }
 
 // "" for an empty answer and for Cancel.
-Task<std::string> WebServer::ask(const char* prompt, const char* title, bool secret) {
+Task<std::string> WebServer::type_in(const char* prompt, const char* title, bool secret) {
   Question question{prompt, title, "", secret};
   const auto answer = co_await dialogs_.input_box(std::move(question));
   co_return answer.value_or("");
-}
-
-Task<void> WebServer::tell(const char* text, const char* title, MessageIcon icon) {
-  Message message{text, title, icon, MessageButtons::kOk};
-  co_await dialogs_.message_box(std::move(message));
 }
 
 }  // namespace homewarden

@@ -10,8 +10,9 @@
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "platform/web_server_control.h"
-#include "ui/frm_main.h"
+#include "ui/controls.h"
 #include "ui/frm_server.h"
+#include "ui/settings_panels.h"
 #include "ui/window_services.h"
 
 namespace homewarden {
@@ -19,19 +20,22 @@ namespace homewarden {
 // The web server and its panel: its port, its password, starting and stopping.
 class WebServer {
  public:
-  WebServer(FrmMain& main, FrmServer& form, Operations& operations, Module1& module1,
-            Settings& settings, Dialogs& dialogs, Files& files, WebServerControl& web,
-            WindowServices& window, std::filesystem::path document_folder);
+  WebServer(WebPanel& panel, StatusBar& status, FrmServer& form, Operations& operations,
+            Module1& module1, Settings& settings, Dialogs& dialogs, Files& files,
+            WebServerControl& web, WindowServices& window, std::filesystem::path document_folder);
 
-  // Listens on the stored port, or on 8080, which is stored then. A failure of that too is told in
-  // the status line.
+  // Listens on the stored port, or on 8080, which is stored then. Asks for a log-in when anything
+  // at all stands under the name of the password file. A server that does not run or lets nobody in
+  // is told in the status line.
   void startserver();
-  // Once more, for when another message has taken its place. Nothing while the server runs.
+  // Once more, for when another message has taken its place. Nothing when all is well.
   void tell_failure();
   // Unloads the form.
   void stop();
 
  private:
+  class Occupied;
+
   bool listen(const std::string& port);
   void store_port(const std::string& port);
   void show_state();
@@ -39,10 +43,11 @@ class WebServer {
   Task<void> set_password();
   Task<void> clear_password();
   Task<void> show_url();
-  Task<std::string> ask(const char* prompt, const char* title, bool secret);
-  Task<void> tell(const char* text, const char* title, MessageIcon icon);
+  Task<std::string> type_in(const char* prompt, const char* title, bool secret);
+  bool lets_nobody_in() const;
 
-  FrmMain& main_;
+  WebPanel& panel_;
+  StatusBar& status_;
   FrmServer& form_;
   Module1& module1_;
   Settings& settings_;

@@ -19,6 +19,9 @@ class Credentials {
   Credentials() = default;
   explicit Credentials(std::string_view file_content);
 
+  // Whether nobody may log in.
+  bool empty() const { return lines_.empty(); }
+
   // Whether the value of an Authorization header is the Basic log-in of one of the lines. Browsers
   // send letters beyond ASCII in UTF-8 or as the file has them: both will do. How long it takes
   // tells nothing of the lines but their number and length.

@@ -62,6 +62,7 @@ void HttpServer::StartListening() {
   GateRules rules;
   rules.log_in = log_in_;
   if (log_in_) rules.credentials = Credentials(folder.passwords());
+  has_logins_ = !rules.credentials.empty();
   rules.own_names = machine_names();
   rules.own_names.insert(rules.own_names.end(), names_.begin(), names_.end());
   rules.switches = switches_;

@@ -37,6 +37,7 @@ class HttpServer : public WebServerControl {
   void SwitchRequests(std::function<bool(const std::string&, const std::string&)> test) override;
   void AllowedHosts(std::vector<std::string> names) override { names_ = std::move(names); }
   std::vector<std::string> Addresses() const override;
+  bool HasLogins() const override { return has_logins_; }
   void StartListening() override;
   bool StopListening() override;
   std::string QueryText(int request, const std::string& unused) override;
@@ -56,6 +57,7 @@ class HttpServer : public WebServerControl {
   std::string port_;
   std::filesystem::path folder_;
   bool log_in_ = false;
+  bool has_logins_ = false;
   std::size_t at_once_ = 12;
   std::function<bool(const std::string&, const std::string&)> switches_;
   std::vector<std::string> names_;

@@ -23,6 +23,7 @@ class FakeWeb : public WebServerControl {
   }
   void AllowedHosts(std::vector<std::string> names) override { allowed_hosts = std::move(names); }
   std::vector<std::string> Addresses() const override { return addresses; }
+  bool HasLogins() const override { return has_logins; }
   void StartListening() override {
     listening_ = !taken_ports.contains(port_);
     starts.push_back(port_ + " " + folder_.string() + " " + std::to_string(mode_));
@@ -46,6 +47,7 @@ class FakeWeb : public WebServerControl {
   }
 
   std::set<std::string> taken_ports;
+  bool has_logins = true;
   std::vector<std::string> addresses;
   std::vector<std::string> starts;   // port, folder, mode
   std::vector<std::string> answers;  // identifier and page

@@ -177,5 +177,32 @@ TEST(WebServerPanel, PasswordsAreSetForTheNextStartAndCleared) {
   EXPECT_FALSE(house.files.exists(credentials));
 }
 
+// Whatever stands under the name protects the house, even when nobody can be let in any more.
+TEST(WebServerPanel, APasswordFileThatCannotBeUsedLetsNobodyInAndSaysSo) {
+  WebHouse house;
+  house.files.unreadable = {House::file("html/HTACCESS.TXT")};
+  house.files.contents[House::file("html/HTACCESS.TXT")] = "";
+  house.web.has_logins = false;
+  house.form().Command7.click();
+  house.loop.run_pending();
+  EXPECT_EQ(house.web.starts.back(), "80 /house/html 1");
+  EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("lets nobody in"));
+  EXPECT_THAT(house.status(), HasSubstr("htaccess.txt cannot be read"));
+}
+
+TEST(WebServerPanel, ASecondClickDoesNotMixWithTheFirst) {
+  WebHouse house;
+  house.dialogs.typed = {"me", "secret", "secret", "you", "other", "other"};
+  house.form().Command8.click();
+  house.form().Command8.click();
+  house.form().Command7.click();
+  EXPECT_FALSE(house.form().Command9.enabled) << "nothing shows that it has to wait";
+  house.loop.advance(3s);
+  EXPECT_EQ(house.files.contents[House::file("html/htaccess.txt")], "me:secret\r\n");
+  EXPECT_THAT(house.dialogs.typed, SizeIs(3));
+  EXPECT_THAT(house.web.starts, SizeIs(1));
+  EXPECT_TRUE(house.form().Command8.enabled);
+}
+
 }  // namespace
 }  // namespace homewarden::testing

@@ -107,3 +107,37 @@ class FilesTest(unittest.TestCase):
       self.assertEqual(answer.headers["x-content-type-options"], "nosniff")
     (HOUSE.html / "fanon.gif").write_bytes(b"GIF89a")
     self.assertEqual(curl(HOUSE, "/fanon.gif", "-H", AUTH, "-H", tag).body, b"GIF89a")
+
+
+class CarriedFolderTest(unittest.TestCase):
+
+  def start(self, furnish):
+    kind = type("Carried", (House,), {"furnish": furnish})
+    house = kind()
+    self.addCleanup(house.close)
+    return house
+
+  def test_a_folder_from_elsewhere_keeps_its_names_and_its_password(self):
+    def furnish(house):
+      (house.folder / "HTML").mkdir()
+      (house.folder / "HTML" / "HTACCESS.TXT").write_bytes(b"anna:topsecret\r\n")
+      (house.folder / "HTML" / "INDEX.HTML").write_bytes(b"<h1><room></h1><dev0>")
+      os.link(house.folder / "HTML" / "HTACCESS.TXT", house.folder / "HTML" / "copy.gif")
+      (house.folder / "RMLST.HWD").write_bytes(b"Attic~~~\r\nAttic~Lamp~A~9\r\n")
+    house = self.start(furnish)
+    self.assertEqual(curl(house, "/").status, 401)
+    self.assertEqual(curl(house, ROOM + "Attic", "-H", AUTH).room, "Attic")
+    for name in ("htaccess.txt", "HTACCESS.TXT", "copy.gif"):
+      self.assertEqual(curl(house, "/" + name, "-H", AUTH).status, 404, name)
+    self.assertEqual([p.name for p in house.html.glob("[iI]*.[hH]*")], ["INDEX.HTML"])
+
+  def test_nobody_logs_in_when_the_password_cannot_be_read(self):
+    makers = (lambda file: file.symlink_to("nowhere"), lambda file: file.mkdir())
+    for make in makers:
+      def furnish(house):
+        house.html.mkdir()
+        make(house.html / "htaccess.txt")
+      house = self.start(furnish)
+      for headers in ((), ("-H", AUTH), ("-u", ":")):
+        self.assertEqual(curl(house, "/", *headers).status, 401)
+      self.assertIn("The web server lets nobody in", house.text())
