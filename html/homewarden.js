@@ -24,11 +24,6 @@
   const isSwitch = (link) => roomQuery(link.search) !== link.search;
   const deviceKey = (link) => link.search.split("~")[2];
 
-  // "#" and "%" in names would cut the address short or be taken for an encoded letter.
-  for (const link of links)
-    link.setAttribute("href",
-      link.getAttribute("href").replace(/%/g, "%25").replace(/#/g, "%23"));
-
   // ---- What is shown ----------------------------------------------------------------------------
 
   function showDevice(link) {

@@ -28,6 +28,37 @@ std::string module_attributes(int number) {
   return " ID=\"module" + std::to_string(number) + "\" class=\"imcl1\" MCFocusable=\"true\"";
 }
 
+// What stands in a link in place of a character that would end it, be taken for an encoded one or
+// for the start of an entity, or for a placeholder; the others are left to the browser.
+std::string for_link(std::string_view text) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string encoded;
+  for (const char letter : text) {
+    const auto code = static_cast<unsigned char>(letter);
+    if (code > ' ' && code != 0x7f && std::string_view("\"#%&<>").find(letter) == std::string::npos)
+      encoded += letter;
+    else
+      encoded.append({'%', kDigits[code / 16U], kDigits[code % 16U]});
+  }
+  return encoded;
+}
+
+// A name as it can be read on the page.
+std::string for_reading(std::string_view text) {
+  std::string escaped;
+  for (const char letter : text) {
+    if (letter == '&')
+      escaped += "&amp;";
+    else if (letter == '<')
+      escaped += "&lt;";
+    else if (letter == '>')
+      escaped += "&gt;";
+    else
+      escaped += letter;
+  }
+  return escaped;
+}
+
 void replace(std::string& html, std::string_view from, std::string_view to) {
   html = replace_all_ignoring_case(html, from, to);
 }
@@ -62,9 +93,9 @@ const PageBuilder::Family PageBuilder::kMediaCenter = {
 
 // A device's place on the page.
 struct PageBuilder::Cell {
-  std::string address;  // of the switch, without the page
+  std::string address;  // of the switch, without the page, fit for a link
   std::string picture;
-  std::string name;
+  std::string name;  // fit for reading
 
   std::string markup(const Family& family) const {
     const std::string link = std::string(family.page) + "?" + address;
@@ -101,19 +132,19 @@ void PageBuilder::append_template(std::string_view file) {
 void PageBuilder::loadnormtree(std::string& html) {
   for_each_room(rooms_, [&html](int number, const std::string& name) {
     replace(html, place("room", number),
-            "<a target=\"_top\" href=\"index.html?loadroom" + without_blanks(name) + "\">" +
-                kNormal.menu_font + name + "</font></a>");
+            "<a target=\"_top\" href=\"index.html?loadroom" + for_link(without_blanks(name)) +
+                "\">" + kNormal.menu_font + for_reading(name) + "</font></a>");
   });
 }
 
 void PageBuilder::loadtree(std::string& html) {
   if (!rooms_.exists()) return;
   const int rooms = for_each_room(rooms_, [&html](int number, const std::string& name) {
-    const std::string address = "wmcindex.html?loadroom" + without_blanks(name);
+    const std::string address = "wmcindex.html?loadroom" + for_link(without_blanks(name));
     replace(html, place("url", number), address);
     replace(html, place("room", number),
-            "<a target=\"_top\" href=\"" + address + "\">" + kMediaCenter.menu_font + name +
-                "</font></a>");
+            "<a target=\"_top\" href=\"" + address + "\">" + kMediaCenter.menu_font +
+                for_reading(name) + "</font></a>");
   });
   for (int slot = rooms + 1; slot <= kMenuSlots; ++slot) {
     replace(html, option_attributes(slot), "");
@@ -159,9 +190,9 @@ int PageBuilder::fill_room(const Family& family, std::string_view slug) {
 
     const std::string key = device.key();
     const bool on = getlaststatus(key);
-    Cell cell{
-        device.code() + "~" + key + (on ? "~turnoff~" : "~turnon~") + without_blanks(device.room),
-        picture(key, on), device.name};
+    Cell cell{for_link(device.code() + "~" + key + (on ? "~turnoff~" : "~turnon~") +
+                       without_blanks(device.room)),
+              picture(key, on), for_reading(device.name)};
     if (family.numbered) cell.address += "~" + std::to_string(slot);
     replace(form_.page, place("dev", slot), cell.markup(family));
     if (family.numbered)
@@ -169,7 +200,7 @@ int PageBuilder::fill_room(const Family& family, std::string_view slug) {
     title = device.room;
     ++slot;
   }
-  replace(form_.page, "<room>", title);
+  replace(form_.page, "<room>", for_reading(title));
   return slot;
 }
 

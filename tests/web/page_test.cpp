@@ -105,8 +105,8 @@ TEST(Pages, RoomsAreMatchedByContainmentAndShowTenDevices) {
   WebHouse house(list + "Caf\xe9 & Bar~~~\r\n");
   house.files.contents[House::file("html/index.html")] = "<room2>|<room>[<dev9>][<dev10>]";
   EXPECT_EQ(house.get("index.html", "loadroombed"),
-            "<a target=\"_top\" href=\"index.html?loadroomCaf\xe9&Bar\"><font color=\"#FFFFFF\">"
-            "Caf\xe9 & Bar</font></a>|Bed[" +
+            "<a target=\"_top\" href=\"index.html?loadroomCaf\xe9%26Bar\"><font color=\"#FFFFFF\">"
+            "Caf\xe9 &amp; Bar</font></a>|Bed[" +
                 cell("A~10~BedLamp10~turnon~Bed", "switchoff.gif", "Lamp 10") + "][<dev10>]\r\n");
 }
 
@@ -124,6 +124,21 @@ TEST(Pages, TheTemplatesHaveEveryPlaceThatIsFilled) {
   expect_places("wmcindex.html", "url", 1, 19);
   expect_places("wmcindex.html", "mrl", 1, 10);
   for (const char* page : {"index.html", "wmcindex.html"}) expect_places(page, "dev", 0, 9);
+}
+
+// A quote ends a link, "%41" is decoded, "<dev1>" is a place for another device.
+TEST(Pages, NamesOfAnyKindAreReadAndFollowedAsTheyAre) {
+  WebHouse house("\"A\" & B~~~\r\n\"A\" & B~50%41 <dev1>#+\xE9~A~3\r\n");
+  house.files.contents[House::file("html/index.html")] = "<room1>|<room>:<dev0>";
+  const std::string page = house.get("index.html", "loadroom%22A%22%26B");
+  EXPECT_EQ(page,
+            "<a target=\"_top\" href=\"index.html?loadroom%22A%22%26B\"><font color=\"#FFFFFF\">"
+            "\"A\" &amp; B</font></a>|\"A\" &amp; B:" +
+                cell("A~3~%22A%22%26B50%2541%3Cdev1%3E%23+\xE9~turnon~%22A%22%26B", "switchoff.gif",
+                     "50%41 &lt;dev1&gt;#+\xE9") +
+                "\r\n");
+  EXPECT_THAT(house.get("wmcindex.html", "loadroom\"A\"&B"),
+              HasSubstr("mrl=wmcindex.html?A~3~%22A%22%26B50%2541%3Cdev1%3E%23+\xE9~turnon~"));
 }
 
 TEST(Grammar, TheFirstRuleThatFitsWins) {

@@ -36,8 +36,10 @@ TYPES = {"LivingRoomCeilingLight": "bulb", "LivingRoomReadingLamp": "bulb2",
 
 
 class FurnishedHouse(House):
+  rooms = ROOMS
+
   def furnish(self):
-    (self.folder / "rmlst.hwd").write_bytes(ROOMS.replace("\n", "\r\n").encode("cp1252"))
+    (self.folder / "rmlst.hwd").write_bytes(self.rooms.replace("\n", "\r\n").encode("cp1252"))
     write_values(self.folder, "machine", MACHINE_KEY, {"port": 2})
     write_values(self.folder, "user", TYPE_KEY, TYPES)
 
@@ -66,9 +68,11 @@ def start_browser(folder):
 class BrowserTest(unittest.TestCase):
   """One house and one browser for the tests of a class."""
 
+  house_kind = FurnishedHouse
+
   @classmethod
   def setUpClass(cls):
-    cls.house = FurnishedHouse()
+    cls.house = cls.house_kind()
     cls.addClassCleanup(cls.house.close)
     profile = tempfile.mkdtemp()
     cls.addClassCleanup(shutil.rmtree, profile, ignore_errors=True)

@@ -1,6 +1,6 @@
 """The pages for phones and desktops, in a browser."""
 
-from browser import BrowserTest
+from browser import BrowserTest, FurnishedHouse
 
 CARD = "main li:nth-of-type(%d)"
 
@@ -99,3 +99,34 @@ class BrowserPages(BrowserTest):
       self.wait_for("[data-state]")
       self.assertEqual(self.js("return [...document.images].filter((i) => !i.naturalWidth)"), [])
       self.assertEqual(self.browser.get_log("browser"), [])
+
+
+ROOM = 'Anna\'s "Den" & 50% #1 + <é> &copy %41'
+DEVICE = '"Lampe" <b>&lt #2 50% +é %7E'
+
+
+class AwkwardHouse(FurnishedHouse):
+  rooms = f"{ROOM}~~~\n{ROOM}~{DEVICE}~D~1\n"
+
+
+class AwkwardNames(BrowserTest):
+  """A name must not end its link, nor be taken for markup or for an encoded letter."""
+  house_kind = AwkwardHouse
+
+  def press(self, element, card, to, sent):
+    before = len(self.house.switched())
+    element.click()
+    self.wait_for(f"{card}[data-state={to}]")
+    self.assertEqual(self.house.switched()[before:], [sent])
+
+  def test_both_families_lead_to_the_room_and_switch_its_device(self):
+    for page, card, link in (("index.html", CARD % 1, " img"), ("wmcindex.html", "#module1", " b a")):
+      with self.subTest(page):
+        self.open(page)
+        self.find("nav a, nav div").click()
+        self.wait_for(card + "[data-state=off]")
+        self.assertEqual(self.find("h1").text, ROOM)
+        self.assertEqual(self.find(card + " b").text, DEVICE)
+        self.press(self.find(card + link), card, "on", "D1 On")
+        self.press(self.find(card + " b a"), card, "off", "D1 Off")
+        self.assertEqual(self.find("h1").text, ROOM)
