@@ -28,6 +28,7 @@
 #include "core/settings.h"
 #include "platform/cm11/driver.h"
 #include "platform/http/http_server.h"
+#include "platform/linux/linux_web_host.h"
 #include "platform/linux/posix_files.h"
 #include "platform/qt/qt_loop.h"
 #include "platform/serial/qt_serial_stream.h"
@@ -204,7 +205,8 @@ class Bench {
   testing::FakeDialogs dialogs_{loop_};
   testing::FakeDesktop desktop_;
   testing::FakeSounds sounds_;
-  HttpServer web_{loop_,
+  LinuxWebHost web_host_;
+  HttpServer web_{loop_, web_host_,
                   [this](int descriptor, std::function<void()> function) {
                     loop_.watch_readable(descriptor, std::move(function));
                   },

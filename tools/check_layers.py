@@ -30,7 +30,7 @@ GROUND = ["base", "platform"]
 OTHERS = {
     "platform/cm11": GROUND,
     "platform/desktop": GROUND + ["platform/qt"],
-    "platform/http": GROUND + ["platform/linux"],
+    "platform/http": GROUND,
     "platform/linux": GROUND,
     "platform/qt": GROUND,
     "platform/serial": GROUND + ["platform/cm11", "platform/linux"],

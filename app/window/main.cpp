@@ -23,6 +23,7 @@
 #include "platform/desktop/qt_sound_player.h"
 #include "platform/http/http_server.h"
 #include "platform/linux/absent_services.h"
+#include "platform/linux/linux_web_host.h"
 #include "platform/linux/lock_file_instance.h"
 #include "platform/linux/posix_files.h"
 #include "platform/qt/qt_loop.h"
@@ -90,8 +91,9 @@ int run(const AppOptions& options, bool offscreen) {
   Dialogs& dialogs = offscreen ? static_cast<Dialogs&>(terminal_dialogs) : window_dialogs;
   QtDesktop desktop;
   QtSoundPlayer sounds;
+  LinuxWebHost web_host;
   HttpServer web(
-      loop,
+      loop, web_host,
       [&loop](int descriptor, std::function<void()> function) {
         loop.watch_readable(descriptor, std::move(function));
       },

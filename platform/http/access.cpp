@@ -1,7 +1,5 @@
 #include "platform/http/access.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 
@@ -25,7 +23,7 @@ bool is_name(std::string_view host) {
 
 bool is_bracketed_address(std::string_view host) {
   return host.size() > 2 && host.front() == '[' && host.back() == ']' &&
-         parse_address(std::string(host.substr(1, host.size() - 2))).has_value();
+         parse_address(host.substr(1, host.size() - 2)).has_value();
 }
 
 std::optional<HostAndPort> parse_host(std::string_view text) {
@@ -112,15 +110,6 @@ std::optional<std::string> switch_fault(const RequestHead& head,
     return "Nothing is switched for a browser that has not seen a page of this house: open the "
            "home page first.";
   return std::nullopt;
-}
-
-std::vector<std::string> machine_names() {
-  std::array<char, 256> buffer{};
-  if (gethostname(buffer.data(), buffer.size() - 1) != 0) return {};
-  const std::string name = buffer.data();
-  if (name.empty()) return {};
-  const std::string first_label = name.substr(0, name.find('.'));
-  return first_label == name ? std::vector{name} : std::vector{name, first_label};
 }
 
 }  // namespace homewarden

@@ -30,7 +30,4 @@ bool has_cookie(std::string_view cookies, std::string_view name);
 std::optional<std::string> switch_fault(const RequestHead& head,
                                         const std::vector<std::string>& own_names);
 
-// What this machine calls itself.
-std::vector<std::string> machine_names();
-
 }  // namespace homewarden

@@ -1,26 +1,80 @@
 #include "platform/http/address.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-
 #include <algorithm>
-#include <cstring>
+#include <array>
+#include <charconv>
+
+#include "base/text.h"
 
 namespace homewarden {
 namespace {
 
 constexpr std::array<std::uint8_t, 12> kMapped{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0xff, 0xff};
 
-Address mapped(const in_addr& number) {
-  Address address;
-  std::copy(kMapped.begin(), kMapped.end(), address.bytes.begin());
-  std::memcpy(address.bytes.data() + kMapped.size(), &number, sizeof number);
-  return address;
-}
-
 bool is_mapped(const Address& address) {
   return std::equal(kMapped.begin(), kMapped.end(), address.bytes.begin());
+}
+
+using Place = std::array<std::uint8_t, 16>::iterator;
+
+// The number that a text consists of; nothing for another text, too.
+std::optional<unsigned> number(std::string_view text, std::size_t most_digits, int base) {
+  unsigned value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, base);
+  const bool whole = error == std::errc() && end == text.data() + text.size();
+  return whole && text.size() <= most_digits ? std::optional(value) : std::nullopt;
+}
+
+// Four numbers with dots, without leading zeros, which some read as octal.
+bool read_v4(std::string_view text, Place to) {
+  for (int i = 0; i < 4; ++i) {
+    const std::size_t dot = text.find('.');
+    if ((dot == std::string_view::npos) != (i == 3)) return false;
+    const std::string_view part = text.substr(0, dot);
+    const auto value = number(part, 3, 10);
+    if (!value || *value > 255 || (part.size() > 1 && part.front() == '0')) return false;
+    *to++ = static_cast<std::uint8_t>(*value);
+    text.remove_prefix(i == 3 ? text.size() : dot + 1);
+  }
+  return true;
+}
+
+// Groups of hexadecimal digits with colons, the last two perhaps as IPv4; `to` is moved behind
+// them.
+bool read_groups(std::string_view text, Place& to, Place end) {
+  while (!text.empty()) {
+    const std::size_t colon = text.find(':');
+    const std::string_view group = text.substr(0, colon);
+    const bool last = colon == std::string_view::npos;
+    if (last && end - to >= 4 && read_v4(group, to)) {
+      to += 4;
+      return true;
+    }
+    const auto value = number(group, 4, 16);
+    if (!value || end - to < 2) return false;
+    *to++ = static_cast<std::uint8_t>(*value >> 8U);
+    *to++ = static_cast<std::uint8_t>(*value & 0xffU);
+    if (last) return true;
+    text.remove_prefix(colon + 1);
+    if (text.empty()) return false;  // a colon at the end
+  }
+  return true;
+}
+
+// One "::" stands for as many zeros as are missing, at least one group.
+bool read_v6(std::string_view text, Address& address) {
+  const std::size_t gap = text.find("::");
+  Place filled = address.bytes.begin();
+  const Place end = address.bytes.end();
+  if (!read_groups(text.substr(0, gap), filled, end)) return false;
+  if (gap == std::string_view::npos) return filled == end;
+  Address behind;
+  Place last = behind.bytes.begin();
+  if (end - filled < 2 || !read_groups(text.substr(gap + 2), last, behind.bytes.end() - 2) ||
+      last - behind.bytes.begin() > end - filled - 2)
+    return false;
+  std::copy(behind.bytes.begin(), last, end - (last - behind.bytes.begin()));
+  return true;
 }
 
 bool is_private_v4(std::uint8_t first, std::uint8_t second) {
@@ -30,28 +84,22 @@ bool is_private_v4(std::uint8_t first, std::uint8_t second) {
 
 }  // namespace
 
-Address address_of(const sockaddr* from) {
-  Address address;
-  if (from != nullptr && from->sa_family == AF_INET) {
-    sockaddr_in v4{};
-    std::memcpy(&v4, from, sizeof v4);
-    address = mapped(v4.sin_addr);
-  } else if (from != nullptr && from->sa_family == AF_INET6) {
-    sockaddr_in6 v6{};
-    std::memcpy(&v6, from, sizeof v6);
-    std::memcpy(address.bytes.data(), &v6.sin6_addr, address.bytes.size());
-  }
-  return address;
+std::optional<std::uint16_t> parse_port(const std::string& text) {
+  const std::string_view digits = trim_blanks(text);
+  std::uint16_t port = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), port);
+  if (error != std::errc() || end != digits.data() + digits.size() || port == 0)
+    return std::nullopt;
+  return port;
 }
 
-std::optional<Address> parse_address(const std::string& text) {
-  // A text with a zero byte in it would be read up to there only.
-  if (text.find('\0') != std::string::npos) return std::nullopt;
-  in_addr v4{};
-  if (inet_pton(AF_INET, text.c_str(), &v4) == 1) return mapped(v4);
+std::optional<Address> parse_address(std::string_view text) {
   Address address;
-  if (inet_pton(AF_INET6, text.c_str(), address.bytes.data()) == 1) return address;
-  return std::nullopt;
+  if (read_v4(text, address.bytes.begin() + 12)) {
+    std::copy(kMapped.begin(), kMapped.end(), address.bytes.begin());
+    return address;
+  }
+  return read_v6(text, address) ? std::optional(address) : std::nullopt;
 }
 
 bool is_private(const Address& address) {

@@ -1,28 +1,23 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
-struct sockaddr;
+#include "platform/network_address.h"
 
 namespace homewarden {
 
-// The network address of a client. An IPv4 address is held, and compared, in its IPv6 form
-// (::ffff:a.b.c.d), as a socket for both kinds reports it.
-struct Address {
-  std::array<std::uint8_t, 16> bytes{};
+// Of a client.
+using Address = NetworkAddress;
 
-  friend bool operator==(const Address&, const Address&) = default;
-  friend bool operator<(const Address& a, const Address& b) { return a.bytes < b.bytes; }
-};
-
-// The unspecified address, which is nobody's, for a socket of another kind.
-Address address_of(const sockaddr* from);
+// The port that a text names, blanks around it allowed; nothing when it is no number from 1 to
+// 65535.
+std::optional<std::uint16_t> parse_port(const std::string& text);
 
 // An address as people write it, without brackets; nothing when it is none.
-std::optional<Address> parse_address(const std::string& text);
+std::optional<Address> parse_address(std::string_view text);
 
 // Whether it is of this machine or of a network that is not routed over the internet: 127/8,
 // 10/8, 172.16/12, 192.168/16, 169.254/16, ::1, fc00::/7, fe80::/10.

@@ -1,9 +1,5 @@
 #include "platform/http/connections.h"
 
-#include <poll.h>
-#include <sys/resource.h>
-#include <sys/socket.h>
-
 #include <algorithm>
 
 namespace homewarden {
@@ -16,11 +12,10 @@ namespace {
 constexpr std::size_t kRestOfProgram = 64;  // descriptors
 
 // Each connection may hold a file beside its socket, for as long as its client does not take it.
-std::size_t affordable_connections(std::size_t wanted) {
+std::size_t affordable_connections(std::optional<std::size_t> descriptors, std::size_t wanted) {
   constexpr std::size_t kTaken = kRestOfProgram + kSpareConnections;
-  rlimit limit{};
-  if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return std::min<std::size_t>(wanted, 256);
-  const std::size_t left = std::max<std::size_t>(limit.rlim_cur, kTaken) - kTaken;
+  if (!descriptors) return std::min<std::size_t>(wanted, 256);
+  const std::size_t left = std::max(*descriptors, kTaken) - kTaken;
   return std::clamp<std::size_t>(left / 2, 16, wanted);
 }
 
@@ -28,23 +23,17 @@ bool can_be_cut(const Connection& connection) {
   return connection.phase != Phase::handling && connection.phase != Phase::closing;
 }
 
-// Whoever is seen with the address that was called is on the machine that has it.
-Address own_address_of(int socket) {
-  sockaddr_storage address{};
-  socklen_t size = sizeof address;
-  auto* plain = reinterpret_cast<sockaddr*>(&address);
-  return ::getsockname(socket, plain, &size) == 0 ? address_of(plain) : Address();
-}
-
-void cut(Connection& connection) {
-  ::shutdown(connection.socket, SHUT_RDWR);
-  connection.phase = Phase::closing;
-}
-
 }  // namespace
 
-Connections::Connections(const HttpLimits& limits)
-    : limits_(limits), largest_(affordable_connections(limits.connections)) {}
+Connections::Connections(WebHost& host, const HttpLimits& limits)
+    : host_(host),
+      limits_(limits),
+      largest_(affordable_connections(host.most_descriptors(), limits.connections)) {}
+
+void Connections::cut(Connection& connection) {
+  host_.shut_down(connection.socket);
+  connection.phase = Phase::closing;
+}
 
 Connection& Connections::open(MHD_Connection* library, int socket, const Address& from,
                               milliseconds now) {
@@ -53,7 +42,8 @@ Connection& Connections::open(MHD_Connection* library, int socket, const Address
   connection.library = library;
   connection.socket = socket;
   connection.from = from;
-  connection.from_here = from == own_address_of(socket);
+  // Whoever is seen with the address that was called is on the machine that has it.
+  connection.from_here = from == host_.called_address(socket);
   connection.since = now;
   all_.emplace(&connection, std::move(owned));
   make_room(connection);
@@ -110,13 +100,12 @@ std::vector<Connection*> Connections::handled() const {
 
 std::vector<Connection*> Connections::deserted() const {
   const std::vector<Connection*> candidates = handled();
-  std::vector<pollfd> polled;
-  for (const Connection* connection : candidates)
-    polled.push_back({connection->socket, POLLRDHUP, 0});
-  if (::poll(polled.data(), polled.size(), 0) <= 0) return {};
+  std::vector<int> sockets;
+  for (const Connection* connection : candidates) sockets.push_back(connection->socket);
+  const std::vector<bool> hung_up = host_.hung_up(sockets);
   std::vector<Connection*> found;
-  for (std::size_t i = 0; i < polled.size(); ++i)
-    if (polled[i].revents != 0) found.push_back(candidates[i]);
+  for (std::size_t i = 0; i < candidates.size(); ++i)
+    if (hung_up[i]) found.push_back(candidates[i]);
   return found;
 }
 

@@ -14,6 +14,7 @@
 #include "platform/http/request_head.h"
 
 struct MHD_Connection;
+#include "platform/web_host.h"
 
 namespace homewarden {
 
@@ -45,7 +46,7 @@ struct Connection {
 // then finds at its end.
 class Connections {
  public:
-  explicit Connections(const HttpLimits& limits);
+  Connections(WebHost& host, const HttpLimits& limits);
 
   Connection& open(MHD_Connection* library, int socket, const Address& from,
                    std::chrono::milliseconds now);
@@ -63,7 +64,9 @@ class Connections {
  private:
   std::chrono::milliseconds allowed(Connection::Phase phase) const;
   void make_room(Connection& newest);
+  void cut(Connection& connection);
 
+  WebHost& host_;
   const HttpLimits limits_;
   const std::size_t largest_;
   std::unordered_map<Connection*, std::unique_ptr<Connection>> all_;

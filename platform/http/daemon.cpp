@@ -1,7 +1,5 @@
 #include "platform/http/daemon.h"
 
-#include <fcntl.h>
-
 #include <cstring>
 #include <stdexcept>
 
@@ -26,7 +24,7 @@ void on_connection(void* events, MHD_Connection* library, void** context,
     const auto* socket = MHD_get_connection_info(library, MHD_CONNECTION_INFO_CONNECTION_FD);
     const int number = socket->connect_fd;
     const auto* from = MHD_get_connection_info(library, MHD_CONNECTION_INFO_CLIENT_ADDRESS);
-    *context = to.opened(library, number, address_of(from->client_addr));
+    *context = to.opened(library, number, from->client_addr);
   } else if (*context != nullptr) {
     to.closed(*static_cast<Connection*>(*context));
     *context = nullptr;
@@ -68,10 +66,9 @@ std::size_t leave_encoded(void*, MHD_Connection*, char* text) {
 
 }  // namespace
 
-Daemon::Daemon(DaemonEvents& events, const Descriptor& listening, std::size_t most_connections) {
+Daemon::Daemon(DaemonEvents& events, Handle listening, std::size_t most_connections) {
   void* to = &events;
-  // The library closes the socket that it is given.
-  const int socket = ::fcntl(listening.get(), F_DUPFD_CLOEXEC, 0);
+  const int socket = listening.release();  // the library closes it
   daemon_ = MHD_start_daemon(MHD_USE_EPOLL | MHD_ALLOW_SUSPEND_RESUME, 0, nullptr, nullptr,
                              &on_request, to, MHD_OPTION_LISTEN_SOCKET, socket,
                              MHD_OPTION_CONNECTION_LIMIT, static_cast<unsigned>(most_connections),

@@ -5,9 +5,8 @@
 #include <chrono>
 #include <optional>
 
-#include "platform/http/address.h"
+#include "platform/handle.h"
 #include "platform/http/request_head.h"
-#include "platform/linux/descriptor.h"
 
 namespace homewarden {
 
@@ -19,7 +18,7 @@ class DaemonEvents {
   virtual ~DaemonEvents() = default;
 
   // The connection is given back with all that is reported of it, until it is closed.
-  virtual Connection* opened(MHD_Connection* library, int socket, const Address& from) = 0;
+  virtual Connection* opened(MHD_Connection* library, int socket, const sockaddr* from) = 0;
   virtual void closed(Connection& connection) = 0;
 
   // The first line of a request has come.
@@ -38,7 +37,7 @@ class Daemon {
  public:
   // Throws std::runtime_error when the library cannot start. Events come until it is destroyed, and
   // no connection may be suspended then.
-  Daemon(DaemonEvents& events, const Descriptor& listening, std::size_t most_connections);
+  Daemon(DaemonEvents& events, Handle listening, std::size_t most_connections);
   Daemon(const Daemon&) = delete;
   Daemon& operator=(const Daemon&) = delete;
   ~Daemon();

@@ -1,17 +1,18 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
-#include "platform/linux/descriptor.h"
+#include "platform/web_host.h"
 
 namespace homewarden {
 
 // A file that is open to be sent.
 struct Document {
-  Descriptor file;
+  Handle file;
   std::uint64_t size = 0;
   std::string type;           // "image/gif"
   std::string last_modified;  // as in the header of this name
@@ -22,19 +23,16 @@ struct Document {
 // The files that anybody who is admitted may have.
 class DocumentFolder {
  public:
-  explicit DocumentFolder(std::filesystem::path folder);
+  explicit DocumentFolder(std::unique_ptr<WebFolder> folder) : folder_(std::move(folder)) {}
 
-  // Nothing unless `page`, a path of safe_path(), is a regular file in the folder, with no symbolic
-  // link on the way, and not the file with the passwords under another name. Never waits.
-  std::optional<Document> open(const std::string& page) const;
+  // `page`: a path of safe_path(). Nothing for what is not to be had, see WebFolder::open().
+  std::optional<Document> open(const std::string& page);
 
-  // The content of `htaccess.txt`, of whatever letter case; "" when there is none or it cannot be
-  // read.
-  std::string passwords() const;
+  // See WebFolder.
+  std::string passwords() { return folder_->passwords(); }
 
  private:
-  const std::filesystem::path folder_;
-  const std::filesystem::path passwords_;  // under its own name, as it was found
+  std::unique_ptr<WebFolder> folder_;
 };
 
 // The name of the media type of a file, by the end of its name.

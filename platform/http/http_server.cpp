@@ -1,15 +1,11 @@
 #include "platform/http/http_server.h"
 
-#include <sys/epoll.h>
-
 #include <algorithm>
 #include <exception>
 #include <utility>
 
 #include "base/flag_guard.h"
-#include "platform/http/access.h"
-#include "platform/http/listen_socket.h"
-#include "platform/http/own_addresses.h"
+#include "platform/http/address.h"
 
 namespace homewarden {
 
@@ -24,12 +20,14 @@ constexpr milliseconds kPatience{5};
 
 }  // namespace
 
-HttpServer::HttpServer(EventLoop& loop, const WatchReadable& watch, HttpLimits limits)
+HttpServer::HttpServer(EventLoop& loop, WebHost& host, const WatchReadable& watch,
+                       HttpLimits limits)
     : loop_(loop),
+      host_(host),
       limits_(std::move(limits)),
-      watched_(::epoll_create1(EPOLL_CLOEXEC)),
+      watched_(host.socket_set()),
       self_(std::make_shared<HttpServer*>(this)) {
-  watch(watched_.get(), [self = std::weak_ptr(self_)] {
+  watch(watched_->descriptor(), [self = std::weak_ptr(self_)] {
     if (const auto server = self.lock()) (*server)->turn();
   });
 }
@@ -48,41 +46,38 @@ void HttpServer::SwitchRequests(std::function<bool(const std::string&, const std
 
 std::vector<std::string> HttpServer::Addresses() const {
   // Whoever names an address to listen on knows how it is reached.
-  return limits_.address.empty() ? own_addresses() : std::vector<std::string>();
+  return limits_.address.empty() ? host_.network_addresses() : std::vector<std::string>();
 }
 
 void HttpServer::StartListening() {
   if (Listening()) return;
   const auto port = parse_port(port_);
   if (!port) return;
-  Descriptor listening = listen_on(limits_.address, *port);
+  Handle listening = host_.listen(limits_.address, *port);
   if (!listening.is_open()) return;
 
-  const homewarden::DocumentFolder folder(folder_);
+  homewarden::DocumentFolder folder(host_.folder(folder_));
   GateRules rules;
   rules.log_in = log_in_;
   if (log_in_) rules.credentials = Credentials(folder.passwords());
   has_logins_ = !rules.credentials.empty();
-  rules.own_names = machine_names();
+  rules.own_names = host_.machine_names();
   rules.own_names.insert(rules.own_names.end(), names_.begin(), names_.end());
   rules.switches = switches_;
   try {
-    server_ = std::make_unique<RunningServer>(loop_, limits_, std::move(rules), folder,
-                                              std::move(listening), last_id_);
+    server_ = std::make_unique<RunningServer>(loop_, host_, limits_, std::move(rules),
+                                              std::move(folder), std::move(listening), last_id_);
   } catch (const std::exception&) {
     return;  // Listening() tells
   }
-  epoll_event readable{};
-  readable.events = EPOLLIN;
-  if (::epoll_ctl(watched_.get(), EPOLL_CTL_ADD, server_->descriptor(), &readable) != 0)
-    server_.reset();
+  if (!watched_->add(server_->descriptor())) server_.reset();
 }
 
 bool HttpServer::StopListening() {
   loop_.cancel(std::exchange(next_turn_, 0));
   loop_.cancel(std::exchange(next_look_, 0));
   if (!server_) return false;
-  ::epoll_ctl(watched_.get(), EPOLL_CTL_DEL, server_->descriptor(), nullptr);
+  watched_->remove(server_->descriptor());
   server_.reset();
   return true;
 }

@@ -11,7 +11,7 @@
 #include "platform/event_loop.h"
 #include "platform/http/http_limits.h"
 #include "platform/http/running_server.h"
-#include "platform/linux/descriptor.h"
+#include "platform/web_host.h"
 #include "platform/web_server_control.h"
 
 namespace homewarden {
@@ -23,7 +23,7 @@ class HttpServer : public WebServerControl {
   // descriptor is closed.
   using WatchReadable = std::function<void(int descriptor, std::function<void()> function)>;
 
-  HttpServer(EventLoop& loop, const WatchReadable& watch, HttpLimits limits = {});
+  HttpServer(EventLoop& loop, WebHost& host, const WatchReadable& watch, HttpLimits limits = {});
   HttpServer(const HttpServer&) = delete;
   HttpServer& operator=(const HttpServer&) = delete;
   ~HttpServer() override;
@@ -53,6 +53,7 @@ class HttpServer : public WebServerControl {
   void look_around();
 
   EventLoop& loop_;
+  WebHost& host_;
   const HttpLimits limits_;
   std::string port_;
   std::filesystem::path folder_;
@@ -63,7 +64,7 @@ class HttpServer : public WebServerControl {
   std::vector<std::string> names_;
 
   // What the loop watches, for good: the library's descriptor comes and goes inside it.
-  const Descriptor watched_;
+  const std::unique_ptr<SocketSet> watched_;
   std::unique_ptr<RunningServer> server_;
   int last_id_ = 0;
   bool in_turn_ = false;

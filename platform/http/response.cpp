@@ -1,7 +1,5 @@
 #include "platform/http/response.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -90,9 +88,8 @@ Response Response::document(Document document, const RequestHead& head) {
     body = from_text("");
   } else {
     // The library closes the descriptor that it is given, unless it fails.
-    const int file = ::dup(document.file.get());
-    body = MHD_create_response_from_fd64(document.size, file);
-    if (body == nullptr && file >= 0) ::close(file);
+    body = MHD_create_response_from_fd64(document.size, document.file.get());
+    if (body != nullptr) document.file.release();
   }
   Response response(known ? MHD_HTTP_NOT_MODIFIED : MHD_HTTP_OK, body);
   response.header("Content-Type", document.type);

@@ -7,17 +7,18 @@ namespace homewarden {
 
 using Phase = Connection::Phase;
 
-RunningServer::RunningServer(const Clock& clock, const HttpLimits& limits, GateRules rules,
-                             DocumentFolder folder, Descriptor listening, int& last_id)
+RunningServer::RunningServer(const Clock& clock, WebHost& host, const HttpLimits& limits,
+                             GateRules rules, DocumentFolder folder, Handle listening, int& last_id)
     : clock_(clock),
+      host_(host),
       limits_(limits),
       gate_(std::move(rules)),
       folder_(std::move(folder)),
       last_id_(last_id),
-      connections_(limits),
+      connections_(host, limits),
       requests_(limits),
       listening_(std::move(listening)),
-      daemon_(*this, listening_, connections_.largest() + kSpareConnections) {}
+      daemon_(*this, host.duplicate(listening_), connections_.largest() + kSpareConnections) {}
 
 RunningServer::~RunningServer() {
   for (Connection* connection : connections_.handled()) give_up(*connection);
@@ -59,8 +60,8 @@ bool RunningServer::send(Connection& connection, const Response& response) {
   return true;
 }
 
-Connection* RunningServer::opened(MHD_Connection* library, int socket, const Address& from) {
-  return &connections_.open(library, socket, from, clock_.uptime());
+Connection* RunningServer::opened(MHD_Connection* library, int socket, const sockaddr* from) {
+  return &connections_.open(library, socket, host_.address_of(from), clock_.uptime());
 }
 
 void RunningServer::closed(Connection& connection) {

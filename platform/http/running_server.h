@@ -20,8 +20,8 @@ namespace homewarden {
 class RunningServer : private DaemonEvents {
  public:
   // `last_id` counts the requests of all runs.
-  RunningServer(const Clock& clock, const HttpLimits& limits, GateRules rules,
-                DocumentFolder folder, Descriptor listening, int& last_id);
+  RunningServer(const Clock& clock, WebHost& host, const HttpLimits& limits, GateRules rules,
+                DocumentFolder folder, Handle listening, int& last_id);
   ~RunningServer() override;
 
   int descriptor() const { return daemon_.descriptor(); }
@@ -42,7 +42,7 @@ class RunningServer : private DaemonEvents {
   bool answer_document(int id);
 
  private:
-  Connection* opened(MHD_Connection* library, int socket, const Address& from) override;
+  Connection* opened(MHD_Connection* library, int socket, const sockaddr* from) override;
   void closed(Connection& connection) override;
   void line_read(Connection& connection, const char* uri) override;
   bool head_read(Connection& connection, MHD_Connection* library, const char* method,
@@ -55,13 +55,14 @@ class RunningServer : private DaemonEvents {
   void give_up(Connection& connection);
 
   const Clock& clock_;
+  WebHost& host_;
   const HttpLimits limits_;
   Gate gate_;
-  const DocumentFolder folder_;
+  DocumentFolder folder_;
   int& last_id_;
   Connections connections_;
   Requests requests_;
-  const Descriptor listening_;
+  const Handle listening_;
   Daemon daemon_;  // last: its end reports to the others
 };
 

@@ -23,6 +23,8 @@ class Descriptor {
 
   bool is_open() const { return number_ >= 0; }
   int get() const { return number_; }
+  // Whoever takes the number closes it.
+  int release() { return std::exchange(number_, -1); }
 
  private:
   int number_;

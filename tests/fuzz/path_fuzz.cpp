@@ -8,11 +8,13 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <set>
 #include <string>
 
 #include "platform/http/document_folder.h"
 #include "platform/http/safe_path.h"
+#include "platform/linux/linux_web_folder.h"
 #include "tests/platform/scratch_folder.h"
 
 namespace {
@@ -46,7 +48,7 @@ class Folder {
     }
   }
 
-  void ask(std::string_view path) const {
+  void ask(std::string_view path) {
     const auto safe = safe_path(path);
     if (!safe) return;
     const auto document = served_.open(*safe);
@@ -58,14 +60,14 @@ class Folder {
 
   ScratchFolder scratch_;
   fs::path html_ = scratch_ / "html";
-  DocumentFolder served_{html_};
+  DocumentFolder served_{std::make_unique<LinuxWebFolder>(html_)};
   std::set<ino_t> documents_;
 };
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const Folder folder;
+  static Folder folder;
   folder.ask({reinterpret_cast<const char*>(data), size});
   return 0;
 }

@@ -1,6 +1,9 @@
 #include "platform/http/address.h"
 
+#include <arpa/inet.h>
 #include <gtest/gtest.h>
+
+#include <cstring>
 
 namespace homewarden {
 namespace {
@@ -35,6 +38,31 @@ TEST(AddressTest, KnowsPrivateNetworksByTheirEdges) {
                                  "64:ff9b::192.168.1.5",
                                  "2002:c0a8:0101::1"})
     EXPECT_FALSE(is_private(*parse_address(text))) << text;
+}
+
+// Against the reader of the system: whoever writes an address in another way must not be let in.
+TEST(AddressTest, ReadsAddressesAsTheSystemDoes) {
+  std::vector<std::string> texts{"1.2.3.4",   "01.2.3.4",   "1.2.3.256", "1.2.3.4.5",
+                                 "1.2.3.",    ".1.2.3.4",   "1.2.3.4 ",  "1..2.3",
+                                 "0x1.2.3.4", "1.2.3.0004", "+1.2.3.4"};
+  for (const std::string head :
+       {"", "1", "1:", ":1", "fe80:", "0001:2:3", "12345", "1:2:3:4:5:6:7", "g"})
+    for (const std::string middle : {"", ":", "::", ":::"})
+      for (const std::string tail :
+           {"", "1", "1:2", "2:", "1.2.3.4", "a:1.2.3.4", "1.2.3.4:5", "1::2", "2:3:4:5:6:7:8",
+            "2:3:4:5:6:7", "2:3:4:5:6:1.2.3.4", "FFFF", "00000"})
+        texts.push_back(head + middle + tail);
+  for (const auto& text : texts) {
+    Address expected;
+    in_addr v4{};
+    const bool is_v4 = inet_pton(AF_INET, text.c_str(), &v4) == 1;
+    if (is_v4) {
+      expected.bytes[10] = expected.bytes[11] = 0xff;
+      std::memcpy(expected.bytes.data() + 12, &v4, sizeof v4);
+    }
+    const bool is_any = is_v4 || inet_pton(AF_INET6, text.c_str(), expected.bytes.data()) == 1;
+    EXPECT_EQ(parse_address(text), is_any ? std::optional(expected) : std::nullopt) << text;
+  }
 }
 
 TEST(AddressTest, TakesTheMappedFormForTheSameAddress) {

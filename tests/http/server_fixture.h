@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/http/http_server.h"
+#include "platform/linux/linux_web_host.h"
 #include "tests/http/client.h"
 #include "tests/http/socket_loop.h"
 #include "tests/platform/scratch_folder.h"
@@ -27,7 +28,7 @@ class ServerTest : public ::testing::Test {
   explicit ServerTest(HttpLimits limits = on_loopback())
       : port(free_port()),
         owned(std::make_unique<HttpServer>(
-            loop, [this](int fd, auto function) { watch(fd, function); }, limits)),
+            loop, host, [this](int fd, auto function) { watch(fd, function); }, limits)),
         server(*owned) {
     server.ServerPort(std::to_string(port));
     server.DocumentFolder(folder.path());
@@ -73,6 +74,7 @@ class ServerTest : public ::testing::Test {
   }
 
   SocketLoop loop;
+  LinuxWebHost host;
   ScratchFolder folder;
   const int port;
   int watched = -1;  // the descriptor of the server

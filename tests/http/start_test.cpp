@@ -1,4 +1,4 @@
-#include "platform/http/listen_socket.h"
+#include "platform/http/address.h"
 #include "tests/http/server_fixture.h"
 
 namespace homewarden::testing {
@@ -21,14 +21,14 @@ TEST_F(StartTest, DoesNotStartWithoutAPortOfItsOwn) {
   EXPECT_FALSE(server.StopListening());
   server.ServerPort(std::to_string(port));
   {
-    const Descriptor taken = listen_on("127.0.0.1", static_cast<std::uint16_t>(port));
+    const Handle taken = host.listen("127.0.0.1", static_cast<std::uint16_t>(port));
     ASSERT_TRUE(taken.is_open());
     server.StartListening();
     EXPECT_FALSE(server.Listening());
   }
   start();
   EXPECT_EQ(get("/index.html").status, 200);
-  EXPECT_FALSE(listen_on("", static_cast<std::uint16_t>(port)).is_open())
+  EXPECT_FALSE(host.listen("", static_cast<std::uint16_t>(port)).is_open())
       << "two programs share a port";
 }
 

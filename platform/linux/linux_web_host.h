@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/web_host.h"
+
+namespace homewarden {
+
+class LinuxWebHost : public WebHost {
+ public:
+  Handle listen(const std::string& address, std::uint16_t port) override;
+  Handle duplicate(const Handle& socket) override;
+  std::unique_ptr<SocketSet> socket_set() override;
+  NetworkAddress address_of(const sockaddr* from) override;
+  NetworkAddress called_address(int socket) override;
+  void shut_down(int socket) override;
+  std::vector<bool> hung_up(const std::vector<int>& sockets) override;
+  std::optional<std::size_t> most_descriptors() override;
+  std::vector<std::string> machine_names() override;
+  std::vector<std::string> network_addresses() override;
+  std::unique_ptr<WebFolder> folder(std::filesystem::path path) override;
+};
+
+}  // namespace homewarden

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/handle.h"
+#include "platform/network_address.h"
+
+struct sockaddr;
+
+namespace homewarden {
+
+// What the web server needs of the system that it runs on. Sockets are the numbers by which the
+// system and the HTTP library know them.
+
+// A file that is open to be sent.
+struct OpenFile {
+  Handle file;
+  std::uint64_t number = 0;  // tells it from other files of its folder
+  std::uint64_t size = 0;
+  std::int64_t modified = 0;  // nanoseconds since 1970, UTC
+};
+
+// A folder of documents, with the file of passwords in it.
+class WebFolder {
+ public:
+  virtual ~WebFolder() = default;
+
+  // Nothing unless `name`, a relative path with slashes, is a regular file in the folder, with no
+  // symbolic link on the way, and not the file with the passwords under another name. Never waits.
+  virtual std::optional<OpenFile> open(const std::string& name) = 0;
+
+  // The content of `htaccess.txt`, of whatever letter case; "" when there is none or it cannot be
+  // read.
+  virtual std::string passwords() = 0;
+};
+
+// Sockets of which one can be waited for in place of all.
+class SocketSet {
+ public:
+  virtual ~SocketSet() = default;
+
+  // To be read when one of them is.
+  virtual int descriptor() const = 0;
+  // False when it cannot be waited for.
+  virtual bool add(int socket) = 0;
+  virtual void remove(int socket) = 0;
+};
+
+class WebHost {
+ public:
+  virtual ~WebHost() = default;
+
+  // A socket that listens: on the address, or for "" on all addresses of the machine, of IPv6 and
+  // IPv4, where the machine has no IPv6 of IPv4 alone. Not open when the port is taken or the
+  // address is none.
+  virtual Handle listen(const std::string& address, std::uint16_t port) = 0;
+  // A second number of the same socket. Not open when there are no more numbers.
+  virtual Handle duplicate(const Handle& socket) = 0;
+  virtual std::unique_ptr<SocketSet> socket_set() = 0;
+
+  // The unspecified address, which is nobody's, for what is neither IPv4 nor IPv6.
+  virtual NetworkAddress address_of(const sockaddr* from) = 0;
+  // Of this machine, as the client of the connection called it.
+  virtual NetworkAddress called_address(int socket) = 0;
+
+  // Ends a connection for both sides; whoever has the socket closes it.
+  virtual void shut_down(int socket) = 0;
+  // For each connection whether the client has ended it.
+  virtual std::vector<bool> hung_up(const std::vector<int>& sockets) = 0;
+  // Sockets and files that the process may have open at once; nothing when that is not known.
+  virtual std::optional<std::size_t> most_descriptors() = 0;
+
+  // What this machine calls itself, whole and up to the first dot.
+  virtual std::vector<std::string> machine_names() = 0;
+  // The IPv4 addresses under which other devices in the network reach this machine: not its
+  // loopback address, and none of a network interface that is down.
+  virtual std::vector<std::string> network_addresses() = 0;
+
+  virtual std::unique_ptr<WebFolder> folder(std::filesystem::path path) = 0;
+};
+
+}  // namespace homewarden
