@@ -69,7 +69,7 @@ Task<void> measure_and_quit(EventLoop& loop, InterfaceControl& interface,
 }
 
 void run() {
-  QtLoop loop;
+  qt::QtLoop loop;
   const fs::path folder = fs::temp_directory_path() /
                           ("driver_bench_" + std::to_string(QCoreApplication::applicationPid()));
   fs::create_directories(folder / "ports");
@@ -84,7 +84,8 @@ void run() {
   QObject::connect(&notifier, &QSocketNotifier::activated, &notifier,
                    [&host_driver] { host_driver.readable(); });
 
-  cm11::QtSerialStream stream(cm11::PortNames(folder, cm11::PortNames::Devices::LinksOnly));
+  serial::QtSerialStream stream(
+      os_linux::PortNames(folder, os_linux::PortNames::Devices::kLinksOnly));
   cm11::Driver driver(loop, stream);
   Operations operations([](std::exception_ptr error) { std::rethrow_exception(error); });
   operations.start(measure_and_quit(loop, driver, emulator));

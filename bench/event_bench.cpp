@@ -66,7 +66,7 @@ class BenchHouse {
 
   fs::path folder;
   TimedLoop loop;
-  PosixFiles files;
+  os_linux::PosixFiles files;
   MemoryRegistry registry;
   FakeServices services;
   FakeInterface interface_control{loop};

@@ -52,7 +52,7 @@ void loadevents_and_paint(benchmark::State& state) {
   const fs::path folder =
       fs::temp_directory_path() / ("homewarden-bench-" + std::to_string(getpid()));
   fs::create_directories(folder);
-  PosixFiles files;
+  os_linux::PosixFiles files;
   files.write(folder / "evelst.hwd", event_list(events));
   VirtualLoop loop;
   MemoryRegistry registry;

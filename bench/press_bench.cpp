@@ -186,9 +186,9 @@ class Bench {
   const int presses_;
   const fs::path folder_ =
       fs::temp_directory_path() / ("press_bench_" + std::to_string(::getpid()));
-  QtLoop loop_;
-  PosixFiles files_;
-  SqliteRegistry registry_{folder_, folder_};
+  qt::QtLoop loop_;
+  os_linux::PosixFiles files_;
+  store::SqliteRegistry registry_{folder_, folder_};
   emulator::Emulator emulator_{[] {
     emulator::Options options;
     options.speed = kSpeed;
@@ -198,23 +198,24 @@ class Bench {
   emulator::PtyHostDriver host_driver_{loop_, host_};
   std::unique_ptr<QSocketNotifier> readable_;
   Clock::time_point first_byte_;
-  cm11::QtSerialStream stream_{cm11::PortNames(folder_, cm11::PortNames::Devices::LinksOnly)};
+  serial::QtSerialStream stream_{
+      os_linux::PortNames(folder_, os_linux::PortNames::Devices::kLinksOnly)};
   cm11::Driver driver_{loop_, stream_};
   testing::FakeServices services_;
   testing::FakeInstance instance_;
   testing::FakeDialogs dialogs_{loop_};
   testing::FakeDesktop desktop_;
   testing::FakeSounds sounds_;
-  LinuxWebHost web_host_;
-  HttpServer web_{loop_, web_host_,
-                  [this](int descriptor, std::function<void()> function) {
-                    loop_.watch_readable(descriptor, std::move(function));
-                  },
-                  [] {
-                    HttpLimits limits;
-                    limits.address = "127.0.0.1";
-                    return limits;
-                  }()};
+  os_linux::LinuxWebHost web_host_;
+  http::HttpServer web_{loop_, web_host_,
+                        [this](int descriptor, std::function<void()> function) {
+                          loop_.watch_readable(descriptor, std::move(function));
+                        },
+                        [] {
+                          http::HttpLimits limits;
+                          limits.address = "127.0.0.1";
+                          return limits;
+                        }()};
   Program program_{{loop_, files_, registry_, services_, instance_, driver_, dialogs_, desktop_,
                     sounds_, web_, folder_, ""},
                    [](std::exception_ptr error) { std::rethrow_exception(error); }};

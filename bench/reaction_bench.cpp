@@ -31,7 +31,7 @@ struct Folder {
   }
   ~Folder() { fs::remove_all(path); }
   fs::path path;
-  PosixFiles files;
+  os_linux::PosixFiles files;
 };
 
 // One macro in 256 has this trigger.

@@ -40,23 +40,23 @@ void print_reports(emulator::Emulator& house) {
 }
 
 void run(emulator::Emulator& house, emulator::PtyHost& host, bool keep) {
-  const EndSignals signals;
+  const os_linux::EndSignals signals;
   std::string typed;
-  int input = kStandardInput;
+  int input = os_linux::kStandardInput;
   while (!host.quit_wanted()) {
-    const auto ready = wait_readable({host.fd(), input, signals.fd()}, host.next_due());
+    const auto ready = os_linux::wait_readable({host.fd(), input, signals.fd()}, host.next_due());
     if (ready[2]) return;
     if (ready[0])
-      host.readable(uptime());
+      host.readable(os_linux::uptime());
     else
-      host.advance(uptime());
+      host.advance(os_linux::uptime());
     if (ready[1]) {
-      const auto text = read_some(input);
+      const auto text = os_linux::read_some(input);
       // The last line counts even when nothing ends it.
       typed += text.value_or(typed.empty() ? "" : "\n");
       for (const auto& line : take_lines(typed)) {
         if (host.quit_wanted()) break;
-        print(host.command(line, uptime()));
+        print(host.command(line, os_linux::uptime()));
         print_reports(house);
       }
       if (!text && !keep) return;

@@ -40,13 +40,13 @@ std::uint16_t collation_weight(unsigned char byte) {
 }
 
 const std::array<std::uint16_t, 256>& collation_weights() {
-  static const auto weights = [] {
+  static const auto kWeights = [] {
     std::array<std::uint16_t, 256> table{};
     for (std::size_t byte = 0; byte < table.size(); ++byte)
       table[byte] = collation_weight(static_cast<unsigned char>(byte));
     return table;
   }();
-  return weights;
+  return kWeights;
 }
 
 }  // namespace

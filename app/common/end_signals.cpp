@@ -20,7 +20,7 @@ void handle(int number) {
 
 }  // namespace
 
-void on_end_signal(QtLoop& loop, std::function<void()> function) {
+void on_end_signal(qt::QtLoop& loop, std::function<void()> function) {
   if (pipe2(pipe_ends, O_CLOEXEC | O_NONBLOCK) != 0) return;
   loop.watch_readable(pipe_ends[0], [function = std::move(function)] {
     char byte = 0;

@@ -8,6 +8,6 @@ namespace homewarden {
 
 // Calls the function from the loop when the process is asked to end (interrupt, terminate, hang
 // up). Asked a second time, the process ends at once.
-void on_end_signal(QtLoop& loop, std::function<void()> function);
+void on_end_signal(qt::QtLoop& loop, std::function<void()> function);
 
 }  // namespace homewarden

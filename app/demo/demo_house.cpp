@@ -62,17 +62,17 @@ std::string room_list() {
 
 }  // namespace
 
-Folders demo_folders() {
-  const std::filesystem::path demo = data_home() / "homewarden-demo";
-  return Folders{demo, demo / "machine", demo / "user"};
+os_linux::Folders demo_folders() {
+  const std::filesystem::path demo = os_linux::data_home() / "homewarden-demo";
+  return os_linux::Folders{demo, demo / "machine", demo / "user"};
 }
 
-void remove_demo(const Folders& folders) {
+void remove_demo(const os_linux::Folders& folders) {
   std::error_code ignored;
   std::filesystem::remove_all(folders.application, ignored);
 }
 
-void furnish_demo(const Folders& folders, Files& files, Registry& registry) {
+void furnish_demo(const os_linux::Folders& folders, Files& files, Registry& registry) {
   std::error_code ignored;
   std::filesystem::create_directories(folders.machine / "ports", ignored);
   const std::filesystem::path list = folders.application / "rmlst.hwd";

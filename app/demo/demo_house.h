@@ -11,13 +11,13 @@ namespace homewarden {
 inline constexpr int kDemoPort = 2;
 
 // Where the demo keeps its files and settings, apart from those of a real house.
-Folders demo_folders();
+os_linux::Folders demo_folders();
 
 // Removes what the demo keeps.
-void remove_demo(const Folders& folders);
+void remove_demo(const os_linux::Folders& folders);
 
 // Writes the rooms, devices and settings of the demo where they are missing.
-void furnish_demo(const Folders& folders, Files& files, Registry& registry);
+void furnish_demo(const os_linux::Folders& folders, Files& files, Registry& registry);
 
 // The modules that stand in the demo house.
 emulator::Options demo_modules();

@@ -6,7 +6,7 @@
 
 namespace homewarden {
 
-DemoLine::DemoLine(QtLoop& loop, const std::filesystem::path& link)
+DemoLine::DemoLine(qt::QtLoop& loop, const std::filesystem::path& link)
     : emulator_(demo_modules()), host_(emulator_, link.string()), driver_(loop, host_) {
   driver_.Worked.connect([this] { print_reports(); });
   const std::string problem = host_.plug();

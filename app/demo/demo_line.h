@@ -13,7 +13,7 @@ namespace homewarden {
 // reaches the power line is printed on the terminal.
 class DemoLine {
  public:
-  DemoLine(QtLoop& loop, const std::filesystem::path& link);
+  DemoLine(qt::QtLoop& loop, const std::filesystem::path& link);
   DemoLine(const DemoLine&) = delete;
   DemoLine& operator=(const DemoLine&) = delete;
 

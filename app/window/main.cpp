@@ -53,8 +53,8 @@ bool choose_offscreen() {
 }
 
 // Where a server with TLS stands in front, the pages need not be reached past it.
-HttpLimits web_limits() {
-  HttpLimits limits;
+http::HttpLimits web_limits() {
+  http::HttpLimits limits;
   if (is_set("HOMEWARDEN_WEB_ADDRESS")) limits.address = std::getenv("HOMEWARDEN_WEB_ADDRESS");
   return limits;
 }
@@ -70,29 +70,31 @@ void report_escaped(std::exception_ptr error) {
 }
 
 int run(const AppOptions& options, bool offscreen) {
-  const Folders folders = options.demo ? demo_folders() : find_folders(options.folder);
-  if (options.demo_reset && !LockFileInstance(folders.machine).another_is_running())
+  const os_linux::Folders folders =
+      options.demo ? demo_folders() : os_linux::find_folders(options.folder);
+  if (options.demo_reset && !os_linux::LockFileInstance(folders.machine).another_is_running())
     remove_demo(folders);
-  if (!fill_application_folder(folders.application))
+  if (!os_linux::fill_application_folder(folders.application))
     std::fprintf(stderr, "Homewarden: the folder %s cannot be written; changes will be lost.\n",
                  folders.application.c_str());
 
-  QtLoop loop;
-  PosixFiles files;
-  SqliteRegistry registry(folders.machine, folders.user);
-  AbsentServices services;
-  LockFileInstance instance(folders.machine);
-  cm11::QtSerialStream stream({folders.machine, options.demo ? cm11::PortNames::Devices::LinksOnly
-                                                             : cm11::PortNames::Devices::All});
+  qt::QtLoop loop;
+  os_linux::PosixFiles files;
+  store::SqliteRegistry registry(folders.machine, folders.user);
+  os_linux::AbsentServices services;
+  os_linux::LockFileInstance instance(folders.machine);
+  serial::QtSerialStream stream({folders.machine, options.demo
+                                                      ? os_linux::PortNames::Devices::kLinksOnly
+                                                      : os_linux::PortNames::Devices::kAll});
   cm11::Driver interface_control(loop, stream);
   if (options.trace_serial) trace_serial_line(interface_control, loop);
   QtDialogs window_dialogs;
   TerminalDialogs terminal_dialogs;
   Dialogs& dialogs = offscreen ? static_cast<Dialogs&>(terminal_dialogs) : window_dialogs;
-  QtDesktop desktop;
-  QtSoundPlayer sounds;
-  LinuxWebHost web_host;
-  HttpServer web(
+  desktop::QtDesktop desktop;
+  desktop::QtSoundPlayer sounds;
+  os_linux::LinuxWebHost web_host;
+  http::HttpServer web(
       loop, web_host,
       [&loop](int descriptor, std::function<void()> function) {
         loop.watch_readable(descriptor, std::move(function));

@@ -25,7 +25,7 @@ ClockSetting::ClockSetting(const LocalTime& local_time, Milliseconds now) {
 }
 
 std::optional<ClockSetting::End> ClockSetting::send(const LocalTime& local_time, Milliseconds now) {
-  if (tries_ == kMaxTries) return End::Refused;
+  if (tries_ == kMaxTries) return End::kRefused;
   ++tries_;
   const std::string bytes = clock_bytes(local_time);
   expected_ = clock_checksum(bytes);
@@ -47,8 +47,8 @@ std::optional<ClockSetting::End> ClockSetting::receive(std::uint8_t byte,
     deadline_ = now + kAnswerLimit;
     return std::nullopt;
   }
-  if (byte == kReady) return End::Ready;
-  if (byte == kPoll) return End::Poll;
+  if (byte == kReady) return End::kAnswered;
+  if (byte == kPoll) return End::kPolled;
   if (byte == kClockRequest) return now - sent_ < kCrossing ? std::nullopt : send(local_time, now);
   if (!acknowledged_) {
     wrong_ = true;
@@ -60,7 +60,7 @@ std::optional<ClockSetting::End> ClockSetting::receive(std::uint8_t byte,
 std::optional<ClockSetting::End> ClockSetting::advance(const LocalTime& local_time,
                                                        Milliseconds now) {
   if (now < deadline_) return std::nullopt;
-  return wrong_ ? send(local_time, now) : End::Silent;
+  return wrong_ ? send(local_time, now) : End::kSilent;
 }
 
 std::string ClockSetting::take_output() {

@@ -17,10 +17,10 @@ class ClockSetting {
   using Milliseconds = std::chrono::milliseconds;
 
   enum class End {
-    Ready,    // 55 came
-    Silent,   // no more requests came: taken as set, though nobody said so
-    Poll,     // the interface went on to a poll: set
-    Refused,  // it goes on asking
+    kAnswered,  // 55 came
+    kSilent,    // no more requests came: taken as set, though nobody said so
+    kPolled,    // the interface went on to a poll: set
+    kRefused,   // it goes on asking
   };
 
   ClockSetting(const LocalTime& local_time, Milliseconds now);

@@ -27,58 +27,58 @@ std::string Command::name() const {
 
 Transmission Command::next(Listeners& listeners, Milliseconds now) {
   if (!begun_) begun_ = now;
-  step_ = Step::Function;
+  step_ = Step::kFunction;
   if (!needs_address()) return function_transmission_;
   if (listeners.changed(address_.house)) addressed_ = false;
   if (!addressed_) {
-    step_ = Step::Address;
+    step_ = Step::kAddress;
     listeners.forget_changes(address_.house);
     return address_transmission(address_);
   }
   if (!listeners.others_than(address_)) return function_transmission_;
-  step_ = Step::DismissOthers;
+  step_ = Step::kDismissOthers;
   return function_transmission(address_.house, kHailAcknowledge, 0);
 }
 
 Command::Progress Command::ended(Outcome outcome, Milliseconds now) {
   switch (outcome) {
-    case Outcome::Done:
-      if (step_ == Step::Function) return Progress::Sent;
-      addressed_ = step_ == Step::Address;
+    case Outcome::kDone:
+      if (step_ == Step::kFunction) return Progress::kSent;
+      addressed_ = step_ == Step::kAddress;
       unanswered_ = 0;
       break;
-    case Outcome::Unanswered:
+    case Outcome::kUnanswered:
       if (++unanswered_ >= (unknown_ == 0 ? kMaxUnanswered : kMaxUnansweredAfterUnknown))
         return give_up("the interface does not answer");
       break;
-    case Outcome::Interrupted:
+    case Outcome::kInterrupted:
       if (++interrupted_ == kMaxInterrupted) return give_up("the interface is kept busy");
       break;
-    case Outcome::Unknown:
-      if (unknown() == Progress::GivenUp) return Progress::GivenUp;
+    case Outcome::kUnknown:
+      if (unknown() == Progress::kGivenUp) return Progress::kGivenUp;
       break;
   }
   if (now - *begun_ > kTimeLimit) return give_up("the interface is kept busy");
-  return Progress::Going;
+  return Progress::kGoing;
 }
 
 Command::Progress Command::line_lost(bool unconfirmed) {
   addressed_ = false;
-  return unconfirmed ? unknown() : Progress::Going;
+  return unconfirmed ? unknown() : Progress::kGoing;
 }
 
 Command::Progress Command::unknown() {
   addressed_ = false;
-  const bool function = step_ == Step::Function;
+  const bool function = step_ == Step::kFunction;
   if (function) may_be_sent_ = true;
   const bool repeatable = !function || function_transmission_.repeatable;
   if (!repeatable || ++unknown_ == kMaxUnknown) return give_up("the interface did not confirm it");
-  return Progress::Going;
+  return Progress::kGoing;
 }
 
 Command::Progress Command::give_up(const char* reason) {
   reason_ = reason;
-  return Progress::GivenUp;
+  return Progress::kGivenUp;
 }
 
 std::string Command::failure(const std::string& reason) const {

@@ -23,7 +23,7 @@ class Command {
  public:
   using Milliseconds = std::chrono::milliseconds;
 
-  enum class Progress { Going, Sent, GivenUp };
+  enum class Progress { kGoing, kSent, kGivenUp };
 
   // To one unit; or with unit 0 a house-wide function, which needs no address.
   Command(Address address, int function, int dim_steps);
@@ -45,7 +45,7 @@ class Command {
   const std::string& reason() const { return reason_; }
 
  private:
-  enum class Step { Address, DismissOthers, Function };
+  enum class Step { kAddress, kDismissOthers, kFunction };
 
   bool needs_address() const { return address_.unit != 0; }
   Progress unknown();
@@ -55,7 +55,7 @@ class Command {
   int function_;
   Transmission function_transmission_;
   bool addressed_ = false;  // the address is known to have gone out
-  Step step_ = Step::Address;
+  Step step_ = Step::kAddress;
   bool may_be_sent_ = false;  // a function went out, perhaps
   int unanswered_ = 0;
   int interrupted_ = 0;

@@ -84,7 +84,7 @@ Task<int> Driver::OpenInterface() {
   if (!stream_.open(open_port_)) co_return kPortUnusable;
   opening_ = std::make_shared<Completion>(loop_);
   Completion::Awaiter opened(opening_);
-  begin_check(State::Opening);
+  begin_check(State::kOpening);
   pump();
   const int result = co_await opened;
   co_return result;
@@ -108,8 +108,8 @@ Task<int> Driver::SendX10(std::string house, std::string unit, int function, dou
                           int /*option1*/, int /*option2*/) {
   std::string error;
   auto command = make_command(house, unit, function, amount, error);
-  if (command && state_ == State::Closed) error = "no interface is open";
-  const bool searched_long = state_ == State::Searching || state_ == State::Checking;
+  if (command && state_ == State::kClosed) error = "no interface is open";
+  const bool searched_long = state_ == State::kSearching || state_ == State::kChecking;
   if (command && searched_long && loop_.uptime() - lost_at_ >= kPatience)
     error = "the interface is unplugged";
 
@@ -141,14 +141,14 @@ void Driver::lost() {
   if (!port_is_open()) return;
   if (trace_) trace_('#', "port lost");
   const bool unconfirmed = handshake_.reset();
-  if (state_ == State::Opening) {
-    state_ = State::Closed;
+  if (state_ == State::kOpening) {
+    state_ = State::kClosed;
     give_up_all("the interface was unplugged");
     end_opening(kPortUnusable);
-  } else if (state_ == State::Checking) {
-    state_ = State::Searching;
+  } else if (state_ == State::kChecking) {
+    state_ = State::kSearching;
   } else {
-    state_ = State::Searching;
+    state_ = State::kSearching;
     port_search_.emplace(open_port_, stream_.present_ports());
     candidates_.clear();
     lost_at_ = loop_.uptime();
@@ -157,7 +157,7 @@ void Driver::lost() {
     if (begun_) {
       begun_ = false;
       Command& command = queue_.front().command;
-      if (command.line_lost(unconfirmed) == Command::Progress::GivenUp)
+      if (command.line_lost(unconfirmed) == Command::Progress::kGivenUp)
         give_up_command("the interface was unplugged");
     }
   }
@@ -172,10 +172,10 @@ void Driver::pump() {
     post([this, heard] { CommandReceived(address_text(heard), heard.function); });
   if (const auto outcome = handshake_.take_outcome()) attempt_ended(*outcome);
 
-  const bool unplugged = state_ == State::Searching || state_ == State::Checking;
+  const bool unplugged = state_ == State::kSearching || state_ == State::kChecking;
   if (unplugged && loop_.uptime() - lost_at_ >= kPatience)
     give_up_all("the interface is unplugged");
-  if (state_ == State::Searching && loop_.uptime() >= search_at_) search();
+  if (state_ == State::kSearching && loop_.uptime() >= search_at_) search();
   begin_next();
 
   const std::string output = handshake_.take_output();
@@ -187,7 +187,7 @@ void Driver::pump() {
 }
 
 void Driver::attempt_ended(Outcome outcome) {
-  if (state_ == State::Opening || state_ == State::Checking) {
+  if (state_ == State::kOpening || state_ == State::kChecking) {
     check_ended(outcome);
   } else if (begun_) {
     command_ended(outcome);
@@ -195,20 +195,20 @@ void Driver::attempt_ended(Outcome outcome) {
 }
 
 void Driver::check_ended(Outcome outcome) {
-  if (outcome == Outcome::Done) {
-    const bool found_again = state_ == State::Checking;
-    state_ = State::Ready;
+  if (outcome == Outcome::kDone) {
+    const bool found_again = state_ == State::kChecking;
+    state_ = State::kConnected;
     if (found_again && trace_) trace_('#', "found on COM" + std::to_string(open_port_));
     report("");
     end_opening(kOpened);
-  } else if (loop_.uptime() >= check_until_ + (outcome == Outcome::Interrupted ? kGrace : 0ms)) {
+  } else if (loop_.uptime() >= check_until_ + (outcome == Outcome::kInterrupted ? kGrace : 0ms)) {
     stream_.close();
     handshake_.reset();
-    if (state_ == State::Checking) {
-      state_ = State::Searching;
+    if (state_ == State::kChecking) {
+      state_ = State::kSearching;
       if (!candidates_.empty()) search_at_ = loop_.uptime();
     } else {
-      state_ = State::Closed;
+      state_ = State::kClosed;
       give_up_all("no interface answers");
       end_opening(kNoAnswer);
     }
@@ -219,13 +219,13 @@ void Driver::command_ended(Outcome outcome) {
   begun_ = false;
   Command& command = queue_.front().command;
   switch (command.ended(outcome, loop_.uptime())) {
-    case Command::Progress::Going:
+    case Command::Progress::kGoing:
       break;
-    case Command::Progress::Sent:
+    case Command::Progress::kSent:
       report("");
       end_command(kSent);
       break;
-    case Command::Progress::GivenUp:
+    case Command::Progress::kGivenUp:
       give_up_command(command.reason());
       break;
   }
@@ -234,11 +234,11 @@ void Driver::command_ended(Outcome outcome) {
 void Driver::begin_next() {
   if (!handshake_.idle()) return;
   const auto now = loop_.uptime();
-  if (state_ == State::Opening || state_ == State::Checking) {
+  if (state_ == State::kOpening || state_ == State::kChecking) {
     handshake_.request_status(now);
     return;
   }
-  if (state_ != State::Ready) return;
+  if (state_ != State::kConnected) return;
   // A command whose caller has gone is not begun, nor tried again.
   while (!queue_.empty() && queue_.front().completion->abandoned()) queue_.pop_front();
   if (queue_.empty()) return;
@@ -262,7 +262,7 @@ void Driver::search() {
     candidates_.erase(candidates_.begin());
     if (!stream_.open(port)) continue;
     open_port_ = port;
-    begin_check(State::Checking);
+    begin_check(State::kChecking);
     return;
   }
 }
@@ -270,8 +270,8 @@ void Driver::search() {
 void Driver::arm() {
   auto next = handshake_.deadline();
   const auto consider = [&next](Milliseconds at) { next = next ? std::min(*next, at) : at; };
-  if (state_ == State::Searching) consider(search_at_);
-  const bool unplugged = state_ == State::Searching || state_ == State::Checking;
+  if (state_ == State::kSearching) consider(search_at_);
+  const bool unplugged = state_ == State::kSearching || state_ == State::kChecking;
   if (unplugged && !queue_.empty()) consider(lost_at_ + kPatience);
   if (next == wake_at_) return;
   loop_.cancel(wake_);
@@ -305,7 +305,7 @@ void Driver::give_up_all(const std::string& reason) {
 void Driver::shut(const std::string& reason) {
   stream_.close();
   handshake_.reset();
-  state_ = State::Closed;
+  state_ = State::kClosed;
   give_up_all(reason);
   end_opening(kPortUnusable);
   port_search_.reset();

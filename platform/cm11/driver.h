@@ -51,11 +51,11 @@ class Driver : public InterfaceControl {
   using Milliseconds = std::chrono::milliseconds;
 
   enum class State {
-    Closed,
-    Opening,  // the port is open; OpenInterface waits for the status
-    Ready,
-    Searching,  // unplugged; no port is open
-    Checking,   // unplugged; a port that may be the one waits for the status
+    kClosed,
+    kOpening,  // the port is open; OpenInterface waits for the status
+    kConnected,
+    kSearching,  // unplugged; no port is open
+    kChecking,   // unplugged; a port that may be the one waits for the status
   };
 
   struct Waiting {
@@ -63,7 +63,7 @@ class Driver : public InterfaceControl {
     std::shared_ptr<Completion> completion;
   };
 
-  bool port_is_open() const { return state_ != State::Closed && state_ != State::Searching; }
+  bool port_is_open() const { return state_ != State::kClosed && state_ != State::kSearching; }
   void received(std::string_view bytes);
   void lost();
   void pump();
@@ -87,7 +87,7 @@ class Driver : public InterfaceControl {
   ByteStream& stream_;
   Trace trace_;
   Handshake handshake_;
-  State state_ = State::Closed;
+  State state_ = State::kClosed;
   int port_ = 1;
   int open_port_ = 0;  // may differ from port_ after an unplugged interface has been found again
 

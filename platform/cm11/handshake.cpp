@@ -47,7 +47,7 @@ char as_char(std::uint8_t byte) {
 Handshake::Handshake(std::function<LocalTime()> local_time) : local_time_(std::move(local_time)) {}
 
 bool Handshake::reset() {
-  const bool unconfirmed = state_ == State::Ready || interrupted_ == Outcome::Unknown;
+  const bool unconfirmed = state_ == State::kConfirmed || interrupted_ == Outcome::kUnknown;
   Handshake fresh(std::move(local_time_));
   fresh.listeners_ = listeners_;
   fresh.listeners_.all_changed();
@@ -59,15 +59,15 @@ bool Handshake::reset() {
 void Handshake::transmit(const Transmission& transmission, Milliseconds now) {
   transmission_ = transmission;
   careful_ = !in_step_;
-  if (!careful_) return write_pair(State::Checksum, now);
+  if (!careful_) return write_pair(State::kChecksum, now);
   output_ += as_char(transmission_.header);
-  wait(State::Probe, now + kProbe);
+  wait(State::kProbe, now + kProbe);
 }
 
 void Handshake::request_status(Milliseconds now) {
   output_ += as_char(kStatusRequest);
   status_.clear();
-  wait(State::Status, now + kStatusBegins);
+  wait(State::kStatus, now + kStatusBegins);
 }
 
 void Handshake::receive(std::string_view bytes, Milliseconds now) {
@@ -77,27 +77,27 @@ void Handshake::receive(std::string_view bytes, Milliseconds now) {
 void Handshake::receive(std::uint8_t byte, Milliseconds now) {
   if (skip_notice(byte, now)) return;
   switch (state_) {
-    case State::Idle:
+    case State::kIdle:
       serve(byte, std::nullopt, now);
       break;
-    case State::Probe:
+    case State::kProbe:
       // The interface has taken the header as the end of something older. Now it is in step.
-      if (!serve(byte, Outcome::Interrupted, now)) write_pair(State::Checksum, now);
+      if (!serve(byte, Outcome::kInterrupted, now)) write_pair(State::kChecksum, now);
       break;
-    case State::Checksum:
-    case State::Doubt:
+    case State::kChecksum:
+    case State::kDoubt:
       expect_checksum(byte, now);
       break;
-    case State::Ready:
+    case State::kConfirmed:
       expect_ready(byte, now);
       break;
-    case State::Upload:
+    case State::kUpload:
       expect_upload(byte, now);
       break;
-    case State::Clock:
+    case State::kClock:
       if (const auto end = clock_->receive(byte, local_time_(), now)) end_clock(*end, now);
       break;
-    case State::Status:
+    case State::kStatus:
       expect_status(byte, now);
       break;
   }
@@ -112,10 +112,10 @@ bool Handshake::skip_notice(std::uint8_t byte, Milliseconds now) {
     return true;
   }
   notice_left_ = 0;
-  const bool checksum = state_ == State::Checksum && byte == transmission_.checksum();
-  const bool possible = state_ == State::Idle || state_ == State::Probe ||
-                        state_ == State::Checksum || state_ == State::Doubt ||
-                        state_ == State::Ready;
+  const bool checksum = state_ == State::kChecksum && byte == transmission_.checksum();
+  const bool possible = state_ == State::kIdle || state_ == State::kProbe ||
+                        state_ == State::kChecksum || state_ == State::kDoubt ||
+                        state_ == State::kConfirmed;
   if (byte != kMacroNotice || checksum || !possible) return false;
   notice_left_ = kNoticeBytes;
   notice_until_ = now + kNoticeLimit;
@@ -124,17 +124,17 @@ bool Handshake::skip_notice(std::uint8_t byte, Milliseconds now) {
 
 void Handshake::expect_checksum(std::uint8_t byte, Milliseconds now) {
   if (byte == transmission_.checksum()) {
-    const bool certain = byte != kPoll || transmission_.repeatable || state_ == State::Doubt;
-    return certain ? acknowledge(now) : write_pair(State::Doubt, now);
+    const bool certain = byte != kPoll || transmission_.repeatable || state_ == State::kDoubt;
+    return certain ? acknowledge(now) : write_pair(State::kDoubt, now);
   }
-  if (serve(byte, Outcome::Interrupted, now)) return;
-  if (state_ == State::Checksum) deadline_ = std::min(deadline_, now + kQuiet);
+  if (serve(byte, Outcome::kInterrupted, now)) return;
+  if (state_ == State::kChecksum) deadline_ = std::min(deadline_, now + kQuiet);
 }
 
 void Handshake::expect_ready(std::uint8_t byte, Milliseconds now) {
   if (byte == kReady) return confirmed();
-  if (byte == kPoll && is_repeated(byte, now)) serve(byte, Outcome::Unknown, now);
-  if (byte == kClockRequest) serve(byte, Outcome::Unknown, now);
+  if (byte == kPoll && is_repeated(byte, now)) serve(byte, Outcome::kUnknown, now);
+  if (byte == kClockRequest) serve(byte, Outcome::kUnknown, now);
 }
 
 void Handshake::expect_upload(std::uint8_t byte, Milliseconds now) {
@@ -153,16 +153,16 @@ void Handshake::expect_upload(std::uint8_t byte, Milliseconds now) {
   }
   upload_byte_ = now;
   switch (upload_.take(byte)) {
-    case UploadReader::Progress::Ignored:
+    case UploadReader::Progress::kIgnored:
       upload_noise_ = upload_noise_ || (byte != kPoll && byte != kClockRequest);
       break;
-    case UploadReader::Progress::More:
+    case UploadReader::Progress::kMore:
       deadline_ = now + kUploadGoesOn;
       break;
-    case UploadReader::Progress::Damaged:
+    case UploadReader::Progress::kDamaged:
       upload_damaged_ = true;
       [[fallthrough]];
-    case UploadReader::Progress::Complete:
+    case UploadReader::Progress::kComplete:
       upload_over_ = true;
       deadline_ = now + kUploadEnds;
       break;
@@ -175,38 +175,38 @@ void Handshake::expect_status(std::uint8_t byte, Milliseconds now) {
   // Polls and clock requests that were under way may stand before the answer.
   if (status_.size() >= kStatusLength &&
       is_plausible_status(std::string_view(status_).substr(status_.size() - kStatusLength)))
-    return finish(Outcome::Done, true);
-  if (status_.size() == kStatusNoise) finish(Outcome::Unanswered, false);
+    return finish(Outcome::kDone, true);
+  if (status_.size() == kStatusNoise) finish(Outcome::kUnanswered, false);
 }
 
 void Handshake::advance(Milliseconds now) {
-  if (state_ == State::Idle || now < deadline_) return;
+  if (state_ == State::kIdle || now < deadline_) return;
   switch (state_) {
-    case State::Idle:
+    case State::kIdle:
       break;
-    case State::Probe:
+    case State::kProbe:
       output_ += as_char(transmission_.code);
-      wait(State::Checksum, now + kChecksumLimit);
+      wait(State::kChecksum, now + kChecksumLimit);
       break;
-    case State::Checksum:
-      finish(Outcome::Unanswered, false);
+    case State::kChecksum:
+      finish(Outcome::kUnanswered, false);
       break;
-    case State::Doubt:
-      serve(kPoll, Outcome::Interrupted, now);
+    case State::kDoubt:
+      serve(kPoll, Outcome::kInterrupted, now);
       break;
-    case State::Ready:
-      finish(Outcome::Unknown, false);
+    case State::kConfirmed:
+      finish(Outcome::kUnknown, false);
       break;
-    case State::Upload:
+    case State::kUpload:
       end_upload();
       break;
-    case State::Clock:
+    case State::kClock:
       if (const auto end = clock_->advance(local_time_(), now)) end_clock(*end, now);
       break;
-    case State::Status: {
+    case State::kStatus: {
       // A status is 14 bytes; what ends earlier with a request is the request.
       const auto last = static_cast<std::uint8_t>(status_.empty() ? '\0' : status_.back());
-      if (!serve(last, Outcome::Interrupted, now)) finish(Outcome::Unanswered, false);
+      if (!serve(last, Outcome::kInterrupted, now)) finish(Outcome::kUnanswered, false);
       break;
     }
   }
@@ -214,7 +214,7 @@ void Handshake::advance(Milliseconds now) {
 }
 
 std::optional<Handshake::Milliseconds> Handshake::deadline() const {
-  if (state_ == State::Idle) return std::nullopt;
+  if (state_ == State::kIdle) return std::nullopt;
   return deadline_;
 }
 
@@ -230,19 +230,19 @@ std::vector<Heard> Handshake::take_heard() {
 
 void Handshake::write_pair(State next, Milliseconds now) {
   output_ += transmission_.bytes();
-  wait(next, now + (next == State::Doubt ? kDoubt : kChecksumLimit));
+  wait(next, now + (next == State::kDoubt ? kDoubt : kChecksumLimit));
 }
 
 void Handshake::acknowledge(Milliseconds now) {
   output_ += as_char(kAcknowledge);
   request_ = 0;  // what came before it says nothing about what the interface does now
   if (!transmission_.is_function()) listeners_.sent_address(transmission_.address());
-  wait(State::Ready, now + kReadyLimit + kReadyLimitPerStep * transmission_.dim_steps);
+  wait(State::kConfirmed, now + kReadyLimit + kReadyLimitPerStep * transmission_.dim_steps);
 }
 
 void Handshake::confirmed() {
   if (transmission_.is_function()) listeners_.sent_function(transmission_.address().house);
-  finish(Outcome::Done, true);
+  finish(Outcome::kDone, true);
 }
 
 // Whether the same request came before, as long ago as the interface takes to repeat it.
@@ -261,10 +261,10 @@ bool Handshake::serve(std::uint8_t request, std::optional<Outcome> outcome, Mill
     upload_ = UploadReader();
     upload_over_ = upload_damaged_ = upload_noise_ = false;
     upload_begun_ = now;
-    wait(State::Upload, now + kUploadBegins);
+    wait(State::kUpload, now + kUploadBegins);
   } else if (request == kClockRequest && is_repeated(request, now)) {
     clock_.emplace(local_time_(), now);
-    state_ = State::Clock;  // follow_clock() writes and waits
+    state_ = State::kClock;  // follow_clock() writes and waits
   } else {
     return false;
   }
@@ -298,10 +298,10 @@ void Handshake::end_clock(ClockSetting::End end, Milliseconds now) {
   clock_.reset();
   // An interface that had no power does not know what went out before.
   listeners_.all_changed();
-  if (end == ClockSetting::End::Poll) {
+  if (end == ClockSetting::End::kPolled) {
     serve(kPoll, interrupted_, now);
   } else {
-    finish(std::exchange(interrupted_, std::nullopt), end == ClockSetting::End::Ready);
+    finish(std::exchange(interrupted_, std::nullopt), end == ClockSetting::End::kAnswered);
   }
 }
 
@@ -312,7 +312,7 @@ void Handshake::follow_clock() {
 }
 
 void Handshake::finish(std::optional<Outcome> outcome, bool in_step) {
-  state_ = State::Idle;
+  state_ = State::kIdle;
   in_step_ = in_step || careful_;
   careful_ = false;
   if (outcome) outcome_ = outcome;

@@ -17,11 +17,11 @@ namespace homewarden::cm11 {
 
 // How one attempt at a transmission or a status request has ended.
 enum class Outcome {
-  Done,         // transmitted on the power line; the status has come
-  Unanswered,   // no checksum or a wrong one; no status. Nothing was transmitted
-  Interrupted,  // a poll or a clock request came instead and has been served. Nothing was
-                // transmitted
-  Unknown,      // acknowledged with 00, but the interface did not say that it was transmitted
+  kDone,         // transmitted on the power line; the status has come
+  kUnanswered,   // no checksum or a wrong one; no status. Nothing was transmitted
+  kInterrupted,  // a poll or a clock request came instead and has been served. Nothing was
+                 // transmitted
+  kUnknown,      // acknowledged with 00, but the interface did not say that it was transmitted
 };
 
 // The computer's side of the serial line, byte by byte. Bytes and the time go in; bytes, outcomes
@@ -46,7 +46,7 @@ class Handshake {
   // transmission had been acknowledged with 00 and not been confirmed.
   bool reset();
 
-  bool idle() const { return state_ == State::Idle; }
+  bool idle() const { return state_ == State::kIdle; }
 
   // Only while idle().
   void transmit(const Transmission& transmission, Milliseconds now);
@@ -66,14 +66,14 @@ class Handshake {
 
  private:
   enum class State {
-    Idle,
-    Probe,     // the header alone has been written
-    Checksum,  // header and code have been written
-    Doubt,     // ... twice, since the checksum looked like a poll
-    Ready,     // 00 has been written
-    Upload,    // C3 has been written
-    Clock,
-    Status,
+    kIdle,
+    kProbe,      // the header alone has been written
+    kChecksum,   // header and code have been written
+    kDoubt,      // ... twice, since the checksum looked like a poll
+    kConfirmed,  // 00 has been written
+    kUpload,     // C3 has been written
+    kClock,
+    kStatus,
   };
 
   void receive(std::uint8_t byte, Milliseconds now);
@@ -97,7 +97,7 @@ class Handshake {
   void wait(State state, Milliseconds until);
 
   std::function<LocalTime()> local_time_;
-  State state_ = State::Idle;
+  State state_ = State::kIdle;
   Milliseconds deadline_{0};
   Transmission transmission_;
   // What finish() reports when the poll or clock request that is being served has ended.

@@ -42,16 +42,16 @@ std::optional<std::vector<Frame>> parse_upload(std::uint8_t mask, const std::str
 UploadReader::Progress UploadReader::take(std::uint8_t byte) {
   if (count_ == 0) {
     // The shortest upload is a mask and one byte.
-    if (byte < 2 || byte > kMaxCount) return Progress::Ignored;
+    if (byte < 2 || byte > kMaxCount) return Progress::kIgnored;
     count_ = byte;
-    return Progress::More;
+    return Progress::kMore;
   }
   bytes_ += static_cast<char>(byte);
-  if (bytes_.size() < count_) return Progress::More;
+  if (bytes_.size() < count_) return Progress::kMore;
   auto frames = parse_upload(static_cast<std::uint8_t>(bytes_[0]), bytes_.substr(1));
-  if (!frames) return Progress::Damaged;
+  if (!frames) return Progress::kDamaged;
   frames_ = std::move(*frames);
-  return Progress::Complete;
+  return Progress::kComplete;
 }
 
 bool UploadReader::accept_count_of_all() {

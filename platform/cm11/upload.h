@@ -27,10 +27,10 @@ std::optional<std::vector<Frame>> parse_upload(std::uint8_t mask, const std::str
 class UploadReader {
  public:
   enum class Progress {
-    Ignored,   // not a count: noise, or a poll that crossed with its answer
-    More,      // bytes are still to come
-    Complete,  // frames() are those of the upload
-    Damaged,   // as many bytes as announced, but they make no sense
+    kIgnored,   // not a count: noise, or a poll that crossed with its answer
+    kMore,      // bytes are still to come
+    kComplete,  // frames() are those of the upload
+    kDamaged,   // as many bytes as announced, but they make no sense
   };
 
   Progress take(std::uint8_t byte);

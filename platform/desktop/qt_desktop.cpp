@@ -8,7 +8,7 @@
 
 #include "platform/qt/text_codec.h"
 
-namespace homewarden {
+namespace homewarden::desktop {
 namespace {
 
 constexpr float kTwipsPerPixel = 15;
@@ -37,4 +37,4 @@ bool QtDesktop::open_address(const std::string& address) {
   return QDesktopServices::openUrl(QUrl(from_code_page(address)));
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::desktop

@@ -2,7 +2,7 @@
 
 #include "platform/desktop.h"
 
-namespace homewarden {
+namespace homewarden::desktop {
 
 // The desktop that the person has logged on to.
 class QtDesktop : public Desktop {
@@ -13,4 +13,4 @@ class QtDesktop : public Desktop {
   bool open_address(const std::string& address) override;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::desktop

@@ -7,7 +7,7 @@
 #include <QUrl>
 #include <system_error>
 
-namespace homewarden {
+namespace homewarden::desktop {
 
 void QtSoundPlayer::play(const std::filesystem::path& file) {
   std::error_code ignored;
@@ -23,4 +23,4 @@ void QtSoundPlayer::play(const std::filesystem::path& file) {
   effect->play();
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::desktop

@@ -8,7 +8,7 @@
 
 class QSoundEffect;
 
-namespace homewarden {
+namespace homewarden::desktop {
 
 // Plays wave files through the desktop's sound system. A file is loaded when it is first played.
 class QtSoundPlayer : public SoundPlayer {
@@ -20,4 +20,4 @@ class QtSoundPlayer : public SoundPlayer {
   std::map<std::string, QSoundEffect*> loaded_;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::desktop

@@ -6,7 +6,7 @@
 #include "base/text.h"
 #include "platform/http/address.h"
 
-namespace homewarden {
+namespace homewarden::http {
 namespace {
 
 struct HostAndPort {
@@ -112,4 +112,4 @@ std::optional<std::string> switch_fault(const RequestHead& head,
   return std::nullopt;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::http

@@ -7,7 +7,7 @@
 
 #include "platform/http/request_head.h"
 
-namespace homewarden {
+namespace homewarden::http {
 
 // Whether the value of a Host header is an address or a name that only this machine or its own
 // network gives away. A page of somebody else's reaches this machine under a name of theirs that
@@ -30,4 +30,4 @@ bool has_cookie(std::string_view cookies, std::string_view name);
 std::optional<std::string> switch_fault(const RequestHead& head,
                                         const std::vector<std::string>& own_names);
 
-}  // namespace homewarden
+}  // namespace homewarden::http

@@ -6,7 +6,7 @@
 
 #include "base/text.h"
 
-namespace homewarden {
+namespace homewarden::http {
 namespace {
 
 constexpr std::array<std::uint8_t, 12> kMapped{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0xff, 0xff};
@@ -117,4 +117,4 @@ Address network_of(const Address& address) {
   return network;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::http

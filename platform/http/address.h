@@ -7,7 +7,7 @@
 
 #include "platform/network_address.h"
 
-namespace homewarden {
+namespace homewarden::http {
 
 // Of a client.
 using Address = NetworkAddress;
@@ -27,4 +27,4 @@ bool is_private(const Address& address);
 // of the internet. Any other address stands for itself.
 Address network_of(const Address& address);
 
-}  // namespace homewarden
+}  // namespace homewarden::http

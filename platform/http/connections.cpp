@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace homewarden {
+namespace homewarden::http {
 
 using std::chrono::milliseconds;
 using Phase = Connection::Phase;
@@ -20,7 +20,7 @@ std::size_t affordable_connections(std::optional<std::size_t> descriptors, std::
 }
 
 bool can_be_cut(const Connection& connection) {
-  return connection.phase != Phase::handling && connection.phase != Phase::closing;
+  return connection.phase != Phase::kHandling && connection.phase != Phase::kClosing;
 }
 
 }  // namespace
@@ -32,7 +32,7 @@ Connections::Connections(WebHost& host, const HttpLimits& limits)
 
 void Connections::cut(Connection& connection) {
   host_.shut_down(connection.socket);
-  connection.phase = Phase::closing;
+  connection.phase = Phase::kClosing;
 }
 
 Connection& Connections::open(MHD_Connection* library, int socket, const Address& from,
@@ -57,7 +57,7 @@ void Connections::make_room(Connection& newest) {
   Connection* oldest = &newest;
   Connection* oldest_of_address = &newest;
   for (const auto& [connection, owned] : all_) {
-    if (connection->phase == Phase::closing) continue;
+    if (connection->phase == Phase::kClosing) continue;
     const bool same = connection->from == newest.from;
     ++open;
     if (same) ++of_address;
@@ -74,11 +74,11 @@ void Connections::make_room(Connection& newest) {
 
 milliseconds Connections::allowed(Phase phase) const {
   switch (phase) {
-    case Phase::first_head:
+    case Phase::kFirstHead:
       return limits_.first_head;
-    case Phase::head:
+    case Phase::kHead:
       return limits_.head;
-    case Phase::sending:
+    case Phase::kSending:
       return limits_.sending;
     default:
       return limits_.idle;
@@ -94,7 +94,7 @@ void Connections::cut_late(milliseconds now) {
 std::vector<Connection*> Connections::handled() const {
   std::vector<Connection*> found;
   for (const auto& [connection, owned] : all_)
-    if (connection->phase == Phase::handling) found.push_back(connection);
+    if (connection->phase == Phase::kHandling) found.push_back(connection);
   return found;
 }
 
@@ -109,4 +109,4 @@ std::vector<Connection*> Connections::deserted() const {
   return found;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::http

@@ -16,7 +16,7 @@
 struct MHD_Connection;
 #include "platform/web_host.h"
 
-namespace homewarden {
+namespace homewarden::http {
 
 // Sockets beyond those of Connections::largest(): those that were cut count until the library has
 // noticed.
@@ -24,13 +24,13 @@ inline constexpr std::size_t kSpareConnections = 256;
 
 struct Connection {
   // `closing`: it has been cut and its end is not yet noticed.
-  enum class Phase { first_head, idle, head, handling, sending, closing };
+  enum class Phase { kFirstHead, kIdle, kHead, kHandling, kSending, kClosing };
 
   MHD_Connection* library = nullptr;
   int socket = -1;
   Address from;
   bool from_here = false;  // see RequestHead
-  Phase phase = Phase::first_head;
+  Phase phase = Phase::kFirstHead;
   std::chrono::milliseconds since{};  // of the phase, by uptime
 
   // Of the request that is being read or answered.
@@ -72,4 +72,4 @@ class Connections {
   std::unordered_map<Connection*, std::unique_ptr<Connection>> all_;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::http

@@ -3,7 +3,7 @@
 #include "base/code_page.h"
 #include "base/text.h"
 
-namespace homewarden {
+namespace homewarden::http {
 namespace {
 
 int base64_value(char letter) {
@@ -89,4 +89,4 @@ bool Credentials::admit(std::string_view authorization) const {
   return admitted;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::http

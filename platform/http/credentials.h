@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace homewarden {
+namespace homewarden::http {
 
 // The bytes that a base64 text stands for; nothing when it is none.
 std::optional<std::string> base64_decoded(std::string_view text);
@@ -31,4 +31,4 @@ class Credentials {
   std::vector<std::string> lines_;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::http

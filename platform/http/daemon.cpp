@@ -6,7 +6,7 @@
 #include "base/text.h"
 #include "platform/http/connections.h"
 
-namespace homewarden {
+namespace homewarden::http {
 namespace {
 
 // For the head of a request and of its answer.
@@ -97,4 +97,4 @@ bool Daemon::has_more() const {
   return MHD_get_timeout(daemon_, &milliseconds) == MHD_YES && milliseconds == 0;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::http

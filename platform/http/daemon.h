@@ -8,7 +8,7 @@
 #include "platform/handle.h"
 #include "platform/http/request_head.h"
 
-namespace homewarden {
+namespace homewarden::http {
 
 struct Connection;
 
@@ -56,4 +56,4 @@ class Daemon {
 // What the library knows of a request.
 RequestHead read_head(MHD_Connection* library, const char* method, const char* version);
 
-}  // namespace homewarden
+}  // namespace homewarden::http

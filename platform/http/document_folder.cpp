@@ -8,7 +8,7 @@
 
 #include "base/text.h"
 
-namespace homewarden {
+namespace homewarden::http {
 namespace {
 
 constexpr auto kPageType = "text/html; charset=windows-1252";
@@ -78,4 +78,4 @@ std::optional<Document> DocumentFolder::open(const std::string& page) {
   return document;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::http

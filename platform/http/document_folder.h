@@ -8,7 +8,7 @@
 
 #include "platform/web_host.h"
 
-namespace homewarden {
+namespace homewarden::http {
 
 // A file that is open to be sent.
 struct Document {
@@ -38,4 +38,4 @@ class DocumentFolder {
 // The name of the media type of a file, by the end of its name.
 std::string media_type(const std::string& page);
 
-}  // namespace homewarden
+}  // namespace homewarden::http

@@ -5,7 +5,7 @@
 #include "platform/http/access.h"
 #include "platform/http/safe_path.h"
 
-namespace homewarden {
+namespace homewarden::http {
 
 using std::chrono::milliseconds;
 
@@ -69,4 +69,4 @@ std::optional<Refusal> Gate::check_log_in(const RequestHead& head, milliseconds 
   return ask_to_log_in();
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::http

@@ -10,7 +10,7 @@
 #include "platform/http/login_delays.h"
 #include "platform/http/request_head.h"
 
-namespace homewarden {
+namespace homewarden::http {
 
 struct Refusal {
   unsigned status = 0;
@@ -49,4 +49,4 @@ class Gate {
   LoginDelays network_delays_{50};
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::http

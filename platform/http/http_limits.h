@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string>
 
-namespace homewarden {
+namespace homewarden::http {
 
 // What the server allows its clients. The values are those of the program; tests have less
 // patience.
@@ -29,4 +29,4 @@ struct HttpLimits {
   std::size_t waiting_from_one = 256;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::http

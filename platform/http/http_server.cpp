@@ -7,7 +7,7 @@
 #include "base/flag_guard.h"
 #include "platform/http/address.h"
 
-namespace homewarden {
+namespace homewarden::http {
 
 using std::chrono::milliseconds;
 
@@ -56,7 +56,7 @@ void HttpServer::StartListening() {
   Handle listening = host_.listen(limits_.address, *port);
   if (!listening.is_open()) return;
 
-  homewarden::DocumentFolder folder(host_.folder(folder_));
+  http::DocumentFolder folder(host_.folder(folder_));
   GateRules rules;
   rules.log_in = log_in_;
   if (log_in_) rules.credentials = Credentials(folder.passwords());
@@ -148,4 +148,4 @@ void HttpServer::look_around() {
   turn();  // also ends what the library gave up while there was nothing to tell it of
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::http

@@ -14,7 +14,7 @@
 #include "platform/web_host.h"
 #include "platform/web_server_control.h"
 
-namespace homewarden {
+namespace homewarden::http {
 
 // The web server on the program's event loop.
 class HttpServer : public WebServerControl {
@@ -75,4 +75,4 @@ class HttpServer : public WebServerControl {
   std::shared_ptr<HttpServer*> self_;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::http

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace homewarden {
+namespace homewarden::http {
 
 using std::chrono::milliseconds;
 using std::chrono::seconds;
@@ -44,4 +44,4 @@ void LoginDelays::forget_one() {
   if (quietest != tries_.end()) tries_.erase(quietest);
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::http

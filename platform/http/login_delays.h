@@ -6,7 +6,7 @@
 
 #include "platform/http/address.h"
 
-namespace homewarden {
+namespace homewarden::http {
 
 // How long an address that tried wrong passwords must wait until the next one is looked at: after
 // some free tries 1 second, doubled with every further wrong one up to a minute. An address is
@@ -35,4 +35,4 @@ class LoginDelays {
   std::map<Address, Tries> tries_;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::http

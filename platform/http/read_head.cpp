@@ -5,7 +5,7 @@
 #include "base/text.h"
 #include "platform/http/daemon.h"
 
-namespace homewarden {
+namespace homewarden::http {
 namespace {
 
 struct KnownHeader {
@@ -51,4 +51,4 @@ RequestHead read_head(MHD_Connection* library, const char* method, const char* v
   return head;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::http

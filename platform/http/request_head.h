@@ -6,7 +6,7 @@
 
 #include "platform/http/address.h"
 
-namespace homewarden {
+namespace homewarden::http {
 
 // What is known of a request when its head has been read. Header values are as they were sent;
 // nothing for a header that was not.
@@ -35,4 +35,4 @@ struct RequestHead {
   }
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::http

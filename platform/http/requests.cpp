@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace homewarden {
+namespace homewarden::http {
 
 bool Requests::room_for(const Address& from) const {
   const auto same = waiting_.find(from);
@@ -61,4 +61,4 @@ void Requests::desert(int id) {
   all_.erase(found);
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::http

@@ -9,7 +9,7 @@
 #include "platform/http/address.h"
 #include "platform/http/http_limits.h"
 
-namespace homewarden {
+namespace homewarden::http {
 
 struct Connection;
 
@@ -53,4 +53,4 @@ class Requests {
   std::size_t handled_ = 0;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::http

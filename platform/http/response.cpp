@@ -7,7 +7,7 @@
 #include "base/text.h"
 #include "platform/http/access.h"
 
-namespace homewarden {
+namespace homewarden::http {
 namespace {
 
 constexpr std::array<std::pair<const char*, const char*>, 4> kCommonHeaders{{
@@ -105,4 +105,4 @@ Response Response::document(Document document, const RequestHead& head) {
   return response;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::http

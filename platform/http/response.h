@@ -8,7 +8,7 @@
 #include "platform/http/gate.h"
 #include "platform/http/request_head.h"
 
-namespace homewarden {
+namespace homewarden::http {
 
 // An answer. Every one carries the headers that keep a browser from taking it for something else or
 // showing it inside a page of somebody else's.
@@ -37,4 +37,4 @@ class Response {
   MHD_Response* response_;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::http

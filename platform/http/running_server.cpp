@@ -3,7 +3,7 @@
 #include <limits>
 #include <utility>
 
-namespace homewarden {
+namespace homewarden::http {
 
 using Phase = Connection::Phase;
 
@@ -32,7 +32,7 @@ void RunningServer::look_around() {
 // The library goes on with the connection and is told in request_read() that it ends.
 void RunningServer::give_up(Connection& connection) {
   requests_.desert(std::exchange(connection.request, 0));
-  connection.phase = Phase::closing;
+  connection.phase = Phase::kClosing;
   MHD_resume_connection(connection.library);
 }
 
@@ -55,7 +55,7 @@ bool RunningServer::answer_document(int id) {
 bool RunningServer::send(Connection& connection, const Response& response) {
   connection.request = 0;
   connection.since = clock_.uptime();
-  connection.phase = response.queue_on(connection.library) ? Phase::sending : Phase::closing;
+  connection.phase = response.queue_on(connection.library) ? Phase::kSending : Phase::kClosing;
   MHD_resume_connection(connection.library);
   return true;
 }
@@ -71,14 +71,14 @@ void RunningServer::closed(Connection& connection) {
 
 void RunningServer::line_read(Connection& connection, const char* uri) {
   connection.uri = uri;
-  if (connection.phase != Phase::idle) return;
-  connection.phase = Phase::head;
+  if (connection.phase != Phase::kIdle) return;
+  connection.phase = Phase::kHead;
   connection.since = clock_.uptime();
 }
 
 bool RunningServer::head_read(Connection& connection, MHD_Connection* library, const char* method,
                               const char* version) {
-  if (connection.phase == Phase::closing) return false;
+  if (connection.phase == Phase::kClosing) return false;
   connection.head = read_head(library, method, version);
   connection.head.uri = std::move(connection.uri);
   connection.head.from = connection.from;
@@ -94,14 +94,14 @@ bool RunningServer::head_read(Connection& connection, MHD_Connection* library, c
 }
 
 bool RunningServer::request_read(Connection& connection) {
-  if (connection.phase == Phase::closing) return false;
+  if (connection.phase == Phase::kClosing) return false;
   if (!connection.refusal && !requests_.room_for(connection.from))
     connection.refusal = Refusal{503, "Too many requests wait to be answered.", "Retry-After", "1"};
   if (!connection.refusal) {
     hold(connection);
     return true;
   }
-  connection.phase = Phase::sending;
+  connection.phase = Phase::kSending;
   connection.since = clock_.uptime();
   return Response::refusal(*connection.refusal).queue_on(connection.library);
 }
@@ -109,7 +109,7 @@ bool RunningServer::request_read(Connection& connection) {
 void RunningServer::hold(Connection& connection) {
   last_id_ = last_id_ == std::numeric_limits<int>::max() ? 1 : last_id_ + 1;
   connection.request = last_id_;
-  connection.phase = Phase::handling;
+  connection.phase = Phase::kHandling;
   Request request{&connection, connection.from, std::move(connection.admission.page),
                   std::string(connection.head.query()), connection.admission.switches};
   requests_.add(connection.request, std::move(request));
@@ -119,9 +119,9 @@ void RunningServer::hold(Connection& connection) {
 void RunningServer::completed(Connection& connection) {
   if (connection.request != 0) requests_.desert(std::exchange(connection.request, 0));
   connection.refusal.reset();
-  if (connection.phase == Phase::closing) return;
-  connection.phase = Phase::idle;
+  if (connection.phase == Phase::kClosing) return;
+  connection.phase = Phase::kIdle;
   connection.since = clock_.uptime();
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::http

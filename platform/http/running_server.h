@@ -13,7 +13,7 @@
 #include "platform/http/requests.h"
 #include "platform/http/response.h"
 
-namespace homewarden {
+namespace homewarden::http {
 
 // The server from start to stop: takes connections, judges their requests, keeps those that are
 // admitted until they are answered. It calls nobody: whoever runs it asks for the next request.
@@ -66,4 +66,4 @@ class RunningServer : private DaemonEvents {
   Daemon daemon_;  // last: its end reports to the others
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::http

@@ -2,7 +2,7 @@
 
 #include "base/text.h"
 
-namespace homewarden {
+namespace homewarden::http {
 namespace {
 
 constexpr std::size_t kLongest = 1024;
@@ -57,4 +57,4 @@ std::optional<std::string> safe_path(std::string_view raw_path) {
   return path;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::http

@@ -2,7 +2,7 @@
 
 #include "platform/service_control.h"
 
-namespace homewarden {
+namespace homewarden::os_linux {
 
 // The service control of a system on which no background service is installed: there is none to
 // ask, to start or to stop.
@@ -15,4 +15,4 @@ class AbsentServices : public ServiceControl {
   void stop(const std::string& /*machine*/, const std::string& /*service*/) override {}
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::os_linux

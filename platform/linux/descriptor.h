@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace homewarden {
+namespace homewarden::os_linux {
 
 // A file descriptor that is closed with its owner.
 class Descriptor {
@@ -30,4 +30,4 @@ class Descriptor {
   int number_;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::os_linux

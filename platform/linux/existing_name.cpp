@@ -8,7 +8,7 @@
 
 #include "base/text.h"
 
-namespace homewarden {
+namespace homewarden::os_linux {
 
 namespace fs = std::filesystem;
 
@@ -34,4 +34,4 @@ fs::path existing_name(const fs::path& file) {
   return found.empty() ? file : folder / found;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::os_linux

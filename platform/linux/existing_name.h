@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-namespace homewarden {
+namespace homewarden::os_linux {
 
 // Whether anything at all has this name: a file, a folder, a link that leads nowhere. True also
 // when that cannot be told, as in a folder that must not be entered.
@@ -13,4 +13,4 @@ bool is_taken(const std::filesystem::path& file);
 // The same goes for the folders on the way. Reads a folder only when the name given is not taken.
 std::filesystem::path existing_name(const std::filesystem::path& file);
 
-}  // namespace homewarden
+}  // namespace homewarden::os_linux

@@ -7,7 +7,7 @@
 
 #include "platform/linux/existing_name.h"
 
-namespace homewarden {
+namespace homewarden::os_linux {
 namespace {
 
 namespace fs = std::filesystem;
@@ -94,4 +94,4 @@ bool fill_application_folder(const fs::path& folder) {
   return may_write(folder);
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::os_linux

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <optional>
 
-namespace homewarden {
+namespace homewarden::os_linux {
 
 // Where things lie.
 struct Folders {
@@ -27,4 +27,4 @@ bool fill_application_folder(const std::filesystem::path& folder);
 // $XDG_DATA_HOME or ~/.local/share.
 std::filesystem::path data_home();
 
-}  // namespace homewarden
+}  // namespace homewarden::os_linux

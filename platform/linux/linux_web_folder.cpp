@@ -10,7 +10,7 @@
 #include "platform/linux/existing_name.h"
 #include "platform/linux/posix_files.h"
 
-namespace homewarden {
+namespace homewarden::os_linux {
 namespace {
 
 constexpr auto kPasswords = "htaccess.txt";
@@ -65,4 +65,4 @@ Handle handle_of(Descriptor descriptor) {
   return {descriptor.release(), [](int number) { ::close(number); }};
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::os_linux

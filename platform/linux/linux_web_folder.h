@@ -3,7 +3,7 @@
 #include "platform/linux/descriptor.h"
 #include "platform/web_host.h"
 
-namespace homewarden {
+namespace homewarden::os_linux {
 
 class LinuxWebFolder : public WebFolder {
  public:
@@ -20,4 +20,4 @@ class LinuxWebFolder : public WebFolder {
 // The same descriptor for those who must not know this system.
 Handle handle_of(Descriptor descriptor);
 
-}  // namespace homewarden
+}  // namespace homewarden::os_linux

@@ -20,7 +20,7 @@
 #include "platform/linux/descriptor.h"
 #include "platform/linux/linux_web_folder.h"
 
-namespace homewarden {
+namespace homewarden::os_linux {
 namespace {
 
 constexpr int kBacklog = 4096;
@@ -174,4 +174,4 @@ std::unique_ptr<WebFolder> LinuxWebHost::folder(std::filesystem::path path) {
   return std::make_unique<LinuxWebFolder>(std::move(path));
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::os_linux

@@ -2,7 +2,7 @@
 
 #include "platform/web_host.h"
 
-namespace homewarden {
+namespace homewarden::os_linux {
 
 class LinuxWebHost : public WebHost {
  public:
@@ -19,4 +19,4 @@ class LinuxWebHost : public WebHost {
   std::unique_ptr<WebFolder> folder(std::filesystem::path path) override;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::os_linux

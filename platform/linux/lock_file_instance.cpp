@@ -7,7 +7,7 @@
 #include <system_error>
 #include <utility>
 
-namespace homewarden {
+namespace homewarden::os_linux {
 
 LockFileInstance::LockFileInstance(const std::filesystem::path& folder)
     : file_(folder / "running.lock") {}
@@ -25,4 +25,4 @@ bool LockFileInstance::another_is_running() {
   return false;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::os_linux

@@ -5,7 +5,7 @@
 #include "platform/linux/descriptor.h"
 #include "platform/single_instance.h"
 
-namespace homewarden {
+namespace homewarden::os_linux {
 
 // Copies are told apart by a lock on a file; the lock goes with the process, however it ends.
 class LockFileInstance : public SingleInstance {
@@ -20,4 +20,4 @@ class LockFileInstance : public SingleInstance {
   Descriptor lock_;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::os_linux

@@ -10,7 +10,7 @@
 #include <array>
 #include <cerrno>
 
-namespace homewarden {
+namespace homewarden::os_linux {
 
 using std::chrono::milliseconds;
 using std::chrono::nanoseconds;
@@ -77,4 +77,4 @@ EndSignals::~EndSignals() {
   sigprocmask(SIG_UNBLOCK, &set, nullptr);
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::os_linux

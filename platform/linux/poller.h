@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace homewarden {
+namespace homewarden::os_linux {
 
 // What a small tool needs that has a loop of its own: time, waiting and reading.
 
@@ -39,4 +39,4 @@ class EndSignals {
   int fd_;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::os_linux

@@ -2,7 +2,7 @@
 
 #include <system_error>
 
-namespace homewarden::cm11 {
+namespace homewarden::os_linux {
 
 namespace {
 
@@ -29,7 +29,7 @@ std::string PortNames::path(int port) const {
   // A link that leads nowhere is a port that is unplugged, not one to be looked for elsewhere.
   fs::path name = links_ / ("com" + std::to_string(port));
   if (!fs::exists(fs::symlink_status(name, error))) {
-    if (devices_ == Devices::LinksOnly) return {};
+    if (devices_ == Devices::kLinksOnly) return {};
     name = device(port);
   }
   const fs::path real = fs::canonical(name, error);
@@ -43,4 +43,4 @@ std::vector<int> PortNames::present() const {
   return ports;
 }
 
-}  // namespace homewarden::cm11
+}  // namespace homewarden::os_linux

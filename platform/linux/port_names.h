@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace homewarden::cm11 {
+namespace homewarden::os_linux {
 
 // COM port numbers as serial devices of this machine: the link ports/com<n> in the machine-wide
 // folder where there is one; else 1 to 4 are the ports on the board, 5 to 10 USB serial adapters
@@ -12,8 +12,8 @@ namespace homewarden::cm11 {
 class PortNames {
  public:
   enum class Devices {
-    All,
-    LinksOnly,  // no port of the machine itself, so that a demonstration touches none
+    kAll,
+    kLinksOnly,  // no port of the machine itself, so that a demonstration touches none
   };
 
   PortNames(const std::filesystem::path& machine_folder, Devices devices);
@@ -30,4 +30,4 @@ class PortNames {
   Devices devices_;
 };
 
-}  // namespace homewarden::cm11
+}  // namespace homewarden::os_linux

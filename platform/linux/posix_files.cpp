@@ -12,7 +12,7 @@
 #include "platform/linux/descriptor.h"
 #include "platform/linux/existing_name.h"
 
-namespace homewarden {
+namespace homewarden::os_linux {
 namespace {
 
 constexpr off_t kLargest = 64L * 1024 * 1024;
@@ -138,4 +138,4 @@ bool PosixFiles::remove(const std::filesystem::path& file) {
   return sync_folder_of(found);
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::os_linux

@@ -4,7 +4,7 @@
 
 #include "platform/files.h"
 
-namespace homewarden {
+namespace homewarden::os_linux {
 
 // The files of a POSIX system. What a call reports as done is on the disk.
 class PosixFiles : public Files {
@@ -26,4 +26,4 @@ class PosixFiles : public Files {
   std::map<std::filesystem::path, std::filesystem::path> other_names_;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::os_linux

@@ -13,7 +13,7 @@
 #include <cstring>
 #include <utility>
 
-namespace homewarden {
+namespace homewarden::os_linux {
 
 namespace {
 
@@ -140,4 +140,4 @@ std::string PseudoTerminal::read() {
   return bytes;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::os_linux

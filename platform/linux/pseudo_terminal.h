@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace homewarden {
+namespace homewarden::os_linux {
 
 // A serial port that exists only in this machine: another program opens path() and finds at its far
 // end what is written and read here. Like a port with a cable, it takes no notice of programs that
@@ -46,4 +46,4 @@ class PseudoTerminal {
   int slave_ = -1;  // held so that the terminal outlives the programs that use it
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::os_linux

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstdio>
 
-namespace homewarden {
+namespace homewarden::qt {
 
 using std::chrono::milliseconds;
 
@@ -95,4 +95,4 @@ void QtLoop::watch_readable(int descriptor, std::function<void()> function) {
   QObject::connect(notifier, &QSocketNotifier::activated, notifier, std::move(function));
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::qt

@@ -9,7 +9,7 @@
 
 #include "platform/event_loop.h"
 
-namespace homewarden {
+namespace homewarden::qt {
 
 // The event loop of the program on that of Qt: one timer for whatever comes due next.
 class QtLoop : public EventLoop {
@@ -43,4 +43,4 @@ class QtLoop : public EventLoop {
   std::map<CallId, std::chrono::milliseconds> due_of_;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::qt

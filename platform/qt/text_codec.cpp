@@ -2,7 +2,7 @@
 
 #include "base/code_page.h"
 
-namespace homewarden {
+namespace homewarden::qt {
 
 QString from_code_page(std::string_view bytes) {
   QString text;
@@ -25,4 +25,4 @@ std::string to_code_page(const QString& text) {
   return bytes;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::qt

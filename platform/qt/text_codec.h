@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace homewarden {
+namespace homewarden::qt {
 
 // Texts of the program are bytes in the system code page (Windows-1252); people see Unicode. The
 // five bytes that the code page leaves open stand for the control characters of the same number, so
@@ -15,4 +15,10 @@ QString from_code_page(std::string_view bytes);
 // the text can refuse it.
 std::string to_code_page(const QString& text);
 
+}  // namespace homewarden::qt
+
+// For the widgets, whose every other line needs them.
+namespace homewarden {
+using qt::from_code_page;
+using qt::to_code_page;
 }  // namespace homewarden

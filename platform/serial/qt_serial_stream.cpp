@@ -7,9 +7,9 @@
 #include <QString>
 #include <utility>
 
-namespace homewarden::cm11 {
+namespace homewarden::serial {
 
-QtSerialStream::QtSerialStream(PortNames names) : names_(std::move(names)) {}
+QtSerialStream::QtSerialStream(os_linux::PortNames names) : names_(std::move(names)) {}
 
 QtSerialStream::~QtSerialStream() {
   if (port_) port_->disconnect();
@@ -71,4 +71,4 @@ void QtSerialStream::lose() {
   Lost();
 }
 
-}  // namespace homewarden::cm11
+}  // namespace homewarden::serial

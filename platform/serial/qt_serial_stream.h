@@ -8,12 +8,12 @@
 
 class QSerialPort;
 
-namespace homewarden::cm11 {
+namespace homewarden::serial {
 
 // A serial port of this machine, or a pseudo-terminal that stands for one.
-class QtSerialStream : public ByteStream {
+class QtSerialStream : public cm11::ByteStream {
  public:
-  explicit QtSerialStream(PortNames names);
+  explicit QtSerialStream(os_linux::PortNames names);
   ~QtSerialStream() override;
 
   bool open(int port) override;
@@ -26,10 +26,10 @@ class QtSerialStream : public ByteStream {
   void read();
   void lose();
 
-  PortNames names_;
+  os_linux::PortNames names_;
   std::unique_ptr<QSerialPort> port_;
   // Calls that wait in the event queue go with it.
   QObject context_;
 };
 
-}  // namespace homewarden::cm11
+}  // namespace homewarden::serial

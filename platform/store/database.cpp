@@ -6,7 +6,7 @@
 #include <system_error>
 #include <utility>
 
-namespace homewarden {
+namespace homewarden::store {
 namespace {
 
 // How long a write waits for the other process to finish its own.
@@ -205,4 +205,4 @@ void Database::close() {
   sqlite3_close(std::exchange(database_, nullptr));
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::store

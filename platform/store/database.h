@@ -10,7 +10,7 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-namespace homewarden {
+namespace homewarden::store {
 
 // One file of typed values: a table of key, name, type, data. Opened at the first use, and again
 // after a failure, so that a folder that appears later is found.
@@ -47,4 +47,4 @@ class Database {
   int seen_version_ = 0;  // of the file, as others have changed it
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::store

@@ -5,7 +5,7 @@
 #include "platform/registry.h"
 #include "platform/store/database.h"
 
-namespace homewarden {
+namespace homewarden::store {
 
 // The registry in two files: `machine.db` in the machine-wide folder, `user.db` in the person's.
 // A file that is no database any more is set aside as `<name>.broken-<n>` and begun anew.
@@ -40,4 +40,4 @@ class SqliteRegistry : public Registry {
   Database user_;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::store

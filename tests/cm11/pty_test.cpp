@@ -18,8 +18,8 @@ namespace homewarden::testing {
 namespace {
 
 namespace fs = std::filesystem;
-using cm11::PortNames;
-using cm11::QtSerialStream;
+using os_linux::PortNames;
+using serial::QtSerialStream;
 using namespace std::chrono_literals;
 
 emulator::Options fast() {
@@ -76,14 +76,14 @@ class PtyTest : public ::testing::Test {
   char* argv[2] = {name, nullptr};
   QCoreApplication app{argc, argv};
   QEventLoop events;
-  QtLoop loop;
+  qt::QtLoop loop;
   fs::path folder = fs::temp_directory_path() /
                     ("cm11_pty_" + std::to_string(QCoreApplication::applicationPid()));
   emulator::Emulator emulator{fast()};
   emulator::PtyHost host{emulator};
   emulator::PtyHostDriver host_driver{loop, host};
   std::unique_ptr<QSocketNotifier> notifier;
-  QtSerialStream stream{PortNames(folder, PortNames::Devices::LinksOnly)};
+  QtSerialStream stream{PortNames(folder, PortNames::Devices::kLinksOnly)};
   cm11::Driver driver{loop, stream};
   std::vector<std::string> troubles;
   Operations operations{[](std::exception_ptr error) { std::rethrow_exception(error); }};
@@ -102,7 +102,7 @@ TEST_F(PtyTest, SwitchesUnplugsAndFindsAgain) {
   EXPECT_EQ(module(3), "on 100 %");
   for (int unit = 1; unit <= 16; ++unit) EXPECT_EQ(on(std::to_string(unit)), 0);
 
-  QtSerialStream other{PortNames(folder, PortNames::Devices::LinksOnly)};
+  QtSerialStream other{PortNames(folder, PortNames::Devices::kLinksOnly)};
   EXPECT_FALSE(other.open(2)) << "in use";
 
   unplug(2);
@@ -117,7 +117,7 @@ TEST_F(PtyTest, SwitchesUnplugsAndFindsAgain) {
 
 // Catches: a file or a dead link taken for a port, a number that means another device.
 TEST_F(PtyTest, PortNumbersAreNames) {
-  const PortNames names(folder, PortNames::Devices::LinksOnly);
+  const PortNames names(folder, PortNames::Devices::kLinksOnly);
   EXPECT_EQ(names.path(1), "");
   EXPECT_EQ(names.path(16), "");
   fs::create_symlink(folder / "gone", link(4));
@@ -128,7 +128,7 @@ TEST_F(PtyTest, PortNumbersAreNames) {
   plug(7);
   EXPECT_EQ(names.path(7), host.path());
 
-  const PortNames all(folder, PortNames::Devices::All);
+  const PortNames all(folder, PortNames::Devices::kAll);
   EXPECT_EQ(all.path(4), "") << "a link that leads nowhere is not looked for elsewhere";
   for (const int port : {1, 2, 3})
     EXPECT_TRUE(all.path(port).empty() || all.path(port) == "/dev/ttyS" + std::to_string(port - 1));

@@ -18,6 +18,9 @@
 #include "tests/platform/scratch_folder.h"
 
 namespace homewarden::testing {
+
+using namespace os_linux;
+
 namespace {
 
 struct OnDisk {

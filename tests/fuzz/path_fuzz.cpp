@@ -21,6 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace homewarden;
+using namespace homewarden::http;
 using namespace homewarden::testing;
 
 ino_t inode_of(int descriptor) {
@@ -60,7 +61,7 @@ class Folder {
 
   ScratchFolder scratch_;
   fs::path html_ = scratch_ / "html";
-  DocumentFolder served_{std::make_unique<LinuxWebFolder>(html_)};
+  DocumentFolder served_{std::make_unique<os_linux::LinuxWebFolder>(html_)};
   std::set<ino_t> documents_;
 };
 

@@ -5,7 +5,7 @@
 
 #include <cstring>
 
-namespace homewarden {
+namespace homewarden::http {
 namespace {
 
 // One bit wrong in a mask lets the internet in or the household out.
@@ -82,4 +82,4 @@ TEST(AddressTest, CountsANetworkOfTheInternetAsOne) {
 }
 
 }  // namespace
-}  // namespace homewarden
+}  // namespace homewarden::http

@@ -78,7 +78,7 @@ Answer Client::read() {
 void Client::close(bool reset) {
   const linger at_once{1, 0};
   if (reset) ::setsockopt(socket_.get(), SOL_SOCKET, SO_LINGER, &at_once, sizeof at_once);
-  socket_ = Descriptor();
+  socket_ = os_linux::Descriptor();
 }
 
 void Client::request(const std::string& path, const std::string& headers) {
@@ -91,7 +91,7 @@ Answer Client::ask(const std::string& path, const std::string& headers) {
 }
 
 int free_port() {
-  const Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  const os_linux::Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
   sockaddr_in place{};
   socklen_t size = sizeof place;
   put(::bind, socket.get(), "127.0.0.1", 0);

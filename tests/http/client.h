@@ -37,7 +37,7 @@ class Client {
   bool take();
 
   SocketLoop& loop_;
-  Descriptor socket_;
+  os_linux::Descriptor socket_;
   bool connected_ = false;
   std::string input_;
 };

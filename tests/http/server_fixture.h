@@ -15,6 +15,8 @@
 
 namespace homewarden::testing {
 
+using namespace http;
+
 inline HttpLimits on_loopback() {
   HttpLimits limits;
   limits.address = "127.0.0.1";
@@ -74,7 +76,7 @@ class ServerTest : public ::testing::Test {
   }
 
   SocketLoop loop;
-  LinuxWebHost host;
+  os_linux::LinuxWebHost host;
   ScratchFolder folder;
   const int port;
   int watched = -1;  // the descriptor of the server

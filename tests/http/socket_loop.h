@@ -14,7 +14,7 @@ namespace homewarden::testing {
 // An event loop on real time and real descriptors that runs for as long as a test wants.
 class SocketLoop : public EventLoop {
  public:
-  std::chrono::milliseconds uptime() const override { return homewarden::uptime(); }
+  std::chrono::milliseconds uptime() const override { return os_linux::uptime(); }
   LocalTime local_time() const override { return {}; }
   CallId call_after(std::chrono::milliseconds delay, std::function<void()> function) override {
     calls_.emplace(Due{uptime() + delay, ++last_id_}, std::move(function));
@@ -55,7 +55,7 @@ class SocketLoop : public EventLoop {
     if (!calls_.empty()) until = std::min(until, calls_.begin()->first.first);
     std::vector<int> descriptors;
     for (const auto& [descriptor, function] : watched_) descriptors.push_back(descriptor);
-    const auto ready = wait_readable(descriptors, until);
+    const auto ready = os_linux::wait_readable(descriptors, until);
     for (std::size_t i = 0; i < ready.size() && i < watched_.size(); ++i)
       if (ready[i]) watched_[i].second();
     if (calls_.empty() || calls_.begin()->first.first > uptime()) return;

@@ -57,7 +57,7 @@ class ProgramTest : public ::testing::Test {
   }
 
   std::string setting(const fs::path& folder, const std::string& name) {
-    SqliteRegistry registry(folder, folder);
+    store::SqliteRegistry registry(folder, folder);
     const auto value = registry.read(RegistryRoot::kLocalMachine, kMachineKey, name);
     return value ? value->data : "(none)";
   }

@@ -16,6 +16,9 @@
 #include "tests/platform/scratch_folder.h"
 
 namespace homewarden::testing {
+
+using store::SqliteRegistry;
+
 namespace {
 
 constexpr auto kMachine = RegistryRoot::kLocalMachine;

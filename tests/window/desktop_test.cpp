@@ -32,7 +32,7 @@ TEST(TextCodec, EveryByteComesBackAndStrangersAreKnownAsSuch) {
 }
 
 TEST(QtLoop, CallsInOrderOfTimeThenOfAskingAndNotWhenCancelled) {
-  QtLoop loop;
+  qt::QtLoop loop;
   std::vector<int> calls;
   const auto note = [&calls](int number) { return [&calls, number] { calls.push_back(number); }; };
   loop.call_after(30ms, note(4));
@@ -48,7 +48,7 @@ TEST(QtLoop, CallsInOrderOfTimeThenOfAskingAndNotWhenCancelled) {
 }
 
 TEST(QtLoop, InputComesBeforeACallWithoutDelay) {
-  QtLoop loop;
+  qt::QtLoop loop;
   std::vector<std::string> order;
   QObject receiver;
   QMetaObject::invokeMethod(

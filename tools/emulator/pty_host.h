@@ -52,7 +52,7 @@ class PtyHost {
   void write_output(Milliseconds now);
 
   Emulator& emulator_;
-  PseudoTerminal terminal_;
+  os_linux::PseudoTerminal terminal_;
   bool quit_wanted_ = false;
 };
 
