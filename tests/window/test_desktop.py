@@ -99,7 +99,7 @@ class DesktopTest(unittest.TestCase):
     return left - int(frame[0]), top - int(frame[2]), width, height
 
   def icon(self):
-    found = re.search(r'"Homewarden": \("homewarden" "homewarden"\) +\d+x\d+\+\S+ +\+(\d+)\+(\d+)',
+    found = re.search(r'\("homewarden" "homewarden"\) +2\dx2\d\+\S+ +\+(\d+)\+(\d+)',
                       self.say("xwininfo", "-root", "-tree"))
     return found and (int(found.group(1)) + 8, int(found.group(2)) + 8)
 
@@ -130,7 +130,7 @@ class DesktopTest(unittest.TestCase):
     wait_for("the icon", self.icon)
     self.check_hidden()
     self.click_icon()
-    wait_for("the place that was saved", lambda: self.place()[:2] == (211, 107))
+    wait_for("the place that was saved", lambda: self.place() == (211, 107, 900, 600))
 
   def check_hidden(self):
     wait_for("hiding", lambda: self.state() == "Withdrawn")

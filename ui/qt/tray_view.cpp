@@ -1,5 +1,6 @@
 #include "ui/qt/tray_view.h"
 
+#include <QGuiApplication>
 #include <QSystemTrayIcon>
 #include <utility>
 
@@ -10,9 +11,11 @@
 namespace homewarden {
 
 TrayView::TrayView(FrmSysTray& form) : form_(form) {
-  const auto look = [this] { form_.has_area = QSystemTrayIcon::isSystemTrayAvailable(); };
-  look();
-  watch(form.area_asked, this, look);
+  form.has_area = QSystemTrayIcon::isSystemTrayAvailable();
+  watch(form.area_asked, this, [this] {
+    form_.has_area = QSystemTrayIcon::isSystemTrayAvailable();
+    if (form_.has_area && !icon_) show_icon(form_.loaded);
+  });
   watch(form.loaded.changed, this, [this] { show_icon(form_.loaded); });
   watch(form.ToolTip.changed, this, [this] {
     if (icon_) icon_->setToolTip(from_code_page(form_.ToolTip.get()));
@@ -21,8 +24,9 @@ TrayView::TrayView(FrmSysTray& form) : form_(form) {
 
 void TrayView::show_icon(bool loaded) {
   delete std::exchange(icon_, nullptr);
-  if (!loaded) return;
-  // Where there is no area it waits for one.
+  // On X11 it waits for an area that is not there yet.
+  const bool waits = QGuiApplication::platformName() == "xcb";
+  if (!loaded || (!form_.has_area && !waits)) return;
   icon_ = new QSystemTrayIcon(QIcon(":/icons/homewarden.png"), this);
   icon_->setToolTip(from_code_page(form_.ToolTip.get()));
   connect(icon_, &QSystemTrayIcon::activated, this, [this](auto reason) {
