@@ -93,7 +93,10 @@ Task<void> HouseDeletion::deletetree(int KeyCode) {
   }
   // The node may go while the questions are asked.
   Item item{node->text, "", ""};
-  if (node->parent) item = {node->parent->text, node->text, node->key};
+  if (node->parent) {
+    const Device* device = tree_.device_of(*node);
+    item = {node->parent->text, node->text, device ? device->tree_key() : node->key};
+  }
   co_await delete_item(std::move(item));
 }
 
@@ -250,7 +253,6 @@ void HouseDeletion::forget(const std::set<std::string>& keys) {
 Task<void> HouseDeletion::finish(Result result, RoomList::View seen_from, Item item) {
   say("Clearing old data ready for re load");
   co_await pending_events(loop_);
-  std::string selected = pane_.Tree.selected.get() ? pane_.Tree.selected.get()->key : "";
   rooms_.cleartree(pane_.Tree);
   co_await module1_.pause(1);
   co_await rooms_.loadlists();
@@ -261,13 +263,8 @@ Task<void> HouseDeletion::finish(Result result, RoomList::View seen_from, Item i
   co_await module1_.pause(1);
   say_end(result.outcome, item);
   co_await pending_events(loop_);
-  // Another change may have filled it meanwhile.
-  if (pane_.Tree.selected.get()) selected = pane_.Tree.selected.get()->key;
-  // The same key may come to stand for a device that it hid.
-  if (selected == (item.is_room() ? item.room : item.tree_key)) selected.clear();
-  rooms_.cleartree(pane_.Tree);
+  rooms_.cleartree(pane_.Tree);  // another change may have filled it meanwhile
   tree_.loadtree();
-  pane_.Tree.selected = pane_.Tree.find(selected);
   // Whoever went on to something else stays there, unless it is the room that changed.
   const RoomList::View now = rooms_.view();
   if (now == seen_from || (now.panel == &room_panel_.frm_devices && now.room == item.room))

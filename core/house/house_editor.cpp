@@ -188,10 +188,8 @@ bool HouseEditor::write_device(const Device& device, const std::string& type) {
 // there.
 Task<void> HouseEditor::show_added(const Addition& addition) {
   co_await rooms_.loadlists();
-  const std::string selected = pane_.Tree.selected.get() ? pane_.Tree.selected.get()->key : "";
   rooms_.cleartree(pane_.Tree);
   tree_.loadtree();
-  pane_.Tree.selected = pane_.Tree.find(selected);
   TextBox& box = name_box(addition);
   const std::string& name =
       addition.entry.device ? addition.entry.device->name : addition.entry.room;

@@ -20,7 +20,7 @@ class HouseRemoval {
   struct Item {
     std::string room;
     std::string device;    // "" for the room as a whole
-    std::string tree_key;  // of the device
+    std::string tree_key;  // Device::tree_key(), which has its address
 
     bool is_room() const { return device.empty() && tree_key.empty(); }
     // "Kitchen" or "Kitchen, Lamp".

@@ -24,6 +24,9 @@ class NavigationTree {
   // shown stays.
   void loadtree();
 
+  // The device of a node below a room; nullptr when the house has it no more.
+  const Device* device_of(const TreeNode& node) const;
+
  private:
   void add_device(const Device& device);
   void select_again();
@@ -31,7 +34,6 @@ class NavigationTree {
   void show_selected();
   void show_room(const std::string& room);
   void node_pressed();
-  const Device* device_of(const TreeNode& node) const;
   void show_form(Frame& frame, Control& focus);  // the home page's links
 
   FrmMain& form_;

@@ -151,10 +151,11 @@ TEST_F(HouseDeleteStory, AFixedNodeShowsItsPanelAndOnlyARoomOfItsNameGoes) {
 
 // Old lists hold what can no longer be added.
 TEST_F(HouseDeleteStory, WhatIsMeantExactlyGoesAndWhatIsLikeItStays) {
-  open("Hall~Lamp~A~1\r\nHall~Lamp~A~12\r\nhall~Fan~B~1\r\nHall~Bell~B~2\r\n",
+  open("Hall~Lamp~A~1\r\nHall~Lamp~A~12\r\nhall~Fan~B~1\r\nHall~Bell~B~2\r\nPorch~Lamp~A~1\r\n",
        "Hall Lamp~A~12~40~07:30~on~daily~m\r\nHall Lamp~A~1~40~07:30~on~daily~m\r\n"
        "Hall Lamp~A~3~40~07:30~on~daily~m\r\n");
   house.settings.write("type", "HallLamp", "bulb");
+  delete_item("Porch~Lamp~A~1");
   delete_item("Lamp~A~1");
   EXPECT_EQ(rooms(), "Hall~Lamp~A~12\r\nhall~Fan~B~1\r\nHall~Bell~B~2\r\n");
   EXPECT_EQ(events(), "Hall Lamp~A~12~40~07:30~on~daily~m\r\n");
