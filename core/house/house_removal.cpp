@@ -39,19 +39,31 @@ HouseRemoval::HouseRemoval(Item item, std::string_view room_list) : item_(std::m
     if (auto entry = parse_list_line(*line)) entries.push_back(std::move(*entry));
   for (const ListLine& entry : entries) has_exact_ = has_exact_ || is_exactly(entry);
 
-  std::set<std::string> keys_staying;
-  for (ListLine& entry : entries) {
+  std::vector<const Device*> staying;
+  for (const ListLine& entry : entries) {
     const bool goes = has_exact_ ? is_exactly(entry) : is_alike(entry);
     if (goes) ++lines_;
     if (!entry.device) continue;
-    const std::string name = entry.device->roomdevice();
-    (goes ? going_at_ : staying_at_).insert(at_address(name, short_code(*entry.device)));
-    (goes ? keys_ : keys_staying).insert(to_lower(entry.device->key()));
-    if (!goes) continue;
-    names_going_.insert(to_lower(name));
-    going_.push_back(std::move(*entry.device));
+    if (goes)
+      add_going(*entry.device);
+    else
+      staying.push_back(&*entry.device);
   }
-  for (const std::string& key : keys_staying) keys_.erase(key);
+  if (going_.empty()) return;
+  for (const Device* device : staying) {
+    keys_.erase(to_lower(device->key()));
+    const std::string name = device->roomdevice();
+    if (names_going_.contains(to_lower(name)))
+      staying_at_.insert(at_address(name, short_code(*device)));
+  }
+}
+
+void HouseRemoval::add_going(const Device& device) {
+  const std::string name = device.roomdevice();
+  names_going_.insert(to_lower(name));
+  going_at_.insert(at_address(name, short_code(device)));
+  keys_.insert(to_lower(device.key()));
+  going_.push_back(device);
 }
 
 std::string HouseRemoval::description() const {

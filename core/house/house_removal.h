@@ -43,6 +43,7 @@ class HouseRemoval {
   bool takes_macro(std::string_view line) const;
 
  private:
+  void add_going(const Device& device);
   bool is_exactly(const ListLine& entry) const;
   bool is_alike(const ListLine& entry) const;
 
