@@ -88,7 +88,7 @@
       else focusBox(boxes[0]);
     } else if (event.key === "Enter" && box) {
       event.preventDefault();
-      if (!event.repeat) box.querySelector("a").click();
+      if (!event.repeat) (box.querySelector("i a") || box.querySelector("a")).click();
     }
   });
 

@@ -22,11 +22,18 @@
   const links = Array.from(document.querySelectorAll("nav a, main a")).filter(
     (link) => link.search);
   const isSwitch = (link) => roomQuery(link.search) !== link.search;
+  // Sends once more what could not be sent.
+  const repeats = (link) => link.search.endsWith("~again");
   const deviceKey = (link) => link.search.split("~")[2];
 
   // ---- What is shown ----------------------------------------------------------------------------
 
   function showDevice(link) {
+    if (repeats(link)) {
+      const name = link.closest("li, section > div").querySelector("b").textContent;
+      link.setAttribute("aria-label", name + ": " + link.textContent);
+      return;
+    }
     const on = link.search.includes("~turnoff~");
     const place = link.closest("li, section > div");
     place.dataset.state = on ? "on" : "off";
@@ -99,7 +106,7 @@
       window.scrollTo(0, place.top);
       if (!place.focus) return;
       document.body.dataset.keptFocus = place.focus;
-      const link = links.find((other) => !other.querySelector("img")
+      const link = links.find((other) => !other.querySelector("img") && !repeats(other)
         && place.focus === (isSwitch(other) ? deviceKey(other) : other.search));
       if (link) link.focus({ preventScroll: true });
     } catch (error) { /* as above */ }

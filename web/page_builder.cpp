@@ -14,6 +14,7 @@ namespace {
 constexpr int kPlaces = 10;     // devices on a page
 constexpr int kMenuSlots = 19;  // rooms in the menu of a ten-foot page
 constexpr std::string_view kRoomMark = "~~~";
+const char* const kTryAgain = "Not sent. Try again";
 const char* const kChooseARoom = "Please Select A Room From The List On The Left";
 
 std::string place(const char* name, int number) {
@@ -97,19 +98,25 @@ struct PageBuilder::Cell {
   std::string picture;
   std::string name;  // fit for reading
 
+  std::string again;  // address that repeats what could not be sent; "" when nothing is to repeat
+
   std::string markup(const Family& family) const {
+    const std::string start = "<a target=\"_top\" href=\"" + std::string(family.page) + "?";
     const std::string link = std::string(family.page) + "?" + address;
-    return "<font face=\"Verdana\" color=\"#FFFFFF\"><a href=\"" + link +
-           "\"><img border=\"2\" src=" + picture + "></a><br><b><a target=\"_top\" href=\"" + link +
-           "\">" + family.name_font + name + "</font></a></b></font>";
+    std::string cell = "<font face=\"Verdana\" color=\"#FFFFFF\"><a href=\"" + link +
+                       "\"><img border=\"2\" src=" + picture + "></a><br><b>" + start + address +
+                       "\">" + family.name_font + name + "</font></a></b>";
+    if (!again.empty()) cell += "<i>" + start + again + "\">" + kTryAgain + "</a></i>";
+    return cell + "</font>";
   }
 };
 
-PageBuilder::PageBuilder(FrmServer& form, Module1& module1, Settings& settings, Files& files,
-                         ListFile& rooms, std::filesystem::path document_folder)
+PageBuilder::PageBuilder(FrmServer& form, Module1& module1, Settings& settings, DeviceState& state,
+                         Files& files, ListFile& rooms, std::filesystem::path document_folder)
     : form_(form),
       module1_(module1),
       settings_(settings),
+      state_(state),
       files_(files),
       rooms_(rooms),
       folder_(std::move(document_folder)) {}
@@ -189,11 +196,16 @@ int PageBuilder::fill_room(const Family& family, std::string_view slug) {
     const Device& device = *entry->device;
 
     const std::string key = device.key();
-    const bool on = getlaststatus(key);
-    Cell cell{for_link(device.code() + "~" + key + (on ? "~turnoff~" : "~turnon~") +
-                       without_blanks(device.room)),
-              picture(key, on), for_reading(device.name)};
-    if (family.numbered) cell.address += "~" + std::to_string(slot);
+    const bool on = state_.getlaststatus(key);
+    const std::string place_on_page = family.numbered ? "~" + std::to_string(slot) : "";
+    const auto address = [&](bool turns_on) {
+      return for_link(device.code() + "~" + key + (turns_on ? "~turnon~" : "~turnoff~") +
+                      without_blanks(device.room)) +
+             place_on_page;
+    };
+    const auto not_sent = state_.not_sent(key);
+    const Cell cell{address(!on), picture(key, on), for_reading(device.name),
+                    not_sent ? address(not_sent->on) + std::string(kAgain) : ""};
     replace(form_.page, place("dev", slot), cell.markup(family));
     if (family.numbered)
       replace(form_.page, place("mrl", slot + 1), std::string(family.page) + "?" + cell.address);
@@ -212,11 +224,6 @@ void PageBuilder::show_no_room() {
 void PageBuilder::remove_modules(int first) {
   for (int number = first; number <= kPlaces; ++number)
     replace(form_.page, module_attributes(number), "");
-}
-
-bool PageBuilder::getlaststatus(const std::string& keyname) {
-  return module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, without_blanks(keyname),
-                          "False") == "True";
 }
 
 std::string PageBuilder::getimageon(const std::string& fullname) const {

@@ -9,6 +9,7 @@
 #include "core/settings.h"
 #include "platform/files.h"
 #include "ui/frm_server.h"
+#include "x10/device_state.h"
 
 namespace homewarden {
 
@@ -17,8 +18,8 @@ namespace homewarden {
 // occurrence and ignore letter case. The markup is written down in docs/web-pages.md.
 class PageBuilder {
  public:
-  PageBuilder(FrmServer& form, Module1& module1, Settings& settings, Files& files, ListFile& rooms,
-              std::filesystem::path document_folder);
+  PageBuilder(FrmServer& form, Module1& module1, Settings& settings, DeviceState& state,
+              Files& files, ListFile& rooms, std::filesystem::path document_folder);
 
   // Append a template; a missing one adds nothing.
   void loadnormhtml();
@@ -29,6 +30,7 @@ class PageBuilder {
   void loadtree(std::string& html);
 
   // Fill in the first ten devices on whose lines the room's name stands anywhere, blanks left out.
+  // A device that the last command did not reach has a link more, which sends it again.
   // The ten-foot one also remembers the room, and puts the focus on the device used last when the
   // room is the one shown last.
   void loadnormroom(const std::string& roomname);
@@ -39,7 +41,6 @@ class PageBuilder {
   // Takes the focus from the first so many device places of a ten-foot page.
   void remove_modules(int first);
 
-  bool getlaststatus(const std::string& keyname);
   // The picture's file name for a room name followed by a device name.
   std::string getimageon(const std::string& fullname) const;
   std::string getimageoff(const std::string& fullname) const;
@@ -57,6 +58,7 @@ class PageBuilder {
   FrmServer& form_;
   Module1& module1_;
   Settings& settings_;
+  DeviceState& state_;
   Files& files_;
   ListFile& rooms_;
   std::filesystem::path folder_;

@@ -51,7 +51,7 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
                 settings_),
       clock_(frm_main.Statusbar, frm_main, platform.loop, [this] { location_.dosunset(); }),
       window_(frm_main, frm_main, frm_main, operations_, platform.desktop, platform.dialogs),
-      pages_(frm_server, module1_, settings_, platform.files, files_.rooms,
+      pages_(frm_server, module1_, settings_, device_state_, platform.files, files_.rooms,
              platform.folder / "html"),
       web_server_(frm_main, frm_main.Statusbar, frm_server, operations_, module1_, settings_,
                   platform.dialogs, platform.files, platform.web, window_,

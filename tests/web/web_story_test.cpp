@@ -10,6 +10,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 using ::testing::SizeIs;
 using ::testing::StartsWith;
 
@@ -37,6 +38,34 @@ TEST(WebStory, ASwitchAnswersWithTheRoomInItsNewState) {
   EXPECT_THAT(house.status(), StartsWith("Turned OFF")) << "the ten-foot page says nothing more";
   EXPECT_THAT(house.interface_control.take_line_log(),
               ElementsAre("Wed 14:05:07 A3 2", "Wed 14:05:10 A3 3"));
+}
+
+// An owner sees "On" for a lamp that no command has reached.
+TEST(WebStory, WhatCouldNotBeSentIsSaidAndSentAgainAsItWas) {
+  WebHouse house;
+  FrmMain& form = house.form();
+  house.interface_control.fails = true;
+  house.click_node("Kitchen");
+  house.slide(1, 40);
+  house.loop.advance(5s);
+  house.interface_control.take_line_log();
+  const std::string again = "A~3~KitchenTableLamp~turnon~Kitchen~again";
+  EXPECT_THAT(house.get("index.html", "loadroomKitchen"),
+              HasSubstr("</b><i><a target=\"_top\" href=\"index.html?" + again +
+                        "\">Not sent. Try again</a></i></font>"));
+  EXPECT_THAT(house.get("wmcindex.html", "loadroomKitchen"),
+              HasSubstr("wmcindex.html?A~3~KitchenTableLamp~turnon~Kitchen~0~again\""));
+
+  house.interface_control.fails = false;
+  house.web.request("wmcindex.html", "A~3~KitchenTableLamp~turnon~Kitchen~0~again");
+  house.loop.advance(5s);
+  EXPECT_THAT(house.interface_control.take_line_log(),
+              ElementsAre(HasSubstr("A3 2"), HasSubstr("A3 5"), HasSubstr("A3 4 60")));
+  EXPECT_THAT(house.web.answers.back(), Not(HasSubstr("again")));
+  EXPECT_FALSE(form.lab_notsent[1].visible);
+  house.web.request("index.html", again);  // the page is older: what its link says is done
+  house.loop.advance(5s);
+  EXPECT_THAT(house.interface_control.take_line_log(), ElementsAre(HasSubstr("A3 2")));
 }
 
 TEST(WebStory, ARequestWaitsForTheOneBeforeAndEachGetsItsOwnPage) {
