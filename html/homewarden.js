@@ -30,7 +30,9 @@
 
   function showDevice(link) {
     if (repeats(link)) {
-      const name = link.closest("li, section > div").querySelector("b").textContent;
+      const place = link.closest("li, section > div");
+      const name = place.querySelector("b").textContent;
+      place.dataset.trouble = "";
       link.setAttribute("aria-label", name + ": " + link.textContent);
       return;
     }
