@@ -208,6 +208,7 @@ struct Window : Control {
   Property<WindowState> state{WindowState::kNormal};
   Property<MousePointer> mouse_pointer{MousePointer::kNormal};
   Property<bool> topmost{false};
+  int busy = 0;              // operations during which it takes no input
   Signal<> raised;           // asks the face to bring the window to the front
   Signal<> resized;          // its size or state changed, by a person or by code
   Signal<> close_requested;  // a person closes it

@@ -67,7 +67,10 @@ void DevicePanel::show_again() {
 }
 
 void DevicePanel::fill(int Index, const Device& device) {
-  slots_[at(Index)] = {device, device.key()};
+  const std::string key = device.key();
+  // A move of the slider that is under way was meant for the device that goes.
+  if (slots_[at(Index)].key != key) panel_.image1[at(Index)].put_back();
+  slots_[at(Index)] = {device, key};
   panel_.devicename[at(Index)].caption = device.name;
   show_slot(Index);
   panel_.device[at(Index)].visible = true;

@@ -55,8 +55,7 @@ void InterfaceFinder::stop() {
 }
 
 Task<void> InterfaceFinder::search() {
-  window_.mouse_pointer = MousePointer::kHourglass;
-  window_.enabled = false;
+  busy_.emplace(window_);
   status_.panel2 = "Please wait, connecting to X10 Interface";
   co_await pending_events(loop_);
 
@@ -123,8 +122,7 @@ void InterfaceFinder::arm_timers() {
 }
 
 void InterfaceFinder::allow_input() {
-  window_.enabled = true;
-  window_.mouse_pointer = MousePointer::kNormal;
+  busy_.reset();
 }
 
 Task<void> InterfaceFinder::search_all_ports() {

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <optional>
+
 #include "base/operations.h"
 #include "base/signal.h"
 #include "base/task.h"
 #include "core/module1.h"
 #include "platform/dialogs.h"
 #include "platform/interface_control.h"
+#include "ui/busy_window.h"
 #include "ui/home_panel.h"
 #include "ui/shared_state.h"
 #include "x10/port_trial.h"
@@ -45,6 +48,7 @@ class InterfaceFinder {
   Task<void> ask_for_port();      // Label63
 
   Window& window_;
+  std::optional<BusyWindow> busy_;  // during the first search
   StatusBar& status_;
   Flags& flags_;
   ProgramTimers& timers_;

@@ -86,8 +86,7 @@ Task<void> Shutdown::leave() {
 }
 
 void Shutdown::take_nothing_more() {
-  window_.mouse_pointer = MousePointer::kHourglass;
-  window_.enabled = false;
+  busy_.emplace(window_);
   finder_.stop();
   for (Timer* timer :
        {&timers_.timerqueue, &timers_.timerdelete, &timers_.timetimer, &timers_.eventtimer})

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "automation/event_cleanup.h"
 #include "base/operations.h"
 #include "base/task.h"
@@ -10,6 +12,7 @@
 #include "platform/desktop.h"
 #include "platform/event_loop.h"
 #include "platform/interface_control.h"
+#include "ui/busy_window.h"
 #include "ui/controls.h"
 #include "ui/frm_wait.h"
 #include "ui/home_panel.h"
@@ -47,6 +50,7 @@ class Shutdown {
 
   Steps steps_;
   Window& window_;
+  std::optional<BusyWindow> busy_;  // once the closing has begun
   StatusBar& status_;
   OptionsPanel& options_;
   Flags& flags_;
