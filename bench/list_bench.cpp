@@ -69,7 +69,7 @@ void loadevents_and_paint(benchmark::State& state) {
   EventList list(form, form, form, module1, house, event_file, macro_file);
   form.Tree.add(nullptr, "Events", "Events");
   form.frm_event.visible = true;
-  MainWindowView view(form);
+  view::MainWindowView view(form);
   form.visible = true;
   QApplication::processEvents();
 
@@ -93,10 +93,10 @@ void show_rows_and_paint(benchmark::State& state) {
   FrmMain form;
   fill_event_columns(form);
   form.frm_event.visible = true;
-  MainWindowView view(form);
+  view::MainWindowView view(form);
   form.visible = true;
   QApplication::processEvents();
-  auto* list = view.findChild<ListPane*>();
+  auto* list = view.findChild<view::ListPane*>();
 
   for (auto _ : state) {
     state.PauseTiming();

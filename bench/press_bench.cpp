@@ -158,7 +158,7 @@ class Bench {
     std::vector<double> times;
     std::vector<QWidget*> cards;
     for (QWidget* widget : view_.findChildren<QWidget*>())
-      if (dynamic_cast<DeviceButton*>(widget)) cards.push_back(widget);
+      if (dynamic_cast<view::DeviceButton*>(widget)) cards.push_back(widget);
     for (int i = 0; i < presses_; ++i) {
       first_byte_ = {};
       const auto pressed = Clock::now();
@@ -219,7 +219,7 @@ class Bench {
   Program program_{{loop_, files_, registry_, services_, instance_, driver_, dialogs_, desktop_,
                     sounds_, web_, folder_, ""},
                    [](std::exception_ptr error) { std::rethrow_exception(error); }};
-  MainWindowView view_{program_.frm_main};
+  view::MainWindowView view_{program_.frm_main};
   Operations operations_{[](std::exception_ptr error) { std::rethrow_exception(error); }};
 };
 

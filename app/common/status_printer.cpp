@@ -8,7 +8,7 @@ namespace homewarden {
 
 void print_line(const std::string& text) {
   if (text.empty()) return;
-  std::puts(from_code_page(text).toLocal8Bit().constData());
+  std::puts(qt::from_code_page(text).toLocal8Bit().constData());
   std::fflush(stdout);
 }
 

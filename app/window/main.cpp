@@ -88,7 +88,7 @@ int run(const AppOptions& options, bool offscreen) {
                                                       : os_linux::PortNames::Devices::kAll});
   cm11::Driver interface_control(loop, stream);
   if (options.trace_serial) trace_serial_line(interface_control, loop);
-  QtDialogs window_dialogs;
+  view::QtDialogs window_dialogs;
   TerminalDialogs terminal_dialogs;
   Dialogs& dialogs = offscreen ? static_cast<Dialogs&>(terminal_dialogs) : window_dialogs;
   desktop::QtDesktop desktop;
@@ -113,9 +113,9 @@ int run(const AppOptions& options, bool offscreen) {
                    sounds, web, folders.application, ""},
                   report_escaped);
   if (options.demo) program.frm_main.caption = "Homewarden - Demo";
-  WaitWindowView wait_window(program.frm_wait);
-  MainWindowView window(program.frm_main);
-  TrayView tray(program.frmSysTray);
+  view::WaitWindowView wait_window(program.frm_wait);
+  view::MainWindowView window(program.frm_main);
+  view::TrayView tray(program.frmSysTray);
   window_dialogs.set_parent(&window);
   if (offscreen) print_status_lines(program.frm_main);
   if (options.report_start) report_first_paint(window);

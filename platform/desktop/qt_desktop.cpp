@@ -34,7 +34,7 @@ bool QtDesktop::finds_browser() {
 }
 
 bool QtDesktop::open_address(const std::string& address) {
-  return QDesktopServices::openUrl(QUrl(from_code_page(address)));
+  return QDesktopServices::openUrl(QUrl(qt::from_code_page(address)));
 }
 
 }  // namespace homewarden::desktop

@@ -16,9 +16,3 @@ QString from_code_page(std::string_view bytes);
 std::string to_code_page(const QString& text);
 
 }  // namespace homewarden::qt
-
-// For the widgets, whose every other line needs them.
-namespace homewarden {
-using qt::from_code_page;
-using qt::to_code_page;
-}  // namespace homewarden

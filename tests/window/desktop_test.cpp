@@ -24,11 +24,11 @@ using ::testing::ElementsAre;
 TEST(TextCodec, EveryByteComesBackAndStrangersAreKnownAsSuch) {
   for (int byte = 0; byte < 256; ++byte) {
     const std::string text(1, static_cast<char>(byte));
-    EXPECT_EQ(to_code_page(from_code_page(text)), text) << byte;
+    EXPECT_EQ(qt::to_code_page(qt::from_code_page(text)), text) << byte;
   }
-  EXPECT_EQ(from_code_page("\x80 K\xFC"), QString::fromUtf8("\u20AC K\u00FC"));
-  EXPECT_EQ(to_code_page(QString::fromUtf8("\u4E2D\U0001F600z?")), "\x1A\x1Az?");
-  EXPECT_EQ(from_code_page("\x1A"), QString::fromUtf8("\uFFFD")) << "a person sees no gap";
+  EXPECT_EQ(qt::from_code_page("\x80 K\xFC"), QString::fromUtf8("\u20AC K\u00FC"));
+  EXPECT_EQ(qt::to_code_page(QString::fromUtf8("\u4E2D\U0001F600z?")), "\x1A\x1Az?");
+  EXPECT_EQ(qt::from_code_page("\x1A"), QString::fromUtf8("\uFFFD")) << "a person sees no gap";
 }
 
 TEST(QtLoop, CallsInOrderOfTimeThenOfAskingAndNotWhenCancelled) {
@@ -58,7 +58,7 @@ TEST(QtLoop, InputComesBeforeACallWithoutDelay) {
   EXPECT_THAT(order, ElementsAre("input", "call"));
 }
 
-Task<void> ask(QtDialogs& dialogs, std::vector<std::string>& answers) {
+Task<void> ask(view::QtDialogs& dialogs, std::vector<std::string>& answers) {
   Message message{"Are you sure?", "Really Delete?", MessageIcon::kQuestion,
                   MessageButtons::kYesNo};
   const Answer answer = co_await dialogs.message_box(std::move(message));
@@ -76,7 +76,7 @@ Dialog* open_dialog() {
 }
 
 TEST(QtDialogs, AnsweredWithTheKeyboard) {
-  QtDialogs dialogs;
+  view::QtDialogs dialogs;
   std::vector<std::string> answers;
   Operations operations([](std::exception_ptr) { FAIL(); });
   operations.start(ask(dialogs, answers));
@@ -103,7 +103,7 @@ TEST(QtDialogs, AnsweredWithTheKeyboard) {
 }
 
 TEST(QtDialogs, GoesWithTheOperationThatAsks) {
-  QtDialogs dialogs;
+  view::QtDialogs dialogs;
   std::vector<std::string> answers;
   {
     Operations operations([](std::exception_ptr) { FAIL(); });

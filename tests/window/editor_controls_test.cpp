@@ -28,7 +28,7 @@ struct EditorControlsTest : ::testing::Test {
                                                    "Los Angeles, California", "Paris, France"};
     form.lst_hour.click.connect([this] { chosen.push_back(form.lst_hour.text); });
     form.com_city.click.connect([this] { chosen.push_back(form.com_city.text); });
-    view = std::make_unique<MainWindowView>(form);
+    view = std::make_unique<view::MainWindowView>(form);
     form.visible = true;
     EXPECT_TRUE(QTest::qWaitForWindowExposed(view.get()));
   }
@@ -56,7 +56,7 @@ struct EditorControlsTest : ::testing::Test {
   }
 
   FrmMain form;
-  std::unique_ptr<MainWindowView> view;
+  std::unique_ptr<view::MainWindowView> view;
   std::vector<std::string> chosen;
 };
 

@@ -32,7 +32,7 @@ class HouseWindow : public ::testing::Test {
     if (!rooms.empty()) house.files.contents[House::file("rmlst.hwd")] = rooms;
     house.used_dialogs = &dialogs;
     house.loop.set_wall_clock(2023, 6, 21, 14, 5, 0);
-    view = std::make_unique<MainWindowView>(house.open().frm_main);
+    view = std::make_unique<view::MainWindowView>(house.open().frm_main);
     dialogs.set_parent(view.get());
     settle(2s);
     EXPECT_TRUE(QTest::qWaitForWindowExposed(view.get()));
@@ -120,8 +120,8 @@ class HouseWindow : public ::testing::Test {
   }
 
   EventHouse house;
-  QtDialogs dialogs;
-  std::unique_ptr<MainWindowView> view;
+  view::QtDialogs dialogs;
+  std::unique_ptr<view::MainWindowView> view;
 };
 
 }  // namespace homewarden::testing

@@ -36,10 +36,10 @@ struct ListTest : ::testing::Test {
     form.ListView1.mouse_down.connect([this](int button) { buttons.push_back(button); });
     form.ListView1.column_click.connect([this](int column) { columns.push_back(column); });
     form.ListView1.double_click.connect([this] { opened.push_back(form.ListView1.selected); });
-    view = std::make_unique<MainWindowView>(form);
+    view = std::make_unique<view::MainWindowView>(form);
     form.visible = true;
     EXPECT_TRUE(QTest::qWaitForWindowExposed(view.get()));
-    list = view->findChild<ListPane*>();
+    list = view->findChild<view::ListPane*>();
   }
 
   std::string cell(int row, int column) {
@@ -66,8 +66,8 @@ struct ListTest : ::testing::Test {
   }
 
   FrmMain form;
-  std::unique_ptr<MainWindowView> view;
-  ListPane* list = nullptr;
+  std::unique_ptr<view::MainWindowView> view;
+  view::ListPane* list = nullptr;
   std::vector<int> keys;
   std::vector<int> buttons;
   std::vector<int> columns;
@@ -254,12 +254,12 @@ TEST_F(ListTest, NewRowsLeaveALongListWhereItIs) {
 }
 
 TEST_F(ListTest, AHundredThousandRowsAreShownWithoutReadingThemAll) {
-  class CountedModel : public ListModel {
+  class CountedModel : public view::ListModel {
    public:
-    using ListModel::ListModel;
+    using view::ListModel::ListModel;
     QVariant data(const QModelIndex& index, int role) const override {
       ++asked;
-      return ListModel::data(index, role);
+      return view::ListModel::data(index, role);
     }
     mutable long asked = 0;
   };

@@ -22,7 +22,7 @@ struct PanelTest : ::testing::Test {
     form.Tree.add(nullptr, "Home", "Home");
     form.Tree.add(nullptr, "Events", "Events");
     form.frm_home.visible = true;
-    view = std::make_unique<MainWindowView>(form);
+    view = std::make_unique<view::MainWindowView>(form);
     form.visible = true;
     EXPECT_TRUE(QTest::qWaitForWindowExposed(view.get()));
   }
@@ -39,7 +39,7 @@ struct PanelTest : ::testing::Test {
   }
 
   FrmMain form;
-  std::unique_ptr<MainWindowView> view;
+  std::unique_ptr<view::MainWindowView> view;
 };
 
 TEST_F(PanelTest, TypingInTheMiddleOfABoxStaysThere) {

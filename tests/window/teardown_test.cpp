@@ -10,19 +10,19 @@
 namespace homewarden::testing {
 namespace {
 
-Task<void> show_message(QtDialogs& dialogs) {
+Task<void> show_message(view::QtDialogs& dialogs) {
   Message message{"Sorry", "ERROR!", MessageIcon::kCritical};
   co_await dialogs.message_box(std::move(message));
   ADD_FAILURE() << "answered by nobody";
 }
 
-Task<void> ask_yes_or_no(QtDialogs& dialogs) {
+Task<void> ask_yes_or_no(view::QtDialogs& dialogs) {
   Message message{"Are you sure?", "Sure?", MessageIcon::kQuestion, MessageButtons::kYesNo};
   co_await dialogs.message_box(std::move(message));
   ADD_FAILURE() << "answered by nobody";
 }
 
-Task<void> ask_for_text(QtDialogs& dialogs) {
+Task<void> ask_for_text(view::QtDialogs& dialogs) {
   Question question{"Password", "Password", "", true};
   co_await dialogs.input_box(std::move(question));
   ADD_FAILURE() << "answered by nobody";
@@ -39,7 +39,7 @@ TEST(Teardown, ABoxGoesWithItsWindowOrItsOperationWhicheverIsFirst) {
   for (const auto& ask : {show_message, ask_yes_or_no, ask_for_text}) {
     for (const bool window_first : {true, false}) {
       auto window = std::make_unique<QWidget>();
-      auto dialogs = std::make_unique<QtDialogs>();
+      auto dialogs = std::make_unique<view::QtDialogs>();
       dialogs->set_parent(window.get());
       window->show();
       auto operations = std::make_unique<Operations>([](std::exception_ptr) { FAIL(); });
@@ -58,7 +58,7 @@ TEST(Teardown, ABoxGoesWithItsWindowOrItsOperationWhicheverIsFirst) {
 
 // Answered and ended in the same turn: the answer is on its way to an operation that is gone.
 TEST(Teardown, AnAnswerOnItsWayReachesNoOperationThatWasEnded) {
-  QtDialogs dialogs;
+  view::QtDialogs dialogs;
   Operations operations([](std::exception_ptr) { FAIL(); });
   const auto id = operations.start(show_message(dialogs));
   for (QWidget* widget : QApplication::topLevelWidgets())
@@ -72,14 +72,14 @@ TEST(Teardown, AnAnswerOnItsWayReachesNoOperationThatWasEnded) {
 TEST(Teardown, TheProgramAndItsWindowsGoInEitherOrderWithBoxesOpen) {
   enum class First { kViews, kOperations, kProgram };
   for (const First first : {First::kViews, First::kOperations, First::kProgram}) {
-    QtDialogs dialogs;
+    view::QtDialogs dialogs;
     House house;
     house.interface_control.status_of_port.clear();
     house.used_dialogs = &dialogs;
     Program& program = house.open();
-    auto wait = std::make_unique<WaitWindowView>(program.frm_wait);
-    auto window = std::make_unique<MainWindowView>(program.frm_main);
-    auto tray = std::make_unique<TrayView>(program.frmSysTray);
+    auto wait = std::make_unique<view::WaitWindowView>(program.frm_wait);
+    auto window = std::make_unique<view::MainWindowView>(program.frm_main);
+    auto tray = std::make_unique<view::TrayView>(program.frmSysTray);
     dialogs.set_parent(window.get());
     house.loop.advance(2s);
     program.frm_main.Label63.click();

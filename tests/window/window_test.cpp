@@ -42,7 +42,7 @@ struct WindowTest : ::testing::Test {
     form.Tree.key_press.connect([this](int key) { keys.push_back(key); });
     form.Tree.mouse_down.connect([this](int button) { buttons.push_back(button); });
     form.frm_home.visible = true;
-    view = std::make_unique<MainWindowView>(form);
+    view = std::make_unique<view::MainWindowView>(form);
     form.visible = true;
     EXPECT_TRUE(QTest::qWaitForWindowExposed(view.get()));
     tree = view->findChild<QTreeView*>();
@@ -90,7 +90,7 @@ struct WindowTest : ::testing::Test {
   }
 
   FrmMain form;
-  std::unique_ptr<MainWindowView> view;
+  std::unique_ptr<view::MainWindowView> view;
   QTreeView* tree = nullptr;
   std::vector<std::string> clicks;
   std::vector<int> keys;
@@ -188,7 +188,7 @@ TEST_F(WindowTest, CardsOfDevices) {
   int name_clicks = 0;
   form.device[1].click.connect([&] { ++picture_clicks; });
   form.devicename[1].click.connect([&] { ++name_clicks; });
-  const auto cards = shown<DeviceCard>();
+  const auto cards = shown<view::DeviceCard>();
   ASSERT_EQ(cards.size(), 2u);
   auto* button = cards[1]->findChild<QAbstractButton*>();
   QTest::mouseClick(button, Qt::LeftButton);
@@ -284,8 +284,8 @@ double luminance(const QColor& colour) {
 
 TEST_F(WindowTest, ACardSaysWhatBecameOfAPressAndKeepsItsSize) {
   show_devices();
-  auto* card = shown<DeviceCard>().front();
-  auto* button = card->findChild<DeviceButton*>();
+  auto* card = shown<view::DeviceCard>().front();
+  auto* button = card->findChild<view::DeviceButton*>();
   auto* link = card->findChild<QPushButton*>();
   int presses = 0;
   int tries = 0;
@@ -314,7 +314,7 @@ TEST_F(WindowTest, ACardSaysWhatBecameOfAPressAndKeepsItsSize) {
   for (const QColor ground : {QColor("#ffffff"), QColor("#2b2b2b"), QColor("#000000")}) {
     QPalette colours;
     colours.setColor(QPalette::Base, ground);
-    const double text = luminance(CardFoot::warning_colour(colours));
+    const double text = luminance(view::CardFoot::warning_colour(colours));
     const double back = luminance(ground);
     EXPECT_GE((std::max(text, back) + 0.05) / (std::min(text, back) + 0.05), 4.5);
   }
@@ -361,7 +361,7 @@ TEST_F(WindowTest, ADisabledWindowTakesNoInputButCanBeClosed) {
   int closes = 0;
   form.device[0].click.connect([&] { ++clicks_of_device; });
   form.close_requested.connect([&] { ++closes; });
-  auto* button = shown<DeviceButton>().front();
+  auto* button = shown<view::DeviceButton>().front();
   form.enabled = false;
   QTest::mouseClick(button, Qt::LeftButton);
   QTest::keyClick(button, Qt::Key_Space);
@@ -423,7 +423,8 @@ TEST_F(WindowTest, EverythingHasANameForAScreenReader) {
       continue;
     const auto* button = qobject_cast<QAbstractButton*>(widget);
     const bool has_text = button && !button->text().isEmpty();
-    if (dynamic_cast<const DeviceButton*>(button) && !widget->isVisibleTo(view.get())) continue;
+    if (dynamic_cast<const view::DeviceButton*>(button) && !widget->isVisibleTo(view.get()))
+      continue;
     EXPECT_TRUE(has_text || !widget->accessibleName().isEmpty() || widget->isHidden())
         << widget->metaObject()->className() << " in "
         << widget->parentWidget()->metaObject()->className();
@@ -434,7 +435,7 @@ TEST_F(WindowTest, EverythingHasANameForAScreenReader) {
 
 TEST(WaitWindow, ShowsItsStepsAndCanSkipTheDelay) {
   FrmWait form;
-  WaitWindowView view(form);
+  view::WaitWindowView view(form);
   form.visible = true;
   form.Label1.caption = "Time Delay 20";
   EXPECT_TRUE(view.isVisible());

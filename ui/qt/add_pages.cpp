@@ -7,7 +7,7 @@
 #include "ui/qt/page.h"
 #include "ui/qt/pages.h"
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 // Selects its whole text when it gets the focus, so that typing replaces it.
@@ -80,4 +80,4 @@ QWidget* make_add_device_page(AddDevicePanel& panel) {
   return page;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -7,12 +7,12 @@
 #include "ui/qt/steady_button.h"
 #include "ui/qt/watch.h"
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 // An ampersand in a text of the program is an ampersand.
 QString plain(const std::string& text) {
-  return from_code_page(text).replace("&", "&&");
+  return qt::from_code_page(text).replace("&", "&&");
 }
 
 }  // namespace
@@ -22,8 +22,8 @@ void bind_common(Control& control, QWidget* widget, const QString& name) {
   follow(control.visible, widget, [widget](bool visible) { widget->setVisible(visible); });
   follow(control.enabled, widget, [widget](bool enabled) { widget->setEnabled(enabled); });
   follow(control.tool_tip, widget, [widget](const std::string& tip) {
-    widget->setToolTip(from_code_page(tip));
-    widget->setAccessibleDescription(from_code_page(tip));
+    widget->setToolTip(qt::from_code_page(tip));
+    widget->setAccessibleDescription(qt::from_code_page(tip));
   });
   watch(control.focus_requested, widget, [widget] { widget->setFocus(Qt::OtherFocusReason); });
 }
@@ -32,7 +32,7 @@ void bind(Label& control, QLabel* widget) {
   bind_common(control, widget);
   widget->setTextFormat(Qt::PlainText);
   follow(control.caption, widget,
-         [widget](const std::string& text) { widget->setText(from_code_page(text)); });
+         [widget](const std::string& text) { widget->setText(qt::from_code_page(text)); });
 }
 
 void bind(Button& control, QPushButton* widget) {
@@ -63,10 +63,10 @@ void bind(CheckBox& control, QCheckBox* widget, const QString& name) {
 void bind(TextBox& control, QLineEdit* widget, const QString& name) {
   bind_common(control, widget, name);
   follow(control.text, widget, [widget](const std::string& text) {
-    if (to_code_page(widget->text()) != text) widget->setText(from_code_page(text));
+    if (qt::to_code_page(widget->text()) != text) widget->setText(qt::from_code_page(text));
   });
   QObject::connect(widget, &QLineEdit::textEdited, widget,
-                   [&control](const QString& text) { control.text = to_code_page(text); });
+                   [&control](const QString& text) { control.text = qt::to_code_page(text); });
 }
 
 namespace {
@@ -77,7 +77,7 @@ void show_marks(const ListBox& control, QListWidget* widget) {
     QListWidgetItem& item = *widget->item(row);
     const auto mark = marks.find(row);
     const bool marked = mark != marks.end();
-    const QString why = marked ? from_code_page(mark->second) : QString();
+    const QString why = marked ? qt::from_code_page(mark->second) : QString();
     item.setIcon(marked ? mark_icon() : QIcon());
     item.setToolTip(why);
     item.setData(Qt::AccessibleTextRole, marked ? marked_text(item.text(), why) : item.text());
@@ -91,7 +91,7 @@ void bind(ListBox& control, QListWidget* widget, const QString& name) {
   follow(control.items, widget, [widget, &control](const auto& items) {
     const QSignalBlocker quiet(widget);
     widget->clear();
-    for (const std::string& item : items) widget->addItem(from_code_page(item));
+    for (const std::string& item : items) widget->addItem(qt::from_code_page(item));
     widget->setCurrentRow(control.selected);
     show_marks(control, widget);
   });
@@ -133,4 +133,4 @@ QPushButton* make_button(Button& control, QWidget* parent) {
   return button;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

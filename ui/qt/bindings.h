@@ -10,7 +10,7 @@
 
 #include "ui/controls.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 // Each function joins a control to the widget that shows it, both ways, for the widget's life. The
 // name is what a screen reader says; where the control has a caption it may be left out.
@@ -40,4 +40,4 @@ QComboBox* make_short_combo(ComboBox& control, const QString& name, QWidget* par
 // A button that keeps its size when its caption turns bold and back.
 QPushButton* make_button(Button& control, QWidget* parent);
 
-}  // namespace homewarden
+}  // namespace homewarden::view

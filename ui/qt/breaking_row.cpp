@@ -3,7 +3,7 @@
 #include <QEvent>
 #include <algorithm>
 
-namespace homewarden {
+namespace homewarden::view {
 
 BreakingRow::BreakingRow(QWidget* parent)
     : QWidget(parent),
@@ -39,4 +39,4 @@ void BreakingRow::arrange() {
   if (direction != groups_->direction()) groups_->setDirection(direction);
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -3,7 +3,7 @@
 #include <QHBoxLayout>
 #include <QWidget>
 
-namespace homewarden {
+namespace homewarden::view {
 
 // Two groups of fields, one behind the other; one below the other where there is no room for that.
 class BreakingRow : public QWidget {
@@ -27,4 +27,4 @@ class BreakingRow : public QWidget {
   QHBoxLayout* second_;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -7,7 +7,7 @@
 #include "ui/qt/page.h"
 #include "ui/qt/watch.h"
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 constexpr const char* kLink =
@@ -33,13 +33,13 @@ CardFoot::CardFoot(Property<CardState>& state, Label& not_sent, QWidget* parent)
   link_->setCursor(Qt::PointingHandCursor);
   recolour();
   follow(not_sent.caption, this, [this](const std::string& text) {
-    link_->setText(from_code_page(text).replace("&", "&&"));
+    link_->setText(qt::from_code_page(text).replace("&", "&&"));
     setFixedHeight(link_->sizeHint().height());
     refresh();
   });
   follow(not_sent.tool_tip, this, [this](const std::string& tip) {
-    link_->setToolTip(from_code_page(tip));
-    link_->setAccessibleDescription(from_code_page(tip));
+    link_->setToolTip(qt::from_code_page(tip));
+    link_->setAccessibleDescription(qt::from_code_page(tip));
   });
   watch(not_sent.visible.changed, this, [this] { refresh(); });
   follow(state, this, [this](CardState) { refresh(); });
@@ -55,7 +55,7 @@ QString CardFoot::words() const {
     case CardState::kIdle:
       break;
   }
-  return not_sent_.visible ? from_code_page(not_sent_.caption.get()) : QString();
+  return not_sent_.visible ? qt::from_code_page(not_sent_.caption.get()) : QString();
 }
 
 void CardFoot::refresh() {
@@ -85,4 +85,4 @@ void CardFoot::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange) setFixedHeight(link_->sizeHint().height());
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

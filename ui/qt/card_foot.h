@@ -5,7 +5,7 @@
 
 #include "ui/house_panel.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 // The line at the foot of a device's card: that a press waits or is being sent, or else that the
 // last one was not sent, as a link that sends it again. It takes the same room when it is empty.
@@ -38,4 +38,4 @@ class CardFoot : public QWidget {
   QWidget* neighbour_ = nullptr;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -3,7 +3,7 @@
 #include <QEvent>
 #include <algorithm>
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 constexpr int kGap = 14;
@@ -52,4 +52,4 @@ void CardGrid::arrange() {
   setMinimumHeight(rows * (size.height() + kGap) - kGap);
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -3,7 +3,7 @@
 #include <QList>
 #include <QWidget>
 
-namespace homewarden {
+namespace homewarden::view {
 
 // Puts the cards that are shown side by side, in as many columns as fit, in rows of equal height.
 class CardGrid : public QWidget {
@@ -23,4 +23,4 @@ class CardGrid : public QWidget {
   QList<QWidget*> cards_;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -4,7 +4,7 @@
 #include <QScopedValueRollback>
 #include <algorithm>
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 constexpr int kTwipsPerPixel = 15;
@@ -89,4 +89,4 @@ void ColumnWidths::fit() {
   }
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

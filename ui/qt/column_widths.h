@@ -5,7 +5,7 @@
 
 #include "ui/controls.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 // Keeps the columns of a list as wide as the control asks for, and at least so wide that captions
 // and typical texts can be read in the font of the desktop. When the list is narrower than its
@@ -40,4 +40,4 @@ class ColumnWidths {
   bool person_sized_ = false;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::view

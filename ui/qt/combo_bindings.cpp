@@ -10,13 +10,13 @@
 #include "ui/qt/watch.h"
 #include "ui/qt/wheel_guard.h"
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 QStringList to_list(const std::vector<std::string>& texts) {
   QStringList list;
   list.reserve(static_cast<qsizetype>(texts.size()));
-  for (const std::string& text : texts) list << from_code_page(text);
+  for (const std::string& text : texts) list << qt::from_code_page(text);
   return list;
 }
 
@@ -69,10 +69,10 @@ class ShortCombo : public QComboBox {
 // count as choosing that entry.
 void show_text(const std::string& text, QComboBox* widget) {
   const QSignalBlocker quiet(widget);
-  const QString shown = from_code_page(text);
+  const QString shown = qt::from_code_page(text);
   const int row = widget->findText(shown, Qt::MatchExactly | Qt::MatchCaseSensitive);
   if (row == widget->currentIndex() && shown == widget->currentText()) return;
-  const bool being_typed = to_code_page(widget->currentText()) == text;
+  const bool being_typed = qt::to_code_page(widget->currentText()) == text;
   const int cursor = widget->lineEdit()->cursorPosition();
   widget->setCurrentIndex(row);
   widget->setEditText(shown);
@@ -98,9 +98,9 @@ void bind(ComboBox& control, QComboBox* widget, const QString& name) {
   });
   follow(control.text, widget, [widget](const std::string& text) { show_text(text, widget); });
   QObject::connect(widget, &QComboBox::editTextChanged, widget,
-                   [&control](const QString& text) { control.text = to_code_page(text); });
+                   [&control](const QString& text) { control.text = qt::to_code_page(text); });
   QObject::connect(widget, &QComboBox::activated, widget, [widget, &control](int index) {
-    control.text = to_code_page(widget->itemText(index));
+    control.text = qt::to_code_page(widget->itemText(index));
     control.click();
   });
 }
@@ -118,4 +118,4 @@ QComboBox* make_short_combo(ComboBox& control, const QString& name, QWidget* par
   return combo;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

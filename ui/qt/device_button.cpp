@@ -3,7 +3,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 constexpr int kFocusFrame = 5;
@@ -51,4 +51,4 @@ void DeviceButton::keyPressEvent(QKeyEvent* event) {
     click();
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

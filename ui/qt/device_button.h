@@ -3,7 +3,7 @@
 #include <QAbstractButton>
 #include <QPixmap>
 
-namespace homewarden {
+namespace homewarden::view {
 
 // The picture of a device, which is the button that switches it.
 class DeviceButton : public QAbstractButton {
@@ -25,4 +25,4 @@ class DeviceButton : public QAbstractButton {
   bool dimmed_ = false;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::view

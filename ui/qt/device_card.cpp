@@ -13,7 +13,7 @@
 #include "ui/qt/watch.h"
 #include "ui/qt/wheel_guard.h"
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 constexpr int kCardWidth = 176;
@@ -87,7 +87,7 @@ void DeviceCard::bind_picture() {
   follow(picture_.file, this,
          [this](const std::string& file) { button_->set_picture(QString::fromStdString(file)); });
   follow(picture_.tool_tip, this, [this](const std::string& tip) {
-    button_->setToolTip(from_code_page(tip));
+    button_->setToolTip(qt::from_code_page(tip));
     show_state();
   });
   connect(button_, &QAbstractButton::clicked, this, [this] { picture_.click(); });
@@ -96,7 +96,7 @@ void DeviceCard::bind_picture() {
 void DeviceCard::bind_name(Label& room) {
   follow(name_.caption, this, [this](const std::string& text) {
     drop_input();
-    const QString name = from_code_page(text);
+    const QString name = qt::from_code_page(text);
     caption_->setText(name);
     button_->setAccessibleName(name);
     bar_->setAccessibleName(tr("Brightness of %1").arg(name));
@@ -117,7 +117,7 @@ void DeviceCard::bind_slider() {
     level_->setVisible(visible);
   });
   follow(slider_.tool_tip, this, [this](const std::string& tip) {
-    bar_->setToolTip(from_code_page(tip));
+    bar_->setToolTip(qt::from_code_page(tip));
     show_state();
   });
   follow(slider_.value, this, [this](int) { show_value(); });
@@ -137,7 +137,7 @@ void DeviceCard::show_state() {
   button_->set_dimmed(foot_->state() == CardState::kWaiting);
   const QString words = foot_->words();
   const auto described = [&words](const std::string& tip) {
-    const QString text = from_code_page(tip);
+    const QString text = qt::from_code_page(tip);
     return words.isEmpty() ? text : words + " " + text;
   };
   button_->setAccessibleDescription(described(picture_.tool_tip));
@@ -215,4 +215,4 @@ void DeviceCard::paintEvent(QPaintEvent* /*event*/) {
   painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), kCorner, kCorner);
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

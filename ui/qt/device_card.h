@@ -8,7 +8,7 @@
 #include "ui/qt/card_foot.h"
 #include "ui/qt/device_button.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 // One slot of the device panel: picture, name, slider, what became of the last press. Hidden while
 // the slot is empty. A press or a move that is under way when the slot gets another device is
@@ -47,4 +47,4 @@ class DeviceCard : public QWidget {
   bool caption_pressed_ = false;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::view

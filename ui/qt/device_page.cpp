@@ -4,7 +4,7 @@
 #include "ui/qt/page.h"
 #include "ui/qt/pages.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 QWidget* make_device_page(HousePanel& panel) {
   auto* page = new Page(QString(), 0);
@@ -18,4 +18,4 @@ QWidget* make_device_page(HousePanel& panel) {
   return page;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

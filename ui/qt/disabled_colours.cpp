@@ -5,7 +5,7 @@
 
 #include "ui/qt/page.h"
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 // Sets the colours anew whenever the desktop turns dark or light.
@@ -51,4 +51,4 @@ void keep_readable_when_disabled(QWidget* list, QPalette::ColorRole ground) {
   new DisabledColours(list, ground);
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

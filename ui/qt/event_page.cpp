@@ -8,7 +8,7 @@
 #include "ui/qt/page.h"
 #include "ui/qt/pages.h"
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 // The words between the boxes read as one sentence: Turn on and Dim to 60% at 07 : 30.
@@ -81,4 +81,4 @@ QWidget* make_event_page(EventPanel& panel) {
   return page;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

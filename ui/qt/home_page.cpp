@@ -7,7 +7,7 @@
 #include "ui/qt/pages.h"
 #include "ui/qt/watch.h"
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 void add_links(HomePanel& home, Page* page) {
@@ -76,4 +76,4 @@ QWidget* make_home_page(HomePanel& home, OptionsPanel& options) {
   return page;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

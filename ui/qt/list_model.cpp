@@ -3,7 +3,7 @@
 #include "platform/qt/text_codec.h"
 #include "ui/qt/row_mark.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 ListModel::ListModel(const ListView& list, QObject* parent)
     : QAbstractTableModel(parent), list_(list) {}
@@ -23,7 +23,7 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
   const auto row = static_cast<std::size_t>(index.row());
   const auto column = static_cast<std::size_t>(index.column());
   if (row >= rows.size() || column >= rows[row].size()) return {};
-  return from_code_page(rows[row][column]);
+  return qt::from_code_page(rows[row][column]);
 }
 
 // A screen reader says the reason once, with the first cell.
@@ -31,7 +31,7 @@ QVariant ListModel::mark(const QModelIndex& index, int role) const {
   const auto& marks = list_.marks.get();
   const auto found = marks.find(index.row());
   if (found == marks.end()) return {};
-  const QString why = from_code_page(found->second);
+  const QString why = qt::from_code_page(found->second);
   if (role == Qt::ToolTipRole) return why;
   if (index.column() > 0) return {};
   if (role == Qt::DecorationRole) return mark_icon();
@@ -44,7 +44,7 @@ QVariant ListModel::headerData(int section, Qt::Orientation orientation, int rol
   const auto column = static_cast<std::size_t>(section);
   if (orientation != Qt::Horizontal || role != Qt::DisplayRole || column >= columns.size())
     return {};
-  return from_code_page(columns[column].caption);
+  return qt::from_code_page(columns[column].caption);
 }
 
 void ListModel::reload() {
@@ -58,4 +58,4 @@ void ListModel::show_marks() {
                    {Qt::DecorationRole, Qt::ToolTipRole, Qt::AccessibleTextRole});
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

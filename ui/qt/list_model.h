@@ -4,7 +4,7 @@
 
 #include "ui/controls.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 // Shows the rows of a ListView to Qt without copying them: a text is decoded when it is asked for.
 class ListModel : public QAbstractTableModel {
@@ -28,4 +28,4 @@ class ListModel : public QAbstractTableModel {
   const ListView& list_;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -10,7 +10,7 @@
 #include "ui/qt/disabled_colours.h"
 #include "ui/qt/watch.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 ListPane::ListPane(ListView& list, const QString& name, QWidget* parent)
     : QTreeView(parent), list_(list), model_(new ListModel(list, this)), widths_(list, *this) {
@@ -127,4 +127,4 @@ void ListPane::changeEvent(QEvent* event) {
     widths_.measure();
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

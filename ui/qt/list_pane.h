@@ -6,7 +6,7 @@
 #include "ui/qt/column_widths.h"
 #include "ui/qt/list_model.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 // Shows a ListView and works it: selecting, opening with a double click or Enter, the menu with the
 // right button or the menu key, asking for another order with a click on a caption. The row that is
@@ -38,4 +38,4 @@ class ListPane : public QTreeView {
   ColumnWidths widths_;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::view

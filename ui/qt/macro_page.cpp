@@ -6,7 +6,7 @@
 #include "ui/qt/page.h"
 #include "ui/qt/pages.h"
 
-namespace homewarden {
+namespace homewarden::view {
 QWidget* make_macro_page(MacroPanel& panel) {
   auto* page = new Page(tr("Macros"), 820);
   QWidget* body = page->body();
@@ -40,4 +40,4 @@ QWidget* make_macro_page(MacroPanel& panel) {
   return page;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -23,7 +23,7 @@ static void load_icons() {
   Q_INIT_RESOURCE(icons);
 }
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 // What a small screen with large text has room for; pages scroll.
@@ -126,12 +126,12 @@ void MainWindowView::add_page(Frame& frame, std::function<QWidget*()> make) {
 }
 
 void MainWindowView::add_menu(Menu& menu) {
-  auto* shown = new QMenu(from_code_page(menu.caption), this);
+  auto* shown = new QMenu(qt::from_code_page(menu.caption), this);
   for (MenuEntry* entry : menu.entries) {
     if (entry->caption == "-")
       shown->addSeparator();
     else
-      connect(shown->addAction(from_code_page(entry->caption)), &QAction::triggered, this,
+      connect(shown->addAction(qt::from_code_page(entry->caption)), &QAction::triggered, this,
               [entry] { entry->click(); });
   }
   watch(menu.popped_up, this, [this, shown] { shown->popup(place_of_menu()); });
@@ -194,4 +194,4 @@ void MainWindowView::resizeEvent(QResizeEvent* event) {
   cover_->setGeometry(rect());
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

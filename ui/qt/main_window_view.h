@@ -6,7 +6,7 @@
 
 #include "ui/frm_main.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 // The main window: shows the form and hands on what a person does with it.
 class MainWindowView : public QMainWindow {
@@ -36,4 +36,4 @@ class MainWindowView : public QMainWindow {
   bool keyboard_used_ = false;  // rather than the mouse, for the last input
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -2,7 +2,7 @@
 
 #include <QEvent>
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 QFont scaled(QFont font, double factor, QFont::Weight weight) {
@@ -111,4 +111,4 @@ QFormLayout* Page::add_form() {
   return form;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

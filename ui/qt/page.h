@@ -5,7 +5,7 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
-namespace homewarden {
+namespace homewarden::view {
 
 // A text that the program shows, in the language of the desktop.
 inline QString tr(const char* text) {
@@ -50,4 +50,4 @@ QColor mixed(const QColor& colour, const QColor& other, int percent);
 // The colour of text that explains, on the widget's background.
 QColor quiet_text_colour(const QPalette& palette);
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -8,7 +8,7 @@
 #include "ui/macro_panel.h"
 #include "ui/settings_panels.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 // The panels of the main window, each built and laid out by one function.
 QWidget* make_home_page(HomePanel& home, OptionsPanel& options);
@@ -21,4 +21,4 @@ QWidget* make_web_page(WebPanel& panel);
 QWidget* make_profiles_page(ProfilePanel& panel);
 QWidget* make_speech_page();
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -9,7 +9,7 @@
 
 #include "platform/qt/text_codec.h"
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 // Waits for a dialog to be closed. The dialog is closed without a word when the wait is given up.
@@ -91,7 +91,7 @@ QtDialogs::~QtDialogs() {
 Task<Answer> QtDialogs::message_box(Message message) {
   const bool asks = message.buttons == MessageButtons::kYesNo;
   const Open<QMessageBox> box(new QMessageBox(
-      icon_of(message.icon), from_code_page(message.title), from_code_page(message.text),
+      icon_of(message.icon), qt::from_code_page(message.title), qt::from_code_page(message.text),
       asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, visible_parent(parent_)));
   box->setTextFormat(Qt::PlainText);
   box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -106,13 +106,13 @@ Task<Answer> QtDialogs::message_box(Message message) {
 
 Task<std::optional<std::string>> QtDialogs::input_box(Question question) {
   const Open<QInputDialog> box(new QInputDialog(visible_parent(parent_)));
-  box->setWindowTitle(from_code_page(question.title));
-  box->setLabelText(from_code_page(question.prompt));
-  box->setTextValue(from_code_page(question.initial));
+  box->setWindowTitle(qt::from_code_page(question.title));
+  box->setLabelText(qt::from_code_page(question.prompt));
+  box->setTextValue(qt::from_code_page(question.initial));
   if (question.secret) box->setTextEchoMode(QLineEdit::Password);
   co_await Closed(*box);
   if (box->result() != QDialog::Accepted) co_return std::nullopt;
-  co_return to_code_page(box->textValue());
+  co_return qt::to_code_page(box->textValue());
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

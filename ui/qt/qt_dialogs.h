@@ -5,7 +5,7 @@
 
 #include "platform/dialogs.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 // Questions in windows of their own. They do not hold up the loop: the operation that asks waits,
 // and its box goes when it is destroyed. A box also goes with the window that it belongs to; its
@@ -27,4 +27,4 @@ class QtDialogs : public Dialogs {
   QPointer<QWidget> parent_;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -5,7 +5,7 @@
 
 #include "ui/qt/page.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 QIcon mark_icon() {
   return QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
@@ -15,4 +15,4 @@ QString marked_text(const QString& text, const QString& why) {
   return tr("%1, warning: %2").arg(text, why);
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -3,7 +3,7 @@
 #include <QIcon>
 #include <QString>
 
-namespace homewarden {
+namespace homewarden::view {
 
 // How a row of a list that something is wrong with looks, and what a screen reader says of it.
 
@@ -11,4 +11,4 @@ QIcon mark_icon();
 
 QString marked_text(const QString& text, const QString& why);
 
-}  // namespace homewarden
+}  // namespace homewarden::view

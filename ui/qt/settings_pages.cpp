@@ -8,7 +8,7 @@
 #include "ui/qt/page.h"
 #include "ui/qt/pages.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 QWidget* make_web_page(WebPanel& panel) {
   auto* page = new Page(tr("Web Server"));
@@ -72,4 +72,4 @@ QWidget* make_speech_page() {
   return page;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

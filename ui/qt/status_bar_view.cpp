@@ -5,7 +5,7 @@
 #include "platform/qt/text_codec.h"
 #include "ui/qt/watch.h"
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 constexpr int kLight = 10;
@@ -55,14 +55,14 @@ StatusBarView::StatusBarView(StatusBar& control, QWidget* parent)
   addPermanentWidget(light_);
   addPermanentWidget(state_);
   follow(control.panel1, this,
-         [this](const std::string& text) { clock_->setText(from_code_page(text)); });
+         [this](const std::string& text) { clock_->setText(qt::from_code_page(text)); });
   follow(control.panel2, this, [this](const std::string& text) {
-    status_->setText(from_code_page(text));
-    status_->setToolTip(from_code_page(text));
-    status_->setAccessibleDescription(from_code_page(text));
+    status_->setText(qt::from_code_page(text));
+    status_->setToolTip(qt::from_code_page(text));
+    status_->setAccessibleDescription(qt::from_code_page(text));
   });
   follow(control.panel3, this,
-         [this](const std::string& text) { show_state(from_code_page(text)); });
+         [this](const std::string& text) { show_state(qt::from_code_page(text)); });
 }
 
 void StatusBarView::show_state(const QString& state) {
@@ -71,4 +71,4 @@ void StatusBarView::show_state(const QString& state) {
   light_->setPixmap(light(state == "STATUS: Ready" ? kGood : kBad, devicePixelRatioF()));
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -5,7 +5,7 @@
 
 #include "ui/controls.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 // A text in one line, cut with an ellipsis where the room ends; the whole text is its tool tip.
 class ElidedLabel : public QLabel {
@@ -31,4 +31,4 @@ class StatusBarView : public QStatusBar {
   QLabel* state_;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -2,7 +2,7 @@
 
 #include <QStyleOptionButton>
 
-namespace homewarden {
+namespace homewarden::view {
 
 QSize SteadyButton::sizeHint() const {
   QSize caption;
@@ -17,4 +17,4 @@ QSize SteadyButton::sizeHint() const {
   return style()->sizeFromContents(QStyle::CT_PushButton, &option, caption, this);
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

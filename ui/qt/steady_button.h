@@ -2,7 +2,7 @@
 
 #include <QPushButton>
 
-namespace homewarden {
+namespace homewarden::view {
 
 // A button that is as wide with a plain caption as with a bold one: one that flashes moves nothing
 // around it.
@@ -14,4 +14,4 @@ class SteadyButton : public QPushButton {
   QSize minimumSizeHint() const override { return sizeHint(); }
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::view

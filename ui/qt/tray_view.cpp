@@ -8,7 +8,7 @@
 #include "ui/key_codes.h"
 #include "ui/qt/watch.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 TrayView::TrayView(FrmSysTray& form) : form_(form) {
   form.has_area = QSystemTrayIcon::isSystemTrayAvailable();
@@ -18,7 +18,7 @@ TrayView::TrayView(FrmSysTray& form) : form_(form) {
   });
   watch(form.loaded.changed, this, [this] { show_icon(form_.loaded); });
   watch(form.ToolTip.changed, this, [this] {
-    if (icon_) icon_->setToolTip(from_code_page(form_.ToolTip.get()));
+    if (icon_) icon_->setToolTip(qt::from_code_page(form_.ToolTip.get()));
   });
 }
 
@@ -28,7 +28,7 @@ void TrayView::show_icon(bool loaded) {
   const bool waits = QGuiApplication::platformName() == "xcb";
   if (!loaded || (!form_.has_area && !waits)) return;
   icon_ = new QSystemTrayIcon(QIcon(":/icons/homewarden.png"), this);
-  icon_->setToolTip(from_code_page(form_.ToolTip.get()));
+  icon_->setToolTip(qt::from_code_page(form_.ToolTip.get()));
   connect(icon_, &QSystemTrayIcon::activated, this, [this](auto reason) {
     switch (reason) {
       case QSystemTrayIcon::Context:
@@ -44,4 +44,4 @@ void TrayView::show_icon(bool loaded) {
   icon_->show();
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

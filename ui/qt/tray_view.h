@@ -6,7 +6,7 @@
 
 class QSystemTrayIcon;
 
-namespace homewarden {
+namespace homewarden::view {
 
 // The icon in the notification area of the desktop.
 class TrayView : public QObject {
@@ -20,4 +20,4 @@ class TrayView : public QObject {
   QSystemTrayIcon* icon_ = nullptr;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -2,7 +2,7 @@
 
 #include "platform/qt/text_codec.h"
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 using Nodes = std::vector<std::unique_ptr<TreeNode>>;
@@ -79,12 +79,12 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
   const TreeNode& node = *node_of(index);
   switch (role) {
     case Qt::DisplayRole:
-      return from_code_page(node.text);
+      return qt::from_code_page(node.text);
     case Qt::DecorationRole:
       return icon_of(node);
     case Qt::AccessibleTextRole:
-      return from_code_page(node.parent ? node.text + ", device in " + node.parent->text
-                                        : node.text);
+      return qt::from_code_page(node.parent ? node.text + ", device in " + node.parent->text
+                                            : node.text);
     default:
       return {};
   }
@@ -96,4 +96,4 @@ QIcon TreeModel::icon_of(const TreeNode& node) const {
   return fixed == fixed_icons_.end() ? room_icon_ : fixed->second;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

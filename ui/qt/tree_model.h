@@ -7,7 +7,7 @@
 
 #include "ui/tree_view.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 // Shows the nodes of a TreeView to Qt without copying them.
 class TreeModel : public QAbstractItemModel {
@@ -37,4 +37,4 @@ class TreeModel : public QAbstractItemModel {
   std::unordered_map<const TreeNode*, int> rows_;  // a node does not know its place
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -10,7 +10,7 @@
 #include "ui/qt/disabled_colours.h"
 #include "ui/qt/watch.h"
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 // The character that the program hears of; 0 for keys that only the tree has to do with.
@@ -132,4 +132,4 @@ void TreePane::contextMenuEvent(QContextMenuEvent* event) {
   if (currentIndex().isValid()) tree_.mouse_down(kRightButton);
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -6,7 +6,7 @@
 
 #include "ui/qt/tree_model.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 // The navigation tree: selecting and clicking are apart, as its control says. Rooms are closed
 // until they are clicked.
@@ -35,4 +35,4 @@ class TreePane : public QTreeView {
   std::string pressed_;               // the key of the node on which the left button went down
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -13,7 +13,7 @@
 #include "ui/qt/bindings.h"
 #include "ui/qt/watch.h"
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 constexpr int kIcon = 56;
@@ -52,7 +52,7 @@ WaitWindowView::WaitWindowView(FrmWait& form)
   rows->addWidget(make_link(form.lab_wait, this), 0, Qt::AlignLeft);
 
   follow(form.Label2.caption, this,
-         [this](const std::string& text) { setWindowTitle(from_code_page(text)); });
+         [this](const std::string& text) { setWindowTitle(qt::from_code_page(text)); });
   follow(form.visible, this, [this](bool visible) {
     if (visible && screen()) {
       adjustSize();
@@ -67,4 +67,4 @@ void WaitWindowView::closeEvent(QCloseEvent* event) {
   event->ignore();
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -4,7 +4,7 @@
 
 #include "ui/frm_wait.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 // The small window of start-up and shutdown.
 class WaitWindowView : public QWidget {
@@ -15,4 +15,4 @@ class WaitWindowView : public QWidget {
   void closeEvent(QCloseEvent* event) override;
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -5,7 +5,7 @@
 
 #include "base/signal.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 // Calls `function` for every emission as long as `owner` lives; signals of the forms outlive the
 // widgets that show them.
@@ -24,4 +24,4 @@ void follow(Property<T>& property, QObject* owner, Function function) {
         [&property, function = std::move(function)] { function(property.get()); });
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

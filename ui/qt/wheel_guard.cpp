@@ -2,7 +2,7 @@
 
 #include <QEvent>
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 class WheelGuard : public QObject {
@@ -23,4 +23,4 @@ void guard_wheel(QWidget* widget) {
   widget->installEventFilter(new WheelGuard(widget));
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

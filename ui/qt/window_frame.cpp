@@ -10,7 +10,7 @@
 #include "platform/qt/text_codec.h"
 #include "ui/qt/watch.h"
 
-namespace homewarden {
+namespace homewarden::view {
 namespace {
 
 constexpr float kTwipsPerPixel = 15;
@@ -31,7 +31,7 @@ WindowFrame::WindowFrame(Window& form, QWidget* window)
     : QObject(window), form_(form), window_(*window) {
   window->installEventFilter(this);
   follow(form.caption, this,
-         [this](const std::string& text) { window_.setWindowTitle(from_code_page(text)); });
+         [this](const std::string& text) { window_.setWindowTitle(qt::from_code_page(text)); });
   follow(form.width, this, [this](float) { show_size(); });
   watch(form.height.changed, this, [this] { show_size(); });
   follow(form.left, this, [this](float) { show_place(); });
@@ -144,4 +144,4 @@ bool WindowFrame::eventFilter(QObject* /*watched*/, QEvent* event) {
   return false;
 }
 
-}  // namespace homewarden
+}  // namespace homewarden::view

@@ -4,7 +4,7 @@
 
 #include "ui/controls.h"
 
-namespace homewarden {
+namespace homewarden::view {
 
 // Joins a Window to the top-level widget that shows it, both ways: caption, place, size, state,
 // order, and whether it is shown. Lives as long as the widget.
@@ -30,4 +30,4 @@ class WindowFrame : public QObject {
   bool placing_ = false;  // the window and the form are being brought to the same place and size
 };
 
-}  // namespace homewarden
+}  // namespace homewarden::view
