@@ -19,7 +19,9 @@ void HouseIndex::set_lines(const std::vector<std::string>& lines) {
   rooms_.clear();
   devices_.clear();
   lines_.clear();
-  for (ByText* map : {&keys_, &labels_, &names_, &addresses_}) map->clear();
+  devices_.reserve(lines.size());
+  lines_.reserve(lines.size());
+  for (ByText* map : {&keys_, &labels_, &names_, &addresses_}) map->positions.clear();
 
   std::unordered_set<std::string> known_rooms;
   for (const std::string& line : lines) {
@@ -27,13 +29,7 @@ void HouseIndex::set_lines(const std::vector<std::string>& lines) {
     if (!entry) continue;
     if (known_rooms.insert(entry->room).second) rooms_.push_back(entry->room);
     if (!entry->device) continue;
-    Device& device = *entry->device;
-    const std::size_t position = devices_.size();
-    keys_.try_emplace(to_lower(device.key()), position);
-    labels_.try_emplace(to_lower(device.label()), position);
-    names_.try_emplace(to_lower(device.room + " " + device.name), position);
-    addresses_.try_emplace(to_lower(device.code()), position);
-    devices_.push_back(std::move(device));
+    devices_.push_back(std::move(*entry->device));
     lines_.push_back(line);
   }
   changed();
@@ -46,9 +42,12 @@ std::vector<const Device*> HouseIndex::devices_in(std::string_view room) const {
   return result;
 }
 
-const Device* HouseIndex::found(const ByText& map, std::string text) const {
-  const auto entry = map.find(to_lower(text));
-  return entry == map.end() ? nullptr : &devices_[entry->second];
+const Device* HouseIndex::found(ByText& map, const std::string& text) const {
+  if (map.positions.empty())
+    for (std::size_t i = 0; i < devices_.size(); ++i)
+      map.positions.try_emplace(to_lower(map.text_of(devices_[i])), i);
+  const auto entry = map.positions.find(to_lower(text));
+  return entry == map.positions.end() ? nullptr : &devices_[entry->second];
 }
 
 const Device* HouseIndex::by_name(std::string_view room, std::string_view name) const {

@@ -52,19 +52,23 @@ class HouseIndex {
   Signal<> changed;
 
  private:
-  using ByText = std::unordered_map<std::string, std::size_t>;
+  // Positions of the first device with each lower-case text; filled when first asked for, since
+  // most changes of the house need few of these.
+  struct ByText {
+    std::string (*text_of)(const Device&);
+    std::unordered_map<std::string, std::size_t> positions;
+  };
 
-  const Device* found(const ByText& map, std::string text) const;
+  const Device* found(ByText& map, const std::string& text) const;
 
   Settings& settings_;
   std::vector<std::string> rooms_;
   std::vector<Device> devices_;
   std::vector<std::string> lines_;  // of the devices
-  // Positions of the first device with each lower-case text.
-  ByText keys_;
-  ByText labels_;
-  ByText names_;  // room, blank, name
-  ByText addresses_;
+  mutable ByText keys_{[](const Device& device) { return device.key(); }, {}};
+  mutable ByText labels_{[](const Device& device) { return device.label(); }, {}};
+  mutable ByText names_{[](const Device& device) { return device.room + " " + device.name; }, {}};
+  mutable ByText addresses_{[](const Device& device) { return device.code(); }, {}};
 };
 
 }  // namespace homewarden
