@@ -38,7 +38,8 @@ inline constexpr std::chrono::minutes kRemembered{24 * 60};
 // minute only.
 std::vector<MinuteCheck> minutes_to_check(const CheckedMinutes& checked, Minute now);
 
-// `checked` with `now`, and what was skipped before it, added; what is too old is forgotten.
+// `checked` with `now`, and what was skipped before it, added. Of each span the last day is kept,
+// of the spans the newest 16; what is older is forgotten and would run again.
 CheckedMinutes with_checked(CheckedMinutes checked, Minute now);
 
 }  // namespace homewarden

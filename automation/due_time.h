@@ -9,8 +9,8 @@
 namespace homewarden {
 
 // The time of day at which an event is due, in minutes since midnight. A sun time plus its offset
-// in hours wraps around midnight. Nothing when `time` is no time, or when there is no sun time to
-// count from.
+// in hours wraps around midnight; an offset that is no number counts as 0. Nothing when `time` is
+// no time, or when there is no sun time to count from.
 std::optional<int> due_minute(std::string_view time, std::optional<Date> sunrise,
                               std::optional<Date> sunset);
 

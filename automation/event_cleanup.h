@@ -24,7 +24,8 @@ class EventCleanup {
   // the files are in use or cannot be written, keeps its slot for the next run.
   Task<void> timerdelete_run();
 
-  // The same at once, without a word, for who holds the files.
+  // The same at once, without a word, for who holds the files. What cannot be removed keeps its
+  // slot; the list that is shown stays as it is.
   void remove_due_events();
 
  private:

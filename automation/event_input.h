@@ -22,11 +22,12 @@ struct LabelParts {
 std::optional<LabelParts> split_label(std::string_view label);
 
 // The two boxes of a time: "sSet:-1" is "sSet" and "-1", "7:30" is "7" and "30". Without a colon
-// all of it is the hour.
+// all of it is the hour, and the minute is "".
 struct TimeParts {
   std::string hour;
   std::string minute;
 };
+// Never fails: whether the parts are a time is seen when the event is saved.
 TimeParts split_time(std::string_view time);
 
 // What a person has put into the boxes of the event editor.
@@ -42,7 +43,7 @@ struct EventInput {
 
 // The event, written as the event list wants it ("7" becomes "07", "SSET" becomes "sSet"), or what
 // is wrong, in words for a person. Any device with a name and an address will do, whether or not it
-// is in the house, and so will an event without a day.
+// is in the house, and so will an event without a day. A level is 10 to 100, an offset -3 to +3.
 using CheckedInput = std::variant<EventRecord, std::string>;
 CheckedInput check_input(const EventInput& input);
 

@@ -23,6 +23,7 @@ class EventList {
   // spoiled by a change of the house or of the profile.
   class Closed {
    public:
+    // May be nested; the list takes input again when the last one has gone.
     explicit Closed(EventList& list) : list_(list) {
       if (list_.closings_++ == 0) list_.panel_.ListView1.enabled = false;
     }
@@ -39,8 +40,10 @@ class EventList {
   EventList(EventPanel& panel, MacroPanel& macro_panel, Flags& flags, Module1& module1,
             HouseIndex& house, ListFile& events, ListFile& macros);
 
-  // Fills both lists from their files. Missing files are empty lists; what cannot be understood is
-  // left out of the view and told above it. The event that was selected stays selected.
+  // Fills both lists from their files, waiting while others work on them. Missing files are empty
+  // lists. Lines that are no events are left out and told above the event list, as is a file that
+  // cannot be read; the macro list shows every line of its file and is empty when that cannot be
+  // read. The event that was selected stays selected.
   Task<void> loadevents();
 
   // The event in the selected row; nothing when no row is.
@@ -68,7 +71,8 @@ class EventList {
   int closings_ = 0;
 };
 
-// A row of `ListView1` and back.
+// A row of `ListView1` and back. A row must have all eight cells; a percent sign in its level is
+// not part of the event.
 ListView::Row row_of(const EventRecord& event);
 EventRecord event_in(const ListView::Row& row);
 

@@ -21,9 +21,10 @@ struct EventRecord {
   std::string freq;        // "once" or "daily"
   std::string days;        // letters of "mtwufsr"
 
-  // The complete line, by which the event is found in the file again.
+  // The complete line, by which the event is found in the file again; all eight fields stand in it,
+  // empty ones too.
   std::string key() const;
-  // The line without its days: names a once-event that has come due.
+  // The line without its days and the tilde before them: names a once-event that has come due.
   std::string once_key() const;
   // "Kitchen Table Lamp A3", as the device lists of the editors name it.
   std::string device_label() const;
@@ -31,7 +32,8 @@ struct EventRecord {
   bool operator==(const EventRecord&) const = default;
 };
 
-// What the events of a device have as their `roomdevice`.
+// What the events of a device have as their `roomdevice`: blanks at the end of a device's name do
+// not stand there.
 std::string roomdevice_of(std::string_view room, std::string_view device);
 
 // The letters of `days`, Monday first.
@@ -47,10 +49,12 @@ inline constexpr std::size_t kLongestEventLine = 1024;
 std::optional<EventFields> split_event(std::string_view line);
 
 EventRecord event_of(const EventFields& fields);
+// Nothing for the same lines. What comes back may still be an event that never runs.
 std::optional<EventRecord> parse_event(std::string_view line);
 
 // The lines of an event list that a key names: those that are the event, or, without one, those
-// that contain it. The key of a once-event has no days; a line with any days is it.
+// that contain it. The key of a once-event has no days; a line with any days is it. An empty key
+// names none.
 ListFile::Choice lines_of_event(std::string_view content, std::string key);
 ListFile::Choice lines_of_once_event(std::string_view content, std::string once_key);
 

@@ -18,13 +18,16 @@ class EventWriter {
  public:
   EventWriter(StatusBar& status, Flags& flags, EventLoop& loop, Module1& module1, ListFile& events);
 
-  // Behind the others; makes the list when it is missing.
+  // Behind the others; makes the list when it is missing. An event that is there already is added
+  // once more.
   Task<bool> add(EventRecord event);
 
   // Takes the old event out, with lines identical to it, and puts the other one behind the rest.
-  // Adds it all the same when the old one is not there any more.
+  // Adds it all the same when the old one is not there any more, and fails when the whole list is
+  // not. Takes two seconds and more.
   Task<bool> replace(EventRecord old_event, EventRecord event);
 
+  // Returns when the text has been painted in panel 2.
   Task<void> progress(std::string text);
 
  private:

@@ -17,8 +17,10 @@ struct MacroEnd {
   std::string name;        // "Hall Lamp"; "" when the line has none
   int function = 0;
 
+  // False for what a person wrote into the file that is no address of the power line, or is written
+  // as "A01", which is found by nobody.
   bool has_address() const { return unit > 0; }
-  // "A1", or what stands there instead.
+  // "A1", or what stands there instead; "" when nothing does.
   std::string code() const;
 };
 
@@ -33,20 +35,20 @@ struct Macro {
 std::optional<Macro> macro_of_choices(std::string_view trigger_label, std::string_view event,
                                       std::string_view target_label, std::string_view action);
 
-// The line as it stands in the file; docs/data-files.md.
+// The line as it stands in the file, without its end; docs/data-files.md.
 std::string macro_line(const Macro& macro);
 
 // Nothing for a line that is no macro: without a trigger, its words or an action.
 std::optional<Macro> parse_macro(std::string_view line);
 
-// The line as the macro panel lists it.
+// The line as the macro panel lists it, with blanks for tildes: also one that is no macro.
 std::string shown_macro(std::string_view line);
 
 // The lines of a macro list that are shown as the text; without one, those that contain its words.
 // None for an empty text.
 ListFile::Choice lines_of_macro(std::string_view content, std::string_view shown);
 
-// "Hall Lamp A1 turns on".
+// "Hall Lamp A1 turns on", without a name "A1 turns on". The function must be 2, 3 or 4.
 std::string in_words(const MacroEnd& end);
 
 }  // namespace homewarden

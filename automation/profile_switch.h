@@ -23,14 +23,19 @@ class ProfileSwitch {
   // Each of the three steps answers false, with the active profile and its events as they were,
   // when it cannot be done.
 
-  // Copies the event list to the file of the active profile.
+  // Copies the event list to the file of the active profile, and removes that file when there is no
+  // list. False as well while an earlier switch can neither be finished nor forgotten.
   bool park();
-  // Writes the events of the profile beside the event list.
+  // Writes the events of the profile beside the event list: none when it has no file. False as well
+  // for a name that can be no file's: empty, with a slash, back-slash or colon, with a dot in
+  // front, or that of a scratch file.
   bool stage(const std::string& profile);
-  // Makes the profile that was staged the active one.
+  // Makes the profile that was staged the active one. Its events are then the event list, which
+  // goes when it has none.
   bool change();
 
-  // Finishes a switch that was decided, or forgets one that was not.
+  // Finishes a switch that was decided, or forgets one that was not. Nothing happens when none was
+  // begun. At the start this comes before HouseFiles::recover(): a profile may have no event list.
   void recover();
 
  private:

@@ -16,7 +16,8 @@ class RunEventNow {
   RunEventNow(EventPanel& panel, Operations& operations, Dialogs& dialogs, EventList& list,
               DeviceCommands& commands);
 
-  // Does nothing when no event is selected, or when it has no address, action or level.
+  // Says so when the list is empty. Does nothing when no event is selected, or when its action or
+  // level is none. Returns when the command has been sent or given up.
   Task<void> run();
 
  private:

@@ -7,6 +7,7 @@ namespace homewarden {
 // The system code page, Windows-1252, against Unicode. The five bytes to which it gives no
 // character stand for the control characters of the same number, so that every byte comes back.
 
+// Every byte has one.
 char16_t character_of(char byte);
 
 // What a person typed and the code page does not have is this control character (SUBSTITUTE), which

@@ -11,6 +11,7 @@ namespace homewarden {
 // is a line when it is not empty. The lines point into the content.
 class LineReader {
  public:
+  // The content must outlive the reader and its lines.
   explicit LineReader(std::string_view content) : rest_(content) {}
 
   // The next line without its end; nothing after the last.

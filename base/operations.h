@@ -20,6 +20,7 @@ class Operations {
   // Names an operation; never 0, never used twice.
   using Id = std::uint64_t;
 
+  // The handler must not be empty.
   explicit Operations(ErrorHandler on_error);
   Operations(const Operations&) = delete;
   Operations& operator=(const Operations&) = delete;
@@ -37,9 +38,10 @@ class Operations {
   // Ends all that still wait, where they wait.
   void destroy_all();
 
-  // Tells the error handler of a failure that its operation went on past.
+  // Tells the error handler of a failure that its operation went on past. Ends nothing.
   void report(std::exception_ptr error) const { on_error_(error); }
 
+  // How many have not ended; one that calls this counts too.
   std::size_t running() const { return frames_.size(); }
 
  private:

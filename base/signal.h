@@ -16,6 +16,7 @@ class Signal {
  public:
   using Handler = std::function<void(Args...)>;
 
+  // The same function connected twice is called twice.
   void connect(Handler handler) {
     handlers_.push_back(std::make_shared<Handler>(std::move(handler)));
   }

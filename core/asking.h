@@ -11,7 +11,7 @@ namespace homewarden {
 
 Task<void> tell(Dialogs& dialogs, std::string text, std::string title,
                 MessageIcon icon = MessageIcon::kInformation);
-// Titled "Error", for what could not be done.
+// Titled "Error", with the icon of a failure, for what could not be done.
 Task<void> tell_error(Dialogs& dialogs, std::string text);
 
 // True only for Yes. `preselected` is the answer that Enter gives.

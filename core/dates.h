@@ -24,7 +24,7 @@ inline int minute_of_day(Minute minute) {
   return static_cast<int>((minute - std::chrono::floor<std::chrono::days>(minute)).count());
 }
 
-// "07:05" of a time of day in minutes.
+// "07:05" of a time of day in minutes, 0 to 1439.
 inline std::string hh_mm(int minute_of_day) {
   return two_digits(minute_of_day / 60) + ":" + two_digits(minute_of_day % 60);
 }

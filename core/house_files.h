@@ -28,6 +28,7 @@ class HouseFiles {
     ListFile::Choice macros;
   };
 
+  // Forgets a deletion, decided or not, and the scratch files of one that was being written.
   void discard_deletion();
   // Decides a deletion. False, with everything as it was, when a file cannot be read or written.
   bool decide_deletion(const Deletion& deletion);
@@ -37,11 +38,12 @@ class HouseFiles {
   bool use_macros();
   bool use_events();
   bool use_rooms();
-  // Takes a decision back that cannot be carried out: the lists stay as they are.
+  // Takes a decision back that cannot be carried out: the lists that were not used stay as they
+  // are.
   void give_up_deletion();
 
   // Puts right what a stop left behind: lists that exist only as scratch files are put back,
-  // deletions that were decided are finished.
+  // deletions that were decided are finished. A decision that cannot be carried out is taken back.
   void recover();
 
  private:

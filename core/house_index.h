@@ -27,6 +27,7 @@ class HouseIndex {
   // own or a device.
   const std::vector<std::string>& rooms() const { return rooms_; }
   const std::vector<Device>& devices() const { return devices_; }
+  // In the order of the list; empty when no room has exactly this name.
   std::vector<const Device*> devices_in(std::string_view room) const;
 
   // The device of exactly this room and name.
@@ -36,13 +37,14 @@ class HouseIndex {
   const Device* same_as(const Device& device) const;
   // By its key, with or without blanks, letter case ignored.
   const Device* by_key(std::string_view key) const;
-  // By its label "Kitchen Lamp A3", or by the label without its address; letter case ignored.
+  // By its label "Kitchen Lamp A3", or by "Kitchen Lamp" alone; letter case ignored, blanks not. Of
+  // several the first in the list.
   const Device* by_label(std::string_view label) const;
   const Device* by_room_and_name(std::string_view roomdevice) const;
   // The first device at exactly this address, letter case ignored. Without one, the first whose
   // line holds "~A~1": a unit from 10 to 16 answers for unit 1.
   const Device* by_address(std::string_view house_code, int unit) const;
-  // The first device whose line holds the text, letter case ignored.
+  // The first device whose line holds the text, letter case ignored: the first of all for "".
   const Device* holding(std::string_view text) const;
 
   // The type that is stored for the device's key; an appliance module when none is.

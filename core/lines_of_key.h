@@ -16,7 +16,7 @@ using IsKey = bool (*)(std::string_view line, std::string_view key);
 // Chooses the lines of `content` that the key means: each of those that are the key, whatever else
 // contains it; without one, each that contains it. An empty key chooses none.
 ListFile::Choice lines_of_key(std::string_view content, std::string key, IsKey is_key);
-// With lines that are equal to the key.
+// With lines that are equal to the key, but for letter case.
 ListFile::Choice lines_of_key(std::string_view content, std::string key);
 
 // The chosen lines in their order, each ended by CR LF but the last; "" when none is chosen.

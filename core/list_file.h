@@ -10,8 +10,8 @@
 
 namespace homewarden {
 
-// A data file of lines: rooms and devices, events, macros. Whoever calls a member that reads or
-// changes it holds `filebusy`.
+// A data file of lines: rooms and devices, events, macros. Whoever waits between reading it and
+// changing it holds `filebusy` for that time.
 //
 // A change writes the whole new list into a scratch file beside it and puts that in the place of
 // the list, so a stop at any moment leaves the old list or the new one.
@@ -21,6 +21,7 @@ class ListFile {
 
   ListFile(Files& files, std::filesystem::path file, std::filesystem::path scratch);
 
+  // True also for a list that is there and cannot be read.
   bool exists();
 
   // All lines, without a byte-order mark. Nothing when the file is missing or cannot be read.
@@ -31,16 +32,19 @@ class ListFile {
   // be written.
   bool write_scratch(const Choice& left_out, std::string_view added = {});
 
-  // Puts the scratch file in the place of the list.
+  // Puts the scratch file in the place of the list. False, with both as they were, when that cannot
+  // be done.
   bool use_scratch();
 
   // Adds a line, or several with CR LF between them, behind the others. False, with the list as it
   // was, when that cannot be done.
   bool add(std::string_view line);
 
+  // Nothing happens when there is none, or when it cannot be removed.
   void remove_scratch();
 
-  // Puts back what a stop in the middle of a change left as the only copy of the list.
+  // Puts back what a stop in the middle of a change left as the only copy of the list, whole lines
+  // only. Beside a list the scratch file is removed.
   void recover();
 
   const std::filesystem::path& path() const { return file_; }

@@ -20,6 +20,7 @@ class Module1 {
   // no string.
   std::string regread(RegistryRoot root, const std::string& key, const std::string& name,
                       const std::string& default_text = {});
+  // A value that cannot be written or removed stays as it was, and nobody is told.
   void regwrite(RegistryRoot root, const std::string& key, const std::string& name,
                 const std::string& text);
   void regdelete(RegistryRoot root, const std::string& key, const std::string& name);
@@ -27,6 +28,7 @@ class Module1 {
   // "Stopped", "Start Pending", "Stop Pending", "Running", "Coninue Pending", "Pause Pending" or
   // "Paused"; "" when the service is not installed or cannot be asked.
   std::string servicestatus(const std::string& machine, const std::string& service);
+  // Ask for it and return at once; servicestatus() tells what came of it. "" is this machine.
   void servicestart(const std::string& machine, const std::string& service);
   void servicestop(const std::string& machine, const std::string& service);
 

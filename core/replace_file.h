@@ -19,7 +19,8 @@ inline bool replace_file(Files& files, const std::filesystem::path& file,
   return false;
 }
 
-// Removes what a replacement that was stopped half-way left beside the file.
+// Removes what a replacement that was stopped half-way left beside the file. The file itself is
+// never touched.
 inline void discard_unfinished(Files& files, const std::filesystem::path& file) {
   std::filesystem::path unfinished = file;
   unfinished += ".new";

@@ -16,6 +16,7 @@ class Settings {
  public:
   explicit Settings(Registry& registry) : registry_(registry) {}
 
+  // The default when the value is missing, unreadable or no string.
   std::string read(const std::string& section, const std::string& key,
                    const std::string& default_text) const;
   // A value that cannot be written is lost silently; the program goes on with what it has.

@@ -11,7 +11,7 @@ inline std::string hh_mm(const LocalTime& time) {
   return two_digits(time.hour) + ":" + two_digits(time.minute);
 }
 
-// The hour without a leading zero: "7:05:09".
+// The hour, 0 to 23, without a leading zero: "7:05:09".
 inline std::string h_mm_ss(const LocalTime& time) {
   return std::to_string(time.hour) + ":" + two_digits(time.minute) + ":" + two_digits(time.second);
 }

@@ -20,7 +20,8 @@ struct QueuedCommand {
   int unit = 0;
 };
 
-// Reads an item without its tilde. Nothing when no device could be meant by it.
+// Reads an item without its tilde. Nothing unless it is an On or an Off to an address that the
+// power line has, A to P and 1 to 16.
 std::optional<QueuedCommand> parse_queue_item(std::string_view item);
 
 // Carries out what macros have queued: one command at each tick of `timerqueue`, and none while
@@ -31,8 +32,8 @@ class CommandQueue {
                Operations& operations, HouseIndex& house, DeviceCommands& commands,
                SeenCommands& seen);
 
-  // Carries out the first item and removes every copy of it. Nothing happens while another command
-  // is being sent; what is no command is removed.
+  // Carries out the first item and then removes every copy of it, whether or not it could be sent.
+  // Nothing happens while another command is being sent; what is no command is removed unsent.
   Task<void> timerqueue_run();
 
  private:

@@ -22,6 +22,7 @@ struct SwitchTarget {
   int unit = 0;
   std::string key;
 
+  // What the device is switched by. Its address may be one that the power line does not have.
   static SwitchTarget of(const Device& device);
 };
 
@@ -39,15 +40,17 @@ class DeviceCommands {
   // Switches on when `percent` is 100. Otherwise sets the brightness to `percent`, 0 to 99, by On,
   // full Bright and Dim. Returns after a pause of one second, in which other acts may begin.
   Task<bool> turnon(SwitchTarget target, int percent, Source source);
-  // Pauses like turnon.
+  // Pauses like turnon. The device is recorded as off, also when the command could not be sent.
   Task<bool> turnoff(SwitchTarget target, Source source);
-  // For who has the line already. `bright` sends Bright 100 behind an On at 100, which brings up a
-  // lamp that is on at a lower level.
+  // For who has the line already; it is released before the pause. `bright` sends Bright 100 behind
+  // an On at 100, which brings up a lamp that is on at a lower level.
   Task<bool> carry_out(LineTurn turn, SwitchTarget target, DeviceOrder order, Source source,
                        bool bright = false);
+  // Waits until nobody else has the line.
   Task<LineTurn> take_line() { return turns_.take(); }
 
-  // A step of 20 % down or up. Nothing is recorded: what level comes out is not known.
+  // A step of 20 % down or up, without a pause behind it. Nothing is recorded, whatever the result:
+  // what level comes out is not known.
   Task<bool> turndim(SwitchTarget target);
   Task<bool> turnbright(SwitchTarget target);
 
@@ -55,8 +58,8 @@ class DeviceCommands {
   // (false).
   Signal<const std::string&, bool> sending_to;
 
-  // Raised at the end of turnon and turnoff, while `sending` is still set: what happened to which
-  // address, as X10 functions: 2 on, 3 off, 4 dimmed.
+  // Raised after the pause of every act but a step, also when it could not be sent, while `sending`
+  // is still set: what happened to which address, as X10 functions: 2 on, 3 off, 4 dimmed.
   Signal<const std::string&, int, int> carried_out;
 
  private:

@@ -31,14 +31,17 @@ class DevicePanel {
   // Fills the slots anew: the house or what is recorded of it may have changed.
   void show_again();
 
-  // A press on slot `Index`, 0 to 9: `adim` 100 or 0 toggles the device. An empty slot does nothing
-  // but show a message, as do a device that is not in the list, one whose address the power line
-  // does not have, and any device without an interface.
+  // A press on slot `Index`, 0 to 9: `adim` 100 or 0 toggles the device, 1 to 99 sets that level.
+  // It returns when the press is taken, not when it is carried out. An empty slot does nothing but
+  // show a message, as do a device that is not in the list, one whose address the power line does
+  // not have, and any device without an interface.
   Task<void> deviceclicked(int Index, int adim = 0);
   // The same for a device of the house, whether or not it has a slot.
   Task<void> press(Device device);
 
-  // Show the device with this key text in a slot.
+  // Give slot 0 to 9 the picture, tip and slider of a device that is on or off. The type is that of
+  // the key text, an appliance module when none is stored for it; one that cannot be dimmed has no
+  // slider. Nothing is switched or recorded.
   void setpictureon(int slot, const std::string& fullname);
   void setpictureoff(int slot, const std::string& fullname);
 

@@ -35,7 +35,8 @@ class DeviceState {
   explicit DeviceState(Module1& module1) : module1_(module1) {}
 
   // Records what a command did, also one that could not be sent: the device then counts as not
-  // reached until a command to it gets through. An "off" is stored with the level "20".
+  // reached until a command to it gets through. An "off" is stored with the level "20". A value
+  // that cannot be written is lost without a word; `changed` is raised all the same.
   void setstatus(const std::string& keyname, DeviceOrder state, Source source, bool sent = true);
 
   // Whether the device is recorded as on. False for a device of which nothing is recorded.
@@ -48,7 +49,8 @@ class DeviceState {
   // The order that did not reach the device; nothing when the last one did.
   std::optional<DeviceOrder> not_sent(const std::string& keyname) const;
 
-  // Removes what is recorded of a device that is no more. Nobody is told.
+  // Removes what is recorded of a device that is no more. Nobody is told; nothing happens for one
+  // of which nothing is recorded.
   void forget(const std::string& keyname);
 
   Signal<const StateChange&> changed;

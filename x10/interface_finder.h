@@ -29,7 +29,7 @@ class InterfaceFinder {
   // until an interface answers, which closes the message.
   void findinterface();
 
-  // Ends what runs, and its message; nothing is searched from now on.
+  // Ends what runs, and its message; nothing is searched from now on, whatever is clicked.
   void stop();
 
   // Raised when an interface has answered and is ready.
@@ -63,7 +63,7 @@ class InterfaceFinder {
   bool stopped_ = false;
 };
 
-// Takes two tries; the second result does not matter.
+// Takes two tries, a second apart when the first one fails; the second result does not matter.
 Task<void> close_interface(InterfaceControl& interface_control, Module1& module1);
 
 }  // namespace homewarden

@@ -21,6 +21,7 @@ class LineTurn {
   LineTurn& operator=(LineTurn&&) = delete;
   ~LineTurn() { release(); }
 
+  // The next one goes on from the loop, not from inside this call. A second call does nothing.
   void release();
 
  private:
@@ -35,7 +36,8 @@ class LineTurns {
   LineTurns(const LineTurns&) = delete;
   LineTurns& operator=(const LineTurns&) = delete;
 
-  // At once when nobody has the line.
+  // At once when nobody has the line. Whoever is destroyed while it waits loses its place and holds
+  // up nobody.
   Task<LineTurn> take();
 
  private:

@@ -26,9 +26,11 @@ class PortTrial {
   PortTrial(StatusBar& status, EventLoop& loop, Module1& module1,
             InterfaceControl& interface_control);
 
+  // Takes seconds: every port that does not answer is waited for. The ports 1 to 15 are tried only
+  // when no port is stored, or the stored one does not exist or cannot be opened.
   Task<Result> try_ports(Manner manner);
 
-  // Remembers the port for the next search; "none" makes it try all.
+  // Remembers the port, "1" to "15", for the next search; "none" makes it try all.
   void store_port(const std::string& port);
 
  private:

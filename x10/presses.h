@@ -19,16 +19,20 @@ class Presses {
   Presses(Operations& operations, HouseIndex& house, DeviceState& state, DeviceCommands& commands);
 
   // The device is to be what it is not: what counts is the last press that waits or is being sent,
-  // else what is recorded.
+  // else what is recorded. Returns at once, as do the others: what becomes of the press is
+  // recorded.
   void toggle(const Device& device);
   // A level from 0 to 100. A press at another level that still waits, the last one for the device,
   // is replaced. 100 brings the lamp up fully, also one that is on.
   void set_level(const Device& device, int level);
-  // Sends an order again.
+  // Sends an order again, behind the presses that wait. It is never merged with one of them.
   void repeat(const Device& device, DeviceOrder order);
 
+  // Whether a press of the device waits. False as well for one that is being sent. The key is one
+  // of Device::key(), with its letter case.
   bool waits(const std::string& device_key) const;
-  // The level that a slider asked of the device, as long as that waits or is being sent.
+  // The level that a slider asked of the device, as long as that waits or is being sent; nothing
+  // when the last press of the device was none of a slider.
   std::optional<int> wished_level(const std::string& device_key);
 
   // A press of the device with this key began to wait or got its turn. A device that has gone

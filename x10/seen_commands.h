@@ -22,7 +22,8 @@ class SeenCommands {
   // happens for an address at which there is no device.
   Task<void> record(std::string house, int unit, int function);
 
-  // Tells in the status line that the device has turned on or off.
+  // Tells in the status line, with the time, that the device has turned on or off. Nothing is
+  // recorded. Returns when the line has been painted.
   Task<void> tell(std::string device_name, bool on);
 
  private:

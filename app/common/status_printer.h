@@ -6,11 +6,11 @@
 
 namespace homewarden {
 
-// Prints a text of the program on the terminal.
+// Prints a text of the program on the terminal, in the terminal's encoding; nothing for "".
 void print_line(const std::string& text);
 
 // Prints each text of the status line, and of the interface's state, to the terminal: what a person
-// without a display sees of the program.
+// without a display sees of the program. A state that is set again, or becomes "", is not printed.
 void print_status_lines(FrmMain& form);
 
 }  // namespace homewarden

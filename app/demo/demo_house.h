@@ -13,13 +13,14 @@ inline constexpr int kDemoPort = 2;
 // Where the demo keeps its files and settings, apart from those of a real house.
 os_linux::Folders demo_folders();
 
-// Removes what the demo keeps.
+// Removes what the demo keeps: the whole folder. What cannot be removed stays, without a word.
 void remove_demo(const os_linux::Folders& folders);
 
-// Writes the rooms, devices and settings of the demo where they are missing.
+// Writes the rooms, devices, events and settings of the demo, unless there is a room list already:
+// what a person changed stays.
 void furnish_demo(const os_linux::Folders& folders, Files& files, Registry& registry);
 
-// The modules that stand in the demo house.
+// The modules that stand in the demo house, one for each of its devices.
 emulator::Options demo_modules();
 
 }  // namespace homewarden

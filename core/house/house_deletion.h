@@ -33,8 +33,9 @@ class HouseDeletion {
                 RoomList& rooms, EventList& events, DeviceState& state, NavigationTree& tree);
 
   // Ctrl+D (4), Back Space (8) and Delete (127) delete the selected item after questions; other
-  // keys say so and do nothing. On a fixed node, unless a room shares it, they show its panel.
-  // Events and macros go along when the person says so; what is stored of deleted devices goes too.
+  // keys say so and do nothing. On a fixed node they show its panel, unless a room shares it; Home
+  // and Events are never a room. Nothing happens when no node is selected. Events and macros go
+  // along when the person says so; what is stored of deleted devices goes too.
   Task<void> deletetree(int KeyCode);
 
  private:

@@ -29,7 +29,8 @@ class HouseEditor {
               NavigationTree& tree);
 
   // Take what stands in the boxes now. What is saved while another addition waits for the files is
-  // carried out after it; saving the same once more meanwhile counts once.
+  // carried out after it, and the call returns at once; saving the same once more meanwhile counts
+  // once.
   Task<void> add_room();
   Task<void> add_device();
 

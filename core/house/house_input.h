@@ -14,8 +14,9 @@ namespace homewarden {
 // nothing does. An empty name is not looked at.
 std::string name_problem(std::string_view name);
 
-// The device that a person describes, or what is wrong with it. `rooms` are the rooms that can be
-// chosen. The house code may be typed in either case.
+// The device that a person describes, or what is wrong with it in words for a person. `rooms` are
+// the rooms that can be chosen. The house code, A to P, may be typed in either case; the unit is 1
+// to 16.
 std::variant<Device, std::string> check_device(std::string_view room, std::string_view name,
                                                std::string_view house_code, std::string_view unit,
                                                const std::vector<std::string>& rooms);

@@ -23,7 +23,7 @@ class HouseRemoval {
     std::string tree_key;  // Device::tree_key(), which has its address
 
     bool is_room() const { return device.empty() && tree_key.empty(); }
-    // "Kitchen" or "Kitchen, Lamp".
+    // "Kitchen" or "Kitchen, Lamp", whether or not the house still has it.
     std::string name() const { return is_room() ? room : room + ", " + device; }
   };
 
@@ -34,7 +34,8 @@ class HouseRemoval {
   std::size_t lines() const { return lines_; }
   // Lower-case keys of the devices that go, less those that a device which stays has too.
   const std::set<std::string>& keys() const { return keys_; }
-  // For a person: "Kitchen, Lamp (A3)"; of a room how many devices it has.
+  // For a person: "Kitchen, Lamp (A3)", without the address when no such device is in the list; of
+  // a room how many devices it has.
   std::string description() const;
 
   bool takes_room_line(std::string_view line) const;

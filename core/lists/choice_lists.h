@@ -21,7 +21,7 @@ void fill_dim_list(EventPanel& panel);
 void fill_minutes(EventPanel& panel);
 void fill_sun_offsets(EventPanel& panel);
 
-// Sets the event editor to a time of day.
+// Sets the event editor to a time of day; the seconds do not count. The other boxes stay.
 void preset_time(EventPanel& panel, const LocalTime& now);
 
 }  // namespace homewarden

@@ -18,6 +18,7 @@ class FileLock {
   FileLock& operator=(FileLock&&) = delete;
   ~FileLock() { release(); }
 
+  // Before its end; a second call does nothing.
   void release() {
     if (form_) form_->filebusy = false;
     form_ = nullptr;

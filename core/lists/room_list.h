@@ -25,8 +25,11 @@ class RoomList {
   // the home page, as do lines that are no lines of a room list.
   Task<void> loadlists();
 
+  // The heading of the device panel alone; its slots stay.
   void loadroom(const std::string& room);
+  // Shows the home panel and hides the others.
   void gohome();
+  // Leaves no node and no selection; the change is told once.
   void cleartree(TreeView& tree);
 
   // What a person looks at: the panel and, when it is the device panel, the room; "" otherwise.

@@ -57,11 +57,12 @@ class Program {
   Program& operator=(const Program&) = delete;
   ~Program();
 
-  // Begins the start-up; the rest happens from the event loop, which quits when the program ends.
+  // Begins the start-up and returns at its first wait; the rest happens from the event loop, which
+  // quits when the program ends. To be called once.
   void start();
 
   // Ends every operation where it waits, and with it the box in which it asks something. To be
-  // called before the faces go; destroying the program does the same.
+  // called before the faces go; destroying the program does the same. A second call does nothing.
   void end();
 
   FrmMain frm_main;

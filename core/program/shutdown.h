@@ -38,7 +38,7 @@ class Shutdown {
   Task<void> Form_Unload();
 
   // Minimising the window hides it where an icon can bring it back; anything else makes sure that
-  // it shows.
+  // it shows. Nothing happens while `ignoreclicks` is set.
   void Form_Resize();
 
  private:

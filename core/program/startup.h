@@ -33,14 +33,16 @@ class Startup {
           NavigationTree& tree, HouseFiles& files, ProfileSwitch& profiles, EventList& events,
           Location& location, Tray& tray, InterfaceFinder& finder, WebServer& web_server);
 
-  // Begins; runs once. A copy of the program that finds another one running quits the loop.
+  // Begins, and is called once. A copy of the program that finds another one running quits the loop
+  // after five seconds, unless the other one ends by then.
   void start();
-  // Ends it where it is; the steps that have not begun do not follow.
+  // Ends it where it is; the steps that have not begun do not follow. Nothing happens when it has
+  // ended.
   void stop();
 
   // Whether the house is this copy's: only then may it leave its marks in the settings.
   bool has_house() const { return takeover_.done(); }
-  // Whether the window has its place of the last time.
+  // Whether the window has its place of the last time. False: where it is now must not be stored.
   bool has_placed_window() const { return placed_; }
   // Whether the service was stopped and nothing has been loaded yet that says whether it is wanted.
   bool owes_service() const { return takeover_.stopped_service() && !options_set_; }

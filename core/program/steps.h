@@ -20,9 +20,10 @@ class Steps {
   Steps(FrmWait& wait, EventLoop& loop, Operations& operations)
       : wait_(wait), loop_(loop), operations_(operations) {}
 
-  // Names what is being done in the wait window and lets it be painted.
+  // Names what is being done in the wait window and returns when it has been painted.
   Task<void> progress(std::string_view text);
 
+  // Both come back whatever the step does: what it throws goes to the error handler.
   template <class Step>
   void run(Step step) {
     try {

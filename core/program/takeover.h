@@ -15,7 +15,8 @@ class Takeover {
  public:
   Takeover(Flags& flags, FrmWait& wait, Steps& steps, Module1& module1, SingleInstance& instance);
 
-  // False when another copy has the house and this one is to end.
+  // False when another copy has the house and this one is to end; it is given five seconds to go.
+  // The delay takes 20 seconds. Runs once.
   Task<bool> run();
 
   // Whether the house is this copy's. One that ends before leaves the marks of another alone.
@@ -23,9 +24,9 @@ class Takeover {
   // Whether the service was running and has been stopped for this copy.
   bool stopped_service() const { return stopped_service_; }
 
-  // Whether the person asked for the delay.
+  // Whether the person asked for the delay. False when nothing is stored.
   bool is_delayed();
-  // Ends the delay at its next second.
+  // Ends the delay at its next second. Nothing happens when there is none.
   void SkipWait();
 
  private:
