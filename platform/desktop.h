@@ -13,7 +13,7 @@ class Desktop {
   virtual float screen_width() const = 0;
   virtual float screen_height() const = 0;
 
-  // Whether something is there that opens web addresses.
+  // Whether something is there that opens web addresses. True is no promise that it will start.
   virtual bool finds_browser() = 0;
 
   // Shows the address in the person's browser. False when the browser did not start.

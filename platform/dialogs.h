@@ -35,7 +35,8 @@ class Dialogs {
   // Closing the box without a choice is Ok, or No where Yes and No are offered.
   virtual Task<Answer> message_box(Message message) = 0;
 
-  // The text typed; nothing when the box was cancelled.
+  // The text typed, which may be ""; nothing when the box was cancelled. Letters that the code page
+  // does not have come as kUnknownCharacter.
   virtual Task<std::optional<std::string>> input_box(Question question) = 0;
 };
 

@@ -19,7 +19,8 @@ class EventLoop : public Clock {
   // everything that is pending now (input, timers that are due, calls asked for before) go first.
   virtual CallId call_after(std::chrono::milliseconds delay, std::function<void()> function) = 0;
 
-  // The function will not be called. An id that has been called or cancelled before is ignored.
+  // The function will not be called. An id that has been called or cancelled before, and 0, is
+  // ignored.
   virtual void cancel(CallId id) = 0;
 
   // Ends the program once the function that runs now has returned. Asking twice is asking once.

@@ -17,9 +17,9 @@ struct FileStamp {
   bool operator==(const FileStamp&) const = default;
 };
 
-// The files of the house. Each call is one step that a power cut leaves done or not done; the order
-// of the calls is the order on the disk. All of them return false, or nothing, on failure and leave
-// what was there.
+// The files of the house. The order of the calls is the order on the disk, and rename and remove
+// are one step each that a power cut leaves done or not done. All return false, or nothing, on
+// failure.
 //
 // A house may come from a system that takes no notice of letter case: where nothing has exactly the
 // name given, what differs from it in letter case alone is meant, and keeps its own name when it is
@@ -39,13 +39,16 @@ class Files {
   // changed so lately that a change after this one might go unnoticed.
   virtual std::optional<FileStamp> stamp(const std::filesystem::path& file) = 0;
 
-  // Creates the file or empties it, writes the content and has it on the disk on return.
+  // Creates the file or empties it, writes the content and has it on the disk on return. A failure
+  // or a power cut may leave part of the content: what must not be lost is written elsewhere and
+  // renamed, see replace_file().
   virtual bool write(const std::filesystem::path& file, std::string_view content) = 0;
 
   // The same for a file that nobody but its owner may read.
   virtual bool write_secret(const std::filesystem::path& file, std::string_view content) = 0;
 
-  // Adds to the end of the file, which is created when missing; on the disk on return.
+  // Adds to the end of the file, which is created when missing; on the disk on return. When it
+  // fails nothing is added.
   virtual bool append(const std::filesystem::path& file, std::string_view content) = 0;
 
   // Puts `from` in the place of `to`, whether or not `to` exists, in one step.

@@ -28,7 +28,7 @@ class Handle {
   bool is_open() const { return number_ >= 0; }
   // -1 when it is not open.
   int get() const { return number_; }
-  // Whoever takes the number closes it.
+  // Whoever takes the number closes it; -1 when it is not open.
   int release() { return std::exchange(number_, -1); }
 
  private:

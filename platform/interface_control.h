@@ -30,8 +30,9 @@ class InterfaceControl {
   virtual void PortNumber(int port) = 0;
 
   // 0: an interface answers on the port and is ready. 1: the port does not exist, is in use or may
-  // not be opened; answered at once. 2: the port is open but nothing that is an interface answered;
-  // worth another try. An interface that is open is closed first.
+  // not be opened, answered at once; or it was unplugged or closed meanwhile. 2: the port could be
+  // opened but nothing that is an interface answered within seconds; worth another try. An
+  // interface that is open is closed first.
   virtual Task<int> OpenInterface() = 0;
 
   // What the controller asks of the interface after a successful open; 4 is the only value used:
@@ -47,18 +48,23 @@ class InterfaceControl {
   // Sends one command and returns when the interface is ready again, or has been given up for this
   // command within a bounded time. `house` is a letter A to P, `unit` 1 to 16 as decimal text,
   // `amount` 0 to 100 the percentage of the dimming range for Dim and Bright, rounded to the 22
-  // steps of the protocol; the last two are accepted and not used.
-  // 0: the module's command went out on the power line. Anything else: it did not, for certain or
-  // possibly, and TroubleChanged says why.
+  // steps of the protocol; the last two are accepted and not used. A function that goes to
+  // the whole house takes no notice of `unit`. Commands are given up when the interface stays
+  // unplugged for some seconds.
+  //
+  // 0: the module's command went out on the power line; whether the module heard it nobody knows.
+  // Anything else: it did not, for certain or possibly, and TroubleChanged says why.
   virtual Task<int> SendX10(std::string house, std::string unit, int function, double amount,
                             int option1, int option2) = 0;
 
   // Raised once for each command that the interface reports from the power line and each unit it is
-  // addressed to, in order: the address as "A12", the function code.
+  // addressed to, in order: the address as "A12", or "A" for a command to the whole house; the
+  // function code.
   Signal<const std::string&, int> CommandReceived;
 
-  // Raised when what a person should know about the interface changes: the text for a status
-  // panel when something is wrong ("A3 On could not be sent: ..."), "" when all is well again.
+  // Raised when what a person should know about the interface changes: the text for a status panel
+  // when something is wrong ("STATUS: A3 On could not be sent, the interface does not answer"), ""
+  // when all is well again.
   Signal<const std::string&> TroubleChanged;
 };
 

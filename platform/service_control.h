@@ -22,6 +22,7 @@ class ServiceControl {
   virtual ~ServiceControl() = default;
 
   virtual ServiceState query(const std::string& machine, const std::string& service) = 0;
+  // Ask for it; query() tells what came of it. Nothing happens for one that is not installed.
   virtual void start(const std::string& machine, const std::string& service) = 0;
   virtual void stop(const std::string& machine, const std::string& service) = 0;
 };

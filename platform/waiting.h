@@ -8,7 +8,7 @@
 namespace homewarden {
 
 // `co_await Delay(loop, 500ms)` goes on from the loop when the time has passed. An operation that
-// is destroyed while it waits is never resumed.
+// is destroyed while it waits is never resumed. Zero waits for what is pending. To be awaited once.
 class [[nodiscard]] Delay {
  public:
   Delay(EventLoop& loop, std::chrono::milliseconds length) : loop_(loop), length_(length) {}

@@ -49,6 +49,7 @@ class SocketSet {
   virtual int descriptor() const = 0;
   // False when it cannot be waited for.
   virtual bool add(int socket) = 0;
+  // Before the socket is closed. Nothing happens for one that is not in the set.
   virtual void remove(int socket) = 0;
 };
 
@@ -66,22 +67,24 @@ class WebHost {
 
   // The unspecified address, which is nobody's, for what is neither IPv4 nor IPv6.
   virtual NetworkAddress address_of(const sockaddr* from) = 0;
-  // Of this machine, as the client of the connection called it.
+  // Of this machine, as the client of the connection called it; nobody's address when that cannot
+  // be told.
   virtual NetworkAddress called_address(int socket) = 0;
 
   // Ends a connection for both sides; whoever has the socket closes it.
   virtual void shut_down(int socket) = 0;
-  // For each connection whether the client has ended it.
+  // For each connection, in the order given, whether the client has ended it. Does not wait.
   virtual std::vector<bool> hung_up(const std::vector<int>& sockets) = 0;
   // Sockets and files that the process may have open at once; nothing when that is not known.
   virtual std::optional<std::size_t> most_descriptors() = 0;
 
-  // What this machine calls itself, whole and up to the first dot.
+  // What this machine calls itself, whole and up to the first dot; empty when it has no name.
   virtual std::vector<std::string> machine_names() = 0;
   // The IPv4 addresses under which other devices in the network reach this machine: not its
   // loopback address, and none of a network interface that is down.
   virtual std::vector<std::string> network_addresses() = 0;
 
+  // Never nullptr; a folder that is missing has no documents.
   virtual std::unique_ptr<WebFolder> folder(std::filesystem::path path) = 0;
 };
 

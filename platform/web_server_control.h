@@ -18,6 +18,7 @@ class WebServerControl {
  public:
   virtual ~WebServerControl() = default;
 
+  // False before StartListening, after StopListening, and when the port could not be used.
   virtual bool Listening() const = 0;
 
   // For the next StartListening. A port that is no number from 1 to 65535 cannot be listened on.
@@ -26,8 +27,9 @@ class WebServerControl {
   // 1 admits only requests that log in with a user name and password of `htaccess.txt` in the
   // document folder, read at the start; 0 admits the same machine and private networks only.
   virtual void AuthenticationMode(int mode) = 0;
+  // Accepted and not used.
   virtual void ServerOption(bool on) = 0;
-  // Requests that are handled at once; others wait.
+  // Requests that are handed to the program at once, at least 1; others wait.
   virtual void servermaxconnections(int requests) = 0;
 
   // Which requests, by page and query, switch something: they need a Host that is this machine's
@@ -45,9 +47,10 @@ class WebServerControl {
   // nobody is admitted then.
   virtual bool HasLogins() const = 0;
 
-  // Whether it worked is read from Listening.
+  // Whether it worked is read from Listening. Nothing happens while the server runs: new settings
+  // need a stop.
   virtual void StartListening() = 0;
-  // Requests that wait are given up.
+  // Requests that wait are given up. False when the server did not run.
   virtual bool StopListening() = 0;
 
   // What followed the "?" of a request, as it was sent; "" for a request that is not waiting. The

@@ -19,7 +19,8 @@ inline constexpr std::size_t kCityCount = 62;
 // The cities that are offered, in the order in which they are numbered.
 const std::array<City, kCityCount>& city_table();
 
-// "London, England, 51.51, -0.13, 0": name, latitude, longitude, time zone.
+// "London, England, 51.51, -0.13, 0": name, latitude, longitude, time zone. parse_city_text() reads
+// it back.
 std::string city_entry(const City& city);
 
 }  // namespace homewarden

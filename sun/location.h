@@ -46,7 +46,8 @@ struct Place {
 // latitude, longitude and time zone. Nothing when a number is missing or is no place on the earth.
 std::optional<Place> parse_city_text(std::string_view text);
 
-// Appends the cities of the table to a list that holds fewer.
+// Appends the cities of the table, from the first on, until the list has as many entries as there
+// are cities. A list that is full stays as it is.
 void fill_city_list(ComboBox& list);
 
 }  // namespace homewarden

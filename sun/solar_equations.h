@@ -14,12 +14,14 @@ inline constexpr double kPi = 3.1415926535;
 double degrees(double radians) noexcept;
 double radians(double degrees) noexcept;
 
-// The angle of the year at an hour of a day; 1 January is day 1.
+// The angle of the year at an hour of a day; 1 January is day 1. Every year has 365 days here, so
+// that 31 December of a leap year is beyond the full circle.
 double fractional_year(int day_of_year, double hour) noexcept;
 
-// What a sundial is ahead of a clock, in minutes.
+// What a sundial is ahead of a clock, in minutes, -15 to 17; the argument is fractional_year().
 double equation_of_time(double fractional_year) noexcept;
 
+// How far north of the equator the sun stands, up to 0.41 (23.5 degrees); south of it is below 0.
 double solar_declination(double fractional_year) noexcept;
 
 // The angle between noon and the moment at which the upper edge of the sun, lifted by refraction,

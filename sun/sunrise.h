@@ -22,6 +22,7 @@ class clsSunrise {
   Date SolarNoon() const { return noon_; }
   Date sunset() const { return sunset_; }
 
+  // Rows of the table, numbered from 0.
   static long CityCount() { return static_cast<long>(kCityCount); }
   // The name of a row of the table, counted from 0; "(Error)" for any other number.
   static std::string CityName(long nCity);
@@ -33,6 +34,9 @@ class clsSunrise {
   void City(double row);
   void City(std::monostate) { take(nullptr); }
 
+  // The position is 0, 0 and daylight saving off until they are set; degrees are positive to the
+  // north and to the west. Nothing is computed or checked before CalculateSun. A latitude within
+  // 0.2 degrees of a pole is taken as 89.8.
   long TimeZone() const { return time_zone_; }
   void TimeZone(long hours_west) { time_zone_ = hours_west; }
   bool DaySavings() const { return day_savings_; }
@@ -45,7 +49,8 @@ class clsSunrise {
   void DateDay(Date day) { date_ = day; }
 
   // The time zone, in whole hours west of Greenwich, is the one used; the TimeZone property is not.
-  // A place that is none (not a number, beyond the range of dates) gives midnight of the day.
+  // Daylight saving adds an hour. A place that is none (not a number, beyond the range of dates)
+  // gives midnight of the day.
   void CalculateSun(long time_zone) noexcept;
 
  private:

@@ -15,6 +15,7 @@ class ByteStream {
   // Opens COM port `port` for this program alone; closes the one that is open. False, at once, when
   // it does not exist, is in use or may not be opened.
   virtual bool open(int port) = 0;
+  // Nothing happens when no port is open. `Lost` is not raised.
   virtual void close() = 0;
   virtual bool is_open() const = 0;
 

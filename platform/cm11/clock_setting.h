@@ -25,10 +25,13 @@ class ClockSetting {
 
   ClockSetting(const LocalTime& local_time, Milliseconds now);
 
-  // The clock has to be sent (again) with the time at this moment.
+  // The clock has to be sent (again) with the time at this moment. Nothing as long as it goes on;
+  // after an end they must not be called any more. At most four times the clock is sent.
   std::optional<End> receive(std::uint8_t byte, const LocalTime& local_time, Milliseconds now);
   std::optional<End> advance(const LocalTime& local_time, Milliseconds now);
+  // When advance() has to be called next.
   Milliseconds deadline() const { return deadline_; }
+  // Bytes to be written since the last call; "" when there are none.
   std::string take_output();
 
  private:

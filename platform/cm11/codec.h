@@ -23,6 +23,7 @@ struct Transmission {
   Address address() const;  // the unit means nothing for a function
 };
 
+// The header differs for G5 alone, whose checksum would be taken for a ready.
 Transmission address_transmission(const Address& address);
 
 // `house` 0 to 15, `function` 0 to 15, `dim_steps` 0 to 22 (0 for all but Dim and Bright).
@@ -38,7 +39,7 @@ bool is_house_wide(int function);
 std::string function_name(int function);
 
 // The share of the dimming range, 0 to 100, as the nearest of the 22 steps. Values outside are
-// taken as the end of the range they lie beyond.
+// taken as the end of the range they lie beyond, what is no number as 0. 100 is 22 steps.
 int dim_steps_from_percent(double percent);
 
 // Sum of the bytes modulo 256.
@@ -48,7 +49,8 @@ std::uint8_t checksum_of(std::string_view bytes);
 // are left as they are.
 std::string clock_bytes(const LocalTime& now);
 
-// The interface's checksum of clock_bytes() leaves the header byte out.
+// The interface's checksum of clock_bytes() leaves the header byte out. The bytes must not be
+// empty.
 std::uint8_t clock_checksum(std::string_view bytes);
 
 inline constexpr std::size_t kStatusLength = 14;

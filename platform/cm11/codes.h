@@ -14,7 +14,7 @@ namespace homewarden::cm11 {
 inline constexpr std::array<std::uint8_t, 16> kLineCodes = {0x6, 0xE, 0x2, 0xA, 0x1, 0x9, 0x5, 0xD,
                                                             0x7, 0xF, 0x3, 0xB, 0x0, 0x8, 0x4, 0xC};
 
-// The code of the i-th house or unit, i from 0 to 15.
+// The code of the i-th house or unit, i from 0 to 15; not checked.
 constexpr std::uint8_t line_code(int index) {
   return kLineCodes[static_cast<std::size_t>(index)];
 }

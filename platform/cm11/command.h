@@ -13,8 +13,7 @@ namespace homewarden::cm11 {
 // - An address, On or Off of which nobody knows whether it went out is sent again, from the address
 //   on: a module that gets it twice is none the worse.
 // - Dim and Bright change a module each time they arrive. When nobody knows whether one went out,
-// it
-//   is given up.
+//   it is given up.
 // - When another controller may have addressed units of the same house since the address went out,
 //   the address goes out again before the function.
 // - When other units of the house may still listen, because nothing but an address of theirs was
@@ -28,12 +27,13 @@ class Command {
   // To one unit; or with unit 0 a house-wide function, which needs no address.
   Command(Address address, int function, int dim_steps);
 
-  // "A3 On"
+  // "A3 On"; "A All Lights On" for a house-wide function.
   std::string name() const;
 
-  // What to transmit now.
+  // What to transmit now. Its outcome is to be told to ended() or line_lost() before the next call.
   Transmission next(Listeners& listeners, Milliseconds now);
 
+  // kGoing: next() says what is tried now. No new attempt begins a minute after the first one.
   Progress ended(Outcome outcome, Milliseconds now);
 
   // The line went dead; `unconfirmed` when the transmission under way may have gone out.
@@ -42,6 +42,7 @@ class Command {
   // What a person is told when the command is given up, for `reason` or for the reason it has
   // itself: "A3 On could not be sent, the interface does not answer".
   std::string failure(const std::string& reason) const;
+  // "" until it has given itself up.
   const std::string& reason() const { return reason_; }
 
  private:

@@ -18,7 +18,8 @@ class Completion {
   Completion(const Completion&) = delete;
   Completion& operator=(const Completion&) = delete;
 
-  // The waiting operation goes on from the loop, never from inside this call.
+  // The waiting operation goes on from the loop, never from inside this call. Nothing happens when
+  // it has been destroyed. To be called once.
   void complete(int result) {
     result_ = result;
     if (!waiting_ || !loop_) return;
@@ -28,7 +29,7 @@ class Completion {
     });
   }
 
-  // Whoever would complete this goes, and with it perhaps the loop.
+  // Whoever would complete this goes, and with it perhaps the loop: the operation is never resumed.
   void detach() {
     cancel();
     loop_ = nullptr;

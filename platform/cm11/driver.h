@@ -41,10 +41,12 @@ class Driver : public InterfaceControl {
   void NumericOption(int option) override;
   void ClientName(const std::string& name) override;
   Task<bool> CloseInterface() override;
-  // 1: not sent, for certain or possibly.
+  // 1: not sent, for certain or possibly. While the interface is unplugged a command waits until 8
+  // seconds after the loss; later ones end at once.
   Task<int> SendX10(std::string house, std::string unit, int function, double amount, int option1,
                     int option2) override;
 
+  // Replaces the one before; an empty function ends it. Called before the bytes are acted upon.
   void set_trace(Trace trace) { trace_ = std::move(trace); }
 
  private:

@@ -40,23 +40,28 @@ class Handshake {
  public:
   using Milliseconds = std::chrono::milliseconds;
 
+  // The time that an interface which lost its clock is given.
   explicit Handshake(std::function<LocalTime()> local_time);
 
   // The line is another one, or was cut: forgets everything but who listens. True when a
   // transmission had been acknowledged with 00 and not been confirmed.
   bool reset();
 
+  // False while an attempt is under way, or a poll or a clock request is served.
   bool idle() const { return state_ == State::kIdle; }
 
   // Only while idle().
   void transmit(const Transmission& transmission, Milliseconds now);
   void request_status(Milliseconds now);
 
+  // `now` by a clock that never goes back. advance() does nothing before the deadline.
   void receive(std::string_view bytes, Milliseconds now);
   void advance(Milliseconds now);
-  // When advance() has to be called next, if nothing comes before.
+  // When advance() has to be called next, if nothing comes before; nothing while idle().
   std::optional<Milliseconds> deadline() const;
 
+  // What there is since the last call: bytes to be written, the end of the attempt, commands from
+  // the power line in their order. "", nothing and none when there is nothing.
   std::string take_output();
   std::optional<Outcome> take_outcome();
   std::vector<Heard> take_heard();

@@ -19,12 +19,13 @@ class Listeners {
   void sent_address(const Address& address);  // by us, for certain or perhaps
   void sent_function(int house);              // by us, for certain
 
-  // Another controller has been busy in this house since the last call of forget_changes().
+  // Another controller has, or may have, been busy in this house, 0 to 15, since the last call of
+  // forget_changes(). What it addressed listens all the same when that is forgotten.
   bool changed(int house) const { return at(house).changed; }
   void forget_changes(int house) { at(house).changed = false; }
   void all_changed();
 
-  // Units other than this one may listen.
+  // Units of its house other than this one may listen.
   bool others_than(const Address& address) const;
 
  private:

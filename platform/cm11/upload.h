@@ -33,12 +33,14 @@ class UploadReader {
     kDamaged,   // as many bytes as announced, but they make no sense
   };
 
+  // After kComplete or kDamaged it must not be called any more.
   Progress take(std::uint8_t byte);
 
   // No more bytes came. True, and frames() are those of the upload, when just one byte is missing
   // and those that came make sense without it: the count of some revisions includes itself.
   bool accept_count_of_all();
 
+  // False until a byte has come that can be a count, 2 to 9.
   bool has_begun() const { return count_ != 0; }
   // Whether one of the bytes may have been doubled on the line.
   bool has_neighbours_alike() const;
@@ -65,6 +67,9 @@ struct Heard {
 // same units; the first address after a function starts anew.
 class AddressedUnits {
  public:
+  // One for each unit that a function is for, in the order in which they were addressed, or one
+  // with unit 0 for a function to the whole house. None for an address, nor for a function before
+  // which none was heard.
   std::vector<Heard> take(const Frame& frame);
 
   // What was heard is no longer certain; functions are for nobody until addresses come again.

@@ -11,10 +11,11 @@ namespace homewarden::http {
 
 // Whether the value of a Host header is an address or a name that only this machine or its own
 // network gives away. A page of somebody else's reaches this machine under a name of theirs that
-// they let point here. Names are compared without regard to letter case.
+// they let point here. Names are compared without regard to letter case. False for what is no host.
 bool is_own_host(std::string_view host, const std::vector<std::string>& own_names);
 
-// Whether a web address, as in an Origin or Referer header, has the host and port of a Host header.
+// Whether a web address, as in an Origin or Referer header, has the host and port of a Host header;
+// a port that is left out is 80 or 443. False for any other kind of address, and for what is none.
 bool is_of_host(std::string_view address, std::string_view host);
 
 // Every page sets this cookie. Browsers keep it back (SameSite=Strict) when somebody else's page

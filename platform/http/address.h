@@ -23,8 +23,8 @@ std::optional<Address> parse_address(std::string_view text);
 // 10/8, 172.16/12, 192.168/16, 169.254/16, ::1, fc00::/7, fe80::/10.
 bool is_private(const Address& address);
 
-// What one customer of a network provider has as his own: the first 64 bits of an IPv6 address
-// of the internet. Any other address stands for itself.
+// What one customer of a network provider has as his own: the first 64 bits of an IPv6 address of
+// the internet, with zeros behind them. Any other address stands for itself.
 Address network_of(const Address& address);
 
 }  // namespace homewarden::http

@@ -48,16 +48,21 @@ class Connections {
  public:
   Connections(WebHost& host, const HttpLimits& limits);
 
+  // Never refuses: the one that has been idle longest is cut when there are too many, of all or of
+  // this address; that may be the new one. Valid until close().
   Connection& open(MHD_Connection* library, int socket, const Address& from,
                    std::chrono::milliseconds now);
   void close(Connection& connection) { all_.erase(&connection); }
 
   // Cuts what has outlived its time limit.
   void cut_late(std::chrono::milliseconds now);
-  // Those being handled whose client has hung up.
+  // Those being handled whose client has hung up. Asks the system about each; nothing is cut.
   std::vector<Connection*> deserted() const;
 
+  // False also while those that were cut have not been closed.
   bool empty() const { return all_.empty(); }
+  // How many may be open at once: what the limits say, or fewer when the process cannot have so
+  // many descriptors.
   std::size_t largest() const { return largest_; }
   std::vector<Connection*> handled() const;
 

@@ -17,6 +17,7 @@ std::string utf8_of(std::string_view text);
 class Credentials {
  public:
   Credentials() = default;
+  // Lines without a colon are left out.
   explicit Credentials(std::string_view file_content);
 
   // Whether nobody may log in.

@@ -26,7 +26,7 @@ class DaemonEvents {
   // A request has come, without its body. False closes the connection.
   virtual bool head_read(Connection& connection, MHD_Connection* library, const char* method,
                          const char* version) = 0;
-  // It has come as a whole, or goes on after it was held up.
+  // It has come as a whole, or goes on after it was held up. False closes the connection.
   virtual bool request_read(Connection& connection) = 0;
   // It has been answered, or its connection ends.
   virtual void completed(Connection& connection) = 0;
@@ -42,9 +42,9 @@ class Daemon {
   Daemon& operator=(const Daemon&) = delete;
   ~Daemon();
 
-  // Readable when run() has something to do.
+  // Readable when run() has something to do; the same until the end.
   int descriptor() const;
-  // Does what can be done without waiting.
+  // Does what can be done without waiting. Must not be called from an event.
   void run();
   // Whether run() has left something that nothing will announce.
   bool has_more() const;

@@ -35,7 +35,8 @@ class DocumentFolder {
   std::unique_ptr<WebFolder> folder_;
 };
 
-// The name of the media type of a file, by the end of its name.
+// The name of the media type of a file, by the end of its name, letter case ignored;
+// "application/octet-stream" for an end that is not known.
 std::string media_type(const std::string& page);
 
 }  // namespace homewarden::http

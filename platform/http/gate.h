@@ -37,6 +37,7 @@ class Gate {
  public:
   explicit Gate(GateRules rules) : rules_(std::move(rules)) {}
 
+  // `now` is an uptime. The refusal says what to answer; a wrong password counts from this call on.
   std::variant<Admission, Refusal> check(const RequestHead& head, std::chrono::milliseconds now);
 
  private:

@@ -19,6 +19,8 @@ class LoginDelays {
   // Zero when the address may try now.
   std::chrono::milliseconds wait(const Address& address, std::chrono::milliseconds now) const;
 
+  // A password was looked at, and was wrong or right. What came while wait() was not zero was not
+  // looked at and does not count.
   void wrong(const Address& address, std::chrono::milliseconds now);
   void right(const Address& address) { tries_.erase(address); }
 

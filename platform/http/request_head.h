@@ -28,6 +28,8 @@ struct RequestHead {
   std::optional<std::string> if_modified_since;
   std::string cookies;  // of all Cookie headers, of which there may be several; each ends in ";"
 
+  // What stands before and behind the first "?", not decoded; "" when nothing does. They point into
+  // `uri`.
   std::string_view path() const { return std::string_view(uri).substr(0, uri.find('?')); }
   std::string_view query() const {
     const auto mark = uri.find('?');

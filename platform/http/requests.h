@@ -30,7 +30,7 @@ class Requests {
 
   // False when so many wait, altogether or from this address, that no more are taken.
   bool room_for(const Address& from) const;
-  // Names it by the number given.
+  // Whether there is room is not looked at again. No request that is not answered may have this id.
   void add(int id, Request request);
 
   // The request whose turn it is becomes one that is handled; nothing when `at_once` are
@@ -38,11 +38,13 @@ class Requests {
   std::optional<int> next(std::size_t at_once);
   bool has_next(std::size_t at_once) const { return !turns_.empty() && handled_ < at_once; }
 
+  // Nullptr when it is not there any more. Valid until it goes.
   const Request* find(int id) const;
-  // Ends a request that is handled and returns its connection; nothing when there is none.
+  // Ends a request that is handled and returns its connection; nullptr when the client has gone, or
+  // no such request is handled.
   Connection* finish(int id);
   // The client has gone. What it asked to be switched is still handed over: whoever presses a lamp
-  // and closes the page means it.
+  // and closes the page means it. Nothing happens for an id that is not there, as 0.
   void desert(int id);
 
  private:

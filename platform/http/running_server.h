@@ -19,7 +19,8 @@ namespace homewarden::http {
 // admitted until they are answered. It calls nobody: whoever runs it asks for the next request.
 class RunningServer : private DaemonEvents {
  public:
-  // `last_id` counts the requests of all runs.
+  // `last_id` counts the requests of all runs, so that an id of an earlier run means none of this
+  // one. Throws std::runtime_error when the library cannot start.
   RunningServer(const Clock& clock, WebHost& host, const HttpLimits& limits, GateRules rules,
                 DocumentFolder folder, Handle listening, int& last_id);
   ~RunningServer() override;
@@ -29,7 +30,7 @@ class RunningServer : private DaemonEvents {
   bool has_more() const { return daemon_.has_more(); }
   bool has_connections() const { return !connections_.empty(); }
 
-  // Ends what takes too long and what nobody waits for any more.
+  // Ends what takes too long and what nobody waits for any more. To be called about once a second.
   void look_around();
 
   // The next request to be handled, see Requests::next().
@@ -37,7 +38,8 @@ class RunningServer : private DaemonEvents {
   bool has_request(std::size_t at_once) const { return requests_.has_next(at_once); }
   const Request* find(int id) const { return requests_.find(id); }
 
-  // True when there is something to send: run() sends it.
+  // True when there is something to send: run() sends it. False when the client has gone, or no
+  // such request is handled.
   bool answer_page(int id, const std::string& html);
   bool answer_document(int id);
 

@@ -24,7 +24,7 @@ Folders find_folders(const std::optional<std::filesystem::path>& application_fol
 // but in other letter case is renamed. False when the folder cannot be written.
 bool fill_application_folder(const std::filesystem::path& folder);
 
-// $XDG_DATA_HOME or ~/.local/share.
+// $XDG_DATA_HOME or ~/.local/share, below the folder for temporary files when there is no $HOME.
 std::filesystem::path data_home();
 
 }  // namespace homewarden::os_linux

@@ -17,7 +17,8 @@ class LinuxWebFolder : public WebFolder {
   const std::filesystem::path passwords_;  // under its own name, as it was found
 };
 
-// The same descriptor for those who must not know this system.
+// The same descriptor, which changes hands, for those who must not know this system. Not open when
+// it was not.
 Handle handle_of(Descriptor descriptor);
 
 }  // namespace homewarden::os_linux

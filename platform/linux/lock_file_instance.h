@@ -10,6 +10,7 @@ namespace homewarden::os_linux {
 // Copies are told apart by a lock on a file; the lock goes with the process, however it ends.
 class LockFileInstance : public SingleInstance {
  public:
+  // Copies with the same folder see each other. Nothing is locked before the first question.
   explicit LockFileInstance(const std::filesystem::path& folder);
 
   // Where the file cannot be made nobody can be found: false.

@@ -18,8 +18,8 @@ std::chrono::milliseconds uptime();
 std::vector<bool> wait_readable(const std::vector<int>& fds,
                                 std::optional<std::chrono::milliseconds> until);
 
-// What can be read without waiting from a descriptor that wait_readable() named; nothing when it is
-// at its end.
+// What can be read without waiting from a descriptor that wait_readable() named, at most 1024
+// bytes; nothing when it is at its end or broken, "" when it has none after all.
 std::optional<std::string> read_some(int fd);
 
 inline constexpr int kStandardInput = 0;
@@ -33,6 +33,7 @@ class EndSignals {
   EndSignals(const EndSignals&) = delete;
   EndSignals& operator=(const EndSignals&) = delete;
 
+  // Readable when such a signal has come; -1 when the system cannot tell.
   int fd() const { return fd_; }
 
  private:

@@ -16,11 +16,14 @@ namespace homewarden::store {
 // after a failure, so that a folder that appears later is found.
 class Database {
  public:
+  // Nothing is opened yet: a folder that is missing is no failure here.
   explicit Database(std::filesystem::path file);
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
   ~Database();
 
+  // As those of Registry. A write, and the first use of the file, may wait up to 5 seconds for
+  // another process.
   std::optional<RegistryValue> read(const std::string& key, const std::string& name);
   bool write(const std::string& key, const std::string& name, const RegistryValue& value);
   bool remove(const std::string& key, const std::string& name);

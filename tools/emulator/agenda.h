@@ -27,6 +27,7 @@ class Agenda {
   // Does everything due up to `end`, each at its own time, and moves the time there.
   void run_until(Microseconds end);
 
+  // When something is due next; nothing when nothing is to do.
   std::optional<Microseconds> next() const;
 
  private:

@@ -14,6 +14,7 @@ namespace homewarden::emulator {
 
 using Words = std::vector<std::string>;
 
+// At blanks and tabs, of which several count as one; none for a line without words.
 Words split_words(std::string_view line);
 
 // The rest of `fault NAME [count|probability]` after "fault"; also how faults are named on the
@@ -24,7 +25,8 @@ std::string change_faults(const Words& words, FaultBox& faults);
 // for a function alone, a house. Nothing when it makes no sense.
 std::optional<std::vector<Transmission>> parse_remote(const Words& words);
 
-// One line for each module of the house or address given, or of those that have a name or are on.
+// One line for each module of the house or address given, or without one of those that have a name
+// or are on; "nothing is on" when there is none. Begins with "show: " when the words make no sense.
 std::string show(const Words& words, const Modules& modules);
 
 std::string_view console_help();

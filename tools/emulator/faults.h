@@ -41,9 +41,10 @@ std::string_view to_text(Fault fault);
 // One line on what the fault does.
 std::string_view description(Fault fault);
 
+// Nothing unless it is exactly the name of one.
 std::optional<Fault> parse_fault(std::string_view name);
 
-// All faults, for loops.
+// All faults, for loops: 0 to kFaultCount - 1.
 Fault fault_at(int index);
 
 // Decides when things go wrong. All dice are thrown here: the same seed and the same course of
@@ -52,14 +53,15 @@ class FaultBox {
  public:
   explicit FaultBox(std::uint32_t seed);
 
-  // It happens at the next `count` occasions, on top of those still to come.
+  // It happens at the next `count` occasions, on top of those still to come. Probabilities do not
+  // count at these.
   void inject(Fault fault, int count = 1);
 
   // From now on it happens at each occasion with this probability, 0 to 1.
   void set_probability(Fault fault, double probability);
   void set_all_probabilities(double probability);
 
-  // Nothing goes wrong any more.
+  // Nothing goes wrong any more; how often it happened is still known.
   void clear();
 
   int pending(Fault fault) const { return at(fault).pending; }
@@ -71,7 +73,7 @@ class FaultBox {
   // Asked at each occasion: does it happen now?
   bool strikes(Fault fault);
 
-  // Evenly from 0 to limit - 1.
+  // Evenly from 0 to limit - 1; the limit is at least 1.
   int random(int limit);
 
   // Told of each fault that happens.

@@ -25,7 +25,7 @@ class PtyHost {
   // Opens the pseudo-terminal, a new one each time. Returns "" or why it could not.
   std::string plug();
 
-  // Closes it: to a program that has it open, the port is gone.
+  // Closes it: to a program that has it open, the port is gone. Bytes on their way are lost.
   void unplug();
 
   // -1 while unplugged. It changes with every plug() and unplug(); FdChanged says when.
@@ -35,8 +35,10 @@ class PtyHost {
   // The port for other programs to open.
   const std::string& path() const { return terminal_.path(); }
 
+  // Neither waits; called too early they do nothing.
   void readable(Milliseconds now);
   void advance(Milliseconds now);
+  // Nothing when nothing happens unless the computer sends.
   std::optional<Milliseconds> next_due() const { return emulator_.next_due(); }
 
   // One line of the console; `plug` and `unplug` are carried out. Returns what to print.

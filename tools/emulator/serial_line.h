@@ -19,6 +19,7 @@ class SerialLine {
   // Called with each byte from the computer when it has arrived.
   std::function<void(std::uint8_t)> on_byte;
 
+  // Gone without a word while the cable is out.
   void from_computer(std::string_view bytes);
 
   // False when a fault spoilt the bytes, or the cable is out and they are gone.
