@@ -70,7 +70,9 @@ struct ComboBox : Control {
   Signal<> click;  // a person chose an entry; `text` is that entry
   bool sorted = false;
 
+  // The entries and the text.
   void clear();
+  // At the end, or where it belongs in a sorted list. The text stays, and no click is raised.
   void add(const std::string& item);
 };
 
@@ -88,14 +90,14 @@ struct ListBox : Control {
 
   void clear();  // the marks too
   // Keeps a sorted list sorted, the marks with their entries; entries that compare equal stay in
-  // the order of adding.
+  // the order of adding. `selected` keeps its number, not its entry.
   void add(const std::string& item);
   // Adds many at once: n log n, one notification. A sorted list loses its marks.
   void add_all(std::vector<std::string> more);
 };
 
 // The order of sorted lists: letter case ignored; blanks and punctuation before digits before
-// letters, a letter with an accent right behind the same letter without.
+// letters, a letter with an accent right behind the same letter without. False for equal texts.
 bool sorts_before(std::string_view a, std::string_view b);
 
 // A slider moved by code reports nothing; `moved` is raised by a person's move, with the position
@@ -159,7 +161,9 @@ struct ListView : Control {
   // as the rows are before they are sorted; none is selected.
   void show(std::vector<Row> new_rows, int column,
             const std::map<int, std::string>& new_marks = {});
-  // Sorts the rows anew, ascending; the selected row stays selected, the marked ones marked.
+  // Sorts the rows anew by a column from 0, ascending; the selected row stays selected, the marked
+  // ones marked. A row that does not have the column comes first. Rows that compare equal keep
+  // their order.
   void sort_by(int column);
 };
 
@@ -177,9 +181,11 @@ class Timer {
   Timer(const Timer&) = delete;
   Timer& operator=(const Timer&) = delete;
 
+  // Milliseconds; 0 when it does not fire.
   int interval() const { return interval_; }
   bool enabled() const { return enabled_; }
   Start start() const { return start_; }
+  // In a tick, what is set counts for the next one. Enabling what is enabled changes nothing.
   void set_interval(int milliseconds);
   void set_enabled(bool enabled);
 

@@ -12,7 +12,7 @@ struct PanelStack {
 
   // The one that shows; nullptr when none does.
   Frame* shown() const;
-  // Shows one of them and hides the others.
+  // Shows one of them, then hides the others, so that one shows at every moment.
   void show_only(Frame& frame);
 };
 

@@ -13,14 +13,18 @@ namespace homewarden {
 
 struct Flags {
   bool skipdelay = false;     // ends the start-up delay at its next second
-  bool ignoreclicks = false;  // option boxes and the resize handler do nothing
+  bool ignoreclicks = false;  // minimising and restoring the window does nothing
   bool formloading = false;   // daylight saving, city and profile do nothing
   bool filebusy = false;      // an operation works on the data files
-  bool sending = false;       // a device command is being sent
-  bool connected = false;     // the interface has been found
+  // A device command waits for the line, is being sent or was sent less than a second ago.
+  bool sending = false;
+  // The interface has been found. Stays true when it is unplugged later, until a search for it at
+  // the stored port fails.
+  bool connected = false;
 };
 
-// Today's sun times; nothing until they could be computed.
+// Today's sun times on the wall clock, which may fall on the day before or after; nothing until
+// they could be computed.
 struct SunTimes {
   std::optional<Date> sunrise_time;
   std::optional<Date> sunset_time;
@@ -32,7 +36,8 @@ struct OnceRemoval {
   std::array<std::string, 51> once_removal;
 };
 
-// Lists that nobody sees.
+// What nobody sees: the lines of the room list, the addresses of its devices, the commands that
+// macros have queued (x10/command_queue.h), the picture of the icon.
 struct HiddenLists {
   ListBox lst_rooms{true};
   ListBox lst_codes;

@@ -8,6 +8,7 @@ namespace homewarden {
 // Lets a timer of a window fire from the event loop.
 class TimerDriver {
  public:
+  // One for each timer, which must outlive it. A timer without one never fires.
   TimerDriver(EventLoop& loop, Timer& timer);
   TimerDriver(const TimerDriver&) = delete;
   TimerDriver& operator=(const TimerDriver&) = delete;

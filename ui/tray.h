@@ -15,9 +15,12 @@ class Tray {
   Tray(Window& form, ProgramMenu& menu, const Picture& picture, FrmSysTray& icon,
        Settings& settings, WindowServices& window);
 
+  // Shown when there is a notification area, or as soon as one comes.
   void loadtray();
+  // Nothing happens when it was not loaded.
   void unload();
-  // Whether a window that is hidden now can be found again.
+  // Whether a window that is hidden now can be found again. False before loadtray() and without a
+  // notification area, which is asked for anew each time.
   bool can_hide() const;
 
  private:

@@ -41,8 +41,10 @@ struct TreeView : Control {
   // Adds a node behind its brothers. Null, and nothing is added, when the key is taken or the
   // parent's key (other than "" with `parent` null) names no node.
   TreeNode* add(TreeNode* parent, const std::string& key, const std::string& text);
+  // Null when no node has exactly this key.
   TreeNode* find(const std::string& key) const;
-  // Removes the node with everything below it.
+  // Removes the node with everything below it; pointers to them are good no longer. When one of
+  // them was selected, nothing is.
   void remove(TreeNode* node);
   const std::vector<std::unique_ptr<TreeNode>>& roots() const { return root_.children; }
   std::size_t size() const { return by_key_.size(); }

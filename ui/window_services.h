@@ -20,7 +20,7 @@ class WindowServices {
   void ontop();
   void offtop();
 
-  // Opens an address in the person's browser; a message says when that fails.
+  // Opens an address in the person's browser; a message says when that fails, and is waited for.
   Task<void> link(std::string webaddress);
 
  private:

@@ -21,11 +21,12 @@ class PageBuilder {
   PageBuilder(FrmServer& form, Module1& module1, Settings& settings, DeviceState& state,
               Files& files, ListFile& rooms, std::filesystem::path document_folder);
 
-  // Append a template; a missing one adds nothing.
+  // Append a template, its lines ended by CR LF; a missing one adds nothing.
   void loadnormhtml();
   void loadhtml();
 
   // Fill the room menu, in the order of the file. Rooms without a line of their own have no entry.
+  // Of the 19 entries of a ten-foot page those that are not used go, unless the list is missing.
   void loadnormtree(std::string& html);
   void loadtree(std::string& html);
 
@@ -36,12 +37,15 @@ class PageBuilder {
   void loadnormroom(const std::string& roomname);
   void loadroom(const std::string& roomname);
 
-  // What a home page shows while no room has been chosen.
+  // What a home page shows while no room has been chosen: a hint for the room, and places that are
+  // empty.
   void show_no_room();
-  // Takes the focus from the first so many device places of a ten-foot page.
+  // Takes the focus from the device places of a ten-foot page from this one on, 1 to 10; 11 takes
+  // none.
   void remove_modules(int first);
 
-  // The picture's file name for a room name followed by a device name.
+  // The picture's file name for a room name followed by a device name, with or without blanks: that
+  // of an appliance module when no type is stored. The file may be missing.
   std::string getimageon(const std::string& fullname) const;
   std::string getimageoff(const std::string& fullname) const;
 

@@ -37,7 +37,8 @@ class PageCache {
   // next keep().
   const std::string* find(const std::string& name, const Sources& sources) const;
 
-  // Keeps a page that was built from what the sources, taken before, stand for.
+  // Keeps a page that was built from what the sources, taken before, stand for. At most 64 pages
+  // are kept; one more makes it forget the others.
   void keep(const std::string& name, const Sources& sources, const std::string& page);
 
  private:

@@ -20,7 +20,8 @@ struct WebRequest {
 };
 
 // What a request for this page with this query asks for: the first rule that fits. Parts of the
-// page's name are looked for with their letter case, keywords of the query without.
+// page's name are looked for with their letter case, keywords of the query without. What fits no
+// rule is a file. The query is one of decode_query().
 WebRequest classify_request(std::string_view page, std::string_view query);
 
 // What ends a switch query that repeats an order.
@@ -41,10 +42,11 @@ struct SwitchQuery {
 // characters: it stands in messages, where a line break would forge another one.
 std::optional<SwitchQuery> split_switch_query(std::string_view query, PageFamily family);
 
-// The room that a query asks for: without every "loadroom".
+// The room that a query asks for: without every "loadroom"; "" finds every device.
 std::string room_of_query(std::string_view query);
 
-// The query as the program wrote it into its links: browsers encode what is not ASCII.
+// The query as the program wrote it into its links: browsers encode what is not ASCII. A percent
+// sign without two hexadecimal digits behind it stays.
 std::string decode_query(std::string_view query);
 
 }  // namespace homewarden

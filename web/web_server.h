@@ -28,9 +28,9 @@ class WebServer {
   // at all stands under the name of the password file. A server that does not run or lets nobody in
   // is told in the status line.
   void startserver();
-  // Once more, for when another message has taken its place. Nothing when all is well.
+  // Tells it once more, for when another message has taken its place. Nothing when all is well.
   void tell_failure();
-  // Unloads the form.
+  // Unloads the form; requests that wait are given up. Nothing happens when it is not loaded.
   void stop();
 
  private:

@@ -15,7 +15,8 @@ namespace homewarden::view {
 // Each function joins a control to the widget that shows it, both ways, for the widget's life. The
 // name is what a screen reader says; where the control has a caption it may be left out.
 
-// Visible, enabled, tool tip, focus: what all controls have. Part of the others.
+// Visible, enabled, tool tip, focus: what all controls have. Part of the others. The control must
+// outlive the widget.
 void bind_common(Control& control, QWidget* widget, const QString& name = {});
 
 void bind(Label& control, QLabel* widget);
@@ -25,10 +26,12 @@ void bind(TextBox& control, QLineEdit* widget, const QString& name);
 void bind(ComboBox& control, QComboBox* widget, const QString& name);
 void bind(ListBox& control, QListWidget* widget, const QString& name);
 
-// A label that is a link: a flat button that looks like a row one can press.
+// A label that is a link: a flat button that looks like a row one can press. Hidden while the label
+// is.
 QPushButton* make_link(Label& control, QWidget* parent);
 
-// A label that tells what is wrong, in a frame.
+// A label that tells what is wrong, in a frame; its text is never taken for markup. Hidden while
+// the label is.
 QLabel* make_notice(Label& control, QWidget* parent);
 
 // A combo box that is editable, as all of the program's are, and joined to its control. It may
