@@ -1,5 +1,10 @@
 #include "core/settings.h"
 
+#include <algorithm>
+#include <iterator>
+
+#include "base/text.h"
+
 namespace homewarden {
 namespace {
 
@@ -7,7 +12,15 @@ std::string section_key(const std::string& section) {
   return "Software\\Homewarden\\" + section;
 }
 
+constexpr std::string_view kProgramValues[] = {"port",        "webport",  "installing",
+                                               "closeengine", "lastroom", "lastdev"};
+
 }  // namespace
+
+bool is_program_value(std::string_view name) {
+  return std::any_of(std::begin(kProgramValues), std::end(kProgramValues),
+                     [name](std::string_view value) { return equals_ignoring_case(name, value); });
+}
 
 std::string Settings::read(const std::string& section, const std::string& key,
                            const std::string& default_text) const {

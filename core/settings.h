@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "platform/registry.h"
 
@@ -10,6 +11,10 @@ namespace homewarden {
 inline const std::string kMachineKey = "Software\\Microsoft\\Windows\\Homewarden";
 // "Homewardendelay" lies here.
 inline const std::string kDelayKey = "Software\\Microsoft\\Windows\\CurrentVersion";
+
+// Whether the program keeps a value of its own under this name beside the states of the devices,
+// which lie under their keys. Letter case is ignored.
+bool is_program_value(std::string_view name);
 
 // The per-user values: application Homewarden, a section, a key, a text.
 class Settings {

@@ -15,6 +15,12 @@ std::string text_of(DeviceOrder order) {
   return order.on ? std::to_string(order.level) : "off";
 }
 
+// The value that a device's state lies under. An event or a list made by hand may name a device
+// like a value of the program: no name has a tilde, so that stays apart.
+std::string value_name(const std::string& key) {
+  return is_program_value(key) ? key + "~" : key;
+}
+
 }  // namespace
 
 void DeviceState::setstatus(const std::string& keyname, DeviceOrder state, Source source,
@@ -24,7 +30,7 @@ void DeviceState::setstatus(const std::string& keyname, DeviceOrder state, Sourc
                             const std::string& text) {
     module1_.regwrite(RegistryRoot::kLocalMachine, folder, name, text);
   };
-  write(kMachineKey, key, state.on ? "True" : "False");
+  write(kMachineKey, value_name(key), state.on ? "True" : "False");
   write(kMachineKey, "dim" + key, state.on ? std::to_string(state.level) : kOffLevel);
   if (!sent)
     write(kNotSentKey, key, text_of(state));
@@ -34,8 +40,8 @@ void DeviceState::setstatus(const std::string& keyname, DeviceOrder state, Sourc
 }
 
 bool DeviceState::getlaststatus(const std::string& keyname) const {
-  return module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, without_blanks(keyname),
-                          "False") == "True";
+  return module1_.regread(RegistryRoot::kLocalMachine, kMachineKey,
+                          value_name(without_blanks(keyname)), "False") == "True";
 }
 
 int DeviceState::level(const std::string& keyname) const {
@@ -54,7 +60,7 @@ std::optional<DeviceOrder> DeviceState::not_sent(const std::string& keyname) con
 
 void DeviceState::forget(const std::string& keyname) {
   const std::string key = without_blanks(keyname);
-  module1_.regdelete(RegistryRoot::kLocalMachine, kMachineKey, key);
+  module1_.regdelete(RegistryRoot::kLocalMachine, kMachineKey, value_name(key));
   module1_.regdelete(RegistryRoot::kLocalMachine, kMachineKey, "dim" + key);
   module1_.regdelete(RegistryRoot::kLocalMachine, kNotSentKey, key);
 }

@@ -4,6 +4,7 @@
 
 #include "base/code_page.h"
 #include "base/text.h"
+#include "core/settings.h"
 #include "ui/fixed_nodes.h"
 
 namespace homewarden {
@@ -11,9 +12,6 @@ namespace {
 
 constexpr std::size_t kLongestName = 200;
 
-// What the machine's settings keep beside the states of the devices, which lie under their keys.
-constexpr std::string_view kTakenKeys[] = {"port",        "webport",  "installing",
-                                           "closeengine", "lastroom", "lastdev"};
 constexpr std::string_view kLevelPrefix = "dim";
 
 std::string quoted(std::string_view text) {
@@ -96,10 +94,9 @@ std::string device_conflict(const Device& device, const HouseIndex& house) {
     return "A device " + quoted(device.name) + " in the room " + quoted(device.room) +
            " could not be told from " + there + ". Please choose another name.";
   }
-  for (const std::string_view taken : kTakenKeys)
-    if (equals_ignoring_case(key, taken))
-      return "The program keeps something else under " + quoted(key) +
-             ", the names of room and device together. Please choose another name.";
+  if (is_program_value(key))
+    return "The program keeps something else under " + quoted(key) +
+           ", the names of room and device together. Please choose another name.";
   return "";
 }
 

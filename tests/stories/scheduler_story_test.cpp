@@ -44,6 +44,18 @@ TEST(SchedulerStory, AWeekOfAHouse) {
   EXPECT_THAT(form.Statusbar.panel1.get(), StartsWith("23:58:0"));
 }
 
+// "installing" would end the program at the next minute.
+TEST(SchedulerStory, AnEventNamedLikeASettingOfTheProgramLeavesThatAlone) {
+  EventHouse house(
+      "web port~A~1~100~20:01~on~daily~mtwufsr\r\ninstalling~A~2~40~20:01~on~daily~mtwufsr\r\n");
+  house.loop.set_wall_clock(2023, 6, 21, 20, 0);
+  house.open_connected();
+  house.run_until(20, 3);
+  EXPECT_FALSE(house.loop.has_quit());
+  EXPECT_EQ(house.interface_control.take_line_log().size(), 4u);
+  EXPECT_EQ(house.machine("webport"), "(none)");
+}
+
 TEST(SchedulerStory, StatusTextsAndOnceEventOfAMinute) {
   EventHouse house(
       "Kitchen Kettle~A~4~100~07:30~on~once~w\r\nHall Lamp~B~12~ ~07:30~off~once~s\r\n");
