@@ -64,6 +64,20 @@ void replace(std::string& html, std::string_view from, std::string_view to) {
   html = replace_all_ignoring_case(html, from, to);
 }
 
+// Whether a line is one of the room that a page shows: the room of this name without blanks. Only
+// when the list has none, the lines on which the name stands anywhere.
+ListFile::Choice lines_of_room(std::string_view content, std::string slug) {
+  const auto is_room = [slug](std::string_view line) {
+    return equals_ignoring_case(without_blanks(line.substr(0, line.find('~'))), slug);
+  };
+  LineReader reader(content);
+  while (const auto line = reader.next())
+    if (is_room(*line)) return is_room;
+  return [slug = std::move(slug)](std::string_view line) {
+    return contains_ignoring_case(without_blanks(line), slug);
+  };
+}
+
 // Calls `function` with the number, from 1, and the name of each room line.
 template <class Function>
 int for_each_room(ListFile& rooms, Function function) {
@@ -185,12 +199,13 @@ int PageBuilder::fill_room(const Family& family, std::string_view slug) {
   if (!content) return 0;
   std::string title;
   int slot = 0;
+  const auto is_in_room = lines_of_room(*content, std::string(slug));
   LineReader reader(*content);
   while (slot < kPlaces) {
     const auto line = reader.next();
     if (!line) break;
     if (line->find(kRoomMark) != std::string_view::npos) continue;
-    if (!contains_ignoring_case(without_blanks(*line), slug)) continue;
+    if (!is_in_room(*line)) continue;
     const auto entry = parse_list_line(*line);
     if (!entry || !entry->device) continue;
     const Device& device = *entry->device;

@@ -30,7 +30,8 @@ class PageBuilder {
   void loadnormtree(std::string& html);
   void loadtree(std::string& html);
 
-  // Fill in the first ten devices on whose lines the room's name stands anywhere, blanks left out.
+  // Fill in the first ten devices of the room, its name without blanks; without such a room, of the
+  // lines on which the name stands anywhere.
   // A device that the last command did not reach has a link more, which sends it again.
   // The ten-foot one also remembers the room, and puts the focus on the device used last when the
   // room is the one shown last.

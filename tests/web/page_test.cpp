@@ -97,17 +97,20 @@ TEST(Pages, ATenFootRoomWithItsFocus) {
       << "the browser's home page does not show the room last seen";
 }
 
-TEST(Pages, RoomsAreMatchedByContainmentAndShowTenDevices) {
+TEST(Pages, ARoomShowsTenOfItsDevicesAndNoneOfARoomThatContainsItsName) {
   std::string list = "Bedroom~~~\r\nno device line\r\nBed~Odd~A~x\r\n";
   for (int i = 1; i <= 12; ++i)
-    list += (i % 2 ? "Bedroom~Lamp " : "Bed~Lamp ") + std::to_string(i) + "~A~" +
-            std::to_string(i) + "\r\n";
+    list += (i > 1 ? "Bed~Lamp " : "Bedroom~Fan ") + std::to_string(i) + "~A~" + std::to_string(i) +
+            "\r\n";
   WebHouse house(list + "Caf\xe9 & Bar~~~\r\n");
   house.files.contents[House::file("html/index.html")] = "<room2>|<room>[<dev9>][<dev10>]";
   EXPECT_EQ(house.get("index.html", "loadroombed"),
             "<a target=\"_top\" href=\"index.html?loadroomCaf\xe9%26Bar\"><font color=\"#FFFFFF\">"
             "Caf\xe9 &amp; Bar</font></a>|Bed[" +
-                cell("A~10~BedLamp10~turnon~Bed", "switchoff.gif", "Lamp 10") + "][<dev10>]\r\n");
+                cell("A~11~BedLamp11~turnon~Bed", "switchoff.gif", "Lamp 11") + "][<dev10>]\r\n");
+  house.files.contents[House::file("html/index.html")] = "<room>[<dev1>]";
+  EXPECT_EQ(house.get("index.html", "loadroomBedroom"), "Bedroom[<dev1>]\r\n");
+  EXPECT_EQ(house.get("index.html", "loadroomdroom"), "Bedroom[<dev1>]\r\n") << "no such room";
 }
 
 // A template that lost a place would hide the rooms and devices of large houses only.
