@@ -47,6 +47,10 @@ Task<void> Shutdown::Form_Unload() {
   // The person, or what asked for the end, may still be in the middle of a step.
   co_await pending_events(loop_);
   startup_.stop();
+  if (startup_.is_alone())
+    steps_.run([this] {
+      module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "closeengine", "False");
+    });
   if (startup_.has_house()) co_await leave();
   if (options_.chk_service.checked || startup_.owes_service())
     co_await steps_.finish(start_service());
@@ -57,9 +61,6 @@ Task<void> Shutdown::Form_Unload() {
 }
 
 Task<void> Shutdown::leave() {
-  steps_.run([this] {
-    module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "closeengine", "False");
-  });
   take_nothing_more();
   wait_.lab_wait.visible = false;
   wait_.Label1.caption = "Please Wait";  // not how far the start-up came

@@ -42,6 +42,8 @@ class Startup {
 
   // Whether the house is this copy's: only then may it leave its marks in the settings.
   bool has_house() const { return takeover_.done(); }
+  // Whether no other copy of the program runs: only then may this one say that the house is free.
+  bool is_alone() const { return takeover_.is_alone(); }
   // Whether the window has its place of the last time. False: where it is now must not be stored.
   bool has_placed_window() const { return placed_; }
   // Whether the service was stopped and nothing has been loaded yet that says whether it is wanted.

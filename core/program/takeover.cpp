@@ -29,6 +29,10 @@ Task<bool> Takeover::run() {
   co_return true;
 }
 
+bool Takeover::is_alone() const {
+  return done_ || !instance_.another_is_running();
+}
+
 void Takeover::SkipWait() {
   flags_.skipdelay = true;
 }
