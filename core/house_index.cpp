@@ -50,17 +50,9 @@ const Device* HouseIndex::found(ByText& map, const std::string& text) const {
   return entry == map.positions.end() ? nullptr : &devices_[entry->second];
 }
 
-const Device* HouseIndex::by_name(std::string_view room, std::string_view name) const {
-  const auto same = [room, name](const Device& device) {
-    return device.room == room && device.name == name;
-  };
-  const auto device = std::find_if(devices_.begin(), devices_.end(), same);
-  return device == devices_.end() ? nullptr : &*device;
-}
-
 const Device* HouseIndex::same_as(const Device& device) const {
   const auto found = std::find(devices_.begin(), devices_.end(), device);
-  return found == devices_.end() ? by_name(device.room, device.name) : &*found;
+  return found == devices_.end() ? nullptr : &*found;
 }
 
 const Device* HouseIndex::by_key(std::string_view key) const {

@@ -30,10 +30,8 @@ class HouseIndex {
   // In the order of the list; empty when no room has exactly this name.
   std::vector<const Device*> devices_in(std::string_view room) const;
 
-  // The device of exactly this room and name.
-  const Device* by_name(std::string_view room, std::string_view name) const;
-  // The device that this one was when it was looked up: the same room, name and address, else the
-  // same room and name.
+  // The device that this one was when it was looked up: the same room, name and address. One of the
+  // same name at another address may be another lamp.
   const Device* same_as(const Device& device) const;
   // By its key, with or without blanks, letter case ignored.
   const Device* by_key(std::string_view key) const;

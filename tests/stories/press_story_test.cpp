@@ -157,7 +157,8 @@ TEST_F(PressStory, AWaitingPressOfADeviceThatGoesIsDroppedAndTheNextOneActs) {
   form().device[0].click();
   form().device[1].click();
   form().device[2].click();
-  house.files.contents[House::file("rmlst.hwd")] = replace_all(kFiveLamps, "Den~Four~A~4\r\n", "");
+  house.files.contents[House::file("rmlst.hwd")] =
+      replace_all(kFiveLamps, "Den~Four~A~4", "Den~Four~A~9");  // another lamp of that name
   form().txt_roomname.text = "New";
   form().Command3.click();  // reads the list anew
   house.loop.advance(10s);
