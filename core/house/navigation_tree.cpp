@@ -1,5 +1,6 @@
 #include "core/house/navigation_tree.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/flag_guard.h"
@@ -13,6 +14,13 @@ namespace {
 // Devices of one name and address in two rooms: the second one's node needs a key of its own.
 std::string second_key(const Device& device) {
   return device.room + "~" + device.tree_key();
+}
+
+// The key that a device's node would have if it were the first of its name and address.
+std::string without_room(const TreeNode& node) {
+  const std::string room = node.parent->key + "~";
+  const bool is_second = std::count(node.key.begin(), node.key.end(), '~') > 2;
+  return is_second && node.key.starts_with(room) ? node.key.substr(room.size()) : node.key;
 }
 
 }  // namespace
@@ -29,7 +37,7 @@ NavigationTree::NavigationTree(FrmMain& form, Operations& operations, EventLoop&
   form.Tree.selected.changed.connect([this] {
     const TreeNode* node = form_.Tree.selected;
     if (!node || quiet_) return;
-    selected_key_ = node->key;
+    selected_key_ = node->parent ? without_room(*node) : node->key;
     selected_room_ = node->parent ? node->parent->key : std::string();
     show_selected();
   });
@@ -73,9 +81,19 @@ void NavigationTree::add_device(const Device& device) {
 
 void NavigationTree::select_again() {
   const FlagGuard quiet(quiet_);
-  TreeNode* node = form_.Tree.find(selected_key_);
-  form_.Tree.selected = node ? node : form_.Tree.find(selected_room_);
+  form_.Tree.selected = selected_before();
   if (form_.frm_devices.visible) devices_.show_again();
+}
+
+// A device's node below the room of then, or else that room. The key is no help alone: it goes to
+// another room when that has a device of the same name and address first.
+TreeNode* NavigationTree::selected_before() const {
+  if (selected_room_.empty()) return form_.Tree.find(selected_key_);
+  TreeNode* room = form_.Tree.find(selected_room_);
+  if (!room) return nullptr;
+  for (const auto& node : room->children)
+    if (without_room(*node) == selected_key_) return node.get();
+  return room;
 }
 
 // A panel that is shown by a link, or by the program, has its node selected.
@@ -85,6 +103,7 @@ void NavigationTree::follow_panel(Frame& frame, const char* name) {
     if (!frame.visible || !node || quiet_) return;
     const FlagGuard quiet(quiet_);
     selected_key_ = name;
+    selected_room_.clear();
     form_.Tree.selected = node;
   });
 }

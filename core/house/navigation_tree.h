@@ -30,6 +30,7 @@ class NavigationTree {
  private:
   void add_device(const Device& device);
   void select_again();
+  TreeNode* selected_before() const;
   void follow_panel(Frame& frame, const char* name);
   void show_selected();
   void show_room(const std::string& room);
@@ -43,7 +44,7 @@ class NavigationTree {
   HouseIndex& house_;
   DevicePanel& devices_;
   DeviceSelectors selectors_;
-  std::string selected_key_;   // of the node selected last
+  std::string selected_key_;   // of the node selected last; of a device without its room
   std::string selected_room_;  // key of its room when it is a device
   bool quiet_ = false;         // the selection follows what is shown
 };

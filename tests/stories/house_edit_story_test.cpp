@@ -148,5 +148,17 @@ TEST_F(HouseEditStory, WhatIsSavedWhileTheFilesAreInUseIsTakenInItsOrderAsItWas)
   EXPECT_EQ(form.Tree.selected.get(), form.Tree.find("Hall"));
 }
 
+// The node of the second one has a key of its own, and the keys change places.
+TEST_F(HouseEditStory, TheDeviceSelectedStaysSoWhenOneOfItsNameAndAddressComesBeforeIt) {
+  FrmMain& form = open("Pantry~Lamp~A~1\r\nKitchen~~~\r\n");
+  form.lst_temproom.text = "Kitchen";
+  form.txt_devname.text = "Lamp";
+  form.Command4.click();
+  select("Lamp~A~1");
+  house.loop.advance(5s);
+  ASSERT_TRUE(form.Tree.selected.get() && form.Tree.find("Pantry~Lamp~A~1"));
+  EXPECT_EQ(form.Tree.selected.get()->parent->text, form.lab_room.caption.get());
+}
+
 }  // namespace
 }  // namespace homewarden::testing
