@@ -69,21 +69,25 @@ Task<void> Presses::work_off() {
   const FlagGuard working(working_);
   while (!waiting_.empty()) {
     LineTurn turn = co_await commands_.take_line();
-    Press press = std::move(waiting_.front());
+    const std::string key = waiting_.front().key;
+    on_the_line_ = std::move(waiting_.front());
     waiting_.pop_front();
-    changed(press.key);
-    operations_.start(carry_out(std::move(turn), std::move(press)));
+    changed(key);
+    operations_.start(carry_out(std::move(turn), *on_the_line_));
   }
 }
 
 Task<void> Presses::carry_out(LineTurn turn, Press press) {
   const Device* device = house_.same_as(press.device);
-  if (!device) co_return;
+  if (!device) {
+    on_the_line_.reset();
+    changed(press.key);
+    co_return;
+  }
   SwitchTarget target = SwitchTarget::of(*device);
   const DeviceOrder order = press.order;
   const bool brings_up =
       press.is_level && order.level == kFullyOn && state_.getlaststatus(press.key);
-  on_the_line_ = std::move(press);
   co_await commands_.carry_out(std::move(turn), std::move(target), order, Source::kWindow,
                                brings_up);
 }

@@ -62,7 +62,10 @@ TEST_F(PressStory, TheLastPositionOfASliderCountsAndSecondPressesUndoTheFirst) {
   house.slide(1, 80);
   form().device[2].click();
   EXPECT_EQ(form().image1[1].value.get(), 80) << "the slider left where it was put";
+  bool moved = false;  // and a hand that holds it would lose it
+  form().image1[1].value.changed.connect([&moved] { moved = true; });
   house.loop.advance(20s);
+  EXPECT_FALSE(moved);
   EXPECT_THAT(line(), ElementsAre(HasSubstr("A5 2"), HasSubstr("A4 2"), HasSubstr("A4 5"),
                                   HasSubstr("A4 4 20"), HasSubstr("A1 2"), HasSubstr("A1 3")));
   EXPECT_EQ(house.machine("dimDenFour"), "80");
