@@ -23,12 +23,6 @@ std::string EventRecord::device_label() const {
   return roomdevice + " " + housecode + unit;
 }
 
-std::string roomdevice_of(std::string_view room, std::string_view device) {
-  std::string name = std::string(room) + " " + std::string(device);
-  name.erase(name.find_last_not_of(' ') + 1);
-  return name;
-}
-
 std::optional<EventFields> split_event(std::string_view line) {
   if (line.size() > kLongestEventLine) return std::nullopt;
   const auto is_control = [](char c) { return static_cast<unsigned char>(c) < 0x20; };

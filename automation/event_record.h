@@ -32,10 +32,6 @@ struct EventRecord {
   bool operator==(const EventRecord&) const = default;
 };
 
-// What the events of a device have as their `roomdevice`: blanks at the end of a device's name do
-// not stand there.
-std::string roomdevice_of(std::string_view room, std::string_view device);
-
 // The letters of `days`, Monday first.
 inline constexpr std::string_view kDayLetters = "mtwufsr";
 
