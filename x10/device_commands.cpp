@@ -77,7 +77,9 @@ Task<bool> DeviceCommands::carry_out(LineTurn turn, SwitchTarget target, DeviceO
   bool sent = false;
   {
     const OnTheWay on_the_way(*this, target.key);
-    sent = co_await send_order(target, order, bright);
+    // A lamp that is on stays at its level when it gets a mere On.
+    const bool is_dimmed = state_.getlaststatus(target.key) && state_.level(target.key) < kFullyOn;
+    sent = co_await send_order(target, order, bright || is_dimmed);
     if (!target.key.empty()) state_.setstatus(target.key, order, source, sent);
   }
   turn.release();

@@ -37,13 +37,14 @@ class DeviceCommands {
   DeviceCommands(StatusBar& status, Flags& flags, EventLoop& loop, Module1& module1,
                  InterfaceControl& interface_control, DeviceState& state);
 
-  // Switches on when `percent` is 100. Otherwise sets the brightness to `percent`, 0 to 99, by On,
+  // Switches on when `percent` is 100, with Bright 100 behind the On for a device that is recorded
+  // as on below that. Otherwise sets the brightness to `percent`, 0 to 99, by On,
   // full Bright and Dim. Returns after a pause of one second, in which other acts may begin.
   Task<bool> turnon(SwitchTarget target, int percent, Source source);
   // Pauses like turnon. The device is recorded as off, also when the command could not be sent.
   Task<bool> turnoff(SwitchTarget target, Source source);
   // For who has the line already; it is released before the pause. `bright` sends Bright 100 behind
-  // an On at 100, which brings up a lamp that is on at a lower level.
+  // an On at 100 whatever is recorded.
   Task<bool> carry_out(LineTurn turn, SwitchTarget target, DeviceOrder order, Source source,
                        bool bright = false);
   // Waits until nobody else has the line.

@@ -86,6 +86,13 @@ TEST_F(PressStory, ASliderAtTheTopIsFullBrightnessAndNeverOff) {
   EXPECT_EQ(house.machine("DenFive"), "True");
   EXPECT_EQ(house.machine("dimDenFive"), "100");
   EXPECT_EQ(form().image1[0].value.get(), 100);
+  house.slide(0, 40);
+  house.loop.advance(5s);
+  line();
+  form().txt_queue.text = "2A5~";  // a macro brings it up, too
+  house.loop.advance(5s);
+  EXPECT_THAT(line(), ElementsAre(HasSubstr("A5 2"), HasSubstr("A5 5")));
+  EXPECT_EQ(house.machine("dimDenFive"), "100");
 }
 
 TEST_F(PressStory, NothingComesBetweenTheThreeCommandsOfALevel) {
