@@ -76,14 +76,6 @@ TEST(DueTime, CountsFromTheClockOrTheSunAndWrapsAroundMidnight) {
       << "an event ran at a sun time that nobody knows";
 }
 
-TEST(DueTime, EveryDayHasItsLetter) {
-  std::string letters;
-  const Minute monday = minute_of(LocalTime{2023, 6, 19, 23, 59});
-  for (int day = 0; day < 7; ++day)
-    letters += weekday_letter(monday + std::chrono::hours(24 * day));
-  EXPECT_EQ(letters, "mtwufsr");
-}
-
 TEST(DueTime, NamesWhatKeepsAnEventFromRunning) {
   const auto why = [](const char* line) { return std::string(why_never_run(*parse_event(line))); };
   EXPECT_EQ(why("Lamp~a~3~40~sset:-1~on~daily~FS"), "") << "letter case keeps nothing from running";

@@ -25,7 +25,7 @@ struct Module1Test : ::testing::Test {
   VirtualLoop loop;
   MemoryRegistry registry;
   FakeServices services;
-  Module1 module1{loop, registry, services, std::string(200, 'w')};
+  Module1 module1{loop, registry, services, ""};
   Operations operations{[](std::exception_ptr) { FAIL(); }};
 };
 
@@ -68,18 +68,6 @@ TEST_F(Module1Test, ReadsTextsAndNothingElse) {
   EXPECT_EQ(module1.regread(root, kMachineKey, "number", "none"), "none");
   registry.write(root, kMachineKey, "cut", {RegistryType::kString, std::string("ab\0cd", 5)});
   EXPECT_EQ(module1.regread(root, kMachineKey, "cut", "none"), "ab");
-}
-
-TEST_F(Module1Test, ServiceTextsAndTheToolsFolder) {
-  EXPECT_EQ(module1.servicestatus("", "Wardengine"), "");
-  const std::vector<std::string> texts = {"Stopped", "Start Pending",   "Stop Pending",
-                                          "Running", "Coninue Pending", "Pause Pending",
-                                          "Paused"};
-  for (std::size_t i = 0; i < texts.size(); ++i) {
-    services.state = static_cast<ServiceState>(i + 1);
-    EXPECT_EQ(module1.servicestatus("", "Wardengine"), texts[i]);
-  }
-  EXPECT_EQ(module1.windowsdir().size(), 145u);
 }
 
 }  // namespace

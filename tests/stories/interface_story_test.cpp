@@ -1,15 +1,9 @@
 // The search for the interface, and the house while there is none.
 
-#include <gmock/gmock.h>
-
 #include "tests/stories/event_house.h"
 
 namespace homewarden::testing {
 namespace {
-
-using ::testing::Contains;
-using ::testing::HasSubstr;
-using Texts = std::vector<std::string>;
 
 const char* const kLooking = "STATUS: No interface found, looking again";
 
@@ -17,7 +11,7 @@ const char* const kLooking = "STATUS: No interface found, looking again";
 std::vector<long> seconds_of_opens(House& house) {
   std::vector<long> seconds;
   const auto times = house.interface_control.times();
-  const auto notes = house.interface_control.take_notes();
+  const auto notes = house.notes();
   for (std::size_t i = 0; i < notes.size(); ++i)
     if (notes[i] == "open") seconds.push_back((times[i] + 500) / 1000);
   return seconds;
@@ -28,8 +22,7 @@ TEST(InterfaceStory, AStoredPortThatDoesNotAnswerIsLookedAtUntilItDoes) {
   house.loop.set_wall_clock(2023, 6, 21, 11, 59, 59, 500);
   house.interface_control.status_of_port[2] = 2;
   house.dialogs.is_away = true;
-  house.open();
-  house.loop.advance(14999ms);
+  house.open(14999ms);
   EXPECT_FALSE(house.form().enabled);
   EXPECT_TRUE(house.dialogs.messages.empty());
   house.loop.advance(1s);
@@ -53,24 +46,21 @@ TEST(InterfaceStory, AStoredPortThatDoesNotAnswerIsLookedAtUntilItDoes) {
   house.loop.advance(60s);
   EXPECT_EQ(house.dialogs.open_boxes, 0) << "the message stands though the interface answers";
   EXPECT_EQ(house.dialogs.messages.size(), 1u);
-  EXPECT_EQ(house.interface_control.take_notes(),
-            Texts({"port 2", "open", "option 4", "client Homewarden"}));
+  EXPECT_EQ(house.notes(), Texts({"port 2", "open", "option 4", "client Homewarden"}));
   EXPECT_TRUE(house.form().connected);
   EXPECT_EQ(house.form().Statusbar.panel3.get(), "STATUS: Ready");
   EXPECT_THAT(house.status_texts, Contains(HasSubstr("interface on com port 2, timer ")).Times(0));
   EXPECT_THAT(house.status_texts, Contains(HasSubstr("Interface on com port 2, timer ")));
   house.loop.advance(300s);
-  EXPECT_TRUE(house.interface_control.take_notes().empty()) << "it looks on";
+  EXPECT_TRUE(house.notes().empty()) << "it looks on";
 }
 
 TEST(InterfaceStory, UnusableStoredPortIsSkippedInTheScan) {
   House house;
   house.interface_control.status_of_port = {{2, 1}, {4, 0}};
-  house.open();
-  house.loop.advance(1s);
-  EXPECT_EQ(house.interface_control.take_notes(),
-            Texts({"port 2", "open", "port 1", "open", "port 3", "open", "port 4", "open",
-                   "option 4", "client Homewarden"}));
+  house.open(1s);
+  EXPECT_EQ(house.notes(), Texts({"port 2", "open", "port 1", "open", "port 3", "open", "port 4",
+                                  "open", "option 4", "client Homewarden"}));
   EXPECT_EQ(house.machine("port"), "4");
   EXPECT_TRUE(house.form().connected);
 }
@@ -79,9 +69,8 @@ TEST(InterfaceStory, NoInterfaceAnywhereAndThenOneByHand) {
   House house;
   house.interface_control.status_of_port.clear();
   house.set_machine("port", "none");
-  house.open();
-  house.loop.advance(1s);
-  EXPECT_EQ(house.interface_control.take_notes().size(), 30u);
+  house.open(1s);
+  EXPECT_EQ(house.notes().size(), 30u);
   ASSERT_EQ(house.dialogs.messages.size(), 1u);
   EXPECT_THAT(house.dialogs.messages[0], HasSubstr("ERROR!: Sorry, Could not find a CM11 or CM12"));
   EXPECT_TRUE(house.form().enabled);
@@ -94,35 +83,22 @@ TEST(InterfaceStory, NoInterfaceAnywhereAndThenOneByHand) {
   EXPECT_EQ(house.dialogs.messages.size(), 2u) << "Cancel was answered";
   EXPECT_EQ(house.machine("port"), "none");
   house.loop.advance(6s);
-  EXPECT_EQ(house.interface_control.take_notes().size(), 30u) << "Cancel ended the looking";
+  EXPECT_EQ(house.notes().size(), 30u) << "Cancel ended the looking";
   EXPECT_TRUE(house.form().enabled);
   EXPECT_EQ(house.status_texts.size(), told);
 
   for (const char* silly : {"0", "16", "two", ""}) {
     house.dialogs.typed = {silly};
-    house.form().Label63.click();
-    house.loop.run_pending();
+    house.click(house.form().Label63);
     EXPECT_EQ(house.dialogs.messages.back(),
               "Error: Sorry, that was a silly number. Please try again");
     EXPECT_EQ(house.machine("port"), "none");
   }
   house.interface_control.status_of_port[7] = 0;
   house.dialogs.typed = {"7"};
-  house.form().Label63.click();
-  house.loop.run_pending();
+  house.click(house.form().Label63);
   EXPECT_EQ(house.machine("port"), "7");
   EXPECT_TRUE(house.form().connected);
-}
-
-TEST(InterfaceStory, SearchingAgainClosesFirstAndAsksEveryPort) {
-  House house;
-  house.open_connected();
-  house.interface_control.refuses_close = true;
-  house.form().Label51.click();
-  house.loop.advance(2s);
-  EXPECT_EQ(house.interface_control.take_notes(),
-            Texts({"close", "close", "port 1", "open", "port 2", "open", "option 4",
-                   "client Homewarden"}));
 }
 
 // A look that goes on beside a search, or answers after it.
@@ -130,22 +106,22 @@ TEST(InterfaceStory, AClickEndsTheLookThatRunsAndItsMessage) {
   House house;
   house.interface_control.status_of_port = {{2, 2}};
   house.dialogs.is_away = true;
-  house.open();
-  house.loop.advance(18s);
-  house.interface_control.take_notes();
+  house.open(18s);
+  house.notes();
   house.interface_control.opening_time = 3s;
   house.loop.advance(4s);
-  EXPECT_EQ(house.interface_control.take_notes(), Texts({"port 2", "open"}));
+  EXPECT_EQ(house.notes(), Texts({"port 2", "open"}));
   house.interface_control.status_of_port[5] = 0;
   EXPECT_EQ(house.dialogs.open_boxes, 1);
+  house.interface_control.refuses_close = true;
   house.form().Label51.click();
   EXPECT_EQ(house.dialogs.open_boxes, 0);
   house.loop.advance(1s);
   EXPECT_FALSE(house.form().enabled);
   house.loop.advance(60s);
-  EXPECT_EQ(house.interface_control.take_notes(),
-            Texts({"close", "port 1", "open", "port 2", "open", "port 3", "open", "port 4", "open",
-                   "port 5", "open", "option 4", "client Homewarden"}));
+  EXPECT_EQ(house.notes(),
+            Texts({"close", "close", "port 1", "open", "port 2", "open", "port 3", "open", "port 4",
+                   "open", "port 5", "open", "option 4", "client Homewarden"}));
   EXPECT_TRUE(house.form().enabled);
 }
 
@@ -155,7 +131,7 @@ TEST(InterfaceStory, AnEventThatComesDueWithoutAnInterfaceIsTried) {
   house.interface_control.status_of_port.clear();
   house.open();
   house.run_until(12, 1, 5);
-  EXPECT_EQ(house.interface_control.take_line_log(), Texts{"Wed 12:01:00 B12 2"});
+  EXPECT_EQ(house.line(), Texts{"Wed 12:01:00 B12 2"});
 }
 
 TEST(InterfaceStory, ClosingEndsTheLooks) {
@@ -163,18 +139,15 @@ TEST(InterfaceStory, ClosingEndsTheLooks) {
   house.interface_control.status_of_port = {{2, 2}};
   house.interface_control.opening_time = 3s;
   house.dialogs.is_away = true;
-  house.open();
-  house.loop.advance(35s);
-  house.interface_control.take_notes();
+  house.open(35s);
+  house.notes();
   house.services.obeys = false;  // the end takes two seconds
   house.form().chk_service.checked = true;
-  house.form().close_requested();
-  house.loop.advance(1s);
-  EXPECT_EQ(house.interface_control.take_notes(), Texts{"close"});
+  house.close(1s);
+  EXPECT_EQ(house.notes(), Texts{"close"});
   EXPECT_EQ(house.dialogs.open_boxes, 0);
-  house.form().Label51.click();
-  house.loop.advance(5s);
-  EXPECT_TRUE(house.interface_control.take_notes().empty()) << "a port was opened after the end";
+  house.click(house.form().Label51, 5s);
+  EXPECT_TRUE(house.notes().empty()) << "a port was opened after the end";
   EXPECT_TRUE(house.loop.has_quit());
 }
 

@@ -1,8 +1,6 @@
 // The power goes between any two changes of the files and settings, in the middle of a write too;
 // then the program starts again.
 
-#include <gmock/gmock.h>
-
 #include <algorithm>
 #include <map>
 
@@ -54,6 +52,24 @@ void delete_macro(EventHouse& house) {
 void switch_profile(EventHouse& house) {
   house.form().com_profile.text = "Holiday";
   house.form().com_profile.click();
+}
+
+void add_event(EventHouse& house) {
+  house.form().lst_eventdevice.text = "Hall Bell B1";
+  house.form().Command6.click();
+}
+void edit_event(EventHouse& house) {
+  ASSERT_TRUE(house.select_event("Kitchen Lamp"));
+  house.form().ListView1.double_click();
+  house.form().lst_dim.text = "55%";
+  house.form().Command6.click();
+}
+void delete_event(EventHouse& house) {
+  ASSERT_TRUE(house.select_event("Kitchen Lamp"));
+  house.form().ListView1.key_press(4);
+}
+void run_once_event(EventHouse& house) {
+  house.form().once_removal[5] = "Hall Bell~B~1~ ~08:00~off~daily";
 }
 
 struct Operation {
@@ -146,14 +162,15 @@ TEST_P(KillStory, NothingIsLostNothingIsDoubledAndNoScratchFileStays) {
   EXPECT_LT(finished, 3 * steps) << "every stop came too late";
 }
 
-INSTANTIATE_TEST_SUITE_P(Operations, KillStory,
-                         ::testing::Values(Operation{"room", add_room},
-                                           Operation{"device", add_device},
-                                           Operation{"deleted device", delete_device},
-                                           Operation{"deleted room", delete_room},
-                                           Operation{"macro", save_macro},
-                                           Operation{"deleted macro", delete_macro},
-                                           Operation{"switch", switch_profile}));
+INSTANTIATE_TEST_SUITE_P(
+    Operations, KillStory,
+    ::testing::Values(Operation{"room", add_room}, Operation{"device", add_device},
+                      Operation{"deleted device", delete_device},
+                      Operation{"deleted room", delete_room}, Operation{"macro", save_macro},
+                      Operation{"deleted macro", delete_macro}, Operation{"switch", switch_profile},
+                      Operation{"event", add_event}, Operation{"edited event", edit_event},
+                      Operation{"deleted event", delete_event},
+                      Operation{"once event", run_once_event}));
 
 }  // namespace
 }  // namespace homewarden::testing

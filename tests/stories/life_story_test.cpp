@@ -1,22 +1,15 @@
 // Start-up and shutdown of the whole program, second by second.
 
-#include <gmock/gmock.h>
-
 #include "core/version.h"
 #include "tests/stories/event_house.h"
 
 namespace homewarden::testing {
 namespace {
 
-using ::testing::Contains;
-using ::testing::ElementsAre;
-using Texts = std::vector<std::string>;
-
 TEST(LifeStory, StartsFindsTheInterfaceAndCloses) {
   House house;
   house.loop.set_wall_clock(2023, 6, 21, 12, 0, 23);
-  house.open();
-  house.loop.run_pending();
+  house.open(0s);
   EXPECT_THAT(house.wait_texts,
               ElementsAre("Loading Lists", "Loading Devices", "Loading Options", "Loading Events"));
   EXPECT_TRUE(house.form().visible);
@@ -26,11 +19,10 @@ TEST(LifeStory, StartsFindsTheInterfaceAndCloses) {
   EXPECT_EQ(house.machine("installing"), "False");
   EXPECT_EQ(house.form().Label48.caption.get(),
             "The web server is currently set to run on port 80");
-  EXPECT_TRUE(house.interface_control.take_notes().empty()) << "searched before the delayed step";
+  EXPECT_TRUE(house.notes().empty()) << "searched before the delayed step";
 
   house.loop.advance(500ms);
-  EXPECT_THAT(house.interface_control.take_notes(),
-              ElementsAre("port 2", "open", "option 4", "client Homewarden"));
+  EXPECT_THAT(house.notes(), ElementsAre("port 2", "open", "option 4", "client Homewarden"));
   EXPECT_EQ(house.status(), "Found and Initialized Interface on com port 2, timer 37000");
   EXPECT_EQ(house.form().Statusbar.panel3.get(), "STATUS: Ready");
   EXPECT_TRUE(house.form().enabled);
@@ -40,7 +32,7 @@ TEST(LifeStory, StartsFindsTheInterfaceAndCloses) {
   house.form().close_requested();
   house.form().close_requested();  // an impatient person
   house.loop.run_pending();
-  EXPECT_EQ(house.interface_control.take_notes(), Texts{"close"});
+  EXPECT_EQ(house.notes(), Texts{"close"});
   EXPECT_EQ(house.settings.read("data", "left", ""), "1507.5");
   EXPECT_EQ(house.machine("closeengine"), "False");
   EXPECT_EQ(house.wait().Label2.caption.get(), "Homewarden - Closing");
@@ -53,8 +45,7 @@ TEST(LifeStory, TakesTheHouseOverFromAServiceThatWillNotStop) {
   House house;
   house.services.state = ServiceState::kRunning;
   house.services.obeys = false;
-  house.open();
-  house.loop.advance(8999ms);
+  house.open(8999ms);
   EXPECT_EQ(house.services.calls, Texts({"stop Wardengine", "stop Wardengine", "stop Wardengine"}));
   EXPECT_EQ(house.wait_texts, Texts{"Stopping Service"});
   house.loop.advance(1ms);
@@ -65,12 +56,10 @@ TEST(LifeStory, StopsAnObedientServiceOnceAndStartsItAtTheEnd) {
   House house;
   house.services.state = ServiceState::kRunning;
   house.settings.write("data", "service", "1");
-  house.open();
-  house.loop.advance(5s);
+  house.open(5s);
   EXPECT_EQ(house.services.calls, Texts{"stop Wardengine"});
   house.services.obeys = false;  // it stays "Stopped": one more start, a second later
-  house.form().close_requested();
-  house.loop.advance(1999ms);
+  house.close(1999ms);
   EXPECT_EQ(house.services.calls, Texts({"stop Wardengine", "start Wardengine"}));
   house.loop.advance(1ms);
   EXPECT_EQ(house.services.calls.size(), 3u);
@@ -80,8 +69,7 @@ TEST(LifeStory, StopsAnObedientServiceOnceAndStartsItAtTheEnd) {
 TEST(LifeStory, SecondCopyWaitsFiveSecondsAndEndsWithoutAWord) {
   House house;
   house.instance.others = 2;
-  house.open();
-  house.loop.advance(4999ms);
+  house.open(4999ms);
   EXPECT_FALSE(house.loop.has_quit());
   house.loop.advance(1ms);
   EXPECT_TRUE(house.loop.has_quit());
@@ -90,16 +78,14 @@ TEST(LifeStory, SecondCopyWaitsFiveSecondsAndEndsWithoutAWord) {
 
   House patient;  // the first copy ended meanwhile
   patient.instance.others = 1;
-  patient.open();
-  patient.loop.advance(5s);
+  patient.open(5s);
   EXPECT_TRUE(patient.form().visible);
 }
 
 TEST(LifeStory, DelayedStartLasts21SecondsUnlessSkipped) {
   House house;
   house.set_delayed();
-  house.open();
-  house.loop.advance(20999ms);
+  house.open(20999ms);
   EXPECT_EQ(house.wait_texts.front(), "Time Delay 20");
   EXPECT_EQ(house.wait_texts.back(), "Time Delay 0");
   EXPECT_TRUE(house.wait().lab_wait.visible);
@@ -111,23 +97,11 @@ TEST(LifeStory, DelayedStartLasts21SecondsUnlessSkipped) {
 
   House hasty;
   hasty.set_delayed();
-  hasty.open();
-  hasty.loop.advance(3500ms);
-  hasty.wait().lab_wait.click();
-  hasty.loop.advance(499ms);
+  hasty.open(3500ms);
+  hasty.click(hasty.wait().lab_wait, 499ms);
   EXPECT_FALSE(hasty.form().visible);
   hasty.loop.advance(1ms);
   EXPECT_TRUE(hasty.form().visible);
-}
-
-TEST(LifeStory, AWindowOffTheScreenComesBackAndOneAboveStays) {
-  House house;
-  house.settings.write("data", "left", "99999");
-  house.settings.write("data", "top", "-300");
-  house.open();
-  house.loop.run_pending();
-  EXPECT_EQ(house.form().left.get(), 100.0F);
-  EXPECT_EQ(house.form().top.get(), -300.0F);
 }
 
 TEST(LifeStory, MinimisedToTheNotificationAreaAndStartedThere) {
@@ -139,8 +113,7 @@ TEST(LifeStory, MinimisedToTheNotificationAreaAndStartedThere) {
   EXPECT_EQ(house.settings.read("data", "state", ""), "1");
 
   house.forget_program();
-  house.open();
-  house.loop.run_pending();
+  house.open(0s);
   EXPECT_TRUE(house.form().visible) << "shown briefly";
   house.loop.advance(500ms);
   EXPECT_FALSE(house.form().visible);
@@ -157,15 +130,6 @@ TEST(LifeStory, MinimisedToTheNotificationAreaAndStartedThere) {
   EXPECT_EQ(house.icon().ToolTip.get(), std::string("Homewarden Version ") + kVersion);
 }
 
-TEST(LifeStory, WithoutANotificationAreaTheWindowIsNotLost) {
-  House house;
-  house.open();
-  house.icon().has_area = false;
-  house.loop.advance(2s);
-  house.form().state = WindowState::kMinimized;
-  EXPECT_TRUE(house.form().visible) << "hidden where no icon brings it back";
-}
-
 // Position and flags of a copy that was started and ended before it had the house.
 TEST(LifeStory, ACopyEndedBeforeItHasTheHouseLeavesNoMark) {
   for (const bool delayed : {true, false}) {
@@ -178,16 +142,14 @@ TEST(LifeStory, ACopyEndedBeforeItHasTheHouseLeavesNoMark) {
     } else {
       house.instance.others = 2;
     }
-    house.open();
-    house.loop.advance(4s);
+    house.open(4s);
     house.set_machine("closeengine", "as the other copy left it");
-    house.form().close_requested();
-    house.loop.advance(2s);
+    house.close(2s);
     EXPECT_TRUE(house.loop.has_quit());
     EXPECT_EQ(house.machine("closeengine"), delayed ? "False" : "as the other copy left it");
     EXPECT_EQ(house.settings.read("data", "left", ""), "1507.5");
     EXPECT_EQ(house.settings.read("data", "width", "none"), "none");
-    EXPECT_TRUE(house.interface_control.take_notes().empty());
+    EXPECT_TRUE(house.notes().empty());
     if (delayed)
       EXPECT_EQ(house.services.calls, Texts({"stop Wardengine", "start Wardengine"}))
           << "nobody has the house";
@@ -198,17 +160,15 @@ TEST(LifeStory, ACopyEndedBeforeItHasTheHouseLeavesNoMark) {
 
 TEST(LifeStory, ClosedBetweenTheWindowAndTheSearchNothingIsSearchedAndTheStepsAreNew) {
   House house;
-  house.open();
-  house.loop.advance(400ms);
+  house.open(400ms);
   EXPECT_EQ(house.wait().Label1.caption.get(), "Loading Events");
   std::string shown_first;
   house.wait().visible.changed.connect([&] {
     if (shown_first.empty()) shown_first = house.wait().Label1.caption;
   });
-  house.form().close_requested();
-  house.loop.advance(5s);
+  house.close(5s);
   EXPECT_EQ(shown_first, "Please Wait") << "the closing window showed how far the start had come";
-  EXPECT_EQ(house.interface_control.take_notes(), Texts{"close"});
+  EXPECT_EQ(house.notes(), Texts{"close"});
   EXPECT_EQ(house.settings.read("data", "left", ""), "100");
   EXPECT_TRUE(house.loop.has_quit());
 }
@@ -218,19 +178,17 @@ TEST(LifeStory, ClosingWaitsForTheCommandOnTheLineAndTakesNoMore) {
   FrmMain& form = house.open_connected();
   house.click_node("Kitchen");
   house.interface_control.mains_time = 8s;
-  form.device[0].click();
-  house.loop.advance(1s);
-  house.interface_control.take_notes();
-  form.close_requested();
-  house.loop.advance(4s);
+  house.click(form.device[0], 1s);
+  house.notes();
+  house.close(4s);
   EXPECT_FALSE(house.loop.has_quit());
   EXPECT_FALSE(form.enabled) << "further presses are taken";
   EXPECT_EQ(house.wait().Label1.caption.get(), "Waiting for the last command");
-  EXPECT_TRUE(house.interface_control.take_notes().empty()) << "the port was closed";
+  EXPECT_TRUE(house.notes().empty()) << "the port was closed";
   EXPECT_EQ(house.machine("KitchenKettle"), "(none)");
   house.loop.advance(6s);
   EXPECT_TRUE(house.loop.has_quit());
-  EXPECT_EQ(house.interface_control.take_notes(), Texts{"close"});
+  EXPECT_EQ(house.notes(), Texts{"close"});
   EXPECT_EQ(house.machine("KitchenKettle"), "True") << "sent and not recorded";
 
   House stuck;
@@ -248,13 +206,11 @@ TEST(LifeStory, ClosingWaitsForTheCommandOnTheLineAndTakesNoMore) {
 TEST(LifeStory, AOnceEventOnItsWayAtTheEndIsSentRecordedAndRemoved) {
   const std::string daily = "Hall Lamp~B~12~100~12:01~on~daily~MTWHFSU~";
   EventHouse house("Kitchen Kettle~A~4~100~12:01~on~once~MTWHFSU~\r\n" + daily + "\r\n");
-  house.loop.set_wall_clock(2023, 6, 21, 12, 0, 30);
-  house.open_connected();
+  house.open_connected_at(12, 0, 30);
   house.interface_control.mains_time = 3s;
   house.run_until(12, 1, 1);
   EXPECT_TRUE(house.form().sending);
-  house.form().close_requested();
-  house.loop.advance(20s);
+  house.close(20s);
   EXPECT_TRUE(house.loop.has_quit());
   EXPECT_EQ(house.interface_control.line_log.size(), 2u);
   EXPECT_EQ(house.machine("HallLamp"), "True");
@@ -264,12 +220,15 @@ TEST(LifeStory, AOnceEventOnItsWayAtTheEndIsSentRecordedAndRemoved) {
 TEST(LifeStory, TheWindowKeepsItsSizeAndFitsTheScreen) {
   House house;
   house.settings.write("data", "width", "12000");
+  house.settings.write("data", "left", "99999");
+  house.settings.write("data", "top", "-300");
   house.open_connected();
+  EXPECT_EQ(house.form().left.get(), 100.0F) << "off the screen";
+  EXPECT_EQ(house.form().top.get(), -300.0F);
   EXPECT_EQ(house.form().width.get(), 12000.0F);
   EXPECT_EQ(house.form().height.get(), 9600.0F);
   house.form().height = 9000.5F;
-  house.form().close_requested();
-  house.loop.run_pending();
+  house.close();
   EXPECT_EQ(house.settings.read("data", "width", ""), "12000");
   EXPECT_EQ(house.settings.read("data", "height", ""), "9000.5");
 
@@ -278,8 +237,7 @@ TEST(LifeStory, TheWindowKeepsItsSizeAndFitsTheScreen) {
     small.desktop.width = 13660;
     small.desktop.height = 7680;
     small.settings.write("data", "height", height);
-    small.open();
-    small.loop.run_pending();
+    small.open(0s);
     EXPECT_EQ(small.form().left.get(), 0.0F);
     EXPECT_EQ(small.form().width.get(), 13660.0F);
     EXPECT_LT(small.form().top + small.form().height, 7680.0F)

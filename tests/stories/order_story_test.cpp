@@ -1,7 +1,5 @@
 // Every order of clicks and keys on tree and cards, and every level on every path.
 
-#include <gmock/gmock.h>
-
 #include <map>
 #include <random>
 
@@ -9,8 +7,6 @@
 
 namespace homewarden::testing {
 namespace {
-
-using ::testing::ElementsAre;
 
 const std::map<std::string, std::string> kAddresses = {
     {"Big Kitchen/Lamp", "A12"}, {"Big Kitchen/Lamp Two", "A11"}, {"Kitchen/Lamp", "A1"},
@@ -69,14 +65,14 @@ TEST(OrderStory, TheDeviceWhoseCardOrNodeIsPressedActs) {
       ASSERT_EQ(form.lab_room.caption.get(), node->parent ? node->parent->text : node->text);
     }
     house.loop.advance(3s);
-    const auto line = house.interface_control.take_line_log();
+    const auto line = house.line();
     if (meant.empty()) {
       ASSERT_TRUE(line.empty()) << "nothing was pressed, but " << line.front();
       continue;
     }
     ++presses;
     ASSERT_EQ(line.size(), 1u) << meant;
-    ASSERT_THAT(line.front(), ::testing::HasSubstr(" " + kAddresses.at(meant) + " ")) << meant;
+    ASSERT_THAT(line.front(), HasSubstr(" " + kAddresses.at(meant) + " ")) << meant;
   }
   EXPECT_GT(presses, 500);
 }
@@ -128,7 +124,7 @@ TEST_P(LevelStory, WhatIsSentIsRecordedAndShown) {
     }
   };
   const auto dimmed = [&house](int level) {
-    const auto log = house.interface_control.take_line_log();
+    const auto log = house.line();
     return level == 100 || (!log.empty() && log.back().ends_with(" 4 " + level_text(100 - level)));
   };
   for (int i = 0; i < size; ++i) {

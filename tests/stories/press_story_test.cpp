@@ -1,16 +1,9 @@
 // Presses that follow each other faster than the power line can carry them, and those that fail.
 
-#include <gmock/gmock.h>
-
 #include "tests/stories/house.h"
 
 namespace homewarden::testing {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
 
 const char* const kFiveLamps =
     "Den~One~A~1\r\nDen~Two~A~2\r\nDen~Three~A~3\r\nDen~Four~A~4\r\nDen~Five~A~5\r\n";
@@ -26,7 +19,7 @@ class PressStory : public ::testing::Test {
     house.interface_control.mains_time = 800ms;
   }
   FrmMain& form() { return house.form(); }
-  std::vector<std::string> line() { return house.interface_control.take_line_log(); }
+  std::vector<std::string> line() { return house.line(); }
   std::vector<CardState> cards() {
     std::vector<CardState> states;
     for (int i = 0; i < 5; ++i) states.push_back(form().cardstate[static_cast<std::size_t>(i)]);

@@ -1,15 +1,9 @@
 // Profiles: several sets of events, one of them active.
 
-#include <gmock/gmock.h>
-
 #include "tests/stories/event_house.h"
 
 namespace homewarden::testing {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 
 const char* const kThree =
     "Hall Lamp~B~12~ ~00:00~off~daily~mtwufsr\r\nHall Lamp~B~12~ ~06:00~off~daily~m\r\n"
@@ -19,12 +13,12 @@ const char* const kOne = "Kitchen Kettle~A~4~100~00:00~on~daily~mtwufsr\r\n";
 class ProfileStory : public ::testing::Test {
  protected:
   FrmMain& open(const std::string& events) {
-    if (!events.empty()) house.files.contents[House::file("evelst.hwd")] = events;
+    if (!events.empty()) house.content("evelst.hwd") = events;
     return house.open_connected();
   }
-  void choose(const std::string& profile) {
+  void choose(const std::string& profile, House::Time length = 0ms) {
     house.form().com_profile.text = profile;
-    house.form().com_profile.click();
+    house.click(house.form().com_profile, length);
   }
   std::string file(const std::string& name) {
     const auto found = house.files.contents.find(House::file(name));
@@ -38,8 +32,7 @@ class ProfileStory : public ::testing::Test {
 TEST_F(ProfileStory, EveryProfileHasItsOwnEvents) {
   FrmMain& form = open(kThree);
   EXPECT_EQ(form.com_profile.text.get(), "Standard");
-  choose("Holiday");
-  house.loop.advance(500ms);
+  choose("Holiday", 500ms);
   EXPECT_TRUE(form.filebusy);
   EXPECT_EQ(form.mouse_pointer.get(), MousePointer::kHourglass);
   house.loop.advance(4s);
@@ -51,21 +44,17 @@ TEST_F(ProfileStory, EveryProfileHasItsOwnEvents) {
   EXPECT_FALSE(form.filebusy);
   EXPECT_EQ(form.mouse_pointer.get(), MousePointer::kNormal);
 
-  house.files.contents[House::file("evelst.hwd")] = kOne;
-  choose("Standard");
-  house.loop.advance(4s);
+  house.content("evelst.hwd") = kOne;
+  choose("Standard", 4s);
   EXPECT_EQ(file("evelst.hwd"), kThree);
   EXPECT_EQ(file("Holiday.txt"), kOne);
   EXPECT_EQ(form.ListView1.rows.get().size(), 3u);
-  choose("Standard");  // the active one
-  house.loop.advance(4s);
+  choose("Standard", 4s);  // the active one
   EXPECT_EQ(file("evelst.hwd"), kThree);
 
   house.files.contents.erase(House::file("evelst.hwd"));  // it has no events now
-  choose("Holiday");
-  house.loop.advance(4s);
-  choose("Standard");
-  house.loop.advance(4s);
+  choose("Holiday", 4s);
+  choose("Standard", 4s);
   EXPECT_EQ(file("evelst.hwd"), "(missing)") << "events that were deleted came back";
   EXPECT_EQ(file("Holiday.txt"), kOne);
   EXPECT_EQ(file("profile.tmp"), "(missing)");
@@ -74,11 +63,11 @@ TEST_F(ProfileStory, EveryProfileHasItsOwnEvents) {
 TEST_F(ProfileStory, ASwitchInTheMidnightMinuteRunsOneProfilesEvents) {
   house.loop.set_wall_clock(2023, 6, 21, 23, 59, 50);
   FrmMain& form = open(kThree);
-  house.files.contents[House::file("Holiday.txt")] = kOne;
+  house.content("Holiday.txt") = kOne;
   house.run_until(23, 59, 59);
   choose("Holiday");
   house.run_until(0, 0, 30);
-  EXPECT_THAT(house.interface_control.take_line_log(), ElementsAre(HasSubstr("00:00:0")));
+  EXPECT_THAT(house.line(), ElementsAre(HasSubstr("00:00:0")));
   EXPECT_EQ(file("evelst.hwd"), kOne);
   EXPECT_EQ(file("Standard.txt"), kThree);
   EXPECT_FALSE(form.filebusy);
@@ -89,8 +78,7 @@ TEST_F(ProfileStory, AnEventIsSavedAndCleanedUpAroundASwitch) {
   choose("Holiday");
   form.once_removal[0] = "Hall Lamp~B~12~ ~06:00~off~daily";
   form.lst_eventdevice.text = "Kitchen Kettle A4";
-  form.Command6.click();
-  house.loop.advance(30s);
+  house.click(form.Command6, 30s);
   EXPECT_EQ(file("Standard.txt"), kThree);
   EXPECT_THAT(file("evelst.hwd"), HasSubstr("Kitchen Kettle~A~4~100~"));
 }
@@ -101,13 +89,11 @@ TEST_F(ProfileStory, StartingSwitchesNothingAndOddNamesAreNoFiles) {
   EXPECT_EQ(form.com_profile.text.get(), "Standard");
   EXPECT_EQ(file("evelst.hwd"), kThree);
   form.formloading = true;
-  choose("Holiday");
-  house.loop.advance(4s);
+  choose("Holiday", 4s);
   EXPECT_EQ(file("Standard.txt"), "(missing)");
   form.formloading = false;
   house.dialogs.messages.clear();
-  choose("../out");
-  house.loop.advance(4s);
+  choose("../out", 4s);
   EXPECT_THAT(house.dialogs.messages, ElementsAre(HasSubstr("the profile was not changed")));
   EXPECT_EQ(form.com_profile.text.get(), "Standard");
   EXPECT_EQ(file("evelst.hwd"), kThree);
@@ -116,8 +102,7 @@ TEST_F(ProfileStory, StartingSwitchesNothingAndOddNamesAreNoFiles) {
 TEST_F(ProfileStory, ASettingThatCannotBeWrittenChangesNothing) {
   open(kThree);
   house.registry.may_change = [] { return false; };
-  choose("Holiday");
-  house.loop.advance(4s);
+  choose("Holiday", 4s);
   EXPECT_EQ(file("evelst.hwd"), kThree);
   EXPECT_EQ(file("profile.tmp"), "(missing)");
   EXPECT_EQ(house.form().com_profile.text.get(), "Standard");
@@ -130,19 +115,14 @@ TEST_F(ProfileStory, ADiskThatRefusesForAWhileLosesNoEvent) {
     house.settings.write("data", "profile", "Standard");
     FrmMain& form = open(kThree);
     house.files.stop_at(stop);
-    choose("Holiday");
-    house.loop.advance(10s);
+    choose("Holiday", 10s);
     house.files.no_stop();  // there is room again, and the person goes on
     form.lst_eventdevice.text = "Kitchen Table Lamp A3";
-    form.Command6.click();
-    house.loop.advance(10s);
-    choose("Weekends");
-    house.loop.advance(10s);
+    house.click(form.Command6, 10s);
+    choose("Weekends", 10s);
     house.forget_program();
-    house.open();
-    house.loop.advance(5s);
-    choose("Christmas");
-    house.loop.advance(10s);
+    house.open(5s);
+    choose("Christmas", 10s);
     EXPECT_THAT(file("Standard.txt"), HasSubstr("~07:00~off~daily~m")) << "refused from " << stop;
     EXPECT_THAT(file("Holiday.txt"), HasSubstr(kOne)) << "refused from " << stop;
     EXPECT_THAT(file("Standard.txt") + file("Holiday.txt"), HasSubstr("Kitchen Table Lamp~A~3"))
@@ -153,22 +133,19 @@ TEST_F(ProfileStory, ADiskThatRefusesForAWhileLosesNoEvent) {
 TEST_F(ProfileStory, AListThatCannotBeReadIsNotParked) {
   open(kThree);
   house.files.unreadable = {House::file("evelst.hwd")};
-  choose("Holiday");
-  house.loop.advance(10s);
+  choose("Holiday", 10s);
   house.files.unreadable.clear();
   EXPECT_EQ(active(), "(none)");
   EXPECT_EQ(file("evelst.hwd"), kThree);
-  choose("Weekends");
-  house.loop.advance(10s);
+  choose("Weekends", 10s);
   EXPECT_EQ(file("Standard.txt"), kThree);
 }
 
 TEST_F(ProfileStory, WhatIsClickedDuringASwitchIsNotDoneToTheOtherProfile) {
   FrmMain& form = open(kThree);
-  house.files.contents[House::file("Holiday.txt")] = kThree;
+  house.content("Holiday.txt") = kThree;
   form.once_removal[0] = "Hall Lamp~B~12~ ~06:00~off~daily";
-  choose("Holiday");
-  house.loop.advance(500ms);
+  choose("Holiday", 500ms);
   form.ListView1.selected = 0;
   form.ListView1.double_click();
   form.ListView1.key_press(4);
@@ -181,11 +158,10 @@ TEST_F(ProfileStory, WhatIsClickedDuringASwitchIsNotDoneToTheOtherProfile) {
 
 TEST_F(ProfileStory, OfSeveralChoicesTheLastOneCounts) {
   FrmMain& form = open(kThree);
-  house.files.contents[House::file("Weekends.txt")] = kOne;
+  house.content("Weekends.txt") = kOne;
   form.filebusy = true;
   for (const char* profile : {"Holiday", "Christmas", "Weekends"}) {
-    choose(profile);
-    house.loop.advance(700ms);
+    choose(profile, 700ms);
   }
   form.filebusy = false;
   house.loop.advance(30s);

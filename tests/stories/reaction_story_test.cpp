@@ -1,34 +1,28 @@
 // The house reacts: commands from the power line, macros and the queue.
 
-#include <gmock/gmock.h>
-
 #include "tests/stories/event_house.h"
 
 namespace homewarden::testing {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::SizeIs;
 
 const char* const kWallToLamp = "When~A4~Kitchen~Kettle~turns~on~Turn~On~B12~Hall~Lamp\r\n";
 
 class ReactionStory : public ::testing::Test {
  protected:
   FrmMain& open(const std::string& macros, const std::string& rooms = {}) {
-    if (!rooms.empty()) house.files.contents[House::file("rmlst.hwd")] = rooms;
-    if (!macros.empty()) house.files.contents[House::file("macs.hlk")] = macros;
+    if (!rooms.empty()) house.content("rmlst.hwd") = rooms;
+    if (!macros.empty()) house.content("macs.hlk") = macros;
     house.loop.set_wall_clock(2023, 6, 21, 20, 0, 0);
     FrmMain& form = house.open_connected();
     house.interface_control.mains_time = 800ms;
     return form;
   }
-  // Somebody presses a button on the wall.
-  void on_line(const std::string& address, int function) {
-    house.interface_control.CommandReceived(address, function);
+  Texts line() { return house.line(); }
+  void click_macro(int row) {
+    house.form().ListVIew2.selected = row;
+    house.form().ListVIew2.mouse_down();
+    house.loop.advance(1s);
   }
-  std::vector<std::string> line() { return house.interface_control.take_line_log(); }
 
   EventHouse house;
 };
@@ -37,9 +31,10 @@ TEST_F(ReactionStory, AButtonOnTheWallSwitchesASecondLampThroughAMacro) {
   FrmMain& form = open(kWallToLamp);
   house.click_node("Hall");
   house.status_texts.clear();
-  on_line("A4", 2);  // 20:00:02
+  house.receive("A4", 2);  // 20:00:02
   house.loop.advance(10ms);
   EXPECT_EQ(house.machine("KitchenKettle"), "True");
+  EXPECT_EQ(form.device[0].file.get(), "/house/html/bulb2off.gif") << "of another room's";
   EXPECT_EQ(form.txt_queue.text.get(), "2B12~");
   EXPECT_THAT(line(), IsEmpty()) << "a macro switches through the queue";
   house.loop.advance(5s);
@@ -79,8 +74,7 @@ TEST_F(ReactionStory, AChainOfThreeMacrosAndOneThatLoops) {
       "When~A4~Kitchen~Kettle~turns~on~Turn~On~B12~Hall~Lamp\r\n"
       "When~B12~Hall~Lamp~turns~on~Turn~Off~A3~Kitchen~Table~Lamp\r\n");
   house.click_node("Kitchen");
-  house.slide(1, 60);
-  house.loop.advance(20s);
+  house.slide(1, 60, 20s);
   const auto log = line();
   ASSERT_THAT(log, SizeIs(6));
   EXPECT_THAT(log[3], HasSubstr("A4 2"));
@@ -88,11 +82,10 @@ TEST_F(ReactionStory, AChainOfThreeMacrosAndOneThatLoops) {
   EXPECT_THAT(log[5], HasSubstr("A3 3"));
   EXPECT_EQ(form.txt_queue.text.get(), "");
 
-  house.files.contents[House::file("macs.hlk")] =
+  house.content("macs.hlk") =
       "When~A4~Kettle~turns~on~Turn~Off~A4~Kettle\r\nWhen~A4~Kettle~turns~off~Turn~On~A4~"
       "Kettle\r\n";
-  on_line("A4", 3);
-  house.loop.advance(60s);
+  house.receive("A4", 3, 60s);
   EXPECT_GT(line().size(), 10u);
   EXPECT_LT(form.txt_queue.text.get().size(), 10u) << "the queue grows";
   EXPECT_TRUE(form.enabled);
@@ -104,13 +97,12 @@ TEST_F(ReactionStory, IncomingCommandsAreHandledInTheirOrderAndNoneIsLost) {
   form.device[1].click();  // a command is being sent
   house.status_texts.clear();
   for (int i = 0; i < 3; ++i) {
-    on_line("A04", 2);
-    on_line("A4", 3);
+    house.receive("A04", 2);
+    house.receive("A4", 3);
   }
-  on_line("B12", 4);
-  on_line("C9", 3);
-  house.loop.advance(100ms);
-  std::vector<std::string> seen;
+  house.receive("B12", 4);
+  house.receive("C9", 3, 100ms);
+  Texts seen;
   for (const std::string& text : house.status_texts)
     if (text.starts_with("Incoming command")) seen.push_back(text.substr(27, 7));
   EXPECT_THAT(seen, ElementsAre("A4, 2, ", "A4, 3, ", "A4, 2, ", "A4, 3, ", "A4, 2, ", "A4, 3, ",
@@ -126,18 +118,14 @@ TEST_F(ReactionStory, IncomingCommandsAreHandledInTheirOrderAndNoneIsLost) {
 TEST_F(ReactionStory, AnOnWithoutALevelKeepsTheOneTheLampHas) {
   FrmMain& form = open("");
   house.click_node("Hall");
-  house.slide(0, 40);
-  house.loop.advance(10s);
-  on_line("B12", 2);
-  house.loop.advance(1s);
+  house.slide(0, 40, 10s);
+  house.receive("B12", 2, 1s);
   EXPECT_EQ(house.machine("dimHallLamp"), "40");
   EXPECT_EQ(form.image1[0].value.get(), 40);
-  on_line("B12", 3);
-  house.loop.advance(1s);
+  house.receive("B12", 3, 1s);
   EXPECT_EQ(house.machine("HallLamp"), "False");
   EXPECT_EQ(form.device[0].file.get(), "/house/html/bulb2off.gif");
-  on_line("B12", 2);
-  house.loop.advance(1s);
+  house.receive("B12", 2, 1s);
   EXPECT_EQ(house.machine("dimHallLamp"), "100") << "a lamp that was off comes on fully";
 }
 
@@ -145,17 +133,14 @@ TEST_F(ReactionStory, MacrosAreSavedListedAndDeleted) {
   FrmMain& form = open("");
   house.dialogs.messages.clear();
   form.com_sel1.text = std::string();
-  form.com_savemacro.click();
-  house.loop.advance(1s);
+  house.click(form.com_savemacro, 1s);
   EXPECT_THAT(house.dialogs.messages, ElementsAre(HasSubstr("Please check: Please choose the")));
   EXPECT_FALSE(house.files.contents.contains(House::file("macs.hlk")));
 
   form.com_sel1.text = "Hall Lamp B12";
   form.com_sel2.text = "Kitchen Kettle A4";
-  form.com_savemacro.click();
-  house.loop.advance(1s);
-  EXPECT_EQ(house.files.contents[House::file("macs.hlk")],
-            "When~B12~Hall~Lamp~turns~on~Turn~On~A4~Kitchen~Kettle\r\n");
+  house.click(form.com_savemacro, 1s);
+  EXPECT_EQ(house.content("macs.hlk"), "When~B12~Hall~Lamp~turns~on~Turn~On~A4~Kitchen~Kettle\r\n");
   EXPECT_THAT(form.ListVIew2.items.get(),
               ElementsAre("When B12 Hall Lamp turns on Turn On A4 Kitchen Kettle"));
 
@@ -164,35 +149,26 @@ TEST_F(ReactionStory, MacrosAreSavedListedAndDeleted) {
   house.dialogs.says_yes = false;
   form.com_sel1.text = "Kitchen Kettle A4";
   form.com_sel2.text = "Hall Lamp B12";
-  form.com_savemacro.click();
-  house.loop.advance(1s);
+  house.click(form.com_savemacro, 1s);
   EXPECT_THAT(house.dialogs.messages,
               ElementsAre(HasSubstr("When Kitchen Kettle A4 turns on\r\nthen Hall Lamp B12 turns "
                                     "on\r\nthen Kitchen Kettle A4 turns on, and so on.")));
   EXPECT_THAT(form.ListVIew2.items.get(), SizeIs(1));
   house.dialogs.says_yes = true;
-  form.com_savemacro.click();
-  house.loop.advance(1s);
+  house.click(form.com_savemacro, 1s);
   EXPECT_THAT(form.ListVIew2.items.get(), SizeIs(2)) << "the person may save it all the same";
 
-  form.ListVIew2.selected = -1;
-  form.ListVIew2.mouse_down();
-  house.loop.advance(1s);
+  click_macro(-1);
   EXPECT_THAT(form.ListVIew2.items.get(), SizeIs(2)) << "nothing was selected";
-  form.ListVIew2.selected = 0;
-  form.ListVIew2.mouse_down();
-  house.loop.advance(1s);
+  click_macro(0);
   EXPECT_THAT(form.ListVIew2.items.get(),
               ElementsAre("When A4 Kitchen Kettle turns on Turn On B12 Hall Lamp"));
   EXPECT_EQ(house.dialogs.messages.back(),
             "Delete?: Do you want to delete the selected Macro?\r\n\r\n"
             "When B12 Hall Lamp turns on Turn On A4 Kitchen Kettle");
   EXPECT_EQ(house.dialogs.last.preselected, Answer::kNo);
-  form.ListVIew2.selected = 0;
-  form.ListVIew2.mouse_down();
-  house.loop.advance(1s);
-  form.ListVIew2.mouse_down();
-  house.loop.advance(1s);
+  click_macro(0);
+  click_macro(-1);
   EXPECT_EQ(house.dialogs.messages.back(), "No Macros: You dont have any macros to delete");
 }
 
@@ -205,7 +181,7 @@ TEST_F(ReactionStory, AMacroIsDeletedOnceAndNoOtherWithIt) {
   form.ListVIew2.mouse_down();
   form.ListVIew2.mouse_down();  // by the second answer it has gone
   house.loop.advance(1s);
-  EXPECT_EQ(house.files.contents[House::file("macs.hlk")], fan + "~Two\r\n");
+  EXPECT_EQ(house.content("macs.hlk"), fan + "~Two\r\n");
 }
 
 }  // namespace

@@ -1,19 +1,11 @@
 // The house by the clock: what goes to the power line at which second.
 
-#include <gmock/gmock.h>
-
 #include <algorithm>
 
 #include "tests/stories/event_house.h"
 
 namespace homewarden::testing {
 namespace {
-
-using ::testing::Contains;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::StartsWith;
 
 TEST(SchedulerStory, AWeekOfAHouse) {
   EventHouse house(
@@ -23,11 +15,10 @@ TEST(SchedulerStory, AWeekOfAHouse) {
       "Kitchen Kettle~A~4~100~sRise:+3~on~once~r\r\n"
       "Kitchen Kettle~A~4~ ~23:59~Off~once~sr\r\n"
       "Kitchen Kettle~A~4~100~12:00~on~daily~\r\n");
-  house.loop.set_wall_clock(2023, 6, 21, 23, 58);
-  FrmMain& form = house.open_connected();  // Wednesday night
+  FrmMain& form = house.open_connected_at(23, 58);  // Wednesday night
   house.interface_control.mains_time = 800ms;
   house.loop.advance(7 * 24h);
-  EXPECT_THAT(house.interface_control.take_line_log(),
+  EXPECT_THAT(house.line(),
               ElementsAre("Thu 07:30:00 A3 2", "Thu 07:30:00 A3 5", "Thu 07:30:01 A3 4 60",
                           "Fri 07:30:00 A3 2", "Fri 07:30:00 A3 5", "Fri 07:30:01 A3 4 60",
                           "Fri 19:19:00 B12 2", "Fri 21:19:00 B12 3", "Sat 21:19:00 B12 3",
@@ -59,8 +50,7 @@ TEST(SchedulerStory, AnEventNamedLikeASettingOfTheProgramLeavesThatAlone) {
 TEST(SchedulerStory, StatusTextsAndOnceEventOfAMinute) {
   EventHouse house(
       "Kitchen Kettle~A~4~100~07:30~on~once~w\r\nHall Lamp~B~12~ ~07:30~off~once~s\r\n");
-  house.loop.set_wall_clock(2023, 6, 21, 7, 29, 55);
-  FrmMain& form = house.open_connected();
+  FrmMain& form = house.open_connected_at(7, 29, 55);
   house.interface_control.mains_time = 800ms;
   house.status_texts.clear();
   house.run_until(7, 30, 1);
@@ -104,12 +94,11 @@ TEST(SchedulerStory, NoMinuteIsLostOrCheckedTwiceInThirtyDays) {
   EveryMinute files(house.loop);
   files.contents = house.files.contents;
   house.used_files = &files;
-  house.loop.set_wall_clock(2023, 6, 21, 12, 0, 30, 700);
-  house.open_connected();
+  house.open_connected_at(12, 0, 30, 700);
   house.loop.lateness = 7ms;  // a minute would be skipped every six days
   house.loop.advance(30 * 24h);
 
-  const auto log = house.interface_control.take_line_log();
+  const auto log = house.line();
   EXPECT_EQ(log.size(), 30u * 1440u);
   int expected = 12 * 60 + 1;
   for (const std::string& entry : log) {
@@ -124,11 +113,10 @@ TEST(SchedulerStory, ALongPassDelaysNoOther) {
   for (int i = 0; i < 60; ++i) events += "Kitchen Kettle~A~4~100~07:30~on~daily~w\r\n";
   EventHouse house(events +
                    "Hall Lamp~B~12~100~07:31~on~daily~w\r\nHall Lamp~B~12~ ~07:32~off~daily~w\r\n");
-  house.loop.set_wall_clock(2023, 6, 21, 7, 29, 30);
-  FrmMain& form = house.open_connected();
+  FrmMain& form = house.open_connected_at(7, 29, 30);
   house.interface_control.mains_time = 800ms;
   house.run_until(7, 32, 30);
-  const auto log = house.interface_control.take_line_log();
+  const auto log = house.line();
   EXPECT_THAT(log, Contains("Wed 07:31:00 B12 2"));
   EXPECT_THAT(log, Contains("Wed 07:32:00 B12 3"));
   EXPECT_EQ(std::count_if(log.begin(), log.end(),
@@ -139,15 +127,13 @@ TEST(SchedulerStory, ALongPassDelaysNoOther) {
 
 TEST(SchedulerStory, WaitsForTheFilesAndStillRunsItsOwnMinute) {
   EventHouse house("Hall Lamp~B~12~100~07:30~on~daily~w\r\nHall Lamp~B~12~ ~07:31~off~daily~w\r\n");
-  house.loop.set_wall_clock(2023, 6, 21, 7, 29, 30);
-  FrmMain& form = house.open_connected();
+  FrmMain& form = house.open_connected_at(7, 29, 30);
   form.filebusy = true;
   house.run_until(7, 32, 1);
   EXPECT_THAT(house.interface_control.line_log, IsEmpty());
   form.filebusy = false;
   house.run_until(7, 32, 10);
-  EXPECT_THAT(house.interface_control.take_line_log(),
-              ElementsAre("Wed 07:32:02 B12 2", "Wed 07:32:04 B12 3"))
+  EXPECT_THAT(house.line(), ElementsAre("Wed 07:32:02 B12 2", "Wed 07:32:04 B12 3"))
       << "each minute's events once, in order";
 }
 
@@ -158,10 +144,10 @@ TEST(SchedulerStory, SkippedMinutesAreMadeGoodOnceAndRepeatedOnesAreNot) {
   house.loop.set_wall_clock(2023, 3, 26, 1, 58, 30);
   house.open_connected();
   house.run_until(2, 0, 0);
-  house.interface_control.take_line_log();
+  house.line();
   house.loop.set_wall_clock(2023, 3, 26, 3, 0, 20);  // asleep for an hour
   house.loop.advance(10s);
-  EXPECT_THAT(house.interface_control.take_line_log(),
+  EXPECT_THAT(house.line(),
               ElementsAre("Sun 03:00:20 B12 2", "Sun 03:00:21 B12 3", "Sun 03:00:22 A4 2"))
       << "the order of the minutes, not of the file, and at once";
   EXPECT_EQ(house.status(),
@@ -169,13 +155,12 @@ TEST(SchedulerStory, SkippedMinutesAreMadeGoodOnceAndRepeatedOnesAreNot) {
 
   house.run_until(3, 5, 0);
   house.loop.set_wall_clock(2023, 3, 26, 2, 5, 0);  // set back by an hour
-  house.files.contents[House::file("evelst.hwd")] +=
-      "Kitchen Kettle~A~4~ ~02:20~off~once~mtwufsr\r\n";
+  house.content("evelst.hwd") += "Kitchen Kettle~A~4~ ~02:20~off~once~mtwufsr\r\n";
   house.run_until(3, 10, 0);
-  EXPECT_THAT(house.interface_control.take_line_log(), ElementsAre("Sun 02:20:00 A4 3"))
+  EXPECT_THAT(house.line(), ElementsAre("Sun 02:20:00 A4 3"))
       << "daily events ran twice, or the once-event did not";
   house.run_until(3, 0, 30);  // the next day
-  EXPECT_THAT(house.interface_control.take_line_log(),
+  EXPECT_THAT(house.line(),
               ElementsAre("Mon 02:15:00 B12 2", "Mon 02:40:00 B12 3", "Mon 03:00:00 A4 2"));
 }
 
@@ -184,16 +169,15 @@ TEST(SchedulerStory, ElevenOnceEventsAreRemovedAndTheTwelfthRunsAgain) {
   for (int unit = 1; unit <= 12; ++unit)
     events += "Hall Lamp~C~" + std::to_string(unit) + "~ ~07:30~off~once~mtwufsr\r\n";
   EventHouse house(events);
-  house.loop.set_wall_clock(2023, 6, 21, 7, 29, 30);
-  FrmMain& form = house.open_connected();
+  FrmMain& form = house.open_connected_at(7, 29, 30);
   form.timerdelete.set_enabled(false);  // no slot comes free during the pass
   house.run_until(7, 31, 0);
-  EXPECT_EQ(house.interface_control.take_line_log().size(), 12u);
+  EXPECT_EQ(house.line().size(), 12u);
   form.timerdelete.set_enabled(true);
   house.run_until(7, 32, 0);
   EXPECT_THAT(house.event_lines(), ElementsAre("Hall Lamp~C~12~ ~07:30~off~once~mtwufsr"));
   house.run_until(7, 31, 0);
-  EXPECT_THAT(house.interface_control.take_line_log(), ElementsAre("Thu 07:30:00 C12 3"));
+  EXPECT_THAT(house.line(), ElementsAre("Thu 07:30:00 C12 3"));
   EXPECT_THAT(house.event_lines(), IsEmpty());
 }
 
@@ -203,8 +187,7 @@ TEST(SchedulerStory, OddFilesCostOnlyTheirBadLines) {
                    monster + "\rHall Lamp~B~x~ ~07:30~off~daily~w\r\n" +
                    "Hall Lamp~Z~2~ ~07:30~off~daily~w\r\nHall Lamp~B~3~ ~7h30~off~daily~w\r\n"
                    "Hall Lamp~B~4~lots~07:30~on~daily~w\nHall Lamp~B~5~100~07:30~on~daily~w");
-  house.loop.set_wall_clock(2023, 6, 21, 7, 29, 30);
-  FrmMain& form = house.open_connected();
+  FrmMain& form = house.open_connected_at(7, 29, 30);
   EXPECT_EQ(form.ListView1.rows.get().size(), 5u);
   EXPECT_EQ(form.ListView1.rows.get()[0][0], "Hall Lamp") << "a byte-order mark became a letter";
   EXPECT_TRUE(form.lab_eventnotice.visible);
@@ -214,40 +197,21 @@ TEST(SchedulerStory, OddFilesCostOnlyTheirBadLines) {
   EXPECT_THAT(form.lab_eventnotice.caption.get(),
               HasSubstr("3 events will never run. Hall Lamp Z2"));
   house.run_until(7, 30, 30);
-  EXPECT_THAT(house.interface_control.take_line_log(),
-              ElementsAre("Wed 07:30:00 B1 3", "Wed 07:30:01 B5 2"));
+  EXPECT_THAT(house.line(), ElementsAre("Wed 07:30:00 B1 3", "Wed 07:30:01 B5 2"));
 
   // changed by hand while the program runs
-  house.files.contents[House::file("evelst.hwd")] = "Hall Lamp~B~6~ ~07:31~off~daily~w\n";
+  house.content("evelst.hwd") = "Hall Lamp~B~6~ ~07:31~off~daily~w\n";
   house.run_until(7, 31, 30);
-  EXPECT_THAT(house.interface_control.take_line_log(), ElementsAre("Wed 07:31:00 B6 3"));
+  EXPECT_THAT(house.line(), ElementsAre("Wed 07:31:00 B6 3"));
   house.files.unreadable.insert(House::file("evelst.hwd"));
   house.run_until(7, 32, 30);
   EXPECT_EQ(house.status(), "Timer, the event list evelst.hwd cannot be read");
   EXPECT_FALSE(form.filebusy);
 }
 
-TEST(SchedulerStory, RefreshesTheDevicePanelWithTheLevelsHandedOn) {
-  EventHouse house(
-      "Hall Lamp~B~12~40~07:30~on~daily~w\r\nKitchen Kettle~A~4~100~07:31~on~daily~w\r\n");
-  house.loop.set_wall_clock(2023, 6, 21, 7, 29, 30);
-  FrmMain& form = house.open_connected();
-  house.click_node("Hall");
-  house.run_until(7, 30, 10);
-  EXPECT_EQ(form.device[0].file.get(), "/house/html/bulb2on.gif");
-  EXPECT_EQ(form.device[0].tool_tip.get(), "Click me to turn this device OFF");
-  EXPECT_EQ(house.machine("HallLamp"), "True");
-  // 40 recorded first, then turned over once for the lamp's slot and nine times for empty ones
-  EXPECT_EQ(house.machine("dimHallLamp"), "40");
-  house.run_until(7, 31, 10);
-  EXPECT_EQ(house.machine("KitchenKettle"), "True");
-  EXPECT_EQ(form.device[0].file.get(), "/house/html/bulb2on.gif") << "another room's event showed";
-}
-
 TEST(SchedulerStory, MidnightAndTheInstaller) {
   EventHouse house("Hall Lamp~B~12~ ~00:02~off~daily~w\r\n");
-  house.loop.set_wall_clock(2023, 6, 21, 23, 59, 50);
-  FrmMain& form = house.open_connected();
+  FrmMain& form = house.open_connected_at(23, 59, 50);
   const auto before = form.sunset_time;
   house.run_until(0, 0, 30);
   ASSERT_TRUE(form.sunset_time && before);
@@ -260,11 +224,11 @@ TEST(SchedulerStory, MidnightAndTheInstaller) {
             std::chrono::floor<std::chrono::days>(*before) + std::chrono::days(3));
 
   house.set_machine("installing", "True");
-  house.files.contents[House::file("evelst.hwd")] = "Hall Lamp~B~12~ ~09:01~off~daily~s\r\n";
-  house.interface_control.take_line_log();
+  house.content("evelst.hwd") = "Hall Lamp~B~12~ ~09:01~off~daily~s\r\n";
+  house.line();
   house.run_until(9, 2, 0);
   EXPECT_TRUE(house.loop.has_quit());
-  EXPECT_THAT(house.interface_control.take_line_log(), IsEmpty());
+  EXPECT_THAT(house.line(), IsEmpty());
 }
 
 }  // namespace

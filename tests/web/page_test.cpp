@@ -1,7 +1,5 @@
 // The pages byte by byte, and which request gets which.
 
-#include <gmock/gmock.h>
-
 #include <fstream>
 #include <iterator>
 
@@ -9,10 +7,6 @@
 
 namespace homewarden::testing {
 namespace {
-
-using ::testing::EndsWith;
-using ::testing::HasSubstr;
-using ::testing::Not;
 
 std::string cell(const std::string& address, const std::string& picture, const std::string& name) {
   return "<font face=\"Verdana\" color=\"#FFFFFF\"><a href=\"index.html?" + address +
@@ -59,9 +53,9 @@ TEST(Pages, APageBuiltBeforeIsNotShownOnceAnythingHasChanged) {
   EXPECT_THAT(kitchen(), HasSubstr("bulbon.gif"));
   house.settings.write("type", "KitchenTableLamp", "fan");
   EXPECT_THAT(kitchen(), HasSubstr("fanon.gif"));
-  house.files.contents[House::file("rmlst.hwd")] += "Kitchen~New Lamp~C~1\r\n";
+  house.content("rmlst.hwd") += "Kitchen~New Lamp~C~1\r\n";
   EXPECT_THAT(kitchen(), HasSubstr("New Lamp"));
-  house.files.contents[House::file("html/index.html")] += "<p>edited";
+  house.content("html/index.html") += "<p>edited";
   EXPECT_THAT(kitchen(), EndsWith("<p>edited\r\n"));
   EXPECT_THAT(house.get("index.html"), HasSubstr("Please Select"));
   house.get("wmcindex.html", "loadroomKitchen");
@@ -103,7 +97,7 @@ TEST(Pages, ARoomShowsTenOfItsDevicesAndNoneOfARoomThatContainsItsName) {
     list += (i > 1 ? "Bed~Lamp " : "Bedroom~Fan ") + std::to_string(i) + "~A~" + std::to_string(i) +
             "\r\n";
   WebHouse house(list + "Caf\xe9 & Bar~~~\r\n");
-  house.files.contents[House::file("html/index.html")] = "<room2>|<room>[<dev9>][<dev10>]";
+  house.content("html/index.html") = "<room2>|<room>[<dev9>][<dev10>]";
   EXPECT_EQ(house.get("index.html", "loadroombed"),
             "<a target=\"_top\" href=\"index.html?loadroomCaf\xe9%26Bar\"><font color=\"#FFFFFF\">"
             "Caf\xe9 &amp; Bar</font></a>|Bed[" +
@@ -132,7 +126,7 @@ TEST(Pages, TheTemplatesHaveEveryPlaceThatIsFilled) {
 // A quote ends a link, "%41" is decoded, "<dev1>" is a place for another device.
 TEST(Pages, NamesOfAnyKindAreReadAndFollowedAsTheyAre) {
   WebHouse house("\"A\" & B~~~\r\n\"A\" & B~50%41 <dev1>#+\xE9~A~3\r\n");
-  house.files.contents[House::file("html/index.html")] = "<room1>|<room>:<dev0>";
+  house.content("html/index.html") = "<room1>|<room>:<dev0>";
   const std::string page = house.get("index.html", "loadroom%22A%22%26B");
   EXPECT_EQ(page,
             "<a target=\"_top\" href=\"index.html?loadroom%22A%22%26B\"><font color=\"#FFFFFF\">"
@@ -165,9 +159,7 @@ TEST(Grammar, TheFirstRuleThatFitsWins) {
   EXPECT_EQ(rule("", "loadroomX"), "file");
   EXPECT_EQ(rule("bulbon.gif", ""), "file");
   EXPECT_EQ(room_of_query("loadroomLOADROOMKitchen"), "Kitchen");
-  EXPECT_EQ(decode_query("loadroomK%FCche%20%zz%4"),
-            "loadroomK\xFC"
-            "che %zz%4");
+  EXPECT_EQ(decode_query("loadroomB%FCro%20%zz%4"), "loadroomB\xFCro %zz%4");
 }
 
 TEST(Grammar, SwitchQueriesComeApart) {

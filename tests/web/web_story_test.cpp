@@ -1,24 +1,15 @@
 // Requests that switch, requests that wait, and the panel of the web server.
 
-#include <gmock/gmock.h>
-
 #include "tests/web/web_house.h"
 
 namespace homewarden::testing {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
-using ::testing::SizeIs;
-using ::testing::StartsWith;
-
 TEST(WebStory, ASwitchAnswersWithTheRoomInItsNewState) {
   WebHouse house;
   house.loop.set_wall_clock(2023, 6, 21, 14, 5, 7);
   house.interface_control.mains_time = 800ms;
-  house.interface_control.take_line_log();
+  house.line();
   house.web.request("index.html", "A~3~KitchenTableLamp~turnon~Kitchen");
   house.loop.advance(1s);
   EXPECT_THAT(house.web.answers, IsEmpty()) << "answered before the lamp was on";
@@ -36,8 +27,7 @@ TEST(WebStory, ASwitchAnswersWithTheRoomInItsNewState) {
   EXPECT_EQ(house.machine("KitchenTableLamp"), "False");
   EXPECT_EQ(house.machine("lastdev"), "5");
   EXPECT_THAT(house.status(), StartsWith("Turned OFF")) << "the ten-foot page says nothing more";
-  EXPECT_THAT(house.interface_control.take_line_log(),
-              ElementsAre("Wed 14:05:07 A3 2", "Wed 14:05:10 A3 3"));
+  EXPECT_THAT(house.line(), ElementsAre("Wed 14:05:07 A3 2", "Wed 14:05:10 A3 3"));
 }
 
 // An owner sees "On" for a lamp that no command has reached.
@@ -46,9 +36,8 @@ TEST(WebStory, WhatCouldNotBeSentIsSaidAndSentAgainAsItWas) {
   FrmMain& form = house.form();
   house.interface_control.fails = true;
   house.click_node("Kitchen");
-  house.slide(1, 40);
-  house.loop.advance(5s);
-  house.interface_control.take_line_log();
+  house.slide(1, 40, 5s);
+  house.line();
   const std::string again = "A~3~KitchenTableLamp~turnon~Kitchen~again";
   EXPECT_THAT(house.get("index.html", "loadroomKitchen"),
               HasSubstr("</b><i><a target=\"_top\" href=\"index.html?" + again +
@@ -59,14 +48,13 @@ TEST(WebStory, WhatCouldNotBeSentIsSaidAndSentAgainAsItWas) {
   house.interface_control.fails = false;
   house.web.request("wmcindex.html", "A~3~KitchenTableLamp~turnon~Kitchen~0~again");
   house.loop.advance(5s);
-  EXPECT_THAT(house.interface_control.take_line_log(),
+  EXPECT_THAT(house.line(),
               ElementsAre(HasSubstr("A3 2"), HasSubstr("A3 5"), HasSubstr("A3 4 60")));
   EXPECT_THAT(house.web.answers.back(), Not(HasSubstr("again")));
   EXPECT_FALSE(form.lab_notsent[1].visible);
   house.web.request("index.html", again);  // the page is older: what its link says is done
   house.loop.advance(5s);
-  EXPECT_THAT(house.interface_control.take_line_log(),
-              ElementsAre(HasSubstr("A3 2"), HasSubstr("A3 5")));
+  EXPECT_THAT(house.line(), ElementsAre(HasSubstr("A3 2"), HasSubstr("A3 5")));
 }
 
 TEST(WebStory, ARequestWaitsForTheOneBeforeAndEachGetsItsOwnPage) {
@@ -90,16 +78,13 @@ TEST(WebStory, ARequestWaitsForTheOneBeforeAndEachGetsItsOwnPage) {
 
 TEST(WebStory, WhatCannotBeSplitOrIsNotOursSwitchesAndWritesNothing) {
   WebHouse house;
-  house.interface_control.take_line_log();
+  house.line();
   EXPECT_THAT(house.get("index.html", "turnon"), HasSubstr("Please Select A Room"));
   EXPECT_THAT(house.get("wmcindex.html", "A~3~K~turnoff~Kitchen"), HasSubstr("Please Select"));
-  EXPECT_THAT(house.interface_control.take_line_log(), IsEmpty());
+  EXPECT_THAT(house.line(), IsEmpty());
   house.web.request("index.html", "A~3~port~turnon~Kitchen");
   house.loop.advance(3s);
   EXPECT_EQ(house.machine("port"), "2") << "a query wrote another value of the machine";
-  EXPECT_TRUE(house.web.is_switch("index.html", "A~3~K~turn%6Fn~R"));
-  EXPECT_FALSE(house.web.is_switch("index.html", "loadroomKitchen"));
-  EXPECT_FALSE(house.web.is_switch("other.html", "turnon"));
 }
 
 TEST(WebServerPanel, StartsOnItsPortOrOn8080AndSaysSo) {
@@ -111,18 +96,16 @@ TEST(WebServerPanel, StartsOnItsPortOrOn8080AndSaysSo) {
   house.web.addresses = {"192.168.1.20"};
   house.form().Frame4.visible = true;
   EXPECT_THAT(house.form().lab_webstate.caption.get(),
-              ::testing::EndsWith("open http://192.168.1.20/index.html"));
+              EndsWith("open http://192.168.1.20/index.html"));
 
   house.form().txt_webport.text = "8";
-  house.form().Command7.click();
-  house.loop.run_pending();
+  house.click(house.form().Command7);
   EXPECT_EQ(house.dialogs.messages.back(),
             "Error: Please enter a valid port number of at least 80 in to the port text entry box");
   house.settings.write("data", "webhosts", "house.example, other");
   house.form().txt_webport.text = "99";
   house.web.taken_ports = {"99"};
-  house.form().Command7.click();
-  house.loop.run_pending();
+  house.click(house.form().Command7);
   EXPECT_EQ(house.dialogs.messages.back(),
             "Saved: Setting saved. The web server will now run on your chosen port.");
   EXPECT_EQ(house.form().Label48.caption.get(),
@@ -133,13 +116,17 @@ TEST(WebServerPanel, StartsOnItsPortOrOn8080AndSaysSo) {
   EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("http://192.168.1.20:8080/"));
   house.web.taken_ports = {"98", "8080"};
   house.form().txt_webport.text = "98";
-  house.form().Command7.click();
-  house.loop.run_pending();
+  house.click(house.form().Command7);
   EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("is not running"));
   EXPECT_EQ(house.status(), "The web server could not be started on port 98 nor on port 8080");
-  house.form().Command10.click();
-  house.loop.run_pending();
-  EXPECT_THAT(house.desktop.opened, ElementsAre(::testing::EndsWith("/cgi-bin/urlip.cgi?8080")));
+  house.click(house.form().Command10);
+  EXPECT_THAT(house.desktop.opened, ElementsAre(EndsWith("/cgi-bin/urlip.cgi?8080")));
+  house.desktop.browser_starts = false;
+  house.click(house.form().Command10);
+  EXPECT_EQ(house.dialogs.messages.back(), "URL FAILED: Web Page not Opened");
+  house.desktop.has_browser = false;
+  house.click(house.form().Command10);
+  EXPECT_EQ(house.dialogs.messages.back(), "BROWSER NOT FOUND: Could not find associated browser!");
 }
 
 TEST(WebServerPanel, AStartThatFailedStaysInTheStatusLineWhenTheInterfaceIsFound) {
@@ -149,15 +136,13 @@ TEST(WebServerPanel, AStartThatFailedStaysInTheStatusLineWhenTheInterfaceIsFound
   EXPECT_EQ(house.status(), "The web server could not be started on port 80 nor on port 8080");
   EXPECT_EQ(form.Statusbar.panel3.get(), "STATUS: Ready");
   EXPECT_EQ(form.txt_webport.text.get(), "8080");
-  form.Command7.click();
-  house.loop.run_pending();
+  house.click(form.Command7);
   EXPECT_EQ(house.status(), "The web server could not be started on port 8080");
 }
 
 TEST(WebServerPanel, ClosingTheProgramStopsTheServer) {
   WebHouse house;
-  house.form().close_requested();
-  house.loop.advance(5s);
+  house.close(5s);
   EXPECT_FALSE(house.web.Listening());
   EXPECT_FALSE(house.server_form().loaded);
 }
@@ -167,41 +152,34 @@ TEST(WebServerPanel, PasswordsAreSetForTheNextStartAndCleared) {
   const auto credentials = House::file("html/htaccess.txt");
   for (const auto& typed : {std::deque<std::string>{""}, {"me", ""}, {"me", "secret", ""}}) {
     house.dialogs.typed = typed;
-    house.form().Command8.click();
-    house.loop.advance(3s);
+    house.click(house.form().Command8, 3s);
   }
   house.dialogs.typed = {"me", "secret", "Secret"};
-  house.form().Command8.click();
-  house.loop.advance(3s);
+  house.click(house.form().Command8, 3s);
   EXPECT_EQ(house.dialogs.messages.back(), "Error: Sorry, your password did not match");
   house.dialogs.typed = {"me", "\x1A", "\x1A"};
-  house.form().Command8.click();
-  house.loop.advance(3s);
+  house.click(house.form().Command8, 3s);
   EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("Western European"))
       << "any letter of that kind would open";
   EXPECT_FALSE(house.files.exists(credentials));
 
   house.dialogs.typed = {"me", "a:b", "a:b"};
-  house.form().Command8.click();
-  house.loop.advance(3s);
+  house.click(house.form().Command8, 3s);
   EXPECT_EQ(house.dialogs.messages.back(), "Homewarden: Your password has been set");
   EXPECT_EQ(house.files.contents[credentials], "me:a:b\r\n");
   EXPECT_FALSE(house.files.secrets.empty()) << "everybody may read the password";
   EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("takes effect at its next start"));
   house.form().txt_webport.text = "81";
-  house.form().Command7.click();
-  house.loop.run_pending();
+  house.click(house.form().Command7);
   EXPECT_EQ(house.web.starts.back(), "81 /house/html 1");
   EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("asks for a password"));
 
   house.dialogs.says_yes = false;
-  house.form().Command9.click();
-  house.loop.advance(3s);
+  house.click(house.form().Command9, 3s);
   EXPECT_TRUE(house.files.exists(credentials));
   house.dialogs.says_yes = true;
   for (int twice = 0; twice < 2; ++twice) {
-    house.form().Command9.click();
-    house.loop.advance(3s);
+    house.click(house.form().Command9, 3s);
     EXPECT_EQ(house.dialogs.messages.back(), "Cleared: Your password has been cleared");
   }
   EXPECT_FALSE(house.files.exists(credentials));
@@ -211,10 +189,9 @@ TEST(WebServerPanel, PasswordsAreSetForTheNextStartAndCleared) {
 TEST(WebServerPanel, APasswordFileThatCannotBeUsedLetsNobodyInAndSaysSo) {
   WebHouse house;
   house.files.unreadable = {House::file("html/HTACCESS.TXT")};
-  house.files.contents[House::file("html/HTACCESS.TXT")] = "";
+  house.content("html/HTACCESS.TXT") = "";
   house.web.has_logins = false;
-  house.form().Command7.click();
-  house.loop.run_pending();
+  house.click(house.form().Command7);
   EXPECT_EQ(house.web.starts.back(), "80 /house/html 1");
   EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("lets nobody in"));
   EXPECT_THAT(house.status(), HasSubstr("htaccess.txt cannot be read"));
@@ -228,7 +205,7 @@ TEST(WebServerPanel, ASecondClickDoesNotMixWithTheFirst) {
   house.form().Command7.click();
   EXPECT_FALSE(house.form().Command9.enabled) << "nothing shows that it has to wait";
   house.loop.advance(3s);
-  EXPECT_EQ(house.files.contents[House::file("html/htaccess.txt")], "me:secret\r\n");
+  EXPECT_EQ(house.content("html/htaccess.txt"), "me:secret\r\n");
   EXPECT_THAT(house.dialogs.typed, SizeIs(3));
   EXPECT_THAT(house.web.starts, SizeIs(1));
   EXPECT_TRUE(house.form().Command8.enabled);

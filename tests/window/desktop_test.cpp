@@ -102,17 +102,5 @@ TEST(QtDialogs, AnsweredWithTheKeyboard) {
   EXPECT_THAT(answers, ElementsAre("yes", "7", "no", "(cancelled)"));
 }
 
-TEST(QtDialogs, GoesWithTheOperationThatAsks) {
-  view::QtDialogs dialogs;
-  std::vector<std::string> answers;
-  {
-    Operations operations([](std::exception_ptr) { FAIL(); });
-    operations.start(ask(dialogs, answers));
-    EXPECT_TRUE(open_dialog<QMessageBox>());
-  }
-  EXPECT_TRUE(QTest::qWaitFor([] { return open_dialog<QMessageBox>() == nullptr; }, 2000));
-  EXPECT_TRUE(answers.empty());
-}
-
 }  // namespace
 }  // namespace homewarden::testing

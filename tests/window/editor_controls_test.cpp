@@ -1,26 +1,14 @@
 // The boxes and buttons of the event editor and the location settings under real keys and clicks.
 
-#include <gmock/gmock.h>
-
-#include <QApplication>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListView>
-#include <QPushButton>
-#include <QTest>
-#include <memory>
 
 #include "core/lists/choice_lists.h"
-#include "ui/qt/main_window_view.h"
+#include "tests/window/form_window.h"
 
 namespace homewarden::testing {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-
-struct EditorControlsTest : ::testing::Test {
+struct EditorControlsTest : FormWindow {
   EditorControlsTest() {
     fill_event_lists(form);
     fill_dim_list(form);
@@ -28,17 +16,9 @@ struct EditorControlsTest : ::testing::Test {
                                                    "Los Angeles, California", "Paris, France"};
     form.lst_hour.click.connect([this] { chosen.push_back(form.lst_hour.text); });
     form.com_city.click.connect([this] { chosen.push_back(form.com_city.text); });
-    view = std::make_unique<view::MainWindowView>(form);
-    form.visible = true;
-    EXPECT_TRUE(QTest::qWaitForWindowExposed(view.get()));
+    open();
   }
 
-  template <class Widget>
-  Widget* named(const QString& name) {
-    for (auto* widget : view->findChildren<Widget*>())
-      if (widget->isVisible() && widget->accessibleName() == name) return widget;
-    return nullptr;
-  }
   QComboBox* show_city() {
     form.frm_home.visible = true;
     return named<QComboBox>("City");
@@ -55,8 +35,6 @@ struct EditorControlsTest : ::testing::Test {
     return QApplication::activePopupWidget();
   }
 
-  FrmMain form;
-  std::unique_ptr<view::MainWindowView> view;
   std::vector<std::string> chosen;
 };
 
@@ -172,14 +150,11 @@ TEST_F(EditorControlsTest, AFlashingButtonMovesNothing) {
 
 TEST_F(EditorControlsTest, SunTimesTakeNoRoomBeforeThereAreAny) {
   show_city();
-  QLabel* times = nullptr;
+  const auto labels = shown<QLabel>().size();
   form.lab_sunset.caption = "Todays Sunrise time is:04:43";
-  for (auto* label : view->findChildren<QLabel*>())
-    if (label->text() == "Todays Sunrise time is:04:43") times = label;
-  ASSERT_TRUE(times);
-  EXPECT_TRUE(times->isVisible());
+  EXPECT_TRUE(shows("Todays Sunrise time is:04:43"));
   form.lab_sunset.caption = "";
-  EXPECT_FALSE(times->isVisible());
+  EXPECT_EQ(shown<QLabel>().size(), labels);
 }
 
 }  // namespace

@@ -1,21 +1,11 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QAbstractItemView>
-#include <QApplication>
 #include <QCheckBox>
-#include <QComboBox>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
-#include <QTreeView>
-#include <memory>
 
 #include "tests/stories/event_house.h"
-#include "ui/qt/main_window_view.h"
+#include "tests/window/form_window.h"
 #include "ui/qt/qt_dialogs.h"
 
 namespace homewarden::testing {

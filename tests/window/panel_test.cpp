@@ -1,30 +1,16 @@
 // What a person does with the boxes and lists of the panels, and which panel is shown.
 
-#include <gmock/gmock.h>
-
-#include <QApplication>
-#include <QComboBox>
-#include <QContextMenuEvent>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMenu>
-#include <QTest>
-#include <QTreeView>
-#include <memory>
-
-#include "ui/qt/main_window_view.h"
+#include "tests/window/form_window.h"
 
 namespace homewarden::testing {
 namespace {
 
-struct PanelTest : ::testing::Test {
+struct PanelTest : FormWindow {
   PanelTest() {
     form.Tree.add(nullptr, "Home", "Home");
     form.Tree.add(nullptr, "Events", "Events");
     form.frm_home.visible = true;
-    view = std::make_unique<view::MainWindowView>(form);
-    form.visible = true;
-    EXPECT_TRUE(QTest::qWaitForWindowExposed(view.get()));
+    open();
   }
 
   void show(Frame& frame) {
@@ -32,42 +18,16 @@ struct PanelTest : ::testing::Test {
     frame.visible = true;
     QTest::qWait(0);
   }
-  QComboBox* shown_combo(const char* name) {
-    for (auto* combo : view->findChildren<QComboBox*>())
-      if (combo->accessibleName() == name && combo->isVisible()) return combo;
-    return nullptr;
-  }
-
-  FrmMain form;
-  std::unique_ptr<view::MainWindowView> view;
 };
 
 TEST_F(PanelTest, TypingInTheMiddleOfABoxStaysThere) {
   form.com_city.text = "Hall";
-  auto* box = shown_combo("City");
+  auto* box = named<QComboBox>("City");
   ASSERT_TRUE(box);
   box->setFocus();
   box->lineEdit()->setCursorPosition(0);
   QTest::keyClicks(box->lineEdit(), "XY");
   EXPECT_EQ(form.com_city.text.get(), "XYHall") << "the cursor jumped while typing";
-}
-
-TEST_F(PanelTest, TypingTheNameOfAProfileDoesNotSwitchToIt) {
-  show(form.Frame5);
-  form.com_profile.text = "Standard";
-  int choices = 0;
-  form.com_profile.click.connect([&] { ++choices; });
-  auto* box = shown_combo("Profile");
-  ASSERT_TRUE(box);
-  for (const Qt::Key leave : {Qt::Key_Tab, Qt::Key_Return}) {
-    box->setFocus();
-    box->lineEdit()->selectAll();
-    QTest::keyClicks(box->lineEdit(), leave == Qt::Key_Tab ? "Holiday" : "Weekends");
-    if (QWidget* completions = QApplication::activePopupWidget()) completions->close();
-    QTest::keyClick(box->lineEdit(), leave);
-  }
-  EXPECT_EQ(form.com_profile.text.get(), "Weekends");
-  EXPECT_EQ(choices, 0);
 }
 
 TEST_F(PanelTest, ANameIsReplacedByTyping) {
@@ -96,11 +56,11 @@ TEST_F(PanelTest, TheMacroListShowsTheSelectionThatItsControlHas) {
 TEST_F(PanelTest, OfSeveralPanelsTheOneShownLastThatIsStillVisible) {
   show(form.frm_macros);
   form.Frame3.visible = true;
-  EXPECT_FALSE(shown_combo("Trigger device"));
+  EXPECT_FALSE(named<QComboBox>("Trigger device"));
   form.Frame3.visible = false;
-  EXPECT_TRUE(shown_combo("Trigger device")) << "a hidden panel stayed on the screen";
+  EXPECT_TRUE(named<QComboBox>("Trigger device")) << "a hidden panel stayed on the screen";
   form.frm_macros.visible = false;
-  EXPECT_FALSE(shown_combo("Trigger device"));
+  EXPECT_FALSE(named<QComboBox>("Trigger device"));
 }
 
 TEST_F(PanelTest, TheMenuKeyOpensTheMenuAtTheNode) {
@@ -109,10 +69,7 @@ TEST_F(PanelTest, TheMenuKeyOpensTheMenuAtTheNode) {
   form.Tree.selected = form.Tree.find("Events");
   form.Tree.mouse_down.connect([&](int) { form.mnuPopup.popped_up(); });
   QCursor::setPos(view->mapToGlobal(QPoint(600, 400)));
-  const QPoint anywhere(10, 10);
-  QContextMenuEvent key(QContextMenuEvent::Keyboard, anywhere, tree->mapToGlobal(anywhere));
-  QApplication::sendEvent(tree->viewport(), &key);
-  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  QMenu* menu = menu_by_key(tree);
   ASSERT_TRUE(menu);
   EXPECT_EQ(menu->pos(),
             tree->viewport()->mapToGlobal(tree->visualRect(tree->currentIndex()).bottomLeft()));

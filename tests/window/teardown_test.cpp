@@ -16,12 +16,6 @@ Task<void> show_message(view::QtDialogs& dialogs) {
   ADD_FAILURE() << "answered by nobody";
 }
 
-Task<void> ask_yes_or_no(view::QtDialogs& dialogs) {
-  Message message{"Are you sure?", "Sure?", MessageIcon::kQuestion, MessageButtons::kYesNo};
-  co_await dialogs.message_box(std::move(message));
-  ADD_FAILURE() << "answered by nobody";
-}
-
 Task<void> ask_for_text(view::QtDialogs& dialogs) {
   Question question{"Password", "Password", "", true};
   co_await dialogs.input_box(std::move(question));
@@ -36,7 +30,7 @@ int open_dialogs() {
 }
 
 TEST(Teardown, ABoxGoesWithItsWindowOrItsOperationWhicheverIsFirst) {
-  for (const auto& ask : {show_message, ask_yes_or_no, ask_for_text}) {
+  for (const auto& ask : {show_message, ask_for_text}) {
     for (const bool window_first : {true, false}) {
       auto window = std::make_unique<QWidget>();
       auto dialogs = std::make_unique<view::QtDialogs>();
@@ -49,6 +43,7 @@ TEST(Teardown, ABoxGoesWithItsWindowOrItsOperationWhicheverIsFirst) {
       EXPECT_EQ(open_dialogs(), window_first ? 0 : 1);
       operations.reset();
       EXPECT_EQ(open_dialogs(), 0) << "it stays until the loop turns, or for ever";
+      EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "the window takes no input";
       dialogs.reset();
       window.reset();
       QApplication::processEvents();
@@ -94,24 +89,6 @@ TEST(Teardown, TheProgramAndItsWindowsGoInEitherOrderWithBoxesOpen) {
     house.forget_program();
     QApplication::processEvents();
   }
-}
-
-// A message that the program closes by itself leaves the window usable.
-TEST_F(HouseWindow, AMessageIsClosedByTheProgramWhenAnInterfaceAnswers) {
-  house.interface_control.status_of_port.clear();
-  house.form().Label51.click();
-  settle(1s);
-  EXPECT_EQ(open_dialogs(), 1);
-  EXPECT_EQ(QApplication::activeModalWidget()->windowTitle(), "ERROR!");
-  house.interface_control.status_of_port[3] = 0;
-  settle(10s);
-  settle();
-  EXPECT_EQ(open_dialogs(), 0);
-  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
-  int clicks = 0;
-  house.form().Label3.click.connect([&clicks] { ++clicks; });
-  click(shown<QPushButton>("Add a new room"));
-  EXPECT_EQ(clicks, 1) << "the window takes no input";
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 // The whole program on the real driver and an emulated interface at the speed of the mains.
 
-#include <gmock/gmock.h>
-
 #include "platform/cm11/driver.h"
 #include "tests/cm11/emulated_port.h"
 #include "tests/cm11/hex_text.h"
@@ -11,13 +9,10 @@
 namespace homewarden::testing {
 namespace {
 
-using ::testing::HasSubstr;
-
 struct WireStory : ::testing::Test {
   WireStory() {
     house.connected = &driver;
-    house.open();
-    house.loop.advance(2s);
+    house.open(2s);
     house.click_node("Kitchen");
     port.written.clear();
   }
@@ -35,13 +30,11 @@ struct WireStory : ::testing::Test {
 
 TEST_F(WireStory, AClickAndASlideReachTheLamp) {
   ASSERT_TRUE(house.form().connected);
-  house.form().device[1].click();
-  house.loop.advance(5s);
+  house.click(house.form().device[1], 5s);
   EXPECT_EQ(written(), "04 62 00 06 62 00") << "A3 On";
   EXPECT_EQ(house.machine("KitchenTableLamp"), "True");
 
-  house.slide(1, 60);
-  house.loop.advance(20s);
+  house.slide(1, 60, 20s);
   // On; Bright by 22 of 22 steps; Dim by 9 of 22, each behind its address.
   EXPECT_EQ(written(), "04 62 00 06 62 00 04 62 00 B6 65 00 04 62 00 4E 64 00");
   EXPECT_EQ(module({0, 3}), "on 59 %");
@@ -51,9 +44,8 @@ TEST_F(WireStory, AClickAndASlideReachTheLamp) {
 }
 
 TEST_F(WireStory, AButtonOnTheWallSwitchesASecondLampThroughAMacro) {
-  house.files.contents[House::file("rmlst.hwd")] += "Kitchen~Bell~A~1\r\n";
-  house.files.contents[House::file("macs.hlk")] =
-      "When~A1~Kitchen~Bell~turns~on~Turn~On~B12~Hall~Lamp\r\n";
+  house.content("rmlst.hwd") += "Kitchen~Bell~A~1\r\n";
+  house.content("macs.hlk") = "When~A1~Kitchen~Bell~turns~on~Turn~On~B12~Hall~Lamp\r\n";
   const auto start = house.loop.uptime();
   const auto line_before = emulator.mains_time();
   emulator.command("remote A1 on", start);
@@ -73,23 +65,19 @@ TEST_F(WireStory, PullingTheCableIsToldAndPluggingItInMendsIt) {
   port.unplug();
   house.loop.advance(2s);
   EXPECT_NE(house.form().Statusbar.panel3.get(), "STATUS: Ready");
-  house.form().device[1].click();
-  house.loop.advance(30s);
+  house.click(house.form().device[1], 30s);
   EXPECT_THAT(house.form().Statusbar.panel3.get(), HasSubstr("A3 On"));
   EXPECT_TRUE(house.form().enabled) << "the window stayed disabled";
   port.plug(6);  // under another name
   house.loop.advance(5s);
   EXPECT_EQ(house.form().Statusbar.panel3.get(), "STATUS: Ready");
-  house.form().device[0].click();
-  house.loop.advance(5s);
+  house.click(house.form().device[0], 5s);
   EXPECT_EQ(module({0, 4}), "on 100 %");
 }
 
 TEST_F(WireStory, ClosingInTheMiddleOfACommandEndsTheProgramBehindIt) {
-  house.slide(1, 60);
-  house.loop.advance(1s);
-  house.form().close_requested();
-  house.loop.advance(15s);
+  house.slide(1, 60, 1s);
+  house.close(15s);
   EXPECT_TRUE(house.loop.has_quit());
   EXPECT_FALSE(port.is_open());
   EXPECT_EQ(module({0, 3}), "on 59 %") << "the lamp was left in the middle";

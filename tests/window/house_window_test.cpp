@@ -1,0 +1,100 @@
+// What a person does with a whole house in a real window, with keys and clicks only.
+
+#include "tests/window/house_window.h"
+
+namespace homewarden::testing {
+namespace {
+
+// A house built from an empty window.
+class HouseBuildingTest : public HouseWindow {
+ protected:
+  HouseBuildingTest() : HouseWindow("") {}
+
+  void type_name(const QString& box, const QString& text) {
+    auto* edit = shown<QLineEdit>(box);
+    QTest::mouseClick(edit, Qt::LeftButton);
+    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
+    type_text(edit, text);
+    settle();
+  }
+  std::string rooms() { return house.content("rmlst.hwd"); }
+};
+
+TEST_F(HouseBuildingTest, RoomsDevicesAndAMacroAreAddedAndTakenAway) {
+  for (const char* room : {"B\u00fcro", "Hall"}) {
+    click(shown<QPushButton>("Add a new room"));
+    type_name("Room name", room);
+    click(shown<QPushButton>("Save"));
+  }
+  for (const auto& [room, device] : {std::pair("B\u00fcro", "Lamp"), std::pair("Hall", "Bell")}) {
+    click(shown<QPushButton>("Add a new device"));
+    type("Room", room);
+    type_name("Device name", device);
+    type("House code", "B");
+    type("Device number", room[0] == 'H' ? "12" : "1");
+    type("Device type", "Light Module (dimmable)");
+    click(shown<QPushButton>("Save"));
+  }
+  EXPECT_EQ(rooms(), "B\xFCro~~~\r\nHall~~~\r\nB\xFCro~Lamp~B~1\r\nHall~Bell~B~12\r\n");
+
+  open_node("Macros");
+  type("Trigger device", "Hall Bell B12");
+  type("Device to switch", "B\u00fcro Lamp B1");
+  click(shown<QPushButton>("Save"));
+  auto* macros = shown<QListWidget>("Macros");
+  ASSERT_EQ(macros->count(), 1);
+  house.interface_control.CommandReceived("B12", 2);
+  settle(5s);
+  EXPECT_THAT(house.line(), ElementsAre(HasSubstr("B1 2")));
+  QTest::mouseClick(macros->viewport(), Qt::LeftButton, {},
+                    macros->visualItemRect(macros->item(0)).center());
+  settle();
+  EXPECT_THAT(answer(QMessageBox::Yes), HasSubstr("Do you want to delete the selected Macro?"));
+  EXPECT_EQ(macros->count(), 0);
+
+  open_node("Hall");
+  QTest::keyClick(view->findChild<QTreeView*>(), Qt::Key_D, Qt::ControlModifier);
+  settle();
+  EXPECT_THAT(answer(QMessageBox::Yes),
+              HasSubstr("DELETE any devices you have setup in this room!"));
+  settle(20s);
+  EXPECT_EQ(rooms(), "B\xFCro~~~\r\nB\xFCro~Lamp~B~1\r\n");
+  EXPECT_THAT(house.form().lst_eventdevice.items.get(), SizeIs(1));
+}
+
+TEST_F(HouseWindow, AnEventIsMadeSeenChangedAndDeleted) {
+  open_node("Events");
+  click(shown<QPushButton>("New"));
+  type("Device", "Hall Lamp B12");
+  choose_last("Hour");
+  EXPECT_THAT(answer(), StartsWith("Please read: You have selected Sunset"));
+  type("Minute", "-1");
+  for (const char* day : {"Monday", "Tuesday", "Wednesday", "Thursday", "Saturday", "Sunday"})
+    QTest::mouseClick(shown<QCheckBox>(day), Qt::LeftButton, {}, QPoint(8, 8));
+  click(shown<QPushButton>("Save"));
+  settle(3s);
+  EXPECT_THAT(house.event_lines(), ElementsAre("Hall Lamp~B~12~100~sSet:-1~on~daily~f"));
+
+  auto* list = shown<QAbstractItemView>("Events");
+  ASSERT_EQ(list->model()->rowCount(), 1);
+  std::string row;
+  for (int column = 0; column < list->model()->columnCount(); ++column)
+    row += list->model()->index(0, column).data().toString().toStdString() + "|";
+  EXPECT_EQ(row, "Hall Lamp|B|12|100%|sSet:-1|on|daily|f|");
+
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row_place(0));
+  QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, row_place(0));
+  settle();
+  EXPECT_FALSE(list->isEnabled());
+  EXPECT_EQ(shown<QComboBox>("Minute")->currentText(), "-1");
+  type("Hour", "23");
+  type("Minute", "30");
+  type("Dim level", "55%");
+  click(shown<QPushButton>("Save"));
+  settle(5s);
+  EXPECT_THAT(house.event_lines(), ElementsAre("Hall Lamp~B~12~55~23:30~on~daily~f"));
+  EXPECT_TRUE(list->isEnabled());
+}
+
+}  // namespace
+}  // namespace homewarden::testing
