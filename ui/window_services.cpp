@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/asking.h"
 #include "core/version.h"
 
 namespace homewarden {
@@ -26,15 +27,12 @@ void WindowServices::offtop() {
 
 Task<void> WindowServices::link(std::string webaddress) {
   if (!desktop_.finds_browser()) {
-    Message message{"Could not find associated browser!", "BROWSER NOT FOUND",
-                    MessageIcon::kExclamation, MessageButtons::kOk};
-    co_await dialogs_.message_box(std::move(message));
+    co_await tell(dialogs_, "Could not find associated browser!", "BROWSER NOT FOUND",
+                  MessageIcon::kExclamation);
     co_return;
   }
   if (desktop_.open_address(webaddress)) co_return;
-  Message message{"Web Page not Opened", "URL FAILED", MessageIcon::kExclamation,
-                  MessageButtons::kOk};
-  co_await dialogs_.message_box(std::move(message));
+  co_await tell(dialogs_, "Web Page not Opened", "URL FAILED", MessageIcon::kExclamation);
 }
 
 Task<void> WindowServices::about() {
@@ -45,9 +43,7 @@ Task<void> WindowServices::about() {
   text += kVersion;
   text += "\n\nFor more information go to\n";
   text += kWebSite;
-  Message message{std::move(text), "About Homewarden", MessageIcon::kInformation,
-                  MessageButtons::kOk};
-  co_await dialogs_.message_box(std::move(message));
+  co_await tell(dialogs_, std::move(text), "About Homewarden");
 }
 
 }  // namespace homewarden

@@ -12,9 +12,9 @@ void print_line(const std::string& text) {
   std::fflush(stdout);
 }
 
-void print_status_lines(FrmMain& form) {
-  form.Statusbar.panel2.changed.connect([&form] { print_line(form.Statusbar.panel2); });
-  form.Statusbar.panel3.changed.connect([&form] { print_line(form.Statusbar.panel3); });
+void print_status_lines(StatusBar& status) {
+  status.panel2.changed.connect([&status] { print_line(status.panel2); });
+  status.panel3.changed.connect([&status] { print_line(status.panel3); });
 }
 
 }  // namespace homewarden

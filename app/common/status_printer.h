@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "ui/frm_main.h"
+#include "ui/controls.h"
 
 namespace homewarden {
 
@@ -11,6 +11,6 @@ void print_line(const std::string& text);
 
 // Prints each text of the status line, and of the interface's state, to the terminal: what a person
 // without a display sees of the program. A state that is set again, or becomes "", is not printed.
-void print_status_lines(FrmMain& form);
+void print_status_lines(StatusBar& status);
 
 }  // namespace homewarden

@@ -117,7 +117,7 @@ int run(const AppOptions& options, bool offscreen) {
   view::MainWindowView window(program.frm_main);
   view::TrayView tray(program.frmSysTray);
   window_dialogs.set_parent(&window);
-  if (offscreen) print_status_lines(program.frm_main);
+  if (offscreen) print_status_lines(program.frm_main.Statusbar);
   if (options.report_start) report_first_paint(window);
   if (options.report_loop) report_loop_turns();
   on_end_signal(loop, [&program] { program.frm_main.close_requested(); });

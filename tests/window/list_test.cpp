@@ -95,9 +95,10 @@ TEST_F(ListTest, KeysMoveOpenAndDelete) {
   QTest::keyClick(list, Qt::Key_Enter, Qt::KeypadModifier);
   EXPECT_THAT(opened, ElementsAre(0, 0));
   QTest::keyClick(list, Qt::Key_D, Qt::ControlModifier);
+  QTest::keyClick(list, Qt::Key_Delete);
   form.enabled = false;
-  QTest::keyClick(list, Qt::Key_D, Qt::ControlModifier);
-  EXPECT_THAT(keys, ElementsAre(4)) << "a window that is busy deleted an event";
+  QTest::keyClick(list, Qt::Key_Delete);
+  EXPECT_THAT(keys, ElementsAre(4, 127)) << "a window that is busy deleted an event";
 }
 
 TEST_F(ListTest, TheMouseSelectsAndOpens) {

@@ -84,6 +84,10 @@ void ListPane::keyPressEvent(QKeyEvent* event) {
     list_.key_press(kControlD);
     return;
   }
+  if (event->key() == Qt::Key_Delete) {
+    list_.key_press(kDelete);
+    return;
+  }
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
     if (currentIndex().isValid()) list_.double_click();
     return;
