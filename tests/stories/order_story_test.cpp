@@ -82,13 +82,11 @@ TEST(OrderStory, IncomingCommandsReachTheirOwnDevice) {
   House house("Attic~Lamp~A~12\r\nBath~Lamp~A~1\r\nBath~Heater~A~10\r\nCellar~Lamp~B~12\r\n");
   house.open_connected();
   for (const char* address : {"A1", "A10", "A12"}) {
-    house.interface_control.CommandReceived(address, 2);
-    house.loop.advance(1s);
+    house.receive(address, 2, 1s);
   }
   for (const char* key : {"BathLamp", "BathHeater", "AtticLamp"})
     EXPECT_EQ(house.machine(key), "True");
-  house.interface_control.CommandReceived("B1", 2);
-  house.loop.advance(1s);
+  house.receive("B1", 2, 1s);
   EXPECT_EQ(house.machine("CellarLamp"), "True") << "without an exact one, containment decides";
 }
 
@@ -109,7 +107,7 @@ TEST_P(LevelStory, WhatIsSentIsRecordedAndShown) {
     list += "Room~" + names.back() + "~D~" + std::to_string(i + 1) + "\r\n";
   }
   EventHouse house;
-  house.files.contents[House::file("rmlst.hwd")] = list;
+  house.content("rmlst.hwd") = list;
   for (const std::string& name : names)
     house.settings.write("type", without_blanks("Room" + name), "bulb");
   house.loop.set_wall_clock(2023, 6, 21, 0, 0, 0);
@@ -134,15 +132,14 @@ TEST_P(LevelStory, WhatIsSentIsRecordedAndShown) {
       const std::string lamp = unit + " at " + level_text(level);
       const LocalTime now = house.loop.local_time();
       const int due = (now.hour * 60 + now.minute + 1) % (24 * 60);
-      house.files.contents[House::file("evelst.hwd")] =
-          "Room " + names[static_cast<std::size_t>(i)] + "~D~" + unit + "~" + level_text(level) +
-          "~" + two_digits(due / 60) + ":" + two_digits(due % 60) + "~on~daily~mtwufsr\r\n";
+      house.content("evelst.hwd") = "Room " + names[static_cast<std::size_t>(i)] + "~D~" + unit +
+                                    "~" + level_text(level) + "~" + two_digits(due / 60) + ":" +
+                                    two_digits(due % 60) + "~on~daily~mtwufsr\r\n";
       house.loop.advance(60s);
       ASSERT_TRUE(dimmed(level)) << "event " << lamp;
       expect(i, level, "event " + lamp);
       if (level >= 20 && i < HousePanel::kSlots) {
-        house.slide(static_cast<std::size_t>(i), level);
-        house.loop.advance(5s);
+        house.slide(static_cast<std::size_t>(i), level, 5s);
         ASSERT_TRUE(dimmed(level)) << "card " << lamp;
         expect(i, level, "card " + lamp);
       }

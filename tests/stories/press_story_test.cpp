@@ -35,8 +35,7 @@ constexpr CardState kSending = CardState::kSending;
 
 TEST_F(PressStory, FivePressesWithinASecondAreFiveCommandsInOrder) {
   for (std::size_t slot : {4u, 0u, 2u, 1u, 3u}) {  // Two, Five, One, Four, Three
-    form().device[slot].click();
-    house.loop.advance(100ms);
+    house.click(form().device[slot], 100ms);
   }
   EXPECT_THAT(cards(), ElementsAre(kWaiting, kWaiting, kWaiting, kWaiting, kSending));
   EXPECT_TRUE(form().enabled);
@@ -67,20 +66,16 @@ TEST_F(PressStory, TheLastPositionOfASliderCountsAndSecondPressesUndoTheFirst) {
 
 // A lamp that is on would stay where it is with a mere On.
 TEST_F(PressStory, ASliderAtTheTopIsFullBrightnessAndNeverOff) {
-  house.slide(0, 100);
-  house.loop.advance(3s);
+  house.slide(0, 100, 3s);
   EXPECT_THAT(line(), ElementsAre(HasSubstr("A5 2")));
-  house.slide(0, 40);
-  house.loop.advance(5s);
+  house.slide(0, 40, 5s);
   line();
-  house.slide(0, 100);
-  house.loop.advance(5s);
+  house.slide(0, 100, 5s);
   EXPECT_THAT(line(), ElementsAre(HasSubstr("A5 2"), HasSubstr("A5 5")));
   EXPECT_EQ(house.machine("DenFive"), "True");
   EXPECT_EQ(house.machine("dimDenFive"), "100");
   EXPECT_EQ(form().image1[0].value.get(), 100);
-  house.slide(0, 40);
-  house.loop.advance(5s);
+  house.slide(0, 40, 5s);
   line();
   form().txt_queue.text = "2A5~";  // a macro brings it up, too
   house.loop.advance(5s);
@@ -89,8 +84,7 @@ TEST_F(PressStory, ASliderAtTheTopIsFullBrightnessAndNeverOff) {
 }
 
 TEST_F(PressStory, NothingComesBetweenTheThreeCommandsOfALevel) {
-  house.slide(0, 40);
-  house.loop.advance(100ms);
+  house.slide(0, 40, 100ms);
   house.web.request("index.html", "A~5~DenFive~turnoff~Den");
   house.loop.advance(10s);
   EXPECT_THAT(line(), ElementsAre(HasSubstr("A5 2"), HasSubstr("A5 5"), HasSubstr("A5 4 60"),
@@ -102,8 +96,7 @@ TEST_F(PressStory, NothingComesBetweenTheThreeCommandsOfALevel) {
 
 TEST_F(PressStory, WhatCouldNotBeSentIsMarkedUntilACommandGetsThrough) {
   house.interface_control.fails = true;
-  house.slide(0, 40);
-  house.loop.advance(5s);
+  house.slide(0, 40, 5s);
   EXPECT_THAT(line(), ElementsAre(HasSubstr("A5 2"))) << "dimmed from an unknown level";
   EXPECT_THAT(house.status(), HasSubstr("Could not DIM device with housecode A5 to 40% at "));
   EXPECT_EQ(house.machine("dimDenFive"), "40") << "recorded also when it failed";
@@ -119,14 +112,12 @@ TEST_F(PressStory, WhatCouldNotBeSentIsMarkedUntilACommandGetsThrough) {
   EXPECT_TRUE(form().lab_notsent[0].visible);
   house.interface_control.fails = false;
   line();
-  form().lab_notsent[0].click();
-  house.loop.advance(5s);
+  house.click(form().lab_notsent[0], 5s);
   EXPECT_THAT(line(), ElementsAre(HasSubstr("A5 2"), HasSubstr("A5 5"), HasSubstr("A5 4 60")));
   EXPECT_FALSE(form().lab_notsent[0].visible);
 
   house.interface_control.fails = true;
-  form().device[0].click();
-  house.loop.advance(5s);
+  house.click(form().device[0], 5s);
   EXPECT_TRUE(form().lab_notsent[0].visible);
   house.interface_control.CommandReceived("A5", 3);  // the wall reaches it
   house.loop.advance(1s);
@@ -137,11 +128,9 @@ TEST_F(PressStory, CardsFollowWhoeverRecords) {
   const auto shows_on = [this] {
     return form().device[0].file.get().find("bulbon") != std::string::npos;
   };
-  house.interface_control.CommandReceived("A5", 2);
-  house.loop.advance(1s);
+  house.receive("A5", 2, 1s);
   EXPECT_TRUE(shows_on());
-  house.interface_control.CommandReceived("A5", 4);
-  house.loop.advance(1s);
+  house.receive("A5", 4, 1s);
   EXPECT_TRUE(shows_on()) << "a Dim shows a lit lamp as off";
   house.web.request("index.html", "A~5~denfive~turnoff~Den");
   house.loop.advance(3s);
@@ -160,7 +149,7 @@ TEST_F(PressStory, AWaitingPressOfADeviceThatGoesIsDroppedAndTheNextOneActs) {
   form().device[0].click();
   form().device[1].click();
   form().device[2].click();
-  house.files.contents[House::file("rmlst.hwd")] =
+  house.content("rmlst.hwd") =
       replace_all(kFiveLamps, "Den~Four~A~4", "Den~Four~A~9");  // another lamp of that name
   form().txt_roomname.text = "New";
   form().Command3.click();  // reads the list anew

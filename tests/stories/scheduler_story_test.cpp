@@ -43,7 +43,7 @@ TEST(SchedulerStory, AnEventNamedLikeASettingOfTheProgramLeavesThatAlone) {
   house.open_connected();
   house.run_until(20, 3);
   EXPECT_FALSE(house.loop.has_quit());
-  EXPECT_EQ(house.interface_control.take_line_log().size(), 4u);
+  EXPECT_EQ(house.line().size(), 4u);
   EXPECT_EQ(house.machine("webport"), "(none)");
 }
 

@@ -102,7 +102,7 @@ TEST(Pages, ARoomShowsTenOfItsDevicesAndNoneOfARoomThatContainsItsName) {
             "<a target=\"_top\" href=\"index.html?loadroomCaf\xe9%26Bar\"><font color=\"#FFFFFF\">"
             "Caf\xe9 &amp; Bar</font></a>|Bed[" +
                 cell("A~11~BedLamp11~turnon~Bed", "switchoff.gif", "Lamp 11") + "][<dev10>]\r\n");
-  house.files.contents[House::file("html/index.html")] = "<room>[<dev1>]";
+  house.content("html/index.html") = "<room>[<dev1>]";
   EXPECT_EQ(house.get("index.html", "loadroomBedroom"), "Bedroom[<dev1>]\r\n");
   EXPECT_EQ(house.get("index.html", "loadroomdroom"), "Bedroom[<dev1>]\r\n") << "no such room";
 }
