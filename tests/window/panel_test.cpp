@@ -45,6 +45,20 @@ TEST_F(PanelTest, ANameIsReplacedByTyping) {
   EXPECT_TRUE(box->selectedText().isEmpty()) << "a second click cannot place the cursor";
 }
 
+TEST_F(PanelTest, EnterInTheLineOfAFormSavesIt) {
+  int saved = 0;
+  for (Button* save : {&form.Command3, &form.Command4, &form.Command7})
+    save->click.connect([&] { ++saved; });
+  for (Frame* panel : {&form.frm_addroom, &form.frm_adddevice, &form.Frame4}) {
+    show(*panel);
+    for (auto* line : view->findChildren<QLineEdit*>())
+      if (line->isVisible() && !line->accessibleName().isEmpty())
+        QTest::keyClick(line, Qt::Key_Return);
+    panel->visible = false;
+  }
+  EXPECT_EQ(saved, 3);
+}
+
 TEST_F(PanelTest, TheMacroListShowsTheSelectionThatItsControlHas) {
   show(form.frm_macros);
   form.ListVIew2.items = std::vector<std::string>{"one", "two"};

@@ -37,9 +37,11 @@ QLineEdit* make_line(TextBox& control, const QString& name, QWidget* parent) {
   return line;
 }
 
-void add_button(Button& control, Page* page) {
+// Enter in the line presses it too.
+void add_button(Button& control, QLineEdit* line, Page* page) {
   auto* button = make_button(control, page->body());
   QObject::connect(button, &QPushButton::pressed, button, [button] { button->setFocus(); });
+  QObject::connect(line, &QLineEdit::returnPressed, button, &QPushButton::click);
   page->rows()->addWidget(button, 0, Qt::AlignLeft);
 }
 
@@ -48,8 +50,9 @@ void add_button(Button& control, Page* page) {
 QWidget* make_add_room_page(AddRoomPanel& panel) {
   auto* page = new Page(tr("Add a new room"), 520);
   page->add_text(tr("Type in your room name below, then click on Save"));
-  page->rows()->addWidget(make_line(panel.txt_roomname, tr("Room name"), page->body()));
-  add_button(panel.Command3, page);
+  QLineEdit* name = make_line(panel.txt_roomname, tr("Room name"), page->body());
+  page->rows()->addWidget(name);
+  add_button(panel.Command3, name, page);
   page->add_rest();
   return page;
 }
@@ -61,7 +64,8 @@ QWidget* make_add_device_page(AddDevicePanel& panel) {
       tr("Please select the room you wish to add the new device to from this drop down list"));
   page->rows()->addWidget(make_combo(panel.lst_temproom, tr("Room"), body));
   page->add_text(tr("Type in a name for your device"));
-  page->rows()->addWidget(make_line(panel.txt_devname, tr("Device name"), body));
+  QLineEdit* name = make_line(panel.txt_devname, tr("Device name"), body);
+  page->rows()->addWidget(name);
   page->add_text(tr("Select the house code and device number"));
   auto* address = new QHBoxLayout;
   address->addWidget(new QLabel(tr("Code"), body));
@@ -75,7 +79,7 @@ QWidget* make_add_device_page(AddDevicePanel& panel) {
   page->rows()->addWidget(make_combo(panel.lst_devicetype, tr("Device type"), body));
   page->add_text(
       tr("When you are finished, click on Save to save your new device and add it to the list"));
-  add_button(panel.Command4, page);
+  add_button(panel.Command4, name, page);
   page->add_rest();
   return page;
 }

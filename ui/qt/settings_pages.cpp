@@ -23,7 +23,9 @@ QWidget* make_web_page(WebPanel& panel) {
   bind(panel.txt_webport, box, tr("Port of the web server"));
   box->setMaximumWidth(110);
   port->addWidget(box);
-  port->addWidget(make_button(panel.Command7, body));
+  QPushButton* save = make_button(panel.Command7, body);
+  QObject::connect(box, &QLineEdit::returnPressed, save, &QPushButton::click);
+  port->addWidget(save);
   port->addStretch();
   page->rows()->addLayout(port);
 
