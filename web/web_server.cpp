@@ -226,7 +226,7 @@ Task<void> WebServer::clear_password() {
 
 Task<void> WebServer::show_url() {
   std::string address =
-      std::string(kWebSite) + "/cgi-bin/urlip.cgi?" + panel_.txt_webport.text.get();
+      std::string(kWebSite) + "cgi-bin/urlip.cgi?" + panel_.txt_webport.text.get();
   co_await window_.link(std::move(address));
 }
 

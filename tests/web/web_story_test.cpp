@@ -120,7 +120,7 @@ TEST(WebServerPanel, StartsOnItsPortOrOn8080AndSaysSo) {
   EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("is not running"));
   EXPECT_EQ(house.status(), "The web server could not be started on port 98 nor on port 8080");
   house.click(house.form().Command10);
-  EXPECT_THAT(house.desktop.opened, ElementsAre(EndsWith("/cgi-bin/urlip.cgi?8080")));
+  EXPECT_THAT(house.desktop.opened, ElementsAre(EndsWith(".example/cgi-bin/urlip.cgi?8080")));
   house.desktop.browser_starts = false;
   house.click(house.form().Command10);
   EXPECT_EQ(house.dialogs.messages.back(), "URL FAILED: Web Page not Opened");
