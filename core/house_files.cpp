@@ -44,10 +44,19 @@ void HouseFiles::give_up_deletion() {
   macros_left_.remove_scratch();
 }
 
+// A pipe or a dangling link of such a name would take the place of a list.
+bool HouseFiles::deletion_is_readable() {
+  for (const auto& file : {macros_left_.scratch(), events_left_.scratch()})
+    if (files_.exists(file) && !files_.read(file)) return false;
+  return files_.read(decided_).has_value();
+}
+
 // A decision that cannot be carried out now is no decision: later it would undo what has been
 // changed meanwhile.
 void HouseFiles::recover() {
-  if (files_.exists(decided_) && !(use_macros() && use_events() && use_rooms())) give_up_deletion();
+  if (files_.exists(decided_) &&
+      !(deletion_is_readable() && use_macros() && use_events() && use_rooms()))
+    give_up_deletion();
   for (ListFile* list : {&events_left_, &macros_left_, &rooms, &events, &macros}) list->recover();
 }
 

@@ -47,6 +47,9 @@ class HouseFiles {
   void recover();
 
  private:
+  // False when one of the files that would take a list's place is no file or cannot be read.
+  bool deletion_is_readable();
+
   Files& files_;
   ListFile events_left_;  // evelst.hwd, by way of tcev.tmp
   ListFile macros_left_;  // macs.hlk, by way of tcmac.tmp

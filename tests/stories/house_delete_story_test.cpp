@@ -269,5 +269,17 @@ TEST(HouseDeleteFailure, ADeletionThatFailsHasNotHappened) {
   }
 }
 
+TEST(HouseDeleteFailure, WhatCannotBeReadTakesNoListsPlace) {
+  for (const char* scratch : {"tcdone.tmp", "tcmac.tmp", "tcev.tmp"}) {
+    MemoryFiles disk;
+    for (const char* name : {"rmlst.hwd", "evelst.hwd", "macs.hlk", "tcdone.tmp", scratch})
+      disk.contents[House::file(name)] = name;
+    disk.unreadable = {House::file(scratch)};
+    HouseFiles(disk, House::file("rmlst.hwd").parent_path()).recover();
+    for (const char* name : {"rmlst.hwd", "evelst.hwd", "macs.hlk"})
+      EXPECT_EQ(disk.contents[House::file(name)], name) << scratch;
+  }
+}
+
 }  // namespace
 }  // namespace homewarden::testing
