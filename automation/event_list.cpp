@@ -66,6 +66,11 @@ Task<void> EventList::loadevents() {
 void EventList::load_macros() {
   macro_panel_.ListVIew2.clear();
   const auto content = macros_.content();
+  macro_panel_.lab_macronotice.visible = !content && macros_.exists();
+  macro_panel_.lab_macronotice.caption =
+      "The macro list macs.hlk cannot be read, so no macro runs. Please check the file and its "
+      "permissions in " +
+      macros_.path().parent_path().string() + ".";
   if (!content) return;
   std::vector<std::string> lines;
   LineReader reader(*content);

@@ -8,6 +8,7 @@ MacroPanel::MacroPanel() {
   com_sel2.tool_tip = "This is the deivce you wish to be triggered";
   mac_whattodo.tool_tip = "Finally this is the action you wish the triggered device to take";
   com_savemacro.tool_tip = "Click here to save this macro";
+  lab_macronotice.visible = false;
   ListVIew2.tool_tip = "Click on any macro in this list to delete it.";
 }
 

@@ -15,6 +15,7 @@ struct MacroPanel {
   ComboBox mac_whattodo;
   Button com_savemacro{"Save"};
   ListBox ListVIew2;
+  Label lab_macronotice;  // what is wrong with the macro list; hidden when nothing is
 };
 
 }  // namespace homewarden

@@ -177,5 +177,17 @@ TEST(EventListStory, LinesThatDoNothingAreMarked) {
   EXPECT_THAT(form.ListVIew2.marks.get(), ElementsAre(Pair(3, HasSubstr("no macro"))));
 }
 
+// Macros that silently do nothing.
+TEST(EventListStory, AMacroListThatCannotBeReadIsTold) {
+  EventHouse house;
+  house.files.unreadable.insert(House::file("macs.hlk"));
+  FrmMain& form = house.open_connected();
+  EXPECT_TRUE(form.lab_macronotice.visible);
+  house.files.unreadable.clear();
+  form.com_savemacro.click();
+  house.loop.advance(3s);
+  EXPECT_FALSE(form.lab_macronotice.visible);
+}
+
 }  // namespace
 }  // namespace homewarden::testing

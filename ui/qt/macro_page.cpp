@@ -37,6 +37,7 @@ QWidget* make_macro_page(MacroPanel& panel) {
   list->setStyleSheet("QListWidget::item { padding: 3px 2px; }");
   list->setMinimumHeight(140);
   page->rows()->addWidget(list, 1);
+  page->rows()->addWidget(make_notice(panel.lab_macronotice, body));
   return page;
 }
 
