@@ -77,9 +77,12 @@ Task<bool> DeviceCommands::carry_out(LineTurn turn, SwitchTarget target, DeviceO
   bool sent = false;
   {
     const OnTheWay on_the_way(*this, target.key);
-    // A lamp that is on stays at its level when it gets a mere On.
-    const bool is_dimmed = state_.getlaststatus(target.key) && state_.level(target.key) < kFullyOn;
-    sent = co_await send_order(target, order, bright || is_dimmed);
+    // A lamp that is on stays at its level when it gets a mere On, and one that the last command
+    // did not reach may be at any level.
+    const bool may_be_dimmed =
+        state_.getlaststatus(target.key) &&
+        (state_.level(target.key) < kFullyOn || state_.not_sent(target.key).has_value());
+    sent = co_await send_order(target, order, bright || may_be_dimmed);
     if (!target.key.empty()) state_.setstatus(target.key, order, source, sent);
   }
   turn.release();

@@ -38,8 +38,9 @@ class DeviceCommands {
                  InterfaceControl& interface_control, DeviceState& state);
 
   // Switches on when `percent` is 100, with Bright 100 behind the On for a device that is recorded
-  // as on below that. Otherwise sets the brightness to `percent`, 0 to 99, by On,
-  // full Bright and Dim. Returns after a pause of one second, in which other acts may begin.
+  // as on below that, or as on and not reached. Otherwise sets the brightness to `percent`, 0 to
+  // 99, by On, full Bright and Dim. Returns after a pause of one second, in which other acts may
+  // begin.
   Task<bool> turnon(SwitchTarget target, int percent, Source source);
   // Pauses like turnon. The device is recorded as off, also when the command could not be sent.
   Task<bool> turnoff(SwitchTarget target, Source source);

@@ -37,7 +37,7 @@ void Presses::set_level(const Device& device, int level) {
 }
 
 void Presses::repeat(const Device& device, DeviceOrder order) {
-  add(device, order, order.on);
+  add(device, order, false);
 }
 
 bool Presses::waits(const std::string& device_key) const {

@@ -55,6 +55,18 @@ TEST(WebStory, WhatCouldNotBeSentIsSaidAndSentAgainAsItWas) {
   house.web.request("index.html", again);  // the page is older: what its link says is done
   house.loop.advance(5s);
   EXPECT_THAT(house.line(), ElementsAre(HasSubstr("A3 2"), HasSubstr("A3 5")));
+
+  house.slide(1, 40);
+  house.loop.advance(5s);
+  house.interface_control.fails = true;
+  house.slide(1, 100);
+  house.loop.advance(5s);
+  house.interface_control.fails = false;
+  house.line();
+  house.web.request("index.html", again);
+  house.loop.advance(5s);
+  EXPECT_THAT(house.line(), ElementsAre(HasSubstr("A3 2"), HasSubstr("A3 5")))
+      << "a mere On leaves the lamp at 40";
 }
 
 TEST(WebStory, ARequestWaitsForTheOneBeforeAndEachGetsItsOwnPage) {
