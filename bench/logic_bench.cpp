@@ -47,7 +47,8 @@ void loadlists_and_loadtree(benchmark::State& state) {
   DeviceState device_state(module1);
   ListFile room_file(files, "/house/rmlst.hwd", "/house/tc.tmp");
   HouseIndex house(settings);
-  RoomList rooms(form, form, form, form, form, module1, house, room_file);
+  Notices notices;
+  RoomList rooms(form, form, form, form, form, module1, house, room_file, notices);
   DeviceCommands commands(form.Statusbar, form, loop, module1, interface_control, device_state);
   Presses presses(operations, house, device_state, commands);
   DevicePanel devices(form, form, operations, house, device_state, commands, presses, dialogs,

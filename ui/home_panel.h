@@ -15,7 +15,7 @@ struct HomePanel {
   Label Label51{"To auto detect X10 interface, click here"};
   Label Label63{"To manually set X10 port number, click here"};
   Label lab_norooms{"Your house has no rooms yet. Start with \"Add a new room\"."};
-  Label lab_notice;  // what is wrong with a data file; hidden when nothing is
+  Label lab_notice;  // what is wrong with files and settings; hidden when nothing is
 };
 
 // Location and start-up settings; part of the home page.

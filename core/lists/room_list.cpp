@@ -8,9 +8,15 @@
 #include "core/lists/file_lock.h"
 
 namespace homewarden {
+namespace {
+
+const char* const kSubject = "rmlst.hwd";
+
+}  // namespace
 
 RoomList::RoomList(HomePanel& home, HousePanel& room, PanelStack& panels, HiddenLists& lists,
-                   Flags& flags, Module1& module1, HouseIndex& house, ListFile& list)
+                   Flags& flags, Module1& module1, HouseIndex& house, ListFile& list,
+                   Notices& notices)
     : home_(home),
       room_(room),
       panels_(panels),
@@ -18,19 +24,19 @@ RoomList::RoomList(HomePanel& home, HousePanel& room, PanelStack& panels, Hidden
       flags_(flags),
       module1_(module1),
       house_(house),
-      list_(list) {}
+      list_(list),
+      notices_(notices) {}
 
 Task<void> RoomList::loadlists() {
   if (!list_.exists()) {
     lists_.lst_rooms.clear();
-    home_.lab_notice.visible = false;
+    notices_.withdraw(kSubject);
     house_.set_lines({});
     co_return;
   }
   const FileLock lock = co_await lock_files(flags_, module1_);
   // Only now: commands from the power line look their devices up meanwhile.
   lists_.lst_rooms.clear();
-  home_.lab_notice.visible = false;
   read_file();
   house_.set_lines(lists_.lst_rooms.items);
 }
@@ -38,11 +44,11 @@ Task<void> RoomList::loadlists() {
 void RoomList::read_file() {
   const auto content = list_.content();
   if (!content) {
-    home_.lab_notice.caption =
-        "The room and device list rmlst.hwd cannot be read, so no rooms are shown. Please check "
-        "the file and its permissions in " +
-        list_.path().parent_path().string() + ".";
-    home_.lab_notice.visible = true;
+    notices_.tell(
+        kSubject,
+        "The room and device list rmlst.hwd cannot be read, so no rooms are shown. Please "
+        "check the file and its permissions in " +
+            list_.path().parent_path().string() + ".");
     return;
   }
 
@@ -56,12 +62,11 @@ void RoomList::read_file() {
     if (bad_lines++ == 0) first_bad_line = lines.size();
   }
   lists_.lst_rooms.add_all(std::move(lines));
-  if (bad_lines == 0) return;
-  home_.lab_notice.caption =
-      (bad_lines == 1 ? "1 line" : std::to_string(bad_lines) + " lines") +
-      " of rmlst.hwd cannot be understood and are left out, the first of them line " +
-      std::to_string(first_bad_line) + ". The file keeps them.";
-  home_.lab_notice.visible = true;
+  if (bad_lines == 0) return notices_.withdraw(kSubject);
+  notices_.tell(kSubject,
+                (bad_lines == 1 ? "1 line" : std::to_string(bad_lines) + " lines") +
+                    " of rmlst.hwd cannot be understood and are left out, the first of them line " +
+                    std::to_string(first_bad_line) + ". The file keeps them.");
 }
 
 void RoomList::loadroom(const std::string& room) {

@@ -6,6 +6,7 @@
 #include "core/house_index.h"
 #include "core/list_file.h"
 #include "core/module1.h"
+#include "core/notices.h"
 #include "ui/home_panel.h"
 #include "ui/house_panel.h"
 #include "ui/panel_stack.h"
@@ -18,7 +19,7 @@ namespace homewarden {
 class RoomList {
  public:
   RoomList(HomePanel& home, HousePanel& room, PanelStack& panels, HiddenLists& lists, Flags& flags,
-           Module1& module1, HouseIndex& house, ListFile& list);
+           Module1& module1, HouseIndex& house, ListFile& list, Notices& notices);
 
   // Fills `lst_rooms` with every line of the file, sorted, and the house index from it. A missing
   // file is an empty list. A file that cannot be read is an empty list, and what is wrong stands on
@@ -51,6 +52,7 @@ class RoomList {
   Module1& module1_;
   HouseIndex& house_;
   ListFile& list_;
+  Notices& notices_;
 };
 
 }  // namespace homewarden

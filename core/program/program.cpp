@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "ui/notice_faces.h"
 #include "x10/interface_state.h"
 
 namespace homewarden {
@@ -14,7 +15,8 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
       module1_(platform.loop, platform.registry, platform.services, platform.windows_folder),
       device_state_(module1_),
       files_(platform.files, platform.folder),
-      rooms_(frm_main, frm_main, frm_main, frm_main, frm_main, module1_, house_, files_.rooms),
+      rooms_(frm_main, frm_main, frm_main, frm_main, frm_main, module1_, house_, files_.rooms,
+             notices_),
       commands_(frm_main.Statusbar, frm_main, platform.loop, module1_, platform.interface_control,
                 device_state_),
       presses_(operations_, house_, device_state_, commands_),
@@ -75,6 +77,7 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
   };
   commands_.carried_out.connect(run_macros);
   incoming_.seen_on_line.connect(run_macros);
+  show_notices(frm_main, frm_main.Statusbar, notices_);
   show_interface_state(frm_main.Statusbar, platform.interface_control);
   for (Timer* timer :
        {&frm_main.startuptimer, &frm_main.timerqueue, &frm_main.timerdelete, &frm_main.timetimer,

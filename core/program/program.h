@@ -22,6 +22,7 @@
 #include "core/list_file.h"
 #include "core/lists/room_list.h"
 #include "core/module1.h"
+#include "core/notices.h"
 #include "core/program/shutdown.h"
 #include "core/program/startup.h"
 #include "core/settings.h"
@@ -72,6 +73,7 @@ class Program {
 
  private:
   Operations operations_;
+  Notices notices_;
   Settings settings_;
   HouseIndex house_;
   Module1 module1_;
