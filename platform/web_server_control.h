@@ -9,6 +9,14 @@
 
 namespace homewarden {
 
+// Why a request is not answered with what it asked for.
+struct WebRefusal {
+  unsigned status = 0;  // of HTTP
+  std::string reason;   // whole sentences, in the system code page
+  // The address, from its "/" on, that the person may ask for once more; "" for none.
+  std::string again;
+};
+
 // The web server. It answers on the event loop of the program: every request for a page is raised
 // as an event and waits, without holding up anything, until SendPage answers it.
 //
@@ -35,6 +43,9 @@ class WebServerControl {
   // Which requests, by page and query, switch something: they need a Host that is this machine's
   // and must not come from a page of somebody else's.
   virtual void SwitchRequests(std::function<bool(const std::string&, const std::string&)> test) = 0;
+  // Builds the page, HTML in Windows-1252, that a browser gets for a refusal; programs get the
+  // reason as plain text. Without such a function everybody does.
+  virtual void RefusalPages(std::function<std::string(const WebRefusal&)> pages) = 0;
   // Host names that are this machine's besides addresses, localhost, its own names and names ending
   // in .local, .lan, .home or .home.arpa.
   virtual void AllowedHosts(std::vector<std::string> names) = 0;

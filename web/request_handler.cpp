@@ -6,6 +6,7 @@
 #include "core/settings.h"
 #include "core/time_text.h"
 #include "platform/waiting.h"
+#include "web/refusal_page.h"
 
 namespace homewarden {
 namespace {
@@ -32,6 +33,7 @@ RequestHandler::RequestHandler(StatusBar& status, FrmServer& form, Operations& o
     const WebAction action = classify_request(page, decode_query(query)).action;
     return action == WebAction::kSwitchOn || action == WebAction::kSwitchOff;
   });
+  web.RefusalPages(refusal_page);
   web.RequestArrived.connect([this, &operations](int id, const std::string& page) {
     waiting_.push_back({id, page});
     if (!form_.busy) operations.start(answer_all());

@@ -18,6 +18,8 @@ struct Refusal {
   // One header more than every answer has; "" for none.
   std::string header{};
   std::string value{};
+  std::string again{};       // see WebRefusal
+  bool sets_cookie = false;  // as pages do
 };
 
 struct Admission {

@@ -44,6 +44,10 @@ void HttpServer::SwitchRequests(std::function<bool(const std::string&, const std
   switches_ = std::move(test);
 }
 
+void HttpServer::RefusalPages(std::function<std::string(const WebRefusal&)> pages) {
+  refusal_pages_ = std::move(pages);
+}
+
 std::vector<std::string> HttpServer::Addresses() const {
   // Whoever names an address to listen on knows how it is reached.
   return limits_.address.empty() ? host_.network_addresses() : std::vector<std::string>();
@@ -65,8 +69,9 @@ void HttpServer::StartListening() {
   rules.own_names.insert(rules.own_names.end(), names_.begin(), names_.end());
   rules.switches = switches_;
   try {
-    server_ = std::make_unique<RunningServer>(loop_, host_, limits_, std::move(rules),
-                                              std::move(folder), std::move(listening), last_id_);
+    server_ =
+        std::make_unique<RunningServer>(loop_, host_, limits_, std::move(rules), refusal_pages_,
+                                        std::move(folder), std::move(listening), last_id_);
   } catch (const std::exception&) {
     return;  // Listening() tells
   }

@@ -35,6 +35,7 @@ class HttpServer : public WebServerControl {
   void ServerOption(bool) override {}
   void servermaxconnections(int requests) override;
   void SwitchRequests(std::function<bool(const std::string&, const std::string&)> test) override;
+  void RefusalPages(std::function<std::string(const WebRefusal&)> pages) override;
   void AllowedHosts(std::vector<std::string> names) override { names_ = std::move(names); }
   std::vector<std::string> Addresses() const override;
   bool HasLogins() const override { return has_logins_; }
@@ -61,6 +62,7 @@ class HttpServer : public WebServerControl {
   bool has_logins_ = false;
   std::size_t at_once_ = 12;
   std::function<bool(const std::string&, const std::string&)> switches_;
+  std::function<std::string(const WebRefusal&)> refusal_pages_;
   std::vector<std::string> names_;
 
   // What the loop watches, for good: the library's descriptor comes and goes inside it.

@@ -35,6 +35,8 @@ MHD_Result on_header(void* to, MHD_ValueKind, const char* name, std::size_t name
     head.*known.value = std::string(text);
   }
   if (equals_ignoring_case(given, "Cookie")) head.cookies.append(text).append(";");
+  if (equals_ignoring_case(given, "Accept") && contains_ignoring_case(text, "text/html"))
+    head.takes_html = true;
   if (equals_ignoring_case(given, "Transfer-Encoding") ||
       (equals_ignoring_case(given, "Content-Length") && trim_blanks(text) != "0"))
     head.has_body = true;

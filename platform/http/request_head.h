@@ -17,7 +17,8 @@ struct RequestHead {
   std::string uri;  // the path and what follows it, as it was sent
   bool needs_host = true;
   bool has_body = false;
-  bool repeats = false;  // one of the headers below came twice
+  bool takes_html = false;  // as browsers do for what they show; programs hardly say so
+  bool repeats = false;     // one of the headers below came twice
   std::optional<std::string> host;
   std::optional<std::string> authorization;
   std::optional<std::string> origin;

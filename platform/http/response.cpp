@@ -19,6 +19,12 @@ constexpr std::array<std::pair<const char*, const char*>, 4> kCommonHeaders{{
     {"Referrer-Policy", "same-origin"},
 }};
 
+constexpr const char* kHtml = "text/html; charset=windows-1252";
+
+std::string house_cookie() {
+  return std::string(kHouseCookie) + "=1; Path=/; SameSite=Strict; HttpOnly";
+}
+
 MHD_Response* from_text(const std::string& text) {
   // The library asks for a pointer to what it will not change.
   void* data = const_cast<char*>(text.data());
@@ -66,17 +72,18 @@ bool Response::queue_on(MHD_Connection* connection) const {
 
 Response Response::page(const std::string& html) {
   Response response(MHD_HTTP_OK, from_text(html));
-  response.header("Content-Type", "text/html; charset=windows-1252");
+  response.header("Content-Type", kHtml);
   response.header("Cache-Control", "no-store");
-  response.header("Set-Cookie",
-                  std::string(kHouseCookie) + "=1; Path=/; SameSite=Strict; HttpOnly");
+  response.header("Set-Cookie", house_cookie());
   return response;
 }
 
-Response Response::refusal(const Refusal& refusal) {
-  Response response(refusal.status, from_text(refusal.reason + "\n"));
-  response.header("Content-Type", "text/plain; charset=utf-8");
+Response Response::refusal(const Refusal& refusal, const std::string& html) {
+  const bool is_page = !html.empty();
+  Response response(refusal.status, from_text(is_page ? html : refusal.reason + "\n"));
+  response.header("Content-Type", is_page ? kHtml : "text/plain; charset=utf-8");
   response.header("Cache-Control", "no-store");
+  if (refusal.sets_cookie) response.header("Set-Cookie", house_cookie());
   if (!refusal.header.empty()) response.header(refusal.header.c_str(), refusal.value);
   return response;
 }

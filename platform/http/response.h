@@ -16,8 +16,9 @@ class Response {
  public:
   // A page is not stored by browsers: it shows the house as it is now. It sets kHouseCookie.
   static Response page(const std::string& html);
-  // The reason as plain text, with the status and the header that the refusal names.
-  static Response refusal(const Refusal& refusal);
+  // The page, or for "" the reason as plain text, with the status and the headers that the refusal
+  // names.
+  static Response refusal(const Refusal& refusal, const std::string& html = {});
   // The document, or word that the client has it already (304, without content).
   static Response document(Document document, const RequestHead& head);
 

@@ -8,11 +8,13 @@ namespace homewarden::http {
 using Phase = Connection::Phase;
 
 RunningServer::RunningServer(const Clock& clock, WebHost& host, const HttpLimits& limits,
-                             GateRules rules, DocumentFolder folder, Handle listening, int& last_id)
+                             GateRules rules, RefusalPages pages, DocumentFolder folder,
+                             Handle listening, int& last_id)
     : clock_(clock),
       host_(host),
       limits_(limits),
       gate_(std::move(rules)),
+      refusal_pages_(std::move(pages)),
       folder_(std::move(folder)),
       last_id_(last_id),
       connections_(host, limits),
@@ -48,8 +50,17 @@ bool RunningServer::answer_document(int id) {
   Connection* connection = requests_.finish(id);
   if (connection == nullptr) return false;
   auto document = folder_.open(page);
-  if (!document) return send(*connection, Response::refusal({404, "There is no such page."}));
+  if (!document) return send(*connection, answer_to(*connection, {404, "There is no such page."}));
   return send(*connection, Response::document(std::move(*document), connection->head));
+}
+
+// A browser that was refused its login asks for another one; the rest it shows.
+Response RunningServer::answer_to(const Connection& connection, const Refusal& refusal) const {
+  constexpr unsigned kUnauthorized = 401;
+  if (!refusal_pages_ || !connection.head.takes_html || refusal.status == kUnauthorized)
+    return Response::refusal(refusal);
+  return Response::refusal(
+      refusal, refusal_pages_(WebRefusal{refusal.status, refusal.reason, refusal.again}));
 }
 
 bool RunningServer::send(Connection& connection, const Response& response) {
@@ -90,7 +101,7 @@ bool RunningServer::head_read(Connection& connection, MHD_Connection* library, c
   }
   connection.refusal = std::get<Refusal>(std::move(verdict));
   // An answer before the body has come makes the library close the connection after it.
-  return !connection.head.has_body || Response::refusal(*connection.refusal).queue_on(library);
+  return !connection.head.has_body || answer_to(connection, *connection.refusal).queue_on(library);
 }
 
 bool RunningServer::request_read(Connection& connection) {
@@ -103,7 +114,7 @@ bool RunningServer::request_read(Connection& connection) {
   }
   connection.phase = Phase::kSending;
   connection.since = clock_.uptime();
-  return Response::refusal(*connection.refusal).queue_on(connection.library);
+  return answer_to(connection, *connection.refusal).queue_on(connection.library);
 }
 
 void RunningServer::hold(Connection& connection) {

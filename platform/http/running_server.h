@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -12,6 +13,7 @@
 #include "platform/http/http_limits.h"
 #include "platform/http/requests.h"
 #include "platform/http/response.h"
+#include "platform/web_server_control.h"
 
 namespace homewarden::http {
 
@@ -19,10 +21,13 @@ namespace homewarden::http {
 // admitted until they are answered. It calls nobody: whoever runs it asks for the next request.
 class RunningServer : private DaemonEvents {
  public:
+  // Builds the page for a refusal; may be none.
+  using RefusalPages = std::function<std::string(const WebRefusal&)>;
+
   // `last_id` counts the requests of all runs, so that an id of an earlier run means none of this
   // one. Throws std::runtime_error when the library cannot start.
   RunningServer(const Clock& clock, WebHost& host, const HttpLimits& limits, GateRules rules,
-                DocumentFolder folder, Handle listening, int& last_id);
+                RefusalPages pages, DocumentFolder folder, Handle listening, int& last_id);
   ~RunningServer() override;
 
   int descriptor() const { return daemon_.descriptor(); }
@@ -54,12 +59,14 @@ class RunningServer : private DaemonEvents {
 
   void hold(Connection& connection);
   bool send(Connection& connection, const Response& response);
+  Response answer_to(const Connection& connection, const Refusal& refusal) const;
   void give_up(Connection& connection);
 
   const Clock& clock_;
   WebHost& host_;
   const HttpLimits limits_;
   Gate gate_;
+  const RefusalPages refusal_pages_;
   DocumentFolder folder_;
   int& last_id_;
   Connections connections_;

@@ -21,6 +21,9 @@ class FakeWeb : public WebServerControl {
   void SwitchRequests(std::function<bool(const std::string&, const std::string&)> test) override {
     is_switch = std::move(test);
   }
+  void RefusalPages(std::function<std::string(const WebRefusal&)> pages) override {
+    refusal_page = std::move(pages);
+  }
   void AllowedHosts(std::vector<std::string> names) override { allowed_hosts = std::move(names); }
   std::vector<std::string> Addresses() const override { return addresses; }
   bool HasLogins() const override { return has_logins; }
@@ -53,6 +56,7 @@ class FakeWeb : public WebServerControl {
   std::vector<std::string> answers;  // identifier and page
   std::vector<std::string> allowed_hosts;
   std::function<bool(const std::string&, const std::string&)> is_switch;
+  std::function<std::string(const WebRefusal&)> refusal_page;
 
  private:
   std::string port_;
