@@ -2,12 +2,20 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "base/signal.h"
 
 namespace homewarden {
+
+// What a request switches.
+struct WebSwitch {
+  std::string device;  // whatever tells it from others; "" for one that is like no other
+  std::string state;   // that it is to have
+  std::string shows;   // the query of the page that shows the same without switching anything
+};
 
 // Why a request is not answered with what it asked for.
 struct WebRefusal {
@@ -17,8 +25,14 @@ struct WebRefusal {
   std::string again;
 };
 
-// The web server. It answers on the event loop of the program: every request for a page is raised
-// as an event and waits, without holding up anything, until SendPage answers it.
+// The web server. It answers on the event loop of the program: every request is raised as an event
+// and waits, without holding up anything, until SendPage answers it.
+//
+// What switches nothing is raised at once, except that a page waits for the switches which came
+// from its own address before it. A switch is raised when every other one has been answered;
+// addresses take turns. One that nobody waits for any more is dropped. One of the same device and
+// state as the last of its device that waits, from the same address, is one with it: it is raised
+// behind it as a request for the page that shows what became of it.
 //
 // What must not be answered (addresses that may not ask, wrong passwords, foreign pages that try to
 // switch something, malformed requests) is refused before any event is raised.
@@ -37,12 +51,15 @@ class WebServerControl {
   virtual void AuthenticationMode(int mode) = 0;
   // Accepted and not used.
   virtual void ServerOption(bool on) = 0;
-  // Requests that are handed to the program at once, at least 1; others wait.
+  // Requests that switch nothing of which the program has not answered the ones it was handed: at
+  // most so many, at least 1, then others wait. Switches are not counted.
   virtual void servermaxconnections(int requests) = 0;
 
-  // Which requests, by page and query, switch something: they need a Host that is this machine's
-  // and must not come from a page of somebody else's.
-  virtual void SwitchRequests(std::function<bool(const std::string&, const std::string&)> test) = 0;
+  // What a request, by page and query, switches; nothing for the others. Switches need a Host that
+  // is this machine's and must not come from a page of somebody else's.
+  using SwitchTest =
+      std::function<std::optional<WebSwitch>(const std::string& page, const std::string& query)>;
+  virtual void SwitchRequests(SwitchTest test) = 0;
   // Builds the page, HTML in Windows-1252, that a browser gets for a refusal; programs get the
   // reason as plain text. Without such a function everybody does.
   virtual void RefusalPages(std::function<std::string(const WebRefusal&)> pages) = 0;
@@ -67,6 +84,9 @@ class WebServerControl {
   // What followed the "?" of a request, as it was sent; "" for a request that is not waiting. The
   // text passed is not used.
   virtual std::string QueryText(int request, const std::string& unused) = 0;
+  // Whether anybody still waits for the answer, asked of the system at this moment: somebody who
+  // has gone wants nothing switched. False for a request that is not waiting.
+  virtual bool IsAwaited(int request) = 0;
   // Answers a request: with the page, or, when `serve_file` is set, with the file of the document
   // folder that it asked for. Nothing happens for a request that is not waiting any more.
   virtual void SendPage(int request, const std::string& page, bool serve_file) = 0;

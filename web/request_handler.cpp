@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/flag_guard.h"
+#include "base/text.h"
 #include "core/settings.h"
 #include "core/time_text.h"
 #include "platform/waiting.h"
@@ -12,6 +13,23 @@ namespace homewarden {
 namespace {
 
 constexpr int kFullyOn = 100;
+
+bool is_switch(const WebRequest& request) {
+  return request.action == WebAction::kSwitchOn || request.action == WebAction::kSwitchOff;
+}
+
+// By the address on the power line: that is what a press is for, whichever page it comes from.
+std::optional<WebSwitch> what_switches(const std::string& page, const std::string& query) {
+  const std::string decoded = decode_query(query);
+  const WebRequest request = classify_request(page, decoded);
+  if (!is_switch(request)) return std::nullopt;
+  const auto device = split_switch_query(decoded, request.family);
+  if (!device) return WebSwitch{};  // judged as what it may have been meant for
+  const char* state = request.action == WebAction::kSwitchOn ? "on" : "off";
+  return WebSwitch{to_lower(device->house) + std::to_string(device->unit) + "~" + device->key,
+                   std::string(state) + (device->again ? " again" : ""),
+                   "loadroom" + replace_all(device->room, "%", "%25")};
+}
 
 }  // namespace
 
@@ -29,76 +47,72 @@ RequestHandler::RequestHandler(StatusBar& status, FrmServer& form, Operations& o
       house_(house),
       commands_(commands),
       state_(state) {
-  web.SwitchRequests([](const std::string& page, const std::string& query) {
-    const WebAction action = classify_request(page, decode_query(query)).action;
-    return action == WebAction::kSwitchOn || action == WebAction::kSwitchOff;
-  });
+  web.SwitchRequests(what_switches);
   web.RefusalPages(refusal_page);
-  web.RequestArrived.connect([this, &operations](int id, const std::string& page) {
-    waiting_.push_back({id, page});
-    if (!form_.busy) operations.start(answer_all());
-  });
+  web.RequestArrived.connect(
+      [this, &operations](int id, const std::string& page) { arrived(operations, id, page); });
 }
 
-Task<void> RequestHandler::answer_all() {
-  while (!waiting_.empty()) {
-    const Request request = std::move(waiting_.front());
-    waiting_.pop_front();
-    bool built = false;
-    {
-      const FlagGuard busy(form_.busy);
-      form_.page.clear();
-      std::string page = request.page;
-      std::string query = decode_query(web_.QueryText(request.id, ""));
-      built = co_await build_page(std::move(page), std::move(query));
-      if (built) web_.SendPage(request.id, form_.page, false);
+// What switches nothing is answered before this returns, also while a switch is on the line.
+void RequestHandler::arrived(Operations& operations, int id, const std::string& page) {
+  Request request{id, page, decode_query(web_.QueryText(id, ""))};
+  const WebRequest asked = classify_request(request.page, request.query);
+  if (is_switch(asked)) {
+    switches_.push_back(std::move(request));
+    if (!switching_) operations.start(carry_out_switches());
+    return;
+  }
+  if (asked.action == WebAction::kFile) {
+    web_.SendPage(id, "", true);
+    return;
+  }
+  std::optional<std::string> room;
+  if (asked.action == WebAction::kRoom) room = room_of_query(request.query);
+  answer(id, asked.family, room);
+}
+
+Task<void> RequestHandler::carry_out_switches() {
+  const FlagGuard switching(switching_);
+  while (!switches_.empty()) {
+    const FlagGuard busy(form_.busy);
+    const Request request = std::move(switches_.front());
+    switches_.pop_front();
+    const WebRequest asked = classify_request(request.page, request.query);
+    auto device = split_switch_query(request.query, asked.family);
+    std::optional<std::string> room;  // none when there is nothing to switch
+    if (device) {
+      room = device->room;
+      const bool on = asked.action == WebAction::kSwitchOn;
+      co_await switch_device(request.id, std::move(*device), on, asked.family);
     }
-    if (!built) web_.SendPage(request.id, "", true);
+    answer(request.id, asked.family, room);
   }
 }
 
-// False for what is a file of the document folder.
-Task<bool> RequestHandler::build_page(std::string page, std::string query) {
-  const WebRequest request = classify_request(page, query);
-  switch (request.action) {
-    case WebAction::kFile:
-      co_return false;
-    case WebAction::kHome:
-      show(request.family, std::nullopt);
-      co_return true;
-    case WebAction::kRoom:
-      show(request.family, room_of_query(query));
-      co_return true;
-    case WebAction::kSwitchOn:
-    case WebAction::kSwitchOff:
-      break;
-  }
-  auto device = split_switch_query(query, request.family);
-  if (!device) {  // nothing to switch
-    show(request.family, std::nullopt);
-    co_return true;
-  }
-  const std::string room = device->room;
-  const bool on = request.action == WebAction::kSwitchOn;
-  co_await switch_device(std::move(*device), on, request.family);
-  show(request.family, room);
-  co_return true;
+// From an empty page to the answer nothing waits, so that the form's page is of this request alone.
+void RequestHandler::answer(int id, PageFamily family, const std::optional<std::string>& room) {
+  std::optional<FlagGuard> busy;
+  if (!form_.busy) busy.emplace(form_.busy);
+  form_.page.clear();
+  show(family, room);
+  web_.SendPage(id, form_.page, false);
 }
 
-Task<void> RequestHandler::switch_device(SwitchQuery device, bool on, PageFamily family) {
+Task<void> RequestHandler::switch_device(int id, SwitchQuery device, bool on, PageFamily family) {
   if (family == PageFamily::kMediaCenter)
     module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "lastdev",
                       std::to_string(device.position + 1));
   // An address that somebody typed must not write other values of the machine.
   const Device* known = house_.by_key(device.key);
   SwitchTarget target{device.house, device.unit, known ? known->key() : std::string()};
+  const auto asked = loop_.uptime();
+  LineTurn turn = co_await commands_.take_line();
+  // Whoever pressed may have gone while others had the line.
+  if (loop_.uptime() != asked && !web_.IsAwaited(id)) co_return;
   DeviceOrder order{on, kFullyOn};
   if (device.again) order = state_.not_sent(target.key).value_or(order);
-  bool sent = false;
-  if (order.on)
-    sent = co_await commands_.turnon(std::move(target), order.level, Source::kWeb);
-  else
-    sent = co_await commands_.turnoff(std::move(target), Source::kWeb);
+  const bool sent =
+      co_await commands_.carry_out(std::move(turn), std::move(target), order, Source::kWeb);
   if (family == PageFamily::kMediaCenter || !sent) co_return;
   status_.panel2 = std::string("Internet Turned ") + (order.on ? "ON" : "OFF") +
                    " device with housecode " + device.house + std::to_string(device.unit) + " at " +

@@ -20,8 +20,9 @@
 
 namespace homewarden {
 
-// Answers the requests of the web server, one after the other: a request that comes while another
-// one waits for its device is held until that one is answered.
+// Answers the requests of the web server: what switches is carried out one after the other, what
+// does not is answered at once, also while a device is being switched. The form is busy while
+// either is going on; its page is the one that is being built.
 class RequestHandler {
  public:
   RequestHandler(StatusBar& status, FrmServer& form, Operations& operations, EventLoop& loop,
@@ -32,11 +33,13 @@ class RequestHandler {
   struct Request {
     int id;
     std::string page;
+    std::string query;  // decoded
   };
 
-  Task<void> answer_all();
-  Task<bool> build_page(std::string page, std::string query);
-  Task<void> switch_device(SwitchQuery device, bool on, PageFamily family);
+  void arrived(Operations& operations, int id, const std::string& page);
+  Task<void> carry_out_switches();
+  Task<void> switch_device(int id, SwitchQuery device, bool on, PageFamily family);
+  void answer(int id, PageFamily family, const std::optional<std::string>& room);
   // The page of a room, or the home page, as it was built before or anew.
   void show(PageFamily family, const std::optional<std::string>& room);
   void begin_page(PageFamily family);
@@ -53,7 +56,8 @@ class RequestHandler {
   HouseIndex& house_;
   DeviceCommands& commands_;
   DeviceState& state_;
-  std::deque<Request> waiting_;
+  std::deque<Request> switches_;  // not begun
+  bool switching_ = false;
 };
 
 }  // namespace homewarden

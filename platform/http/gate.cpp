@@ -34,12 +34,13 @@ std::variant<Admission, Refusal> Gate::check(const RequestHead& head, millisecon
   }
   auto page = safe_path(head.path());
   if (!page) return Refusal{404, "There is no such page."};
-  const bool switches = rules_.switches && rules_.switches(*page, std::string(head.query()));
+  std::optional<WebSwitch> switches;
+  if (rules_.switches) switches = rules_.switches(*page, std::string(head.query()));
   if (switches) {
     if (head.method != "GET") return not_allowed("GET");
     if (auto fault = switch_fault(head, rules_.own_names)) return Refusal{403, *fault};
   }
-  return Admission{std::move(*page), switches};
+  return Admission{std::move(*page), std::move(switches)};
 }
 
 std::optional<Refusal> Gate::check_form(const RequestHead& head) const {

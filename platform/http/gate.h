@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "platform/http/credentials.h"
 #include "platform/http/login_delays.h"
 #include "platform/http/request_head.h"
+#include "platform/web_server_control.h"
 
 namespace homewarden::http {
 
@@ -24,14 +26,14 @@ struct Refusal {
 
 struct Admission {
   std::string page;  // decoded, without the leading slash
-  bool switches = false;
+  std::optional<WebSwitch> switches{};
 };
 
 struct GateRules {
   bool log_in = false;  // otherwise only private addresses are admitted
   Credentials credentials{};
   std::vector<std::string> own_names{};
-  std::function<bool(const std::string&, const std::string&)> switches{};
+  WebServerControl::SwitchTest switches{};
 };
 
 // Decides which requests are answered at all. It remembers who tried wrong passwords.

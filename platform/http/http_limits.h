@@ -24,9 +24,11 @@ struct HttpLimits {
   std::size_t connections = 4096;
   std::size_t shares = 4;
 
-  // Requests that wait to be handled.
-  std::size_t waiting = 1024;
-  std::size_t waiting_from_one = 256;
+  // Requests that wait for the power line: switches, and pages behind switches of their address.
+  // Altogether at most half of the connections.
+  std::size_t in_line = 128;
+  std::size_t in_line_of_one = 16;
+  std::size_t switches_of_one = 6;
 };
 
 }  // namespace homewarden::http

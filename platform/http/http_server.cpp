@@ -37,11 +37,7 @@ HttpServer::~HttpServer() {
 }
 
 void HttpServer::servermaxconnections(int requests) {
-  at_once_ = static_cast<std::size_t>(std::max(requests, 1));
-}
-
-void HttpServer::SwitchRequests(std::function<bool(const std::string&, const std::string&)> test) {
-  switches_ = std::move(test);
+  pages_at_once_ = static_cast<std::size_t>(std::max(requests, 1));
 }
 
 void HttpServer::RefusalPages(std::function<std::string(const WebRefusal&)> pages) {
@@ -125,7 +121,7 @@ void HttpServer::turn() {
 void HttpServer::hand_over() {
   const milliseconds start = loop_.uptime();
   while (server_ && loop_.uptime() - start < kPatience) {
-    const auto id = server_->next_request(at_once_);
+    const auto id = server_->next_request(pages_at_once_);
     if (!id) return;
     const std::string page = server_->find(*id)->page;
     RequestArrived(*id, page);
@@ -134,7 +130,7 @@ void HttpServer::hand_over() {
 
 void HttpServer::arm() {
   if (!server_) return;
-  if (server_->has_more() || server_->has_request(at_once_)) turn_soon();
+  if (server_->has_more() || server_->has_request(pages_at_once_)) turn_soon();
   if (next_look_ == 0 && server_->has_connections())
     next_look_ = loop_.call_after(limits_.look_around, [this] { look_around(); });
 }

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/event_loop.h"
@@ -34,7 +35,7 @@ class HttpServer : public WebServerControl {
   void AuthenticationMode(int mode) override { log_in_ = mode != 0; }
   void ServerOption(bool) override {}
   void servermaxconnections(int requests) override;
-  void SwitchRequests(std::function<bool(const std::string&, const std::string&)> test) override;
+  void SwitchRequests(SwitchTest test) override { switches_ = std::move(test); }
   void RefusalPages(std::function<std::string(const WebRefusal&)> pages) override;
   void AllowedHosts(std::vector<std::string> names) override { names_ = std::move(names); }
   std::vector<std::string> Addresses() const override;
@@ -42,6 +43,7 @@ class HttpServer : public WebServerControl {
   void StartListening() override;
   bool StopListening() override;
   std::string QueryText(int request, const std::string& unused) override;
+  bool IsAwaited(int request) override { return server_ && server_->is_awaited(request); }
   void SendPage(int request, const std::string& page, bool serve_file) override;
 
  private:
@@ -60,8 +62,8 @@ class HttpServer : public WebServerControl {
   std::filesystem::path folder_;
   bool log_in_ = false;
   bool has_logins_ = false;
-  std::size_t at_once_ = 12;
-  std::function<bool(const std::string&, const std::string&)> switches_;
+  std::size_t pages_at_once_ = 12;
+  SwitchTest switches_;
   std::function<std::string(const WebRefusal&)> refusal_pages_;
   std::vector<std::string> names_;
 

@@ -1,13 +1,16 @@
 #pragma once
 
 #include <cstddef>
-#include <deque>
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/http/address.h"
+#include "platform/http/address_turns.h"
 #include "platform/http/http_limits.h"
+#include "platform/http/switch_line.h"
+#include "platform/web_server_control.h"
 
 namespace homewarden::http {
 
@@ -18,41 +21,57 @@ struct Request {
   Address from{};
   std::string page{};
   std::string query{};
-  bool switches = false;
-  bool handled = false;  // it has been handed to the program
+  std::optional<WebSwitch> switches{};
+  bool shows_states = false;  // a page, as opposed to what belongs to one
+  bool handled = false;       // it has been handed to the program
 };
 
-// The requests that have not been answered. Addresses take turns, so that many requests of one hold
-// up nobody else for long; those of one address keep their order.
+// The requests that have not been answered. What switches nothing is handed over at once; only a
+// page waits behind the switches of its own address, so that it shows what they did. Switches are
+// handed over one at a time. Addresses take turns, so that many requests of one hold up nobody else
+// for long; those of one address keep their order.
 class Requests {
  public:
-  explicit Requests(const HttpLimits& limits) : limits_(limits) {}
+  // At most `most_in_line` wait for a switch or behind one; half as many more of addresses that
+  // have nothing waiting.
+  Requests(const HttpLimits& limits, std::size_t most_in_line);
 
-  // False when so many wait, altogether or from this address, that no more are taken.
-  bool room_for(const Address& from) const;
+  // False when so many wait, altogether or from its address, that it is not taken.
+  bool room_for(const Request& request) const;
+  // Addresses whose switches wait.
+  std::size_t addresses_in_line() const { return line_.addresses(); }
   // Whether there is room is not looked at again. No request that is not answered may have this id.
   void add(int id, Request request);
 
-  // The request whose turn it is becomes one that is handled; nothing when `at_once` are
-  // handled already.
-  std::optional<int> next(std::size_t at_once);
-  bool has_next(std::size_t at_once) const { return !turns_.empty() && handled_ < at_once; }
+  // Whether next() has one. No page has while `pages_at_once` are handled.
+  bool has_next(std::size_t pages_at_once) const;
+  // The request whose turn it is becomes one that is handled; a switch comes before pages.
+  std::optional<int> next(std::size_t pages_at_once);
+  // Those that ask for the switch that next() would hand over, when it has waited for another one;
+  // empty otherwise.
+  std::vector<int> due_after_waiting() const;
 
   // Nullptr when it is not there any more. Valid until it goes.
   const Request* find(int id) const;
+  // This one, and those that asked for the same switch while it waited.
+  std::vector<int> askers(int id) const;
   // Ends a request that is handled and returns its connection; nullptr when the client has gone, or
   // no such request is handled.
   Connection* finish(int id);
-  // The client has gone. What it asked to be switched is still handed over: whoever presses a lamp
-  // and closes the page means it. Nothing happens for an id that is not there, as 0.
+  // The client has gone. Unless it is handled the request goes too: what nobody waits for any more
+  // is not switched. Nothing happens for an id that is not there, as 0.
   void desert(int id);
 
  private:
+  bool waits_in_line(const Request& request) const;
+  std::optional<int> next_switch();
+
   const HttpLimits limits_;
+  const std::size_t most_in_line_;
   std::map<int, Request> all_;
-  std::map<Address, std::deque<int>> waiting_;
-  std::deque<Address> turns_;  // each that has requests waiting, once
-  std::size_t handled_ = 0;
+  AddressTurns ready_;
+  SwitchLine line_;
+  std::size_t pages_handled_ = 0;
 };
 
 }  // namespace homewarden::http

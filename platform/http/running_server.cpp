@@ -1,11 +1,34 @@
 #include "platform/http/running_server.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
 namespace homewarden::http {
 
 using Phase = Connection::Phase;
+
+namespace {
+
+bool is_page(const std::string& page) {
+  return page.empty() || media_type(page).starts_with("text/html");
+}
+
+// Each address has its turn before one of them has another.
+Refusal crowded(const Request& request, std::size_t addresses, std::string again) {
+  constexpr std::size_t kSecondsOfASwitch = 2;
+  const std::string seconds =
+      std::to_string(kSecondsOfASwitch * std::max<std::size_t>(addresses, 1));
+  Refusal refusal{429, "", "Retry-After", seconds, std::move(again)};
+  refusal.reason =
+      request.switches
+          ? "Too many presses are waiting for the power line already. This one was not taken; "
+            "please press again when the others are done."
+          : "Too many pages are waiting for what is being switched. Please try again in a moment.";
+  return refusal;
+}
+
+}  // namespace
 
 RunningServer::RunningServer(const Clock& clock, WebHost& host, const HttpLimits& limits,
                              GateRules rules, RefusalPages pages, DocumentFolder folder,
@@ -18,7 +41,7 @@ RunningServer::RunningServer(const Clock& clock, WebHost& host, const HttpLimits
       folder_(std::move(folder)),
       last_id_(last_id),
       connections_(host, limits),
-      requests_(limits),
+      requests_(limits, connections_.largest() / 2),
       listening_(std::move(listening)),
       daemon_(*this, host.duplicate(listening_), connections_.largest() + kSpareConnections) {}
 
@@ -36,6 +59,37 @@ void RunningServer::give_up(Connection& connection) {
   requests_.desert(std::exchange(connection.request, 0));
   connection.phase = Phase::kClosing;
   MHD_resume_connection(connection.library);
+}
+
+bool RunningServer::has_gone(int id) const {
+  const Request* request = requests_.find(id);
+  const Connection* connection = request != nullptr ? request->connection : nullptr;
+  return connection == nullptr || host_.hung_up({connection->socket}).front();
+}
+
+bool RunningServer::is_awaited(int id) const {
+  const std::vector<int> askers = requests_.askers(id);
+  return !std::all_of(askers.begin(), askers.end(), [this](int asker) { return has_gone(asker); });
+}
+
+std::optional<int> RunningServer::next_request(std::size_t pages_at_once) {
+  drop_deserted_switches();
+  return requests_.next(pages_at_once);
+}
+
+// Those whose turn it is, until one is found that somebody waits for.
+void RunningServer::drop_deserted_switches() {
+  std::size_t waiting = 0;
+  std::vector<int> due = requests_.due_after_waiting();
+  while (waiting == 0 && !due.empty()) {
+    for (const int id : due) {
+      if (has_gone(id))
+        give_up(*requests_.find(id)->connection);
+      else
+        ++waiting;
+    }
+    due = requests_.due_after_waiting();
+  }
 }
 
 bool RunningServer::answer_page(int id, const std::string& html) {
@@ -106,23 +160,25 @@ bool RunningServer::head_read(Connection& connection, MHD_Connection* library, c
 
 bool RunningServer::request_read(Connection& connection) {
   if (connection.phase == Phase::kClosing) return false;
-  if (!connection.refusal && !requests_.room_for(connection.from))
-    connection.refusal = Refusal{503, "Too many requests wait to be answered.", "Retry-After", "1"};
   if (!connection.refusal) {
-    hold(connection);
-    return true;
+    Request request{&connection, connection.from, std::move(connection.admission.page),
+                    std::string(connection.head.query()), std::move(connection.admission.switches)};
+    request.shows_states = is_page(request.page);
+    if (requests_.room_for(request)) {
+      hold(connection, std::move(request));
+      return true;
+    }
+    connection.refusal = crowded(request, requests_.addresses_in_line(), connection.head.uri);
   }
   connection.phase = Phase::kSending;
   connection.since = clock_.uptime();
   return answer_to(connection, *connection.refusal).queue_on(connection.library);
 }
 
-void RunningServer::hold(Connection& connection) {
+void RunningServer::hold(Connection& connection, Request request) {
   last_id_ = last_id_ == std::numeric_limits<int>::max() ? 1 : last_id_ + 1;
   connection.request = last_id_;
   connection.phase = Phase::kHandling;
-  Request request{&connection, connection.from, std::move(connection.admission.page),
-                  std::string(connection.head.query()), connection.admission.switches};
   requests_.add(connection.request, std::move(request));
   MHD_suspend_connection(connection.library);
 }

@@ -38,10 +38,12 @@ class RunningServer : private DaemonEvents {
   // Ends what takes too long and what nobody waits for any more. To be called about once a second.
   void look_around();
 
-  // The next request to be handled, see Requests::next().
-  std::optional<int> next_request(std::size_t at_once) { return requests_.next(at_once); }
-  bool has_request(std::size_t at_once) const { return requests_.has_next(at_once); }
+  // The next request to be handled, see Requests::next(). A switch that has waited is dropped when
+  // its client has gone meanwhile.
+  std::optional<int> next_request(std::size_t pages_at_once);
+  bool has_request(std::size_t pages_at_once) const { return requests_.has_next(pages_at_once); }
   const Request* find(int id) const { return requests_.find(id); }
+  bool is_awaited(int id) const;
 
   // True when there is something to send: run() sends it. False when the client has gone, or no
   // such request is handled.
@@ -57,7 +59,9 @@ class RunningServer : private DaemonEvents {
   bool request_read(Connection& connection) override;
   void completed(Connection& connection) override;
 
-  void hold(Connection& connection);
+  void hold(Connection& connection, Request request);
+  bool has_gone(int id) const;
+  void drop_deserted_switches();
   bool send(Connection& connection, const Response& response);
   Response answer_to(const Connection& connection, const Refusal& refusal) const;
   void give_up(Connection& connection);

@@ -40,7 +40,7 @@ void ask(FuzzHouse& house, std::string_view line) {
   house.loop.advance(10s);
   check(house.web.answers.size() == 1 && house.web.answers[0].size() < kLargestPage);
   // What is let in without a look at where it comes from switches nothing.
-  if (!house.web.is_switch(page, query)) check(house.interface_control.take_line_log().empty());
+  if (!house.web.what_switches(page, query)) check(house.interface_control.take_line_log().empty());
 }
 
 void run(std::string_view requests) {

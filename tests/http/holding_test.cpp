@@ -9,8 +9,7 @@ using namespace std::chrono_literals;
 
 HttpLimits watchful() {
   HttpLimits limits = on_loopback();
-  limits.look_around = 20ms;
-  limits.waiting_from_one = 5;
+  limits.look_around = 200ms;
   return limits;
 }
 
@@ -18,16 +17,18 @@ class HoldingTest : public ServerTest {
  protected:
   HoldingTest() : ServerTest(watchful()) {}
 
-  // So many requests are handled at once.
-  void start_handling(int count) {
-    server.servermaxconnections(count);
-    start();
-  }
   std::unique_ptr<Client> ask_for(const std::string& path, const std::string& from = "127.0.0.1") {
     auto client = std::make_unique<Client>(loop, port, from);
     client->request(path);
     loop.run_for(10ms);
     return client;
+  }
+  // A switch that is held when its turn comes.
+  std::unique_ptr<Client> press(const std::string& query, const std::string& from = "127.0.0.1") {
+    return ask_for("/hold.html?" + query, from);
+  }
+  void press_all(const std::vector<std::string>& queries) {
+    for (const std::string& query : queries) clients.push_back(press(query));
   }
   // Answers the requests held, in the order in which they are handled, until so many have been;
   // their queries.
@@ -65,7 +66,8 @@ TEST_F(HoldingTest, AnswersInAnyOrderAndOnlyOnce) {
 }
 
 TEST_F(HoldingTest, HandlesSoManyAtOnceAndTheRestInOrder) {
-  start_handling(2);
+  server.servermaxconnections(2);
+  start();
   for (const char* path : {"/hold?0", "/hold?1", "/hold?2", "/hold?3"})
     clients.push_back(ask_for(path));
   EXPECT_EQ(held.size(), 2u);
@@ -78,39 +80,76 @@ TEST_F(HoldingTest, HandlesSoManyAtOnceAndTheRestInOrder) {
   for (std::size_t i = 1; i < 4; ++i) EXPECT_EQ(clients[i]->read().body, std::to_string(i));
 }
 
-TEST_F(HoldingTest, TakesNoMoreThanAShareOfTheQueueFromOneAddress) {
-  start_handling(1);
-  for (int i = 0; i < 6; ++i) clients.push_back(ask_for("/hold?own"));
-  EXPECT_EQ(get("/index.html").status, 503);
-  const auto neighbour = ask_for("/hold?neighbour", "127.0.0.2");
-  const auto again = ask_for("/hold?again", "127.0.0.2");
-  EXPECT_EQ(answer_all(8), "own own neighbour own again own own own ");
-  EXPECT_EQ(neighbour->read().body, "neighbour");
+// A household's presses must not make other phones wait, nor its own page show less than they did.
+TEST_F(HoldingTest, APageWaitsForTheSwitchesOfItsOwnAddressOnly) {
+  start();
+  press_all({"turnon~1", "turnon~2"});
+  const auto page = ask_for("/index.html?own");
+  const auto style = ask_for("/homewarden.css");
+  const auto neighbour = ask_for("/index.html?neighbour", "127.0.0.2");
+  EXPECT_EQ(neighbour->read().body, "index.html?neighbour");
+  EXPECT_EQ(style->read().status, 404) << "what belongs to a page shows nothing that is switched";
+  EXPECT_FALSE(page->has_input());
+  EXPECT_EQ(held.size(), 1u) << "two switches at once";
+  EXPECT_EQ(answer_all(2), "turnon~1 turnon~2 ");
+  EXPECT_EQ(page->read().body, "index.html?own");
 }
 
-// A client that goes away: its request is freed, its turn does not stay taken, and what it wanted
-// switched is still handed over.
+TEST_F(HoldingTest, AddressesTakeTurnsAndHaveSixSwitchesWaitingAtMost) {
+  server.RefusalPages([](const WebRefusal& refusal) { return "<p>" + refusal.again; });
+  start();
+  press_all({"turnon~0", "turnon~1", "turnon~2", "turnon~3", "turnon~4", "turnon~5", "turnon~6"});
+  const Answer page = get("/index.html?turnon~7", "Accept: text/html,*/*\r\n");
+  EXPECT_EQ(page.status, 429);
+  EXPECT_EQ(page.body, "<p>/index.html?turnon~7");
+  EXPECT_THAT(get("/index.html?turnon~7").body, ::testing::StartsWith("Too many presses"));
+  clients.push_back(press("turnon~8", "127.0.0.2"));
+  clients.push_back(press("turnon~9", "127.0.0.2"));
+  EXPECT_EQ(answer_all(9),
+            "turnon~0 turnon~1 turnon~8 turnon~2 turnon~9 turnon~3 turnon~4 turnon~5 turnon~6 ");
+  for (const auto& client : clients) EXPECT_EQ(client->read().status, 200);
+}
+
+TEST_F(HoldingTest, TheSameSwitchTwiceIsOneUnlessTheOtherStateIsAskedForBetween) {
+  start();
+  press_all({"turnon~1", "turnon~2", "turnon~2", "turnoff~2", "turnon~2", "turnon~3", "turnon~3"});
+  clients[5]->close();
+  EXPECT_EQ(answer_all(6), "turnon~1 turnon~2 turnoff~2 show turnon~2 turnon~3 ");
+  EXPECT_EQ(clients[1]->read().body, "turnon~2");
+  EXPECT_EQ(clients[2]->read().body, "show");
+  EXPECT_EQ(clients[6]->read().body, "turnon~3") << "dropped with the other one that asked for it";
+  EXPECT_EQ(held.size(), 6u);
+}
+
+// A phone presses six lamps and leaves: they must not go on and off for nobody.
 TEST_F(HoldingTest, ForgetsClientsThatGoAway) {
-  start_handling(1);
-  auto first = hold();
-  auto looks = ask_for("/index.html?loadroom");
-  auto presses = ask_for("/index.html?turnon");
-  auto stays = ask_for("/index.html?stays");
-  first->close();
-  looks->close(true);
-  presses->close();
-  loop.run_for(100ms);
-  EXPECT_EQ(pages.size(), 1u) << "more than one is handled at once";
+  server.servermaxconnections(1);
+  start();
+  press_all({"turnon~1", "turnon~2", "turnon~3", "turnon~4", "turnon~5", "turnon~6"});
+  const auto after = ask_for("/index.html?after");
+  for (std::size_t i = 0; i < clients.size(); ++i) clients[i]->close(i % 2 == 0);
+  EXPECT_FALSE(server.IsAwaited(held[0]));
   EXPECT_NE(server.QueryText(held[0], ""), "") << "it is still being handled";
   server.SendPage(held[0], "nobody reads this", false);
+  EXPECT_EQ(after->read().body, "index.html?after");
+  EXPECT_EQ(held.size(), 1u) << "switched for nobody";
+
+  auto first = hold();
+  auto looks = ask_for("/index.html?leaves");
+  auto stays = ask_for("/index.html?stays");
+  first->close();
+  looks->close();
+  loop.run_for(400ms);
+  EXPECT_EQ(pages.size(), 3u) << "more than one page is handled at once";
+  server.SendPage(held[1], "nobody reads this", false);
   EXPECT_EQ(stays->read().body, "index.html?stays");
-  EXPECT_EQ(pages.size(), 3u);
+  EXPECT_EQ(pages.size(), 4u);
 }
 
 TEST_F(HoldingTest, StopsWithRequestsThatWait) {
-  start_handling(1);
-  clients.push_back(hold());
-  clients.push_back(ask_for("/hold?waiting"));
+  start();
+  press_all({"turnon~1", "turnon~2", "turnon~2"});
+  clients.push_back(ask_for("/hold.html?behind"));
   clients.push_back(std::make_unique<Client>(loop, port));
   loop.run_for(20ms);
   EXPECT_TRUE(server.StopListening());

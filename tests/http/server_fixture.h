@@ -1,5 +1,6 @@
 #pragma once
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -24,7 +25,8 @@ inline HttpLimits on_loopback() {
 }
 
 // A server on the loop of the test. It answers every page with its name and query, files from the
-// folder, and "hold" not at all. What names "turnon" switches something.
+// folder, and what names "hold" not at all. "turn<state>~<device>" switches a device; "show" is the
+// query that shows what it did.
 class ServerTest : public ::testing::Test {
  protected:
   explicit ServerTest(HttpLimits limits = on_loopback())
@@ -34,11 +36,14 @@ class ServerTest : public ::testing::Test {
         server(*owned) {
     server.ServerPort(std::to_string(port));
     server.DocumentFolder(folder.path());
-    server.SwitchRequests([](const std::string& page, const std::string& query) {
-      return page.find("index.html") != std::string::npos &&
-             query.find("turnon") != std::string::npos;
-    });
+    server.SwitchRequests(what_switches);
     server.RequestArrived.connect([this](int id, const std::string& page) { answer(id, page); });
+  }
+
+  static std::optional<WebSwitch> what_switches(const std::string&, const std::string& query) {
+    const auto tilde = query.find('~');
+    if (!query.starts_with("turn") || tilde == std::string::npos) return std::nullopt;
+    return WebSwitch{query.substr(tilde), query.substr(0, tilde), "show"};
   }
 
   void watch(int descriptor, std::function<void()> function) {

@@ -18,9 +18,7 @@ class FakeWeb : public WebServerControl {
   void AuthenticationMode(int mode) override { mode_ = mode; }
   void ServerOption(bool) override {}
   void servermaxconnections(int) override {}
-  void SwitchRequests(std::function<bool(const std::string&, const std::string&)> test) override {
-    is_switch = std::move(test);
-  }
+  void SwitchRequests(SwitchTest test) override { what_switches = std::move(test); }
   void RefusalPages(std::function<std::string(const WebRefusal&)> pages) override {
     refusal_page = std::move(pages);
   }
@@ -36,6 +34,7 @@ class FakeWeb : public WebServerControl {
     return true;
   }
   std::string QueryText(int request, const std::string&) override { return queries_[request]; }
+  bool IsAwaited(int request) override { return !gone.contains(request); }
   void SendPage(int request, const std::string& page, bool serve_file) override {
     answers.push_back(serve_file ? std::to_string(request) + " file"
                                  : std::to_string(request) + " " + page);
@@ -50,12 +49,13 @@ class FakeWeb : public WebServerControl {
   }
 
   std::set<std::string> taken_ports;
+  std::set<int> gone;  // requests whose clients have left
   bool has_logins = true;
   std::vector<std::string> addresses;
   std::vector<std::string> starts;   // port, folder, mode
   std::vector<std::string> answers;  // identifier and page
   std::vector<std::string> allowed_hosts;
-  std::function<bool(const std::string&, const std::string&)> is_switch;
+  SwitchTest what_switches;
   std::function<std::string(const WebRefusal&)> refusal_page;
 
  private:

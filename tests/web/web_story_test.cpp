@@ -69,23 +69,70 @@ TEST(WebStory, WhatCouldNotBeSentIsSaidAndSentAgainAsItWas) {
       << "a mere On leaves the lamp at 40";
 }
 
-TEST(WebStory, ARequestWaitsForTheOneBeforeAndEachGetsItsOwnPage) {
+// One phone's press must not make another phone's page wait.
+TEST(WebStory, PagesAreAnsweredWhileOneSwitchAfterTheOtherIsOnTheLine) {
   WebHouse house;
   house.interface_control.mains_time = 800ms;
-  const int first = house.web.request("index.html", "A~3~KitchenTableLamp~turnon~Kitchen");
-  const int second = house.web.request("index.html", "loadroomLivingRoom");
-  const int third = house.web.request("bulbon.gif");
-  EXPECT_TRUE(house.server_form().busy);
-  house.loop.advance(1500ms);
-  EXPECT_THAT(house.web.answers, IsEmpty());
-  house.loop.advance(2s);
+  house.line();
+  house.web.request("index.html", "A~3~KitchenTableLamp~turnon~Kitchen");
+  const int second = house.web.request("index.html", "B~12~KitchenKettle~turnon~Kitchen");
+  const int gone = house.web.request("index.html", "A~4~LivingRoomTableLamp~turnon~LivingRoom");
+  house.web.gone = {gone};
+  EXPECT_THAT(house.get("index.html", "loadroomLivingRoom"), HasSubstr("Living Room:"));
+  EXPECT_EQ(house.get("bulbon.gif"), "file");
+  EXPECT_TRUE(house.server_form().busy) << "a page has ended the switch";
+  house.loop.advance(3s);
   ASSERT_THAT(house.web.answers, SizeIs(3));
-  EXPECT_THAT(house.web.answers[0], StartsWith(std::to_string(first) + " "));
-  EXPECT_THAT(house.web.answers[0], HasSubstr("Kitchen:"));
-  EXPECT_THAT(house.web.answers[1], StartsWith(std::to_string(second) + " "));
-  EXPECT_THAT(house.web.answers[1], HasSubstr("Living Room:"));
-  EXPECT_EQ(house.web.answers[2], std::to_string(third) + " file");
+  EXPECT_THAT(house.web.answers[2], HasSubstr("A~3~KitchenTableLamp~turnoff~Kitchen"));
+  house.loop.advance(7s);
+  EXPECT_THAT(house.web.answers[3], StartsWith(std::to_string(second) + " "));
+  EXPECT_THAT(house.web.answers[3], HasSubstr("B~12~KitchenKettle~turnoff~Kitchen"));
   EXPECT_FALSE(house.server_form().busy);
+}
+
+// Whoever pressed may leave while a window press has the line.
+TEST(WebStory, ASwitchForNobodyIsNotSent) {
+  WebHouse house;
+  house.interface_control.mains_time = 800ms;
+  house.click_node("Living Room");
+  house.line();
+  house.form().device[0].click();
+  const int id = house.web.request("index.html", "A~3~KitchenTableLamp~turnon~Kitchen");
+  house.web.gone = {id};
+  house.loop.advance(8s);
+  EXPECT_THAT(house.line(), ElementsAre(HasSubstr("A4 2")));
+  EXPECT_THAT(house.web.answers, SizeIs(1)) << "its place is taken for ever";
+}
+
+// One and the same from another page of the device; "on" again, or of another device, is not.
+TEST(WebStory, TheServerLearnsWhatARequestSwitches) {
+  WebHouse house;
+  const auto asked = [&house](const char* page, const char* query) {
+    const auto found = house.web.what_switches(page, query);
+    return found ? found->device + " " + found->state + " " + found->shows : "nothing";
+  };
+  EXPECT_EQ(asked("index.html", "A~3~KitchenLamp~turnon~Kit%2541"),
+            "a3~KitchenLamp on loadroomKit%2541");
+  EXPECT_EQ(asked("wmcindex.html", "a~03~KitchenLamp~TurnOff~Kitchen~2"),
+            "a3~KitchenLamp off loadroomKitchen");
+  EXPECT_EQ(asked("index.html", "A~3~KitchenLamp~turnon~Kitchen~again"),
+            "a3~KitchenLamp on again loadroomKitchen");
+  EXPECT_EQ(asked("index.html", "turnon"), "  ") << "judged like a switch, but none";
+  for (const char* query : {"", "loadroomturnon"}) EXPECT_EQ(asked("index.html", query), "nothing");
+}
+
+TEST(WebStory, ARefusalIsAPageThatOffersThePressAgain) {
+  WebHouse house;
+  const std::string press = "/index.html?A~3~Lamp\"><b>~turnon~Kitchen";
+  const std::string page = house.web.refusal_page({429, "Too <many> presses.", press});
+  EXPECT_THAT(page, HasSubstr("Too &lt;many&gt; presses."));
+  EXPECT_THAT(page,
+              HasSubstr("href=\"/index.html?A~3~Lamp&quot;&gt;&lt;b&gt;~turnon~Kitchen\"><font>"
+                        "Press again<"));
+  EXPECT_THAT(house.web.refusal_page({503, "Busy.", "/wmcindex.html"}), HasSubstr("homewarden-tv"));
+  for (const char* elsewhere : {"", "//evil.example/", "/\\evil.example", "/\t/evil.example",
+                                "javascript:x", "http://evil.example/"})
+    EXPECT_THAT(house.web.refusal_page({403, "No.", elsewhere}), Not(HasSubstr("again")));
 }
 
 TEST(WebStory, WhatCannotBeSplitOrIsNotOursSwitchesAndWritesNothing) {
