@@ -10,12 +10,17 @@ using Phase = Connection::Phase;
 namespace {
 
 constexpr std::size_t kRestOfProgram = 64;  // descriptors
+constexpr std::size_t kUnknown = 1024;
+
+// Sockets that were cut and which the library has not closed yet.
+std::size_t spare_sockets(std::optional<std::size_t> descriptors) {
+  return std::clamp<std::size_t>(descriptors.value_or(kUnknown) / 8, 16, 256);
+}
 
 // Each connection may hold a file beside its socket, for as long as its client does not take it.
 std::size_t affordable_connections(std::optional<std::size_t> descriptors, std::size_t wanted) {
-  constexpr std::size_t kTaken = kRestOfProgram + kSpareConnections;
-  if (!descriptors) return std::min<std::size_t>(wanted, 256);
-  const std::size_t left = std::max(*descriptors, kTaken) - kTaken;
+  const std::size_t taken = kRestOfProgram + spare_sockets(descriptors);
+  const std::size_t left = std::max(descriptors.value_or(kUnknown), taken) - taken;
   return std::clamp<std::size_t>(left / 2, 16, wanted);
 }
 
@@ -28,15 +33,70 @@ bool can_be_cut(const Connection& connection) {
 Connections::Connections(WebHost& host, const HttpLimits& limits)
     : host_(host),
       limits_(limits),
+      spare_(spare_sockets(host.most_descriptors())),
       largest_(affordable_connections(host.most_descriptors(), limits.connections)) {}
+
+void Connections::leave_group(Connection& connection) {
+  const auto group = open_.find(connection.from);
+  if (group == open_.end() || std::erase(group->second, &connection) == 0) return;
+  --open_count_;
+  if (group->second.empty()) open_.erase(group);
+}
 
 void Connections::cut(Connection& connection) {
   host_.shut_down(connection.socket);
   connection.phase = Phase::kClosing;
+  leave_group(connection);
+}
+
+void Connections::close(Connection& connection) {
+  leave_group(connection);
+  all_.erase(&connection);
+}
+
+Connection* Connections::longest_at_rest(const Group& group) const {
+  Connection* longest = nullptr;
+  for (Connection* connection : group)
+    if (can_be_cut(*connection) && (longest == nullptr || connection->since < longest->since))
+      longest = connection;
+  return longest;
+}
+
+// Connections that have just come do not push each other out: an address that opens thousands gets
+// no more done by that, and refusing one costs little.
+Connections::Place Connections::place_for(const Address& from, milliseconds now) const {
+  const auto rests = [&](const Connection* connection) {
+    return connection != nullptr && now - connection->since >= limits_.rest;
+  };
+  const auto own = open_.find(from);
+  const std::size_t count = own == open_.end() ? 0 : own->second.size();
+  if (count >= std::max<std::size_t>(largest_ / limits_.shares, 1)) {
+    Connection* oldest = longest_at_rest(own->second);
+    return {rests(oldest), oldest};
+  }
+  if (open_count_ < largest_) return {true};
+  const auto most = std::max_element(open_.begin(), open_.end(), [](const auto& a, const auto& b) {
+    return a.second.size() < b.second.size();
+  });
+  if (most->second.size() > count + 1)
+    if (Connection* oldest = longest_at_rest(most->second)) return {true, oldest};
+  Connection* oldest = nullptr;
+  for (const auto& [address, group] : open_) {
+    Connection* of_group = longest_at_rest(group);
+    if (of_group != nullptr && (oldest == nullptr || of_group->since < oldest->since))
+      oldest = of_group;
+  }
+  return {rests(oldest), oldest};
+}
+
+bool Connections::admits(const Address& from, milliseconds now) const {
+  return place_for(from, now).is_there;
 }
 
 Connection& Connections::open(MHD_Connection* library, int socket, const Address& from,
                               milliseconds now) {
+  const Place place = place_for(from, now);
+  if (place.from != nullptr) cut(*place.from);
   auto owned = std::make_unique<Connection>();
   Connection& connection = *owned;
   connection.library = library;
@@ -46,30 +106,9 @@ Connection& Connections::open(MHD_Connection* library, int socket, const Address
   connection.from_here = from == host_.called_address(socket);
   connection.since = now;
   all_.emplace(&connection, std::move(owned));
-  make_room(connection);
+  open_[from].push_back(&connection);
+  ++open_count_;
   return connection;
-}
-
-// One pass: how many there are, and which has been idle longest, of all and of this address.
-void Connections::make_room(Connection& newest) {
-  std::size_t open = 0;
-  std::size_t of_address = 0;
-  Connection* oldest = &newest;
-  Connection* oldest_of_address = &newest;
-  for (const auto& [connection, owned] : all_) {
-    if (connection->phase == Phase::kClosing) continue;
-    const bool same = connection->from == newest.from;
-    ++open;
-    if (same) ++of_address;
-    if (!can_be_cut(*connection)) continue;
-    if (connection->since < oldest->since) oldest = connection;
-    if (same && connection->since < oldest_of_address->since) oldest_of_address = connection;
-  }
-  const std::size_t share = std::max<std::size_t>(largest_ / limits_.shares, 1);
-  if (of_address > share)
-    cut(*oldest_of_address);
-  else if (open > largest_)
-    cut(*oldest);
 }
 
 milliseconds Connections::allowed(Phase phase) const {

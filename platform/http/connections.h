@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,15 +13,11 @@
 #include "platform/http/gate.h"
 #include "platform/http/http_limits.h"
 #include "platform/http/request_head.h"
-
-struct MHD_Connection;
 #include "platform/web_host.h"
 
-namespace homewarden::http {
+struct MHD_Connection;
 
-// Sockets beyond those of Connections::largest(): those that were cut count until the library has
-// noticed.
-inline constexpr std::size_t kSpareConnections = 256;
+namespace homewarden::http {
 
 struct Connection {
   // `closing`: it has been cut and its end is not yet noticed.
@@ -41,18 +38,20 @@ struct Connection {
   int request = 0;  // 0 while it is not waiting
 };
 
-// All connections: keeps the time limits and makes room when there are too many. Connections whose
-// request is being handled are never cut. Cutting is a shutdown of the socket, which the library
-// then finds at its end.
+// All connections: keeps the time limits and shares the places among addresses when there are too
+// many. Connections whose request is being handled are never cut. Cutting is a shutdown of the
+// socket, which the library then finds at its end.
 class Connections {
  public:
   Connections(WebHost& host, const HttpLimits& limits);
 
-  // Never refuses: the one that has been idle longest is cut when there are too many, of all or of
-  // this address; that may be the new one. Valid until close().
+  // Whether there is a place for one more of this address, free or taken over from another one: in
+  // the address's own share from one that rests, otherwise from the address that has most.
+  bool admits(const Address& from, std::chrono::milliseconds now) const;
+  // One that was admitted; the one whose place it takes is cut. Valid until close().
   Connection& open(MHD_Connection* library, int socket, const Address& from,
                    std::chrono::milliseconds now);
-  void close(Connection& connection) { all_.erase(&connection); }
+  void close(Connection& connection);
 
   // Cuts what has outlived its time limit.
   void cut_late(std::chrono::milliseconds now);
@@ -62,19 +61,31 @@ class Connections {
   // False also while those that were cut have not been closed.
   bool empty() const { return all_.empty(); }
   // How many may be open at once: what the limits say, or fewer when the process cannot have so
-  // many descriptors.
+  // many descriptors; and with those that were cut and not yet closed.
   std::size_t largest() const { return largest_; }
+  std::size_t most_sockets() const { return largest_ + spare_; }
   std::vector<Connection*> handled() const;
 
  private:
+  struct Place {
+    bool is_there = false;
+    Connection* from = nullptr;  // to be cut for it
+  };
+  using Group = std::vector<Connection*>;
+
+  Place place_for(const Address& from, std::chrono::milliseconds now) const;
+  Connection* longest_at_rest(const Group& group) const;
   std::chrono::milliseconds allowed(Connection::Phase phase) const;
-  void make_room(Connection& newest);
   void cut(Connection& connection);
+  void leave_group(Connection& connection);
 
   WebHost& host_;
   const HttpLimits limits_;
+  const std::size_t spare_;
   const std::size_t largest_;
   std::unordered_map<Connection*, std::unique_ptr<Connection>> all_;
+  std::map<Address, Group> open_;  // without those that were cut
+  std::size_t open_count_ = 0;
 };
 
 }  // namespace homewarden::http

@@ -17,6 +17,10 @@ Connection* connection_of(MHD_Connection* library) {
   return info == nullptr ? nullptr : static_cast<Connection*>(info->socket_context);
 }
 
+MHD_Result on_accept(void* events, const sockaddr* from, socklen_t) {
+  return static_cast<DaemonEvents*>(events)->admits(from) ? MHD_YES : MHD_NO;
+}
+
 void on_connection(void* events, MHD_Connection* library, void** context,
                    MHD_ConnectionNotificationCode code) {
   auto& to = *static_cast<DaemonEvents*>(events);
@@ -69,7 +73,7 @@ std::size_t leave_encoded(void*, MHD_Connection*, char* text) {
 Daemon::Daemon(DaemonEvents& events, Handle listening, std::size_t most_connections) {
   void* to = &events;
   const int socket = listening.release();  // the library closes it
-  daemon_ = MHD_start_daemon(MHD_USE_EPOLL | MHD_ALLOW_SUSPEND_RESUME, 0, nullptr, nullptr,
+  daemon_ = MHD_start_daemon(MHD_USE_EPOLL | MHD_ALLOW_SUSPEND_RESUME, 0, &on_accept, to,
                              &on_request, to, MHD_OPTION_LISTEN_SOCKET, socket,
                              MHD_OPTION_CONNECTION_LIMIT, static_cast<unsigned>(most_connections),
                              MHD_OPTION_CONNECTION_MEMORY_LIMIT, kConnectionMemory,

@@ -17,6 +17,8 @@ class DaemonEvents {
  public:
   virtual ~DaemonEvents() = default;
 
+  // Whether a connection is taken; one that is not costs little.
+  virtual bool admits(const sockaddr* from) = 0;
   // The connection is given back with all that is reported of it, until it is closed.
   virtual Connection* opened(MHD_Connection* library, int socket, const sockaddr* from) = 0;
   virtual void closed(Connection& connection) = 0;

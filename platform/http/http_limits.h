@@ -20,12 +20,15 @@ struct HttpLimits {
   std::chrono::milliseconds look_around{1'000};  // how often these are checked
 
   // Connections at once: no more than the process may have descriptors, a share of them for one
-  // address. Beyond, a new one takes the place of the one that has been idle longest.
+  // address. Beyond, a new one takes the place of the one that has been idle longest: of its own
+  // address when that has its share, otherwise of the address that has most.
   std::size_t connections = 4096;
   std::size_t shares = 4;
+  std::chrono::milliseconds rest{100};  // before that an address's own place is not taken over
 
   // Requests that wait for the power line: switches, and pages behind switches of their address.
-  // Altogether at most half of the connections.
+  // Altogether at most a third of the connections, and half as many more for addresses that have
+  // nothing waiting.
   std::size_t in_line = 128;
   std::size_t in_line_of_one = 16;
   std::size_t switches_of_one = 6;

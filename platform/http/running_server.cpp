@@ -41,9 +41,9 @@ RunningServer::RunningServer(const Clock& clock, WebHost& host, const HttpLimits
       folder_(std::move(folder)),
       last_id_(last_id),
       connections_(host, limits),
-      requests_(limits, connections_.largest() / 2),
+      requests_(limits, connections_.largest() / 3),
       listening_(std::move(listening)),
-      daemon_(*this, host.duplicate(listening_), connections_.largest() + kSpareConnections) {}
+      daemon_(*this, host.duplicate(listening_), connections_.most_sockets()) {}
 
 RunningServer::~RunningServer() {
   for (Connection* connection : connections_.handled()) give_up(*connection);
@@ -123,6 +123,10 @@ bool RunningServer::send(Connection& connection, const Response& response) {
   connection.phase = response.queue_on(connection.library) ? Phase::kSending : Phase::kClosing;
   MHD_resume_connection(connection.library);
   return true;
+}
+
+bool RunningServer::admits(const sockaddr* from) {
+  return connections_.admits(host_.address_of(from), clock_.uptime());
 }
 
 Connection* RunningServer::opened(MHD_Connection* library, int socket, const sockaddr* from) {

@@ -51,6 +51,7 @@ class RunningServer : private DaemonEvents {
   bool answer_document(int id);
 
  private:
+  bool admits(const sockaddr* from) override;
   Connection* opened(MHD_Connection* library, int socket, const sockaddr* from) override;
   void closed(Connection& connection) override;
   void line_read(Connection& connection, const char* uri) override;

@@ -15,6 +15,7 @@ HttpLimits small() {
   limits.idle = 1500ms;
   limits.sending = 300ms;
   limits.look_around = 20ms;
+  limits.rest = 10ms;
   return limits;
 }
 
