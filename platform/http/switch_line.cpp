@@ -38,7 +38,9 @@ std::size_t SwitchLine::size(const Address& from) const {
 
 std::size_t SwitchLine::switches(const Address& from) const {
   const auto line = lines_.find(from);
-  return line == lines_.end() ? 0 : count_switches(line->second);
+  if (line == lines_.end()) return 0;
+  const bool has_its_turn = current_ == 0 && !turns_.empty() && turns_.front() == from;
+  return count_switches(line->second) - (has_its_turn ? 1 : 0);
 }
 
 bool SwitchLine::joins(const Address& from, const WebSwitch& what) const {

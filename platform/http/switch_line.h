@@ -22,7 +22,8 @@ class SwitchLine {
 
   // Whether a switch of this address waits or is being carried out.
   bool occupies(const Address& from) const;
-  // So many wait: altogether, switches and pages; of this address; switches of this address.
+  // So many wait: altogether, switches and pages; of this address; switches of this address,
+  // without the one whose turn it is already.
   std::size_t size() const { return size_; }
   std::size_t size(const Address& from) const;
   std::size_t switches(const Address& from) const;

@@ -38,6 +38,23 @@ TEST_F(CrowdTest, GivesAnAddressItsShareAndReplacesTheOldest) {
   EXPECT_EQ(neighbour.ask("/index.html").status, 200) << "another address paid for it";
 }
 
+TEST_F(CrowdTest, WhoeverHasMostGivesAPlaceToOneWhoHasNone) {
+  const auto hoard = [&](int address, int count) {
+    for (int i = 0; i < count; ++i)
+      clients.push_back(std::make_unique<Client>(loop, port, "127.0.0." + std::to_string(address)));
+  };
+  Client first(loop, port, "127.0.0.3");
+  for (int address = 4; address < 8; ++address) hoard(address, address == 4 ? 3 : 4);
+  EXPECT_EQ(first.ask("/index.html").status, 200);
+  loop.run_for(15ms);
+  Client newcomer(loop, port);
+  EXPECT_EQ(newcomer.ask("/index.html").status, 200);
+  EXPECT_EQ(first.ask("/index.html").status, 200) << "the oldest went, though it is alone";
+  hoard(4, 50);
+  EXPECT_EQ(newcomer.ask("/index.html").status, 200);
+  EXPECT_EQ(first.ask("/index.html").status, 200) << "a flood took the places of others";
+}
+
 TEST_F(CrowdTest, NeverReplacesAConnectionWhoseRequestIsHandled) {
   for (int i = 0; i < 4; ++i) clients.push_back(hold());
   EXPECT_EQ(get("/index.html").status, 0);
