@@ -75,17 +75,19 @@ Connections::Place Connections::place_for(const Address& from, milliseconds now)
     return {rests(oldest), oldest};
   }
   if (open_count_ < largest_) return {true};
-  const auto most = std::max_element(open_.begin(), open_.end(), [](const auto& a, const auto& b) {
-    return a.second.size() < b.second.size();
-  });
-  if (most->second.size() > count + 1)
-    if (Connection* oldest = longest_at_rest(most->second)) return {true, oldest};
+  // Of the address that has most, unless all of them are being handled.
+  Connection* of_most = nullptr;
   Connection* oldest = nullptr;
+  std::size_t most = count + 1;
   for (const auto& [address, group] : open_) {
     Connection* of_group = longest_at_rest(group);
-    if (of_group != nullptr && (oldest == nullptr || of_group->since < oldest->since))
-      oldest = of_group;
+    if (of_group == nullptr) continue;
+    if (oldest == nullptr || of_group->since < oldest->since) oldest = of_group;
+    if (group.size() <= most) continue;
+    most = group.size();
+    of_most = of_group;
   }
+  if (of_most != nullptr) return {true, of_most};
   return {rests(oldest), oldest};
 }
 
