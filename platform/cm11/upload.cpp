@@ -11,10 +11,19 @@ namespace {
 constexpr std::size_t kMaxCount = 9;  // the mask and 8 data bytes
 constexpr int kExtendedCode = 7;
 
-// How many argument bytes follow a function: an amount, or an extended command and its data.
-std::size_t arguments_of(int function) {
+bool is_function(std::uint8_t mask, std::size_t index) {
+  return (mask >> index & 1) != 0;
+}
+
+// How many argument bytes follow the function at `index`: an amount; or data and command of an
+// extended code, which some interfaces report with the unit before them. Those three are told from
+// two and an address by standing at the end, where an address without its function is rare.
+std::size_t arguments_of(int function, std::uint8_t mask, std::size_t index, std::size_t size) {
   if (function == kX10Dim || function == kX10Bright) return 1;
-  return function == kExtendedCode ? 2 : 0;
+  if (function != kExtendedCode) return 0;
+  std::size_t end = index + 1;
+  while (end < size && !is_function(mask, end)) ++end;
+  return end == size && end - index - 1 == 3 ? 3 : 2;
 }
 
 }  // namespace
@@ -25,15 +34,15 @@ std::optional<std::vector<Frame>> parse_upload(std::uint8_t mask, const std::str
   for (std::size_t i = 0; i < data.size(); ++i) {
     const auto byte = static_cast<std::uint8_t>(data[i]);
     const int house = line_index(byte >> 4);
-    if ((mask >> i & 1) == 0) {
+    if (!is_function(mask, i)) {
       frames.push_back({false, house, line_index(byte & 0x0F) + 1});
       continue;
     }
     const int function = byte & 0x0F;
     frames.push_back({true, house, function});
-    for (std::size_t left = arguments_of(function); left > 0; --left) {
+    for (auto left = arguments_of(function, mask, i, data.size()); left > 0; --left) {
       ++i;
-      if (i == data.size() || (mask >> i & 1) != 0) return std::nullopt;
+      if (i == data.size() || is_function(mask, i)) return std::nullopt;
     }
   }
   return frames;

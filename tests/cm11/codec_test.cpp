@@ -86,6 +86,18 @@ TEST(Upload, MaskAndArguments) {
   const auto extended = parse_upload(0x12, bytes({0x66, 0x67, 0x22, 0x66, 0x62}));
   ASSERT_TRUE(extended);
   EXPECT_EQ(*extended, (std::vector<Frame>{{false, 0, 1}, {true, 0, 7}, {true, 0, kX10On}}));
+  // Three at the end: unit, data, command. Any other number behind it are addresses.
+  const auto three = parse_upload(0x02, bytes({0x66, 0x67, 0x06, 0x3F, 0x31}));
+  ASSERT_TRUE(three);
+  EXPECT_EQ(*three, (std::vector<Frame>{{false, 0, 1}, {true, 0, 7}})) << "a phantom unit";
+  const auto between = parse_upload(0x12, bytes({0x66, 0x67, 0x3F, 0x31, 0x67, 0x06, 0x3F, 0x31}));
+  ASSERT_TRUE(between);
+  EXPECT_EQ(between->size(), 3U);
+  const auto four = parse_upload(0x01, bytes({0x67, 0x3F, 0x31, 0x66, 0x6E}));
+  ASSERT_TRUE(four);
+  EXPECT_EQ(*four, (std::vector<Frame>{{true, 0, 7}, {false, 0, 1}, {false, 0, 2}}));
+  EXPECT_TRUE(parse_upload(0x11, bytes({0x67, 0x06, 0x3F, 0x31, 0x62}))) << "not at the end";
+  EXPECT_FALSE(parse_upload(0x02, bytes({0x66, 0x67, 0x06}))) << "cut off";
   EXPECT_FALSE(parse_upload(0x04, bytes({0x66, 0x62}))) << "a mask bit without a byte";
   EXPECT_FALSE(parse_upload(0x02, bytes({0x66, 0x64}))) << "an amount that is missing";
   EXPECT_FALSE(parse_upload(0x06, bytes({0x66, 0x64, 0x58}))) << "an amount that is a function";
