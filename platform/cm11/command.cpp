@@ -53,6 +53,7 @@ Command::Progress Command::ended(Outcome outcome, Milliseconds now) {
       break;
     case Outcome::kInterrupted:
       if (++interrupted_ == kMaxInterrupted) return give_up("the interface is kept busy");
+      unanswered_ = 0;
       break;
     case Outcome::kUnknown:
       if (unknown() == Progress::kGivenUp) return Progress::kGivenUp;

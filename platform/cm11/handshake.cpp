@@ -22,6 +22,11 @@ constexpr milliseconds kDoubt{300};
 // each step of dimming adds 11 cycles.
 constexpr milliseconds kReadyLimit{5000};
 constexpr milliseconds kReadyLimitPerStep{11 * 20};
+// After 00 something else than ready: an interface that took 00 for half of something transmits
+// nothing. If it was noise, ready follows within this time; see Transmission::repeatable.
+constexpr milliseconds kReadyAfterNoise{1000};
+// No header, and nothing that an interface knows.
+constexpr std::uint8_t kFiller = 0xF0;
 // The interface repeats its requests once a second: two that are closer are a doubled byte, two
 // that are further apart than when one between them was lost are two accidents.
 constexpr milliseconds kDoubled{500};
@@ -59,6 +64,7 @@ bool Handshake::reset() {
 void Handshake::transmit(const Transmission& transmission, Milliseconds now) {
   transmission_ = transmission;
   careful_ = !in_step_;
+  answered_ = false;
   if (!careful_) return write_pair(State::kChecksum, now);
   output_ += as_char(transmission_.header);
   wait(State::kProbe, now + kProbe);
@@ -81,8 +87,7 @@ void Handshake::receive(std::uint8_t byte, Milliseconds now) {
       serve(byte, std::nullopt, now);
       break;
     case State::kProbe:
-      // The interface has taken the header as the end of something older. Now it is in step.
-      if (!serve(byte, Outcome::kInterrupted, now)) write_pair(State::kChecksum, now);
+      expect_silence(byte, now);
       break;
     case State::kChecksum:
     case State::kDoubt:
@@ -122,6 +127,18 @@ bool Handshake::skip_notice(std::uint8_t byte, Milliseconds now) {
   return true;
 }
 
+// A checksum here says that the interface has taken the header as the end of something older, which
+// it now wants to be acknowledged. What it gets instead begins anew with some interfaces and is
+// thrown away by others: what did not help is done the other way the next time. Requests, and a
+// ready that comes late, say nothing about the header.
+void Handshake::expect_silence(std::uint8_t byte, Milliseconds now) {
+  if (serve(byte, Outcome::kInterrupted, now)) return;
+  if (byte == kClockRequest || byte == kReady) return;
+  answered_ = true;
+  if (drops_refusals_) output_ += as_char(kFiller);
+  write_pair(State::kChecksum, now);
+}
+
 void Handshake::expect_checksum(std::uint8_t byte, Milliseconds now) {
   if (byte == transmission_.checksum()) {
     const bool certain = byte != kPoll || transmission_.repeatable || state_ == State::kDoubt;
@@ -133,8 +150,13 @@ void Handshake::expect_checksum(std::uint8_t byte, Milliseconds now) {
 
 void Handshake::expect_ready(std::uint8_t byte, Milliseconds now) {
   if (byte == kReady) return confirmed();
-  if (byte == kPoll && is_repeated(byte, now)) serve(byte, Outcome::kUnknown, now);
-  if (byte == kClockRequest) serve(byte, Outcome::kUnknown, now);
+  if (byte == kPoll) {
+    if (is_repeated(byte, now)) serve(byte, Outcome::kUnknown, now);
+  } else if (byte == kClockRequest) {
+    serve(byte, Outcome::kUnknown, now);
+  } else if (transmission_.repeatable) {
+    deadline_ = std::min(deadline_, now + kReadyAfterNoise);
+  }
 }
 
 void Handshake::expect_upload(std::uint8_t byte, Milliseconds now) {
@@ -296,6 +318,8 @@ void Handshake::end_upload() {
 void Handshake::end_clock(ClockSetting::End end, Milliseconds now) {
   output_ += clock_->take_output();
   clock_.reset();
+  // Set: what asks now, asks anew.
+  if (end != ClockSetting::End::kRefused) request_ = 0;
   // An interface that had no power does not know what went out before.
   listeners_.all_changed();
   if (end == ClockSetting::End::kPolled) {
@@ -313,7 +337,9 @@ void Handshake::follow_clock() {
 
 void Handshake::finish(std::optional<Outcome> outcome, bool in_step) {
   state_ = State::kIdle;
-  in_step_ = in_step || careful_;
+  if (answered_ && !in_step) drops_refusals_ = !drops_refusals_;
+  in_step_ = in_step || (careful_ && !answered_);
+  answered_ = false;
   careful_ = false;
   if (outcome) outcome_ = outcome;
 }

@@ -83,6 +83,7 @@ class Handshake {
 
   void receive(std::uint8_t byte, Milliseconds now);
   bool skip_notice(std::uint8_t byte, Milliseconds now);
+  void expect_silence(std::uint8_t byte, Milliseconds now);
   void expect_checksum(std::uint8_t byte, Milliseconds now);
   void expect_ready(std::uint8_t byte, Milliseconds now);
   void expect_upload(std::uint8_t byte, Milliseconds now);
@@ -111,6 +112,8 @@ class Handshake {
   // alone. That is done every other time only, for an interface that wants both bytes together.
   bool in_step_ = true;
   bool careful_ = false;
+  bool answered_ = false;        // the header alone got an answer in this attempt
+  bool drops_refusals_ = false;  // this interface throws away what it gets instead of 00
 
   std::uint8_t request_ = 0;  // the last one that may have been noise
   Milliseconds request_time_{0};
