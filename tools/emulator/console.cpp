@@ -156,6 +156,7 @@ std::string_view console_help() {
          "remote HOUSE FUNCTION                   on, off, dim, bright, hail for what is "
          "addressed;\n"
          "                                        all-units-off, all-lights-on, all-lights-off\n"
+         "memory                                  what the computer wrote for timers and macros\n"
          "clock-request                           power fails: the interface wants its clock set\n"
          "fault NAME [count|probability]          at the next occasions, or from now on at random\n"
          "fault all PROBABILITY\n"

@@ -21,6 +21,7 @@ struct Emulator::Parts {
     };
     line.on_remote_begins = [this] { interface.remote_begins(); };
     serial.on_byte = [this](std::uint8_t byte) { interface.receive(byte); };
+    interface.on_report = [this](const std::string& text) { reports.push_back(text); };
     faults.on_strike = [this](Fault fault) {
       reports.push_back("fault: " + std::string(description(fault)));
     };
@@ -55,6 +56,7 @@ struct Emulator::Parts {
     }
     if (!words.empty()) return verb + ": takes no argument, or is unknown (see help)";
     if (verb == "help") return std::string(console_help());
+    if (verb == "memory") return interface.memory().text();
     if (verb == "clock-request")
       interface.fail_power();
     else if (verb == "unplug")

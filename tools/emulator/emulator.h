@@ -57,7 +57,8 @@ class Emulator {
   std::string take_output();
 
   // Lines for a person since the last call, oldest first: each function that went out on the power
-  // line with the new state of the module ("A3 Dim 9/22: on 59 %"), each fault that happened.
+  // line with the new state of the module ("A3 Dim 9/22: on 59 %"), each fault that happened, each
+  // block of memory written, the ring line switched.
   std::vector<std::string> take_reports();
 
   // Carries out one line of the console (docs/emulator.md, "Commands") and returns what to print;

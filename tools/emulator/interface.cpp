@@ -21,6 +21,12 @@ constexpr int kHeaderExtended = 0x01;
 constexpr std::size_t kShortBytes = 2;
 constexpr std::size_t kExtendedBytes = 5;
 constexpr std::size_t kClockBytes = 7;
+constexpr std::size_t kMemoryBytes = 3 + MacroMemory::kBlock;  // header and address before the data
+constexpr std::size_t kRingBytes = 1;
+
+constexpr std::uint8_t kMemoryHeader = 0xFB;
+constexpr std::uint8_t kRingOn = 0xEB;
+constexpr std::uint8_t kRingOff = 0xDB;
 
 // How long the computer may take for the next byte of what it has begun, and for its 00.
 constexpr milliseconds kByteLimit{500};
@@ -34,6 +40,9 @@ constexpr Microseconds kShortestRepeatTime = milliseconds(20);
 constexpr milliseconds kLate{2000};
 constexpr milliseconds kVeryLate{12000};
 
+// A block of memory, at ten milliseconds a byte.
+constexpr Microseconds kProgramTime = milliseconds(10 * MacroMemory::kBlock);
+
 Microseconds repeat_time(double speed) {
   if (speed <= 0) return kShortestRepeatTime;
   return std::max(std::chrono::round<Microseconds>(kRepeatTime / speed), kShortestRepeatTime);
@@ -43,6 +52,21 @@ std::uint8_t sum(std::string_view bytes) {
   return static_cast<std::uint8_t>(std::accumulate(
       bytes.begin(), bytes.end(), 0U,
       [](unsigned total, char byte) { return total + static_cast<std::uint8_t>(byte); }));
+}
+
+// Those that begin something else than a transmission, and how much of it there is; 0 for others.
+std::size_t length_of(std::uint8_t header) {
+  switch (header) {
+    case cm11::kClockHeader:
+      return kClockBytes;
+    case kMemoryHeader:
+      return kMemoryBytes;
+    case kRingOn:
+    case kRingOff:
+      return kRingBytes;
+    default:
+      return 0;
+  }
 }
 
 Transmission parse(std::string_view bytes) {
@@ -68,10 +92,12 @@ Interface::Interface(Agenda& agenda, PowerLine& line, SerialLine& serial, FaultB
       serial_(serial),
       faults_(faults),
       repeat_time_(repeat_time(speed)),
-      status_(agenda) {}
+      status_(agenda),
+      program_time_(speed <= 0 ? Microseconds(0)
+                               : std::chrono::round<Microseconds>(kProgramTime / speed)) {}
 
 void Interface::receive(std::uint8_t byte) {
-  if (state_ == State::kTransmitting) return;
+  if (!hears_computer()) return;
   if (polls_) {
     if (byte == cm11::kPollAnswer) answer_poll();
     return;
@@ -95,17 +121,15 @@ void Interface::receive(std::uint8_t byte) {
 }
 
 void Interface::begin(std::uint8_t byte) {
-  if (byte == cm11::kClockHeader) {
-    expected_ = kClockBytes;
-  } else if (wants_clock_) {
-    return;
-  } else if (byte == cm11::kStatusRequest) {
+  expected_ = length_of(byte);
+  if (wants_clock_ && byte != cm11::kClockHeader) return;
+  if (byte == cm11::kStatusRequest) {
     send(status_.bytes());
     return;
-  } else if ((byte & kHeaderMark) != 0 && !line_.remote_holds()) {
+  }
+  if (expected_ == 0) {
+    if ((byte & kHeaderMark) == 0 || line_.remote_holds()) return;
     expected_ = (byte & kHeaderExtended) != 0 ? kExtendedBytes : kShortBytes;
-  } else {
-    return;
   }
   state_ = State::kCollecting;
   checksum_before_poll_ = false;
@@ -116,15 +140,15 @@ void Interface::begin(std::uint8_t byte) {
 void Interface::collect(std::uint8_t byte) {
   collected_ += static_cast<char>(byte);
   limit_wait(kByteLimit);
-  if (collected_.size() < expected_) return;
-  if (collecting_clock())
-    answer_clock();
-  else
-    answer_header();
+  if (collected_.size() == expected_) answer();
 }
 
-bool Interface::collecting_clock() const {
-  return static_cast<std::uint8_t>(collected_.front()) == cm11::kClockHeader;
+void Interface::answer() {
+  if (length_of(header()) == 0) return answer_header();
+  if (collecting_clock() && faults_.strikes(Fault::kNoClockChecksum)) return set_clock();
+  send_checksum();
+  state_ = State::kAwaitingAcknowledge;
+  limit_wait(kAcknowledgeLimit);
 }
 
 void Interface::answer_header() {
@@ -143,19 +167,9 @@ void Interface::answer_header() {
   }
 }
 
-void Interface::answer_clock() {
-  if (faults_.strikes(Fault::kNoClockChecksum)) {
-    set_clock();
-    return;
-  }
-  send_checksum();
-  state_ = State::kAwaitingAcknowledge;
-  limit_wait(kAcknowledgeLimit);
-}
-
 void Interface::send_checksum() {
-  // The header of a clock setting is not in its sum.
-  const std::size_t first = collecting_clock() ? 1 : 0;
+  // The headers of a clock setting and of a block of memory are not in their sums.
+  const std::size_t first = collecting_clock() || header() == kMemoryHeader ? 1 : 0;
   int checksum = sum(std::string_view(collected_).substr(first));
   if (faults_.strikes(Fault::kWrongChecksum)) checksum += 1 + faults_.random(255);
   send(static_cast<std::uint8_t>(checksum));
@@ -167,6 +181,8 @@ void Interface::acknowledged() {
     set_clock();
     return;
   }
+  if (header() == kMemoryHeader) return program_memory();
+  if (length_of(header()) == kRingBytes) return switch_ring();
   state_ = State::kTransmitting;
   agenda_.cancel(wait_limit_);
   if (faults_.strikes(Fault::kCollision))
@@ -197,6 +213,23 @@ void Interface::ready() {
     }
     if (!transmission_.function && faults_.strikes(Fault::kPollBeforeFunction)) interrupt();
   }
+  become_idle();
+}
+
+void Interface::program_memory() {
+  state_ = State::kProgramming;
+  agenda_.cancel(wait_limit_);
+  const std::string report = memory_.write(std::string_view(collected_).substr(1));
+  if (on_report) on_report(report);
+  agenda_.after(program_time_, [this] {
+    if (!wants_clock_) send(cm11::kReady);
+    become_idle();
+  });
+}
+
+void Interface::switch_ring() {
+  if (on_report) on_report(header() == kRingOn ? "ring line: on" : "ring line: off");
+  send(cm11::kReady);
   become_idle();
 }
 
@@ -261,15 +294,16 @@ void Interface::fail_power() {
   checksum_before_poll_ = false;
   agenda_.cancel(poll_timer_);
   wants_clock_ = true;
-  // What goes out on the power line is not called back; nothing is answered at its end.
-  if (state_ != State::kTransmitting) become_idle();
+  // What goes out on the power line, or into the memory, is not called back; nothing is answered at
+  // its end.
+  if (hears_computer()) become_idle();
   agenda_.cancel(clock_timer_);
   repeat_clock_request();
 }
 
 void Interface::repeat_clock_request() {
   // Not into the setting of the clock itself.
-  if (state_ == State::kIdle || state_ == State::kTransmitting) send(cm11::kClockRequest);
+  if (state_ == State::kIdle || !hears_computer()) send(cm11::kClockRequest);
   clock_timer_ = agenda_.after(repeat_time_, [this] { repeat_clock_request(); });
 }
 

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "tools/emulator/agenda.h"
 #include "tools/emulator/faults.h"
 #include "tools/emulator/interface_status.h"
+#include "tools/emulator/macro_memory.h"
 #include "tools/emulator/power_line.h"
 #include "tools/emulator/serial_line.h"
 #include "tools/emulator/upload_buffer.h"
@@ -18,10 +20,10 @@ namespace homewarden::emulator {
 
 // The box between the serial line and the power line: handshakes, polls, clock and status.
 //
-// It does one thing at a time. While it transmits it hears nothing from the computer; a remote on
-// the power line ends a handshake that has not got as far as transmitting; while it has data for
-// the computer it listens for the answer to its poll alone; while its clock is not set, for a clock
-// setting alone.
+// It does one thing at a time. While it transmits, or programs its memory, it hears nothing from
+// the computer; a remote on the power line ends a handshake that has not got that far; while it has
+// data for the computer it listens for the answer to its poll alone; while its clock is not set,
+// for a clock setting alone.
 class Interface {
  public:
   // `speed` as in Options.
@@ -38,18 +40,24 @@ class Interface {
   bool polls() const { return polls_; }
   bool wants_clock() const { return wants_clock_; }
   const std::vector<Upload>& uploads() const { return uploads_; }
+  const MacroMemory& memory() const { return memory_; }
+
+  // Called with a line for a person about what concerns the computer and the box alone.
+  std::function<void(const std::string&)> on_report;
 
  private:
-  enum class State { kIdle, kCollecting, kAwaitingAcknowledge, kTransmitting };
+  enum class State { kIdle, kCollecting, kAwaitingAcknowledge, kTransmitting, kProgramming };
 
   void begin(std::uint8_t byte);
   void collect(std::uint8_t byte);
+  void answer();
   void answer_header();
-  void answer_clock();
   void send_checksum();
   void acknowledged();
   void transmitted();
   void ready();
+  void program_memory();
+  void switch_ring();
   void set_clock();
 
   void become_idle();
@@ -60,7 +68,13 @@ class Interface {
   void repeat_clock_request();
   void interrupt();
 
-  bool collecting_clock() const;
+  // What has been begun: its first byte.
+  std::uint8_t header() const { return static_cast<std::uint8_t>(collected_.front()); }
+  bool collecting_clock() const { return header() == cm11::kClockHeader; }
+  // Neither transmits nor programs.
+  bool hears_computer() const {
+    return state_ != State::kTransmitting && state_ != State::kProgramming;
+  }
   bool send(const std::string& bytes) { return serial_.to_computer(bytes); }
   bool send(std::uint8_t byte) { return send(std::string(1, static_cast<char>(byte))); }
 
@@ -72,6 +86,8 @@ class Interface {
   InterfaceStatus status_;
   UploadBuffer buffer_;
   std::vector<Upload> uploads_;
+  MacroMemory memory_;
+  Microseconds program_time_;
 
   State state_ = State::kIdle;
   std::string collected_;      // header and what follows it
