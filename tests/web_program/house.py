@@ -58,23 +58,32 @@ class House:
       self.html.mkdir()
       (self.html / "htaccess.txt").write_bytes(passwords)
     self.furnish()
+    self.descriptors = descriptors
+    self.output = pathlib.Path(self.home.name) / "output"
+    self.start()
+
+  def start(self):
+    """The program in the house, also once more after kill(); what it prints starts anew."""
     environment = {name: value for name, value in os.environ.items()
                    if name not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")}
     for name in ("HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"):
       environment[name] = self.home.name
-    if not inside:  # a network of the test's own has addresses of all kinds
+    if not self.inside:  # a network of the test's own has addresses of all kinds
       environment["HOMEWARDEN_WEB_ADDRESS"] = "127.0.0.1"
-    limit = lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (descriptors, descriptors))
-    self.output = pathlib.Path(self.home.name) / "output"
+    limit = lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (self.descriptors,) * 2)
     with open(self.output, "wb") as output:
       self.process = subprocess.Popen(
           [*self.inside, PROGRAM, "--demo"], stdout=output, stderr=subprocess.STDOUT,
-          env=environment, preexec_fn=limit if descriptors else None)
+          env=environment, preexec_fn=limit if self.descriptors else None)
     try:
       wait_until(self._is_ready, "the web server and the power line")
     except BaseException:
       self._leave()
       raise
+
+  def kill(self):
+    self.process.kill()
+    self.process.wait()
 
   def furnish(self):
     """Rooms and devices other than those of the demo."""
@@ -87,8 +96,7 @@ class House:
             subprocess.run(knock, stderr=subprocess.DEVNULL, check=False).returncode == 0)
 
   def _leave(self):
-    self.process.kill()
-    self.process.wait()
+    self.kill()
     self.home.cleanup()
 
   def text(self):
