@@ -38,7 +38,7 @@ OTHERS = {
     "ui/qt": GROUND + ["core", "ui", "platform/qt"],
     "tools/emulator": GROUND + ["platform/cm11", "platform/linux"],
     "tools": GROUND + ["platform/linux", "tools/emulator"],
-    "app/common": GROUND + ["core", "ui", "platform/cm11", "platform/qt"],
+    "app/common": GROUND + ["core", "ui", "platform/cm11", "platform/linux", "platform/qt"],
     "app/demo": GROUND + ["core", "platform/cm11", "platform/linux", "platform/qt",
                           "tools/emulator"],
     "app/window": ["*"],

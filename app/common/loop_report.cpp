@@ -8,6 +8,8 @@
 #include <chrono>
 #include <cstdio>
 
+#include "app/common/standard_output.h"
+
 namespace homewarden {
 namespace {
 
@@ -27,8 +29,10 @@ class LoopReport : public QObject {
   explicit LoopReport(QObject* owner) : QObject(owner) {
     connect(&beat_, &QTimer::timeout, this, [this] { count(); });
     connect(&second_, &QTimer::timeout, this, [this] {
-      std::printf("loop %.1f ms late, %.1f ms busy\n", late_.count(), busy_.count());
-      std::fflush(stdout);
+      char line[80];
+      std::snprintf(line, sizeof line, "loop %.1f ms late, %.1f ms busy", late_.count(),
+                    busy_.count());
+      standard_output().print(line);
       late_ = busy_ = {};
     });
     beat_.setTimerType(Qt::PreciseTimer);

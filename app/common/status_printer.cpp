@@ -1,15 +1,13 @@
 #include "app/common/status_printer.h"
 
-#include <cstdio>
-
+#include "app/common/standard_output.h"
 #include "platform/qt/text_codec.h"
 
 namespace homewarden {
 
 void print_line(const std::string& text) {
   if (text.empty()) return;
-  std::puts(qt::from_code_page(text).toLocal8Bit().constData());
-  std::fflush(stdout);
+  standard_output().print(qt::from_code_page(text).toLocal8Bit().toStdString());
 }
 
 void print_status_lines(StatusBar& status) {

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "platform/linux/line_output.h"
 #include "platform/qt/qt_loop.h"
 #include "tools/emulator/emulator.h"
 #include "tools/emulator/pty_host.h"
@@ -10,16 +11,17 @@ namespace homewarden {
 
 // The demo's interface, power line and modules at the end of a pseudo-terminal, run by the
 // program's own loop. `link` leads to the terminal and makes it a COM port like any other. What
-// reaches the power line is printed on the terminal.
+// reaches the power line is printed.
 class DemoLine {
  public:
-  DemoLine(qt::QtLoop& loop, const std::filesystem::path& link);
+  DemoLine(qt::QtLoop& loop, const std::filesystem::path& link, os_linux::LineOutput& output);
   DemoLine(const DemoLine&) = delete;
   DemoLine& operator=(const DemoLine&) = delete;
 
  private:
   void print_reports();
 
+  os_linux::LineOutput& output_;
   emulator::Emulator emulator_;
   emulator::PtyHost host_;
   emulator::PtyHostDriver driver_;

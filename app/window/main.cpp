@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QIcon>
-#include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <memory>
@@ -11,6 +10,7 @@
 #include "app/common/loop_report.h"
 #include "app/common/options.h"
 #include "app/common/serial_trace.h"
+#include "app/common/standard_output.h"
 #include "app/common/status_printer.h"
 #include "app/common/terminal_dialogs.h"
 #include "app/demo/demo_house.h"
@@ -46,8 +46,7 @@ bool is_set(const char* name) {
 bool choose_offscreen() {
   if (is_set("QT_QPA_PLATFORM")) return std::getenv("QT_QPA_PLATFORM") == std::string("offscreen");
   if (is_set("DISPLAY") || is_set("WAYLAND_DISPLAY")) return false;
-  std::puts("There is no display: Homewarden runs without a window and prints its status here.");
-  std::fflush(stdout);
+  print_line("There is no display: Homewarden runs without a window and prints its status here.");
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
   return true;
 }
@@ -63,9 +62,9 @@ void report_escaped(std::exception_ptr error) {
   try {
     std::rethrow_exception(error);
   } catch (const std::exception& what) {
-    std::fprintf(stderr, "Homewarden: an operation ended with: %s\n", what.what());
+    standard_error().print(std::string("Homewarden: an operation ended with: ") + what.what());
   } catch (...) {
-    std::fputs("Homewarden: an operation ended with an unknown error\n", stderr);
+    standard_error().print("Homewarden: an operation ended with an unknown error");
   }
 }
 
@@ -75,10 +74,11 @@ int run(const AppOptions& options, bool offscreen) {
   if (options.demo_reset && !os_linux::LockFileInstance(folders.machine).another_is_running())
     remove_demo(folders);
   if (!os_linux::fill_application_folder(folders.application))
-    std::fprintf(stderr, "Homewarden: the folder %s cannot be written; changes will be lost.\n",
-                 folders.application.c_str());
+    standard_error().print("Homewarden: the folder " + folders.application.string() +
+                           " cannot be written; changes will be lost.");
 
   qt::QtLoop loop;
+  const PrintFromLoop printing(loop);
   os_linux::PosixFiles files;
   store::SqliteRegistry registry(folders.machine, folders.user);
   os_linux::AbsentServices services;
@@ -106,7 +106,7 @@ int run(const AppOptions& options, bool offscreen) {
   if (options.demo && !instance.another_is_running()) {
     furnish_demo(folders, files, registry);
     line = std::make_unique<DemoLine>(
-        loop, folders.machine / "ports" / ("com" + std::to_string(kDemoPort)));
+        loop, folders.machine / "ports" / ("com" + std::to_string(kDemoPort)), standard_output());
   }
 
   Program program({loop, files, registry, services, instance, interface_control, dialogs, desktop,
@@ -133,6 +133,7 @@ int run(const AppOptions& options, bool offscreen) {
 
 int main(int argc, char* argv[]) {
   using namespace homewarden;
+  os_linux::prepare_standard_streams();
   const bool offscreen = choose_offscreen();
   QApplication application(argc, argv);
   // No display name: the desktop would add it to the title of every window and box.

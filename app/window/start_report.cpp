@@ -8,6 +8,8 @@
 #include <QTimer>
 #include <cstdio>
 
+#include "app/common/standard_output.h"
+
 namespace homewarden {
 namespace {
 
@@ -32,6 +34,12 @@ long peak_megabytes() {
   return 0;
 }
 
+void print_figure(const char* format, double figure) {
+  char line[80];
+  std::snprintf(line, sizeof line, format, figure);
+  standard_output().print(line);
+}
+
 class FirstPaint : public QObject {
  public:
   explicit FirstPaint(QWidget& window) : QObject(&window) { window.installEventFilter(this); }
@@ -40,13 +48,10 @@ class FirstPaint : public QObject {
     if (event->type() == QEvent::Paint && !painted_) {
       painted_ = true;
       // Behind the paint event: the window is on the screen then.
-      QTimer::singleShot(0, this, [] {
-        std::printf("first paint %.0f ms\n", seconds_since_start() * 1000);
-        std::fflush(stdout);
-      });
+      QTimer::singleShot(0, this,
+                         [] { print_figure("first paint %.0f ms", seconds_since_start() * 1000); });
       QTimer::singleShot(3000, this, [] {
-        std::printf("peak memory %ld MB\n", peak_megabytes());
-        std::fflush(stdout);
+        print_figure("peak memory %.0f MB", static_cast<double>(peak_megabytes()));
       });
     }
     return QObject::eventFilter(watched, event);

@@ -4,7 +4,6 @@
 #include <QDateTime>
 #include <QSocketNotifier>
 #include <algorithm>
-#include <cstdio>
 
 namespace homewarden::qt {
 
@@ -83,8 +82,7 @@ void QtLoop::run(const std::function<void()>& function) const {
   function();
   const milliseconds length = uptime() - start;
   if (length > kLong)
-    std::fprintf(stderr, "the loop was held for %lld ms by one call\n",
-                 static_cast<long long>(length.count()));
+    qWarning("the loop was held for %lld ms by one call", static_cast<long long>(length.count()));
 #else
   function();
 #endif

@@ -2,6 +2,7 @@
 
 import os
 import pathlib
+import re
 import select
 import subprocess
 import tempfile
@@ -63,6 +64,21 @@ class ToolTest(unittest.TestCase):
     tool.process.terminate()
     self.assertEqual(tool.process.wait(10), 0)
     self.assertFalse(link.is_symlink(), "something is left behind")
+
+  def test_waits_for_nobody_who_reads_what_it_prints(self):
+    tool = Tool(self, "--fast")
+    client = Client(self, tool.line())
+    for _ in range(3000):
+      tool.type("show B")
+      tool.type("help")
+    self.assertEqual((client.ask("0462"), client.ask("00")), ("66", "55"))
+    left_out = None
+    while not left_out:
+      left_out = re.fullmatch(r"\((\d+) lines left out\)", tool.line())
+    self.assertGreater(int(left_out.group(1)), 1000)
+    tool.process.stdout.close()
+    tool.type("show")
+    self.assertEqual((client.ask("0662"), client.ask("00")), ("68", "55"))
 
   def test_refuses_bad_options_and_a_link_where_something_else_is(self):
     folder = tempfile.TemporaryDirectory()

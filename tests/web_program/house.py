@@ -44,9 +44,10 @@ def free_port():
 
 
 class House:
-  """A demo house with the program running in it. `inside` is a command that starts others."""
+  """A demo house with the program running in it. `inside` is a command that starts others; what is
+  printed goes to `sink`, or to where text() finds it."""
 
-  def __init__(self, passwords=None, hosts="", descriptors=None, inside=()):
+  def __init__(self, passwords=None, hosts="", descriptors=None, inside=(), sink=None, options=()):
     self.home = tempfile.TemporaryDirectory()
     self.folder = pathlib.Path(self.home.name) / "homewarden-demo"
     self.html = self.folder / "html"
@@ -59,6 +60,8 @@ class House:
       (self.html / "htaccess.txt").write_bytes(passwords)
     self.furnish()
     self.descriptors = descriptors
+    self.sink = sink
+    self.options = list(options)
     self.output = pathlib.Path(self.home.name) / "output"
     self.start()
 
@@ -71,10 +74,11 @@ class House:
     if not self.inside:  # a network of the test's own has addresses of all kinds
       environment["HOMEWARDEN_WEB_ADDRESS"] = "127.0.0.1"
     limit = lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (self.descriptors,) * 2)
-    with open(self.output, "wb") as output:
+    with self.sink or open(self.output, "wb") as output:
       self.process = subprocess.Popen(
-          [*self.inside, PROGRAM, "--demo"], stdout=output, stderr=subprocess.STDOUT,
-          env=environment, preexec_fn=limit if self.descriptors else None)
+          [*self.inside, PROGRAM, "--demo", *self.options], stdout=output,
+          stderr=subprocess.STDOUT, env=environment,
+          preexec_fn=limit if self.descriptors else None)
     try:
       wait_until(self._is_ready, "the web server and the power line")
     except BaseException:
