@@ -119,9 +119,12 @@ struct Picture : Control {
 };
 
 struct StatusBar : Control {
+  StatusBar() { unsent.visible = false; }
   Property<std::string> panel1;  // the clock
   Property<std::string> panel2;  // the status line
   Property<std::string> panel3;  // the state of the interface
+  Property<std::string> panel3_tip;
+  Label unsent;  // a link: how many commands could not be sent
 };
 
 struct MenuEntry {

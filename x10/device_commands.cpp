@@ -84,6 +84,7 @@ Task<bool> DeviceCommands::carry_out(LineTurn turn, SwitchTarget target, DeviceO
         (state_.level(target.key) < kFullyOn || state_.not_sent(target.key).has_value());
     sent = co_await send_order(target, order, bright || may_be_dimmed);
     if (!target.key.empty()) state_.setstatus(target.key, order, source, sent);
+    tried(target, sent);
   }
   turn.release();
   co_await module1_.pause(1);
@@ -121,6 +122,7 @@ Task<bool> DeviceCommands::turndim(SwitchTarget target) {
   const OnTheWay on_the_way(*this, target.key);
   const bool sent = co_await send(target, kX10Dim, 20);
   report(sent, "DIMMED", "DIM", target);
+  tried(target, sent);
   co_return sent;
 }
 
@@ -129,6 +131,7 @@ Task<bool> DeviceCommands::turnbright(SwitchTarget target) {
   const OnTheWay on_the_way(*this, target.key);
   const bool sent = co_await send(target, kX10Bright, 20);
   report(sent, "BRIGHT command sent to", "send a BRIGHT command to", target);
+  tried(target, sent);
   co_return sent;
 }
 

@@ -60,6 +60,9 @@ class DeviceCommands {
   // (false).
   Signal<const std::string&, bool> sending_to;
 
+  // Raised when an act or a step has left the line: whether all of it was sent.
+  Signal<const SwitchTarget&, bool> tried;
+
   // Raised after the pause of every act but a step, also when it could not be sent, while `sending`
   // is still set: what happened to which address, as X10 functions: 2 on, 3 off, 4 dimmed.
   Signal<const std::string&, int, int> carried_out;

@@ -13,6 +13,7 @@ void print_line(const std::string& text) {
 void print_status_lines(StatusBar& status) {
   status.panel2.changed.connect([&status] { print_line(status.panel2); });
   status.panel3.changed.connect([&status] { print_line(status.panel3); });
+  status.panel3_tip.changed.connect([&status] { print_line(status.panel3_tip); });
 }
 
 }  // namespace homewarden

@@ -47,6 +47,7 @@
 #include "x10/presses.h"
 #include "x10/seen_commands.h"
 #include "x10/state_watch.h"
+#include "x10/unsent_commands.h"
 
 namespace homewarden {
 
@@ -81,6 +82,7 @@ class Program {
   HouseFiles files_;
   RoomList rooms_;
   DeviceCommands commands_;
+  UnsentCommands unsent_;
   Presses presses_;
   DevicePanel devices_;
   StateWatch state_watch_;

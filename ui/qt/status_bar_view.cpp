@@ -1,14 +1,23 @@
 #include "ui/qt/status_bar_view.h"
 
+#include <QEvent>
 #include <QPainter>
 
 #include "platform/qt/text_codec.h"
+#include "ui/qt/bindings.h"
+#include "ui/qt/card_foot.h"
 #include "ui/qt/watch.h"
 
 namespace homewarden::view {
 namespace {
 
 constexpr int kLight = 10;
+
+// In the colour of the same words on a card, and no higher than the bar.
+constexpr const char* kUnsent =
+    "QPushButton { padding: 0 6px; border: 1px solid transparent; border-radius: 6px; color: %1;"
+    " text-decoration: underline; }"
+    "QPushButton:focus { border-color: %1; }";
 
 const QColor kGood(0x3f, 0xa9, 0x5c);
 const QColor kBad(0xe0, 0x7b, 0x2a);
@@ -41,17 +50,20 @@ StatusBarView::StatusBarView(StatusBar& control, QWidget* parent)
     : QStatusBar(parent),
       clock_(new QLabel(this)),
       status_(new ElidedLabel(this)),
+      unsent_(make_link(control.unsent, this)),
       light_(new QLabel(this)),
       state_(new QLabel(this)) {
   setSizeGripEnabled(false);
   setStyleSheet("QStatusBar::item { border: none; }");
   setContentsMargins(8, 2, 10, 3);
+  recolour();
   clock_->setMinimumWidth(fontMetrics().horizontalAdvance("00:00:00"));
   clock_->setAccessibleName(tr("Clock"));
   status_->setAccessibleName(tr("Status"));
   state_->setAccessibleName(tr("Interface"));
   addWidget(clock_);
   addWidget(status_, 1);
+  addPermanentWidget(unsent_);
   addPermanentWidget(light_);
   addPermanentWidget(state_);
   follow(control.panel1, this,
@@ -63,6 +75,21 @@ StatusBarView::StatusBarView(StatusBar& control, QWidget* parent)
   });
   follow(control.panel3, this,
          [this](const std::string& text) { show_state(qt::from_code_page(text)); });
+  follow(control.panel3_tip, this, [this](const std::string& tip) {
+    for (QLabel* label : {light_, state_}) {
+      label->setToolTip(qt::from_code_page(tip));
+      label->setAccessibleDescription(qt::from_code_page(tip));
+    }
+  });
+}
+
+void StatusBarView::recolour() {
+  unsent_->setStyleSheet(QString(kUnsent).arg(CardFoot::warning_colour(palette()).name()));
+}
+
+void StatusBarView::changeEvent(QEvent* event) {
+  QStatusBar::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) recolour();
 }
 
 void StatusBarView::show_state(const QString& state) {

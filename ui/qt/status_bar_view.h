@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QPushButton>
 #include <QStatusBar>
 
 #include "ui/controls.h"
@@ -17,16 +18,22 @@ class ElidedLabel : public QLabel {
   void paintEvent(QPaintEvent* event) override;
 };
 
-// The clock, the status line, and the state of the interface with a light that says the same.
+// The clock, the status line, a link that says how many commands could not be sent, and the state
+// of the interface with a light that says the same.
 class StatusBarView : public QStatusBar {
  public:
   explicit StatusBarView(StatusBar& control, QWidget* parent = nullptr);
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
   void show_state(const QString& state);
+  void recolour();
 
   QLabel* clock_;
   ElidedLabel* status_;
+  QPushButton* unsent_;
   QLabel* light_;
   QLabel* state_;
 };
