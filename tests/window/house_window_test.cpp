@@ -62,6 +62,22 @@ TEST_F(HouseBuildingTest, RoomsDevicesAndAMacroAreAddedAndTakenAway) {
   EXPECT_THAT(house.form().lst_eventdevice.items.get(), SizeIs(1));
 }
 
+// Catches: a count that only a mouse finds, or that cannot be dismissed with keys.
+TEST_F(HouseWindow, WhatWasNotSentIsReadAloudAndDismissedWithKeys) {
+  house.interface_control.fails = true;
+  house.form().txt_queue.text = "2A3~";
+  settle(6s);
+  auto* link = shown<QPushButton>("1 not sent");
+  const QString said = "1 command could not be sent: Kitchen Table Lamp.";
+  EXPECT_TRUE(link->accessibleDescription().startsWith(said));
+  EXPECT_EQ(shown<QLabel>("Interface")->accessibleDescription(), said);
+  EXPECT_NE(link->focusPolicy() & Qt::TabFocus, 0);
+  QTest::keyClick(link, Qt::Key_Space);
+  settle();
+  EXPECT_THAT(answer(QMessageBox::Yes), HasSubstr("1 command could not be sent"));
+  EXPECT_FALSE(link->isVisible());
+}
+
 TEST_F(HouseWindow, AnEventIsMadeSeenChangedAndDeleted) {
   open_node("Events");
   click(shown<QPushButton>("New"));
