@@ -22,10 +22,11 @@ bool could_be_a_file(std::string_view name) {
 
 }  // namespace
 
-ProfileSwitch::ProfileSwitch(Files& files, Settings& settings, ListFile& events,
+ProfileSwitch::ProfileSwitch(Files& files, Settings& settings, Module1& module1, ListFile& events,
                              std::filesystem::path folder)
     : files_(files),
       settings_(settings),
+      module1_(module1),
       events_(events),
       folder_(std::move(folder)),
       staged_(folder_ / "profile.tmp") {}
@@ -45,20 +46,24 @@ bool ProfileSwitch::park() {
   return content && replace_file(files_, parked, *content);
 }
 
-bool ProfileSwitch::stage(const std::string& profile) {
-  if (!could_be_a_file(profile) || !store(kStagedFor, profile)) return false;
+Task<bool> ProfileSwitch::stage(std::string profile) {
+  if (!could_be_a_file(profile)) co_return false;
+  const bool stored = co_await store(kStagedFor, profile);
+  if (!stored) co_return false;
   const auto parked = parked_file(profile);
-  if (!files_.exists(parked)) return replace_file(files_, staged_, "");
+  if (!files_.exists(parked)) co_return replace_file(files_, staged_, "");
   const auto content = files_.read(parked);
-  return content && replace_file(files_, staged_, *content);
+  co_return content&& replace_file(files_, staged_, *content);
 }
 
-bool ProfileSwitch::change() {
+Task<bool> ProfileSwitch::change() {
   const std::string old_profile = active();
   const std::string new_profile = settings_.read("data", kStagedFor, "");
-  if (store(kActive, new_profile) && use_staged()) return true;
-  if (store(kActive, old_profile)) files_.remove(staged_);
-  return false;
+  const bool decided = co_await store(kActive, new_profile);
+  if (decided && use_staged()) co_return true;
+  const bool undone = co_await store(kActive, old_profile);
+  if (undone) files_.remove(staged_);
+  co_return false;
 }
 
 void ProfileSwitch::recover() {
@@ -67,7 +72,7 @@ void ProfileSwitch::recover() {
   if (!files_.exists(staged_)) return;
   if (active() == settings_.read("data", kStagedFor, ""))
     use_staged();
-  else
+  else if (settings_.is_on_disk())
     files_.remove(staged_);
 }
 
@@ -79,9 +84,10 @@ bool ProfileSwitch::use_staged() {
   return true;
 }
 
-bool ProfileSwitch::store(const char* key, const std::string& profile) {
+Task<bool> ProfileSwitch::store(const char* key, std::string profile) {
   settings_.write("data", key, profile);
-  return settings_.read("data", key, "") == profile;
+  const bool stored = co_await module1_.stored(RegistryRoot::kCurrentUser);
+  co_return stored;
 }
 
 std::filesystem::path ProfileSwitch::parked_file(std::string_view profile) const {

@@ -4,7 +4,9 @@
 #include <string>
 #include <string_view>
 
+#include "base/task.h"
 #include "core/list_file.h"
+#include "core/module1.h"
 #include "core/settings.h"
 #include "platform/files.h"
 
@@ -15,13 +17,15 @@ namespace homewarden {
 // as `profile.tmp`; the stored name of the active profile decides, and one rename carries it out.
 class ProfileSwitch {
  public:
-  ProfileSwitch(Files& files, Settings& settings, ListFile& events, std::filesystem::path folder);
+  ProfileSwitch(Files& files, Settings& settings, Module1& module1, ListFile& events,
+                std::filesystem::path folder);
 
   // The active profile; "Standard" when none is stored or what is stored could be no file name.
   std::string active() const;
 
   // Each of the three steps answers false, with the active profile and its events as they were,
-  // when it cannot be done.
+  // when it cannot be done. The last two go on when the disk has the setting that decides: a moment
+  // later, as a rule.
 
   // Copies the event list to the file of the active profile, and removes that file when there is no
   // list. False as well while an earlier switch can neither be finished nor forgotten.
@@ -29,22 +33,24 @@ class ProfileSwitch {
   // Writes the events of the profile beside the event list: none when it has no file. False as well
   // for a name that can be no file's: empty, with a slash, back-slash or colon, with a dot in
   // front, or that of a scratch file.
-  bool stage(const std::string& profile);
+  Task<bool> stage(std::string profile);
   // Makes the profile that was staged the active one. Its events are then the event list, which
   // goes when it has none.
-  bool change();
+  Task<bool> change();
 
-  // Finishes a switch that was decided, or forgets one that was not. Nothing happens when none was
-  // begun. At the start this comes before HouseFiles::recover(): a profile may have no event list.
+  // Finishes a switch that was decided, or forgets one that was not, once it is known what the disk
+  // says of it. Nothing happens when none was begun. At the start this comes before
+  // HouseFiles::recover(): a profile may have no event list.
   void recover();
 
  private:
-  bool store(const char* key, const std::string& profile);
+  Task<bool> store(const char* key, std::string profile);
   bool use_staged();
   std::filesystem::path parked_file(std::string_view profile) const;
 
   Files& files_;
   Settings& settings_;
+  Module1& module1_;
   ListFile& events_;
   std::filesystem::path folder_;
   std::filesystem::path staged_;

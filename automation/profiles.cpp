@@ -63,9 +63,11 @@ Task<bool> Profiles::exchange(std::string name) {
   cleanup_.remove_due_events();  // they belong to the profile that goes
   if (!switch_.park()) co_return false;
   co_await module1_.pause(1);
-  if (!switch_.stage(name)) co_return false;
+  const bool staged = co_await switch_.stage(name);
+  if (!staged) co_return false;
   co_await module1_.pause(1);
-  if (!switch_.change()) co_return false;
+  const bool changed = co_await switch_.change();
+  if (!changed) co_return false;
   events_.replaced();
   co_await module1_.pause(1);
   co_return true;

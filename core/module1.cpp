@@ -8,6 +8,16 @@
 #include "platform/waiting.h"
 
 namespace homewarden {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr milliseconds kLook{2};  // how often it is asked whether it is on the disk
+constexpr milliseconds kStorePatience{5000};
+constexpr milliseconds kReadPatience{30000};
+constexpr milliseconds kReadLook{100};
+
+}  // namespace
 
 Module1::Module1(EventLoop& loop, Registry& registry, ServiceControl& services,
                  std::string windows_folder)
@@ -30,6 +40,30 @@ void Module1::regwrite(RegistryRoot root, const std::string& key, const std::str
 
 void Module1::regdelete(RegistryRoot root, const std::string& key, const std::string& name) {
   registry_.remove(root, key, name);
+}
+
+Task<bool> Module1::stored(RegistryRoot root) {
+  const std::uint64_t wanted = registry_.state(root).recorded;
+  const milliseconds end = loop_.uptime() + kStorePatience;
+  for (;;) {
+    const StoreState state = registry_.state(root);
+    if (state.on_disk >= wanted) co_return true;
+    if (state.trouble != StoreTrouble::kNone || loop_.uptime() >= end) co_return false;
+    co_await Delay(loop_, kLook);
+  }
+}
+
+Task<bool> Module1::known(RegistryRoot root) {
+  const milliseconds end = loop_.uptime() + kReadPatience;
+  for (;;) {
+    const StoreState state = registry_.state(root);
+    if (state.is_read) co_return true;
+    const bool passes = state.trouble == StoreTrouble::kNone ||
+                        state.trouble == StoreTrouble::kLocked ||
+                        state.trouble == StoreTrouble::kSlow;
+    if (!passes || loop_.uptime() >= end) co_return false;
+    co_await Delay(loop_, kReadLook);
+  }
 }
 
 std::string Module1::servicestatus(const std::string& machine, const std::string& service) {
@@ -66,7 +100,7 @@ Task<void> Module1::pause(int seconds) {
   const LocalTime now = loop_.local_time();
   const long start = round_to_even(now.second + now.millisecond / 1000.0);
   const long length = (start + std::clamp(seconds, 0, 255) - now.second) * 1000 - now.millisecond;
-  co_await Delay(loop_, std::chrono::milliseconds(length));
+  co_await Delay(loop_, milliseconds(length));
 }
 
 std::string Module1::windowsdir() const {

@@ -20,10 +20,20 @@ class Module1 {
   // no string.
   std::string regread(RegistryRoot root, const std::string& key, const std::string& name,
                       const std::string& default_text = {});
-  // A value that cannot be written or removed stays as it was, and nobody is told.
+  // Recorded at once and on the disk a little later (platform/registry.h); a disk that cannot be
+  // written is told by StoreNotices.
   void regwrite(RegistryRoot root, const std::string& key, const std::string& name,
                 const std::string& text);
   void regdelete(RegistryRoot root, const std::string& key, const std::string& name);
+
+  // Waits until what is recorded now survives a kill: a moment, as a rule, and five seconds at
+  // most. False, sooner, when it is known that the disk cannot be written: then it is tried on.
+  Task<bool> stored(RegistryRoot root);
+  // False as long as nothing is answered but defaults, since the disk cannot be read.
+  bool is_known(RegistryRoot root) { return registry_.state(root).is_read; }
+  // Waits until it is known what the disk holds, which another program's lock can prevent: 30
+  // seconds at most. False when it is not known then, or cannot be for another reason.
+  Task<bool> known(RegistryRoot root);
 
   // "Stopped", "Start Pending", "Stop Pending", "Running", "Coninue Pending", "Pause Pending" or
   // "Paused"; "" when the service is not installed or cannot be asked.

@@ -24,9 +24,14 @@ class Settings {
   // The default when the value is missing, unreadable or no string.
   std::string read(const std::string& section, const std::string& key,
                    const std::string& default_text) const;
-  // A value that cannot be written is lost silently; the program goes on with what it has.
+  // Recorded at once and on the disk a little later (platform/registry.h); Module1::stored() waits
+  // for it.
   void write(const std::string& section, const std::string& key, const std::string& text);
   void remove(const std::string& section, const std::string& key);
+  // False as long as nothing is answered but defaults, since the disk cannot be read.
+  bool are_known() const { return registry_.state(RegistryRoot::kCurrentUser).is_read; }
+  // Whether what is read is what a power cut would leave.
+  bool is_on_disk() const { return registry_.state(RegistryRoot::kCurrentUser).is_on_disk(); }
 
  private:
   Registry& registry_;

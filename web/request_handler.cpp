@@ -84,6 +84,7 @@ Task<void> RequestHandler::carry_out_switches() {
       room = device->room;
       const bool on = asked.action == WebAction::kSwitchOn;
       co_await switch_device(request.id, std::move(*device), on, asked.family);
+      co_await module1_.stored(RegistryRoot::kLocalMachine);  // an answer is a promise
     }
     answer(request.id, asked.family, room);
   }

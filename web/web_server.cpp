@@ -89,7 +89,8 @@ void WebServer::startserver() {
   const std::string port =
       module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, "webport", kDefaultPort);
   if (!web_.Listening() && !listen(port)) {
-    store_port(kFallbackPort);
+    // A port that could not be read is not written over.
+    if (module1_.is_known(RegistryRoot::kLocalMachine)) store_port(kFallbackPort);
     if (!listen(kFallbackPort)) {
       failure_ = "The web server could not be started on port " + port;
       if (port != kFallbackPort) failure_ += std::string(" nor on port ") + kFallbackPort;

@@ -35,8 +35,8 @@ class DeviceState {
   explicit DeviceState(Module1& module1) : module1_(module1) {}
 
   // Records what a command did, also one that could not be sent: the device then counts as not
-  // reached until a command to it gets through. An "off" is stored with the level "20". A value
-  // that cannot be written is lost without a word; `changed` is raised all the same.
+  // reached until a command to it gets through. An "off" is stored with the level "20".
+  // It is recorded at once and on the disk a little later: Module1::stored() waits for it.
   void setstatus(const std::string& keyname, DeviceOrder state, Source source, bool sent = true);
 
   // Whether the device is recorded as on. False for a device of which nothing is recorded.

@@ -8,16 +8,18 @@
 
 namespace homewarden {
 
-// Shows on the cards what another process has recorded, within a second.
+// Shows on the cards what another process has recorded, about a second later at most.
 class StateWatch {
  public:
   StateWatch(ProgramTimers& timers, Registry& registry, DevicePanel& devices)
       : registry_(registry), devices_(devices) {
     timers.statetimer.tick.connect([this] { look(); });
+    registry.changed.connect([this](RegistryRoot) { look(); });
   }
 
  private:
   void look() {
+    registry_.changes(RegistryRoot::kCurrentUser);  // has them found; nothing here shows them
     const std::uint64_t changes = registry_.changes(RegistryRoot::kLocalMachine);
     if (changes == seen_) return;
     seen_ = changes;

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <chrono>
 #include <cstdlib>
 #include <exception>
 #include <memory>
@@ -36,6 +37,8 @@
 
 namespace homewarden {
 namespace {
+
+constexpr std::chrono::seconds kStorePatience{3};  // at the end, for each file
 
 bool is_set(const char* name) {
   const char* value = std::getenv(name);
@@ -80,7 +83,9 @@ int run(const AppOptions& options, bool offscreen) {
   qt::QtLoop loop;
   const PrintFromLoop printing(loop);
   os_linux::PosixFiles files;
-  store::SqliteRegistry registry(folders.machine, folders.user);
+  store::SqliteRegistry registry(
+      folders.machine, folders.user,
+      [&loop](std::function<void()> function) { loop.post(std::move(function)); });
   os_linux::AbsentServices services;
   os_linux::LockFileInstance instance(folders.machine);
   serial::QtSerialStream stream({folders.machine, options.demo
@@ -125,6 +130,9 @@ int run(const AppOptions& options, bool offscreen) {
   program.start();
   const int result = QApplication::exec();
   program.end();  // before the windows go, which boxes that are still open belong to
+  for (const std::string& file : registry.flush(kStorePatience))
+    std::fprintf(stderr, "Homewarden: %s could not be written; what changed in it last is lost.\n",
+                 file.c_str());
   return result;
 }
 

@@ -144,8 +144,10 @@ Task<HouseEditor::Outcome> HouseEditor::add_to_list(const Addition& addition) {
       if (wrong.empty() && addition.entry.device)
         if (const Device* other = at_same_address(*addition.entry.device, house))
           shared = "\"" + other->name + "\" in the room \"" + other->room + "\"";
-      if (wrong.empty() && shared == accepted)
-        co_return write(addition) ? Outcome::kAdded : Outcome::kNotWritten;
+      if (wrong.empty() && shared == accepted) {
+        const bool written = co_await write(addition);
+        co_return written ? Outcome::kAdded : Outcome::kNotWritten;
+      }
     }
     if (!wrong.empty()) {
       co_await refuse(std::move(wrong));
@@ -167,21 +169,23 @@ Task<bool> HouseEditor::may_share(const Device& added, std::string other) {
   co_return wanted;
 }
 
-bool HouseEditor::write(const Addition& addition) {
-  if (addition.entry.device) return write_device(*addition.entry.device, addition.type);
-  return list_.add(line_of(addition.entry));
+Task<bool> HouseEditor::write(const Addition& addition) {
+  if (!addition.entry.device) co_return list_.add(line_of(addition.entry));
+  const bool written = co_await write_device(*addition.entry.device, addition.type);
+  co_return written;
 }
 
 // The type first, so that a stop leaves no device without it.
-bool HouseEditor::write_device(const Device& device, const std::string& type) {
+Task<bool> HouseEditor::write_device(const Device& device, const std::string& type) {
   const std::string old_type = settings_.read("type", device.key(), "");
   settings_.write("type", device.key(), type);
-  if (list_.add(line_of(ListLine{device.room, device}))) return true;
+  co_await module1_.stored(RegistryRoot::kCurrentUser);
+  if (list_.add(line_of(ListLine{device.room, device}))) co_return true;
   if (old_type.empty())
     settings_.remove("type", device.key());
   else
     settings_.write("type", device.key(), old_type);
-  return false;
+  co_return false;
 }
 
 // The next name may have been typed meanwhile, or another panel opened: then the person goes on

@@ -45,8 +45,8 @@ class HouseEditor {
   Task<void> carry_out(Addition addition);
   Task<void> carry_out_next();
   Task<Outcome> add_to_list(const Addition& addition);
-  bool write(const Addition& addition);
-  bool write_device(const Device& device, const std::string& type);
+  Task<bool> write(const Addition& addition);
+  Task<bool> write_device(const Device& device, const std::string& type);
   Task<bool> may_share(const Device& added, std::string other);
   Task<void> show_added(const Addition& addition);
   TextBox& name_box(const Addition& addition);

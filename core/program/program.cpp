@@ -40,7 +40,7 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
       macros_(frm_main, frm_main.Statusbar, files_.macros),
       macro_editor_(frm_main, frm_main, operations_, platform.loop, module1_, platform.dialogs,
                     files_.macros, events_),
-      profile_switch_(platform.files, settings_, files_.events, platform.folder),
+      profile_switch_(platform.files, settings_, module1_, files_.events, platform.folder),
       profiles_(frm_main, frm_main, frm_main, frm_main, frm_main, operations_, platform.loop,
                 module1_, platform.dialogs, profile_switch_, events_, cleanup_),
       seen_(frm_main.Statusbar, house_, platform.loop, device_state_),

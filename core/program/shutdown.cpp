@@ -124,7 +124,9 @@ void Shutdown::Form_Resize() {
   }
 }
 
+// The service must find that the house is free.
 Task<void> Shutdown::start_service() {
+  co_await module1_.stored(RegistryRoot::kLocalMachine);
   module1_.servicestart("", kServiceName);
   co_await module1_.pause(1);
   if (to_lower(module1_.servicestatus("", kServiceName)) != "stopped") co_return;

@@ -58,6 +58,7 @@ Task<void> Startup::Form_Load() {
   form_.txt_queue.text = std::string();
   form_.sending = false;
 
+  co_await steps_.finish(learn_settings());
   const bool has_house = co_await takeover_.run();
   if (!has_house) {
     loop_.quit();
@@ -82,7 +83,7 @@ Task<void> Startup::Form_Load() {
   fill_macro_lists(form_);
   steps_.run([this] {
     place_window(form_, settings_, desktop_);
-    placed_ = true;
+    placed_ = settings_.are_known();
   });
   steps_.run([this] { form_.com_profile.text = profiles_.active(); });
   fill_event_columns(form_);
@@ -99,6 +100,17 @@ Task<void> Startup::Form_Load() {
   form_.timerdelete.set_enabled(true);
   form_.formloading = false;
   form_.visible = true;
+}
+
+// What is not known yet would be taken for its default, and some defaults be written over it. Then
+// the service, which is stopped next, must find that the house is taken.
+Task<void> Startup::learn_settings() {
+  for (const RegistryRoot root : {RegistryRoot::kLocalMachine, RegistryRoot::kCurrentUser}) {
+    if (module1_.is_known(root)) continue;
+    co_await steps_.progress("Waiting for the settings");
+    co_await module1_.known(root);
+  }
+  co_await module1_.stored(RegistryRoot::kLocalMachine);
 }
 
 // The profile first: it knows whether a missing event list is meant to be missing.

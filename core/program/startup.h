@@ -44,13 +44,15 @@ class Startup {
   bool has_house() const { return takeover_.done(); }
   // Whether no other copy of the program runs: only then may this one say that the house is free.
   bool is_alone() const { return takeover_.is_alone(); }
-  // Whether the window has its place of the last time. False: where it is now must not be stored.
+  // Whether the window has its place of the last time. False, also when that could not be read:
+  // where it is now must not be stored.
   bool has_placed_window() const { return placed_; }
   // Whether the service was stopped and nothing has been loaded yet that says whether it is wanted.
   bool owes_service() const { return takeover_.stopped_service() && !options_set_; }
 
  private:
   Task<void> Form_Load();
+  Task<void> learn_settings();
   void recover_files();
   void show_web_port();
   void set_options();

@@ -88,6 +88,10 @@ void QtLoop::run(const std::function<void()>& function) const {
 #endif
 }
 
+void QtLoop::post(std::function<void()> function) {
+  QMetaObject::invokeMethod(&watchers_, std::move(function), Qt::QueuedConnection);
+}
+
 void QtLoop::watch_readable(int descriptor, std::function<void()> function) {
   auto* notifier = new QSocketNotifier(descriptor, QSocketNotifier::Read, &watchers_);
   QObject::connect(notifier, &QSocketNotifier::activated, notifier, std::move(function));

@@ -24,6 +24,10 @@ class QtLoop : public EventLoop {
   void cancel(CallId id) override;
   void quit() override;
 
+  // Calls the function from the loop soon. May be called from any thread, as long as the loop
+  // lives.
+  void post(std::function<void()> function);
+
   // Calls the function whenever the descriptor has something to read, as long as the loop lives or
   // until the descriptor is closed.
   void watch_readable(int descriptor, std::function<void()> function);

@@ -1,208 +1,122 @@
 #include "platform/store/database.h"
 
-#include <sqlite3.h>
-
-#include <string_view>
-#include <system_error>
 #include <utility>
+
+#include "platform/store/writer.h"
 
 namespace homewarden::store {
 namespace {
 
-// How long a write waits for the other process to finish its own.
-constexpr int kBusyMilliseconds = 5000;
+using std::chrono::milliseconds;
 
-// With a write-ahead log and full synchronisation a value that was written survives a power cut,
-// and readers are never held up by the writer.
-const char* const kSchema =
-    "PRAGMA journal_mode=WAL;"
-    "PRAGMA synchronous=FULL;"
-    "CREATE TABLE IF NOT EXISTS value ("
-    " key TEXT NOT NULL COLLATE NOCASE,"
-    " name TEXT NOT NULL COLLATE NOCASE,"
-    " type INTEGER NOT NULL,"
-    " data BLOB NOT NULL,"
-    " PRIMARY KEY (key, name)) WITHOUT ROWID;";
-
-// Puts a statement back into its first state on every way out.
-class Use {
- public:
-  explicit Use(sqlite3_stmt* statement) : statement_(statement) {}
-  Use(const Use&) = delete;
-  Use& operator=(const Use&) = delete;
-  ~Use() {
-    sqlite3_reset(statement_);
-    sqlite3_clear_bindings(statement_);
-  }
-
- private:
-  sqlite3_stmt* statement_;
-};
-
-void bind_text(sqlite3_stmt* statement, int position, const std::string& text) {
-  sqlite3_bind_text(statement, position, text.data(), static_cast<int>(text.size()), nullptr);
-}
-
-// Processes open a file one after the other. Without that two could change a new file to a
-// write-ahead log at once, for which SQLite does not wait; and one could begin a new file, or a new
-// log, while another sets a damaged one aside, and have it taken away.
-class Turn {
- public:
-  explicit Turn(std::filesystem::path file) {
-    file += ".turn";
-    if (sqlite3_open(file.c_str(), &lock_) != SQLITE_OK) return;
-    sqlite3_busy_timeout(lock_, kBusyMilliseconds);
-    is_held_ = sqlite3_exec(lock_, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr) == SQLITE_OK;
-  }
-  Turn(const Turn&) = delete;
-  Turn& operator=(const Turn&) = delete;
-  ~Turn() { sqlite3_close(lock_); }
-
-  bool is_held() const { return is_held_; }
-
- private:
-  sqlite3* lock_ = nullptr;
-  bool is_held_ = false;
-};
-
-bool is_damage(int result) {
-  return result == SQLITE_NOTADB || result == SQLITE_CORRUPT;
-}
-
-void set_aside(const std::filesystem::path& file) {
-  for (int number = 1; number < 100; ++number) {
-    std::filesystem::path aside = file;
-    aside += ".broken-" + std::to_string(number);
-    std::error_code error;
-    if (std::filesystem::exists(aside, error)) continue;
-    std::filesystem::rename(file, aside, error);
-    for (const char* log : {"-wal", "-shm"}) {
-      std::filesystem::path beside = file;
-      std::filesystem::path beside_aside = aside;
-      std::filesystem::rename(beside += log, beside_aside += log, error);
-    }
-    return;
-  }
-}
+constexpr milliseconds kLookInterval{50};
+constexpr milliseconds kSlow{2000};
+constexpr milliseconds kLastPatience{2000};
 
 }  // namespace
 
-Database::Database(std::filesystem::path file) : file_(std::move(file)) {}
+Database::Database(std::filesystem::path file, std::function<void()> tell)
+    : exchange_(std::make_shared<Exchange>()) {
+  exchange_->state.is_read = false;
+  exchange_->state.file = file.string();
+  exchange_->tell = std::move(tell);
+  writer_ = std::thread([exchange = exchange_, file = std::move(file)]() mutable {
+    Writer(std::move(exchange), std::move(file)).run();
+  });
+}
 
+// A disk that does not answer at all keeps the thread: it is then left to the end of the process.
 Database::~Database() {
-  close();
+  if (!is_hopeless_) flush(kLastPatience);
+  std::unique_lock guard(exchange_->lock);
+  exchange_->stop = true;
+  exchange_->nudge.notify_all();
+  const bool ended =
+      exchange_->progress.wait_for(guard, kLastPatience, [this] { return exchange_->ended; });
+  guard.unlock();
+  if (ended)
+    writer_.join();
+  else
+    writer_.detach();
 }
 
 std::optional<RegistryValue> Database::read(const std::string& key, const std::string& name) {
-  if (!open()) return std::nullopt;
-  const Use use(select_);
-  bind_text(select_, 1, key);
-  bind_text(select_, 2, name);
-  if (sqlite3_step(select_) != SQLITE_ROW) return std::nullopt;
-  RegistryValue value;
-  value.type = static_cast<RegistryType>(sqlite3_column_int(select_, 0));
-  const auto* data = static_cast<const char*>(sqlite3_column_blob(select_, 1));
-  const auto size = static_cast<std::size_t>(sqlite3_column_bytes(select_, 1));
-  if (data) value.data.assign(data, size);
-  return value;
+  take_news();
+  const auto found = values_.find(NameView(key, name));
+  if (found == values_.end()) return std::nullopt;
+  return found->second;
 }
 
-bool Database::write(const std::string& key, const std::string& name, const RegistryValue& value) {
-  if (!open()) return false;
-  const Use use(upsert_);
-  bind_text(upsert_, 1, key);
-  bind_text(upsert_, 2, name);
-  sqlite3_bind_int(upsert_, 3, static_cast<int>(value.type));
-  sqlite3_bind_blob(upsert_, 4, value.data.data(), static_cast<int>(value.data.size()), nullptr);
+void Database::record(const std::string& key, const std::string& name,
+                      std::optional<RegistryValue> value) {
+  take_news();
   ++changes_;
-  return sqlite3_step(upsert_) == SQLITE_DONE;
+  is_hopeless_ = false;
+  const Name where{key, name};
+  if (value)
+    values_.insert_or_assign(where, *value);
+  else
+    values_.erase(where);
+  const std::lock_guard guard(exchange_->lock);
+  put_waiting(where, std::move(value));
 }
 
-bool Database::remove(const std::string& key, const std::string& name) {
-  if (!open()) return false;
-  const Use use(delete_);
-  bind_text(delete_, 1, key);
-  bind_text(delete_, 2, name);
-  ++changes_;
-  return sqlite3_step(delete_) == SQLITE_DONE;
+// To be called with the lock held.
+void Database::put_waiting(const Name& name, std::optional<RegistryValue> value) {
+  if (exchange_->waiting.empty()) exchange_->waiting_since = Clock::now();
+  exchange_->waiting[name] = {++exchange_->state.recorded, std::move(value)};
+  exchange_->nudge.notify_one();
 }
 
 std::uint64_t Database::changes() {
-  if (!open()) return ++changes_;
-  const Use use(version_);
-  const bool known = sqlite3_step(version_) == SQLITE_ROW;
-  const int version = known ? sqlite3_column_int(version_, 0) : 0;
-  if (!known || version != seen_version_) ++changes_;
-  seen_version_ = version;
+  take_news();
+  const auto now = Clock::now();
+  if (now - looked_ >= kLookInterval) {
+    looked_ = now;
+    const std::lock_guard guard(exchange_->lock);
+    exchange_->asked_to_look = true;
+    exchange_->nudge.notify_one();
+  }
   return changes_;
 }
 
-bool Database::open() {
-  if (upsert_) return true;
-  std::error_code ignored;
-  std::filesystem::create_directories(file_.parent_path(), ignored);
-  const Turn turn(file_);
-  int result = try_to_open();
-  if (is_damage(result) && turn.is_held()) {
-    set_aside(file_);
-    result = try_to_open();
-  }
-  return result == SQLITE_OK;
+StoreState Database::state() {
+  const std::lock_guard guard(exchange_->lock);
+  StoreState state = exchange_->state;
+  const bool waits = !exchange_->waiting.empty() && Clock::now() - exchange_->waiting_since > kSlow;
+  if (state.trouble == StoreTrouble::kNone && waits) state.trouble = StoreTrouble::kSlow;
+  return state;
 }
 
-int Database::try_to_open() {
-  int result = sqlite3_open(file_.c_str(), &database_);
-  if (result == SQLITE_OK) result = set_up();
-  if (result != SQLITE_OK) close();
-  return result;
+bool Database::wait_until_read(milliseconds patience) {
+  std::unique_lock guard(exchange_->lock);
+  return exchange_->progress.wait_for(guard, patience, [this] { return exchange_->state.is_read; });
 }
 
-int Database::set_up() {
-  sqlite3_busy_timeout(database_, kBusyMilliseconds);
-  int result = sqlite3_exec(database_, kSchema, nullptr, nullptr, nullptr);
-  // A file that may not be written can still be read when its table is there.
-  if (result == SQLITE_READONLY) result = SQLITE_OK;
-  if (result == SQLITE_OK) result = check_pages();
-  return result == SQLITE_OK ? prepare() : result;
+bool Database::flush(milliseconds patience) {
+  take_news();  // which may have to be written
+  std::unique_lock guard(exchange_->lock);
+  ++exchange_->flushing;
+  exchange_->nudge.notify_all();
+  const bool done = exchange_->progress.wait_for(
+      guard, patience, [this] { return exchange_->state.on_disk == exchange_->state.recorded; });
+  --exchange_->flushing;
+  is_hopeless_ = !done;
+  return done;
 }
 
-// A file may begin as a database and have spoiled pages further on, which nothing would get past.
-int Database::check_pages() {
-  sqlite3_stmt* check = nullptr;
-  int result = sqlite3_prepare_v2(database_, "PRAGMA quick_check(1)", -1, &check, nullptr);
-  if (result == SQLITE_OK) result = sqlite3_step(check);
-  if (result == SQLITE_ROW) {
-    const auto* verdict = static_cast<const char*>(sqlite3_column_blob(check, 0));
-    const auto size = static_cast<std::size_t>(sqlite3_column_bytes(check, 0));
-    result = verdict && std::string_view(verdict, size) == "ok" ? SQLITE_OK : SQLITE_CORRUPT;
-  }
-  sqlite3_finalize(check);
-  return result;
-}
-
-int Database::prepare() {
-  const auto make = [this](const char* text, sqlite3_stmt** statement) {
-    return sqlite3_prepare_v3(database_, text, -1, SQLITE_PREPARE_PERSISTENT, statement, nullptr);
-  };
-  int result = make("SELECT type, data FROM value WHERE key=? AND name=?", &select_);
-  if (result == SQLITE_OK) result = make("DELETE FROM value WHERE key=? AND name=?", &delete_);
-  // A number that changes when another connection has changed the file.
-  if (result == SQLITE_OK) result = make("PRAGMA data_version", &version_);
-  if (result != SQLITE_OK) return result;
-  // The last one: where it is there, the file is open.
-  return make(
-      "INSERT INTO value VALUES (?, ?, ?, ?) ON CONFLICT (key, name) "
-      "DO UPDATE SET type=excluded.type, data=excluded.data",
-      &upsert_);
-}
-
-void Database::close() {
-  sqlite3_finalize(std::exchange(select_, nullptr));
-  sqlite3_finalize(std::exchange(delete_, nullptr));
-  sqlite3_finalize(std::exchange(version_, nullptr));
-  sqlite3_finalize(std::exchange(upsert_, nullptr));
+// What is recorded and not written yet counts more than what the file says.
+void Database::take_news() {
+  if (!exchange_->has_news) return;
   ++changes_;
-  sqlite3_close(std::exchange(database_, nullptr));
+  const std::lock_guard guard(exchange_->lock);
+  exchange_->has_news = false;
+  if (std::exchange(exchange_->is_another_file, false))
+    for (const auto& [name, value] : values_)
+      if (!exchange_->found->contains(name)) put_waiting(name, value);
+  values_.swap(*exchange_->found);
+  exchange_->found.reset();
+  carry_over(exchange_->waiting, values_);
 }
 
 }  // namespace homewarden::store

@@ -108,12 +108,14 @@ class KillStory : public ::testing::TestWithParam<Operation> {
     house.files.torn_percent = torn_percent;
     furnish(house);
     house.open_connected();
+    house.registry.is_lazy = true;
     house.registry.may_change = [&house] { return house.files.step(); };
     house.files.stop_at(stop);
     operation.start(house);
     house.loop.advance(40s);
     if (steps) *steps = house.files.steps();
     house.forget_program();
+    house.registry.lose_unwritten();
     house.files.no_stop();
     house.registry.may_change = nullptr;
     house.open();

@@ -1,0 +1,57 @@
+#include "platform/store/connection.h"
+
+#include <sqlite3.h>
+
+#include <cstdlib>
+
+namespace homewarden::store {
+
+int Connection::open(const std::filesystem::path& file) {
+  sqlite3* opened = nullptr;
+  const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+  int result = sqlite3_open_v2(file.c_str(), &opened, flags, nullptr);
+  database_.reset(opened);
+  if (result == SQLITE_OK) result = set_up(opened, is_new_);
+  // What may only be read is opened all the same.
+  if (result == SQLITE_OK && sqlite3_db_readonly(opened, "main") == 1) result = SQLITE_READONLY;
+  if (result == SQLITE_OK) result = check_pages(opened);
+  if (result == SQLITE_OK) return result;
+  note_system_error();
+  close();
+  return result;
+}
+
+int Connection::load_all(Values& values) {
+  values.clear();
+  seen_version_ = data_version();  // first: what is written meanwhile is found at the next look
+  return load(database_.get(), values);
+}
+
+bool Connection::has_changed() {
+  return data_version() != seen_version_;
+}
+
+bool Connection::has_moved() {
+  int moved = 0;
+  sqlite3_file_control(database_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+  return moved != 0;
+}
+
+void Connection::note_system_error() {
+  system_error_ = sqlite3_system_errno(database_.get());
+}
+
+// A number that changes when another connection has changed the file; 0 while it cannot be read.
+int Connection::data_version() {
+  int version = 0;
+  sqlite3_exec(
+      database_.get(), "PRAGMA data_version",
+      [](void* into, int, char** texts, char**) {
+        *static_cast<int*>(into) = std::atoi(texts[0]);
+        return 0;
+      },
+      &version, nullptr);
+  return version;
+}
+
+}  // namespace homewarden::store
