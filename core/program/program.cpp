@@ -25,6 +25,7 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
       devices_(frm_main, frm_main, operations_, house_, device_state_, commands_, presses_,
                platform.dialogs, platform.sounds, platform.folder),
       state_watch_(frm_main, platform.registry, devices_),
+      store_notices_(platform.registry, notices_, frm_main.Statusbar, frm_main),
       tree_(frm_main, operations_, platform.loop, rooms_, house_, devices_),
       events_(frm_main, frm_main, frm_main, module1_, house_, files_.events, files_.macros),
       editor_(frm_main, frm_main.Tree, frm_main.Statusbar, frm_main, frm_main, operations_,
@@ -92,6 +93,7 @@ Program::~Program() {
 }
 
 void Program::start() {
+  store_notices_.look();
   startup_.start();
 }
 

@@ -25,6 +25,7 @@
 #include "core/notices.h"
 #include "core/program/shutdown.h"
 #include "core/program/startup.h"
+#include "core/program/store_notices.h"
 #include "core/settings.h"
 #include "platform/platform.h"
 #include "sun/location.h"
@@ -86,6 +87,7 @@ class Program {
   Presses presses_;
   DevicePanel devices_;
   StateWatch state_watch_;
+  StoreNotices store_notices_;
   NavigationTree tree_;
   EventList events_;
   EventEditor editor_;
