@@ -44,10 +44,12 @@ def free_port():
 
 
 class House:
-  """A demo house with the program running in it. `inside` is a command that starts others; what is
-  printed goes to `sink`, or to where text() finds it."""
+  """A demo house with the program running in it. `inside` is a command that starts others, `before`
+  a script for the shell that starts the program on disks of its own; what is printed goes to `sink`,
+  or to where text() finds it."""
 
-  def __init__(self, passwords=None, hosts="", descriptors=None, inside=(), sink=None, options=()):
+  def __init__(self, passwords=None, hosts="", descriptors=None, inside=(), before="", sink=None,
+               options=()):
     self.home = tempfile.TemporaryDirectory()
     self.folder = pathlib.Path(self.home.name) / "homewarden-demo"
     self.html = self.folder / "html"
@@ -60,6 +62,7 @@ class House:
       (self.html / "htaccess.txt").write_bytes(passwords)
     self.furnish()
     self.descriptors = descriptors
+    self.before = before
     self.sink = sink
     self.options = list(options)
     self.output = pathlib.Path(self.home.name) / "output"
@@ -76,8 +79,8 @@ class House:
     limit = lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (self.descriptors,) * 2)
     with self.sink or open(self.output, "wb") as output:
       self.process = subprocess.Popen(
-          [*self.inside, PROGRAM, "--demo", *self.options], stdout=output,
-          stderr=subprocess.STDOUT, env=environment,
+          [*self.inside, *self._disks(), PROGRAM, "--demo", "--report-loop", *self.options],
+          stdout=output, stderr=subprocess.STDOUT, env=environment,
           preexec_fn=limit if self.descriptors else None)
     try:
       wait_until(self._is_ready, "the web server and the power line")
@@ -88,6 +91,11 @@ class House:
   def kill(self):
     self.process.kill()
     self.process.wait()
+
+  def _disks(self):
+    if not self.before:
+      return []
+    return ["unshare", "--map-root-user", "--mount", "sh", "-ec", self.before + '; exec "$@"', "sh"]
 
   def furnish(self):
     """Rooms and devices other than those of the demo."""
@@ -102,6 +110,10 @@ class House:
   def _leave(self):
     self.kill()
     self.home.cleanup()
+
+  def longest_turn(self):
+    """Milliseconds, also those that it waited and those that the machine was elsewhere."""
+    return max(map(float, re.findall(r"^loop ([\d.]+) ms late", self.text(), re.M)), default=0)
 
   def text(self):
     return self.output.read_text(errors="replace")

@@ -11,6 +11,13 @@ SCHEMA = """CREATE TABLE IF NOT EXISTS value (key TEXT NOT NULL COLLATE NOCASE,
   PRIMARY KEY (key, name)) WITHOUT ROWID"""
 
 
+def read_value(path, key, name):
+  """What a reader finds in a file of settings; None for nothing."""
+  with contextlib.closing(sqlite3.connect(path, timeout=30)) as database:
+    found = database.execute("SELECT data FROM value WHERE key=? AND name=?", (key, name)).fetchone()
+    return found and found[0].decode("cp1252")
+
+
 def write_values(folder, store, key, values):
   """Adds texts to the store "machine" or "user" below the folder of a house."""
   (folder / store).mkdir(parents=True, exist_ok=True)
