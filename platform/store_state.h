@@ -11,9 +11,9 @@ enum class StoreTrouble {
   kReadOnly,   // the disk takes no changes
   kForbidden,  // the permissions of the file or its folder
   kNoSpace,
-  kLocked,  // another program has held it for longer than a second
+  kLocked,   // another program has held it for longer than a second
   kDamaged,  // and could not be set aside
-  kSlow,    // the disk has not answered for two seconds
+  kSlow,     // the disk has not answered for two seconds
   kFailing,  // whatever else the disk reports
 };
 
