@@ -131,8 +131,8 @@ int run(const AppOptions& options, bool offscreen) {
   const int result = QApplication::exec();
   program.end();  // before the windows go, which boxes that are still open belong to
   for (const std::string& file : registry.flush(kStorePatience))
-    std::fprintf(stderr, "Homewarden: %s could not be written; what changed in it last is lost.\n",
-                 file.c_str());
+    standard_error().print("Homewarden: " + file +
+                           " could not be written; what changed in it last is lost.");
   return result;
 }
 
