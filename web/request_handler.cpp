@@ -107,7 +107,7 @@ Task<void> RequestHandler::switch_device(int id, SwitchQuery device, bool on, Pa
   const Device* known = house_.by_key(device.key);
   SwitchTarget target{device.house, device.unit, known ? known->key() : std::string()};
   const auto asked = loop_.uptime();
-  LineTurn turn = co_await commands_.take_line();
+  LineTurn turn = co_await commands_.take_line(Source::kWeb);
   // Whoever pressed may have gone while others had the line.
   if (loop_.uptime() != asked && !web_.IsAwaited(id)) co_return;
   DeviceOrder order{on, kFullyOn};

@@ -11,6 +11,7 @@ namespace homewarden {
 namespace {
 
 constexpr int kFullyOn = 100;
+constexpr unsigned long kPatience = 2;  // turns of others on the line
 
 // Every occurrence, letter case ignored.
 std::string without_item(std::string queue, const std::string& item) {
@@ -32,13 +33,23 @@ CommandQueue::CommandQueue(ProgramTimers& timers, HiddenLists& lists, const Flag
 
 Task<void> CommandQueue::timerqueue_run() {
   const std::string queue = queue_.text;
-  if (flags_.sending || running_ || queue.empty()) co_return;
+  if (running_ || queue.empty()) co_return;
+  if (is_to_wait()) co_return;
   const FlagGuard running(running_);
   const std::string item = queue.substr(0, queue.find('~'));
   const auto command = parse_queue_item(item);
   if (command) co_await carry_out(*command);
   // A last item without its tilde goes too, or it would stay at the front for ever.
   queue_.text = queue_.text.get() == item ? std::string() : without_item(queue_.text, item + "~");
+}
+
+bool CommandQueue::is_to_wait() {
+  if (!flags_.sending) {
+    put_off_at_.reset();
+    return false;
+  }
+  if (!put_off_at_) put_off_at_ = commands_.line_turns();
+  return commands_.line_turns() < *put_off_at_ + kPatience;
 }
 
 Task<void> CommandQueue::carry_out(QueuedCommand command) {

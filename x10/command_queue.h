@@ -25,7 +25,7 @@ struct QueuedCommand {
 std::optional<QueuedCommand> parse_queue_item(std::string_view item);
 
 // Carries out what macros have queued: one command at each tick of `timerqueue`, and none while
-// another command is being sent.
+// another command is being sent. When others never stop sending, it takes its turns among them.
 class CommandQueue {
  public:
   CommandQueue(ProgramTimers& timers, HiddenLists& lists, const Flags& flags,
@@ -33,10 +33,13 @@ class CommandQueue {
                SeenCommands& seen);
 
   // Carries out the first item and then removes every copy of it, whether or not it could be sent.
-  // Nothing happens while another command is being sent; what is no command is removed unsent.
+  // While another command is being sent nothing happens, until two others have had the line since
+  // the queue was first put off; then it waits for its turn among them. What is no command is
+  // removed unsent.
   Task<void> timerqueue_run();
 
  private:
+  bool is_to_wait();
   Task<void> carry_out(QueuedCommand command);
 
   TextBox& queue_;
@@ -45,6 +48,7 @@ class CommandQueue {
   DeviceCommands& commands_;
   SeenCommands& seen_;
   bool running_ = false;
+  std::optional<unsigned long> put_off_at_;  // turns on the line at the first tick of a crowd
 };
 
 }  // namespace homewarden

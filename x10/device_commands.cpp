@@ -60,37 +60,46 @@ DeviceCommands::DeviceCommands(StatusBar& status, Flags& flags, EventLoop& loop,
 Task<bool> DeviceCommands::turnon(SwitchTarget target, int percent, Source source) {
   const Sending sending(*this);
   const DeviceOrder order{true, percent};
-  LineTurn turn = co_await turns_.take();
+  LineTurn turn = co_await turns_.take(source);
   co_return co_await carry_out(std::move(turn), std::move(target), order, source);
 }
 
 Task<bool> DeviceCommands::turnoff(SwitchTarget target, Source source) {
   const Sending sending(*this);
   const DeviceOrder order{false};
-  LineTurn turn = co_await turns_.take();
+  LineTurn turn = co_await turns_.take(source);
   co_return co_await carry_out(std::move(turn), std::move(target), order, source);
 }
 
 Task<bool> DeviceCommands::carry_out(LineTurn turn, SwitchTarget target, DeviceOrder order,
                                      Source source, bool bright) {
   const Sending sending(*this);
-  bool sent = false;
-  {
-    const OnTheWay on_the_way(*this, target.key);
-    // A lamp that is on stays at its level when it gets a mere On, and one that the last command
-    // did not reach may be at any level.
-    const bool may_be_dimmed =
-        state_.getlaststatus(target.key) &&
-        (state_.level(target.key) < kFullyOn || state_.not_sent(target.key).has_value());
-    sent = co_await send_order(target, order, bright || may_be_dimmed);
-    if (!target.key.empty()) state_.setstatus(target.key, order, source, sent);
-    tried(target, sent);
-  }
-  turn.release();
+  const bool sent = co_await send_and_record(std::move(turn), target, order, source, bright);
+  co_await finish(std::move(target), order);
+  co_return sent;
+}
+
+Task<bool> DeviceCommands::send_and_record(LineTurn turn, SwitchTarget target, DeviceOrder order,
+                                           Source source, bool bright) {
+  const Sending sending(*this);
+  const LineTurn has_the_line(std::move(turn));
+  const OnTheWay on_the_way(*this, target.key);
+  // A lamp that is on stays at its level when it gets a mere On, and one that the last command did
+  // not reach may be at any level.
+  const bool may_be_dimmed =
+      state_.getlaststatus(target.key) &&
+      (state_.level(target.key) < kFullyOn || state_.not_sent(target.key).has_value());
+  const bool sent = co_await send_order(target, order, bright || may_be_dimmed);
+  if (!target.key.empty()) state_.setstatus(target.key, order, source, sent);
+  tried(target, sent);
+  co_return sent;
+}
+
+Task<void> DeviceCommands::finish(SwitchTarget target, DeviceOrder order) {
+  const Sending sending(*this);
   co_await module1_.pause(1);
   const int dimmed_or_on = order.level == kFullyOn ? kX10On : kX10Dim;
   carried_out(target.house_code, target.unit, order.on ? dimmed_or_on : kX10Off);
-  co_return sent;
 }
 
 // Gives up at the first command that did not go out: what follows would start from another level.
@@ -118,7 +127,7 @@ Task<bool> DeviceCommands::send_order(SwitchTarget target, DeviceOrder order, bo
 
 Task<bool> DeviceCommands::turndim(SwitchTarget target) {
   const Sending sending(*this);
-  const LineTurn turn = co_await turns_.take();
+  const LineTurn turn = co_await turns_.take(Source::kWindow);
   const OnTheWay on_the_way(*this, target.key);
   const bool sent = co_await send(target, kX10Dim, 20);
   report(sent, "DIMMED", "DIM", target);
@@ -127,7 +136,7 @@ Task<bool> DeviceCommands::turndim(SwitchTarget target) {
 }
 
 Task<bool> DeviceCommands::turnbright(SwitchTarget target) {
-  const LineTurn turn = co_await turns_.take();
+  const LineTurn turn = co_await turns_.take(Source::kWindow);
   const OnTheWay on_the_way(*this, target.key);
   const bool sent = co_await send(target, kX10Bright, 20);
   report(sent, "BRIGHT command sent to", "send a BRIGHT command to", target);

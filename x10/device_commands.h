@@ -30,7 +30,7 @@ struct SwitchTarget {
 // commands are sent, the outcome is recorded and told (DeviceState::changed), reported in the
 // status line, and a second later macros hear of it.
 //
-// One act at a time has the line; others wait in the order of asking. All results are true when
+// One act at a time has the line; others take turns (x10/line_turns.h). All results are true when
 // every command went out on the power line. What did not is recorded all the same, as not sent.
 class DeviceCommands {
  public:
@@ -48,8 +48,19 @@ class DeviceCommands {
   // an On at 100 whatever is recorded.
   Task<bool> carry_out(LineTurn turn, SwitchTarget target, DeviceOrder order, Source source,
                        bool bright = false);
-  // Waits until nobody else has the line.
-  Task<LineTurn> take_line() { return turns_.take(); }
+  // The same in two steps. The first returns when the command is out and recorded, the second after
+  // the pause; nothing may be waited for in between.
+  Task<bool> send_and_record(LineTurn turn, SwitchTarget target, DeviceOrder order, Source source,
+                             bool bright = false);
+  Task<void> finish(SwitchTarget target, DeviceOrder order);
+
+  // Waits for the turn of this source. `since` is when the wait began, for somebody who asks later.
+  Task<LineTurn> take_line(Source source) { return turns_.take(source); }
+  Task<LineTurn> take_line(Source source, LineTurns::Moment since) {
+    return turns_.take(source, since);
+  }
+  LineTurns::Moment line_moment() const { return turns_.now(); }
+  unsigned long line_turns() const { return turns_.count(); }
 
   // A step of 20 % down or up, without a pause behind it. Nothing is recorded, whatever the result:
   // what level comes out is not known.

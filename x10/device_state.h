@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -10,6 +11,7 @@ namespace homewarden {
 
 // Where a command comes from.
 enum class Source { kWindow, kEvent, kQueue, kWeb, kPowerLine };
+inline constexpr std::size_t kSources = 5;
 
 // What a device is told: off, or on at a level from 0 to 100 percent.
 struct DeviceOrder {

@@ -51,7 +51,7 @@ std::optional<int> Presses::wished_level(const std::string& device_key) {
 }
 
 void Presses::add(const Device& device, DeviceOrder order, bool is_level) {
-  waiting_.push_back({device, device.key(), order, is_level});
+  waiting_.push_back({device, device.key(), order, is_level, commands_.line_moment()});
   changed(device.key());
   if (!working_) operations_.start(work_off());
 }
@@ -68,7 +68,7 @@ Presses::Press* Presses::last_of(const std::string& key) {
 Task<void> Presses::work_off() {
   const FlagGuard working(working_);
   while (!waiting_.empty()) {
-    LineTurn turn = co_await commands_.take_line();
+    LineTurn turn = co_await commands_.take_line(Source::kWindow, waiting_.front().since);
     const std::string key = waiting_.front().key;
     on_the_line_ = std::move(waiting_.front());
     waiting_.pop_front();

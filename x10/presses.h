@@ -45,6 +45,7 @@ class Presses {
     std::string key;
     DeviceOrder order;
     bool is_level = false;
+    LineTurns::Moment since = 0;
   };
 
   void add(const Device& device, DeviceOrder order, bool is_level);
