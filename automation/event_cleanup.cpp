@@ -9,10 +9,11 @@
 
 namespace homewarden {
 
-EventCleanup::EventCleanup(ProgramTimers& timers, OnceRemoval& due, Flags& flags, StatusBar& status,
-                           Operations& operations, EventLoop& loop, Module1& module1,
-                           ListFile& events, EventList& list)
+EventCleanup::EventCleanup(ProgramTimers& timers, OnceRemoval& due, OnceEvents& once, Flags& flags,
+                           StatusBar& status, Operations& operations, EventLoop& loop,
+                           Module1& module1, ListFile& events, EventList& list)
     : due_(due),
+      once_(once),
       flags_(flags),
       status_(status),
       loop_(loop),
@@ -30,6 +31,7 @@ Task<void> EventCleanup::timerdelete_run() {
   const FlagGuard cleaning(cleaning_);
   for (std::size_t slot = 0; slot < OnceRemoval::kOnceSlots; ++slot)
     if (!due_.once_removal[slot].empty()) co_await remove_once_event(due_.once_removal[slot]);
+  if (once_.has_unqueued()) once_.look_for_unqueued(events_.content().value_or(""));
 }
 
 void EventCleanup::remove_due_events() {
@@ -37,7 +39,7 @@ void EventCleanup::remove_due_events() {
     std::string& key = due_.once_removal[slot];
     if (key.empty()) continue;
     const bool removed = !events_.exists() || (write_without(key) && events_.use_scratch());
-    if (removed) key.clear();
+    if (removed) once_.removed(key);
   }
 }
 
@@ -50,20 +52,27 @@ bool EventCleanup::write_without(const std::string& once_key) {
 Task<void> EventCleanup::remove_once_event(std::string& slot) {
   {
     const FileLock lock = co_await lock_files(flags_, module1_);
-    if (slot.empty() || !events_.exists()) {
-      slot.clear();
+    if (slot.empty()) co_return;
+    if (!events_.exists()) {
+      once_.removed(slot);
       co_return;
     }
     status_.panel2 = "Found an old event to delete, deleting now";
     co_await pending_events(loop_);
     events_.remove_scratch();
-    if (!write_without(slot)) co_return;
+    if (!write_without(slot)) {
+      once_.not_removed(slot);
+      co_return;
+    }
     status_.panel2 = "Old event deleted at " + hh_mm(loop_.local_time());
     co_await pending_events(loop_);
     co_await module1_.pause(1);
-    if (!events_.use_scratch()) co_return;
+    if (!events_.use_scratch()) {
+      once_.not_removed(slot);
+      co_return;
+    }
     co_await module1_.pause(1);
-    slot.clear();
+    once_.removed(slot);
   }
   co_await list_.loadevents();
 }

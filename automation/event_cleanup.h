@@ -3,6 +3,7 @@
 #include <string>
 
 #include "automation/event_list.h"
+#include "automation/once_events.h"
 #include "base/operations.h"
 #include "base/task.h"
 #include "core/list_file.h"
@@ -16,12 +17,12 @@ namespace homewarden {
 // Takes once-events that have come due out of the event list, every ten seconds.
 class EventCleanup {
  public:
-  EventCleanup(ProgramTimers& timers, OnceRemoval& due, Flags& flags, StatusBar& status,
-               Operations& operations, EventLoop& loop, Module1& module1, ListFile& events,
-               EventList& list);
+  EventCleanup(ProgramTimers& timers, OnceRemoval& due, OnceEvents& once, Flags& flags,
+               StatusBar& status, Operations& operations, EventLoop& loop, Module1& module1,
+               ListFile& events, EventList& list);
 
   // Removes the once-events whose keys wait in `once_removal`. What cannot be removed now, because
-  // the files are in use or cannot be written, keeps its slot for the next run.
+  // the files are in use or cannot be written, keeps its slot for the next run; the second is told.
   Task<void> timerdelete_run();
 
   // The same at once, without a word, for who holds the files. What cannot be removed keeps its
@@ -33,6 +34,7 @@ class EventCleanup {
   Task<void> remove_once_event(std::string& slot);
 
   OnceRemoval& due_;
+  OnceEvents& once_;
   Flags& flags_;
   StatusBar& status_;
   EventLoop& loop_;

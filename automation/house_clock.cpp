@@ -32,17 +32,17 @@ void HouseClock::tick() {
   const Date now = date_of(local);
   const bool another_date = last_tick_ && floor<days>(*last_tick_) != floor<days>(now);
   if (another_date || hh_mm(local) == "00:00") new_day_();
-  if (has_jumped(now)) timers_.eventtimer.tick();
+  if (is_first_or_jumped(now)) timers_.eventtimer.tick();
 }
 
-bool HouseClock::has_jumped(Date now) {
+bool HouseClock::is_first_or_jumped(Date now) {
   const milliseconds uptime = loop_.uptime();
   const bool first = !last_tick_;
   const milliseconds shown = first ? milliseconds(0) : now - *last_tick_;
   const milliseconds passed = uptime - last_uptime_;
   last_tick_ = now;
   last_uptime_ = uptime;
-  return !first && abs(shown - passed) > kJump;
+  return first || abs(shown - passed) > kJump;
 }
 
 }  // namespace homewarden

@@ -12,8 +12,8 @@
 namespace homewarden {
 
 // The clock in the status bar. Tells when the sun times of another day are needed, and lets the
-// scheduler run at once when the wall clock has jumped: the machine slept, summer time began or
-// ended, or somebody set the clock.
+// scheduler run at once at its first tick, for what was missed before the program ran, and when the
+// wall clock has jumped: the machine slept, summer time began or ended, or somebody set the clock.
 class HouseClock {
  public:
   // `new_day` is called on every tick of the first minute of a day, and when the date changed in
@@ -23,7 +23,7 @@ class HouseClock {
 
  private:
   void tick();
-  bool has_jumped(Date now);
+  bool is_first_or_jumped(Date now);
 
   StatusBar& status_;
   ProgramTimers& timers_;

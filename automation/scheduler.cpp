@@ -14,15 +14,13 @@
 namespace homewarden {
 namespace {
 
+using std::chrono::days;
+using std::chrono::floor;
+using std::chrono::minutes;
+
 constexpr int kInterval = 60000;
 constexpr int kLinesPerTurn = 4096;  // a few milliseconds, so that the window stays alive
-
-std::string caught_up_text(const std::vector<MinuteCheck>& minutes, int events) {
-  const std::size_t last_skipped = minutes.size() - 2;
-  return "Caught up " + std::to_string(events) + (events == 1 ? " event" : " events") +
-         " of the time from " + hh_mm(minutes.front().minute) + " to " +
-         hh_mm(minutes[last_skipped].minute) + ", which the clock skipped";
-}
+constexpr int kNotesPerTurn = 64;
 
 }  // namespace
 
@@ -59,19 +57,22 @@ class Scheduler::Turn {
 };
 
 Scheduler::Scheduler(StatusBar& status, ProgramTimers& timers, Flags& flags, const SunTimes& sun,
-                     OnceRemoval& once, Operations& operations, EventLoop& loop, Module1& module1,
-                     ListFile& events, DeviceCommands& commands,
-                     std::function<void()> close_program)
+                     const Location& location, EventMemory& memory, OnceEvents& once,
+                     Operations& operations, EventLoop& loop, Module1& module1, ListFile& events,
+                     DeviceCommands& commands, std::function<void()> close_program)
     : status_(status),
       timers_(timers),
       flags_(flags),
       sun_(sun),
+      location_(location),
+      memory_(memory),
       once_(once),
       loop_(loop),
       module1_(module1),
       events_(events),
       commands_(commands),
-      close_program_(std::move(close_program)) {
+      close_program_(std::move(close_program)),
+      started_(minute_of(loop.local_time())) {
   timers.eventtimer.tick.connect([this, &operations] { operations.start(eventtimer_run()); });
 }
 
@@ -83,23 +84,48 @@ Task<void> Scheduler::eventtimer_run() {
     close_program_();
     co_return;
   }
+  const bool continues = checked_.empty() && begin();
   const Minute now = minute_of(loop_.local_time());
-  auto minutes = minutes_to_check(checked_, now);
+  if (checked_.back().last == now) co_return;
+  const Run run{++last_run_, now, missed_before(checked_, now), checked_, continues};
   checked_ = with_checked(std::move(checked_), now);
-  co_await check(std::move(minutes));
-}
-
-Task<void> Scheduler::check(std::vector<MinuteCheck> minutes) {
-  int carried_out = 0;
-  for (std::size_t i = 0; i < minutes.size(); ++i) {
-    const int events = co_await pass(minutes[i]);
-    if (i + 1 < minutes.size()) carried_out += events;
+  runs_.push_back({run.number, checked_});
+  try {
+    const bool was_read = co_await look_at(run);
+    if (!was_read && run.number == last_run_) checked_ = run.checked_before;
+    finish(run, was_read);
+  } catch (...) {
+    finish(run, true);
+    throw;
   }
-  if (minutes.size() > 1) status_.panel2 = caught_up_text(minutes, carried_out);
 }
 
-// The number of events that were carried out.
-Task<int> Scheduler::pass(MinuteCheck check) {
+// False at the very first start: nothing was missed before the program ran.
+bool Scheduler::begin() {
+  memory_.load();
+  once_.restore();
+  checked_ = memory_.checked();
+  if (!checked_.empty()) return true;
+  checked_.push_back({started_, started_});
+  memory_.set_checked(checked_);
+  return false;
+}
+
+// A minute counts on the disk when all events of it and of those before have had their turn.
+void Scheduler::finish(const Run& run, bool was_read) {
+  const auto done = std::find_if(runs_.begin(), runs_.end(), [&run](const Unfinished& unfinished) {
+    return unfinished.run == run.number;
+  });
+  if (done == runs_.end()) return;
+  if (was_read && done == runs_.begin())
+    memory_.set_checked(std::move(done->checked));
+  else if (was_read)
+    std::prev(done)->checked = std::move(done->checked);
+  runs_.erase(done);
+}
+
+// False when there is a list that cannot be read.
+Task<bool> Scheduler::look_at(Run run) {
   // A profile that is being changed to may bring a list.
   if (!events_.exists() && !flags_.filebusy) co_return no_events();
   const FilesInUse files = co_await take_files();
@@ -108,14 +134,23 @@ Task<int> Scheduler::pass(MinuteCheck check) {
   const auto content = events_.content();
   if (!content) {
     status_.panel2 = "Timer, the event list evelst.hwd cannot be read";
-    co_return 0;
+    co_return false;
   }
-  co_return co_await look_for_events(check, *content);
+  const MinuteSpan this_minute{run.now, run.now};
+  auto due = co_await due_events(*content, this_minute, sun_);
+  std::string caught_up;
+  if (run.missed)
+    caught_up = co_await catch_up(run, *content, due);
+  else if (is_long_ago(run.checked_before, run.now))
+    caught_up = "The clock went on by more than a month, whose events are left out";
+  co_await run_due(std::move(due), run);
+  if (!caught_up.empty()) status_.panel2 = std::move(caught_up);
+  co_return true;
 }
 
-int Scheduler::no_events() {
+bool Scheduler::no_events() {
   status_.panel2 = "Timer running, no events to run.";
-  return 0;
+  return true;
 }
 
 Task<Scheduler::FilesInUse> Scheduler::take_files() {
@@ -124,53 +159,116 @@ Task<Scheduler::FilesInUse> Scheduler::take_files() {
   co_return FilesInUse(*this);
 }
 
-Task<int> Scheduler::look_for_events(MinuteCheck check, std::string_view lines) {
-  int carried_out = 0;
-  const int now = minute_of_day(check.minute);
+// The events that are due within the span, which lies on one day, by the order of the list. A
+// once-event that has run and could not be removed yet is none.
+Task<std::vector<DueEvent>> Scheduler::due_events(std::string_view lines, MinuteSpan span,
+                                                  SunTimes sun) {
+  std::vector<DueEvent> found;
+  const auto today = floor<days>(span.first);
   LineReader reader(lines);
   for (int number = 1;; ++number) {
     const auto line = reader.next();
-    if (!line) co_return carried_out;
+    if (!line) co_return found;
     if (number % kLinesPerTurn == 0) co_await pending_events(loop_);
     const auto fields = split_event(*line);
     if (!fields) continue;
-    const auto due = due_minute((*fields)[4], sun_.sunrise_time, sun_.sunset_time);
-    if (due != now) continue;
+    const auto due = due_minute((*fields)[4], sun.sunrise_time, sun.sunset_time);
+    if (!due || today + minutes(*due) < span.first || today + minutes(*due) > span.last) continue;
     EventRecord event = event_of(*fields);
-    const bool is_once = event.freq == "once";
-    if (check.repeated && (!is_once || is_queued(event))) continue;
-    const bool ran = co_await carry_out(event, check.minute, now);
-    if (ran) ++carried_out;
-    if (is_once) queue_removal(event);
+    if (event.freq == "once" && once_.is_queued(event)) continue;
+    found.push_back({std::move(event), today + minutes(*due)});
   }
 }
 
-// False, with nothing sent, on a day that is not the event's and for an event without an address or
-// a level.
-Task<bool> Scheduler::carry_out(EventRecord event, Minute minute, int due) {
-  status_.panel2 = "Timer, found match with " + hh_mm(due) + " and " + hh_mm(minute);
-  if (!contains_ignoring_case(event.days, std::string(1, weekday_letter(minute)))) co_return false;
-  if (!why_never_run(event).empty()) co_return false;
-
-  SwitchTarget target = target_of(event);
-  if (event.action == "on")
-    co_await commands_.turnon(std::move(target), event_level(event).value_or(0), Source::kEvent);
-  else
-    co_await commands_.turnoff(std::move(target), Source::kEvent);
-  co_return true;
+// Of a longer gap only the last day can still do something. The text that tells of it.
+Task<std::string> Scheduler::catch_up(Run run, std::string_view lines,
+                                      const std::vector<DueEvent>& next) {
+  const MinuteSpan gap{std::max(run.missed->first, run.now - kLatestOff), run.missed->last};
+  std::vector<DueEvent> missed;
+  for (auto day = floor<days>(gap.first); day <= floor<days>(gap.last); day += days(1)) {
+    const MinuteSpan part{std::max<Minute>(gap.first, day),
+                          std::min<Minute>(gap.last, day + days(1) - minutes(1))};
+    const SunTimes sun = location_.sun_times(day);
+    auto found = co_await due_events(lines, part, sun);
+    std::move(found.begin(), found.end(), std::back_inserter(missed));
+  }
+  std::stable_sort(missed.begin(), missed.end(),
+                   [](const DueEvent& a, const DueEvent& b) { return a.due < b.due; });
+  for (const DueEvent& due : missed)
+    if (due.event.freq == "once" && had_turn(due)) once_.queue(due.event);
+  CatchUp plan = plan_catch_up(std::move(missed), next, run.now,
+                               [this](const DueEvent& due) { return had_turn(due); });
+  int notes = 0;
+  for (const DueEvent& due : plan.gave_way) {
+    note_turn(due);
+    if (++notes % kNotesPerTurn == 0) co_await pending_events(loop_);
+  }
+  for (const auto* left_out : {&plan.gave_way, &plan.too_late, &plan.no_longer})
+    for (const DueEvent& due : *left_out)
+      if (due.event.freq == "once") once_.queue(due.event);
+  co_await run_missed(run, plan);
+  co_return text_of(plan, *run.missed, run.now,
+                    run.continues ? "in which the program did not run" : "which the clock skipped");
 }
 
-bool Scheduler::is_queued(const EventRecord& event) const {
-  const auto end = once_.once_removal.begin() + OnceRemoval::kOnceSlots;
-  return std::find(once_.once_removal.begin(), end, event.once_key()) != end;
+// A device that a later event has switched meanwhile keeps what that set.
+Task<void> Scheduler::run_missed(Run run, CatchUp& plan) {
+  std::vector<DueEvent> done;
+  for (DueEvent& due : plan.to_run) {
+    say_found(due);
+    LineTurn turn = co_await commands_.take_line(Source::kEvent);
+    const bool gives_way = run_of_device_[address_of(due.event)] > run.number;
+    if (gives_way) {
+      turn.release();
+      note_turn(due);
+    } else {
+      co_await switch_device(std::move(turn), due, run.number);
+    }
+    if (due.event.freq == "once") once_.queue(due.event);
+    (gives_way ? plan.gave_way : done).push_back(std::move(due));
+  }
+  plan.to_run = std::move(done);
 }
 
-// With all slots in use the event stays in the list and runs again.
-void Scheduler::queue_removal(const EventRecord& event) {
-  const auto end = once_.once_removal.begin() + OnceRemoval::kOnceSlots;
-  const auto slot =
-      std::find_if(once_.once_removal.begin(), end, [](const auto& key) { return key.empty(); });
-  if (slot != end) *slot = event.once_key();
+Task<void> Scheduler::run_due(std::vector<DueEvent> events, Run run) {
+  std::vector<bool> again;  // as it was before: two equal lines both run
+  for (const DueEvent& due : events) again.push_back(had_turn(due));
+  for (std::size_t i = 0; i < events.size(); ++i) {
+    const DueEvent& due = events[i];
+    say_found(due);
+    if (again[i]) {
+      status_.panel2 = "Timer, " + text_of(due, run.now) +
+                       " has had its turn on this day and does not run again";
+    } else if (runs_on_day(due)) {
+      LineTurn turn = co_await commands_.take_line(Source::kEvent);
+      co_await switch_device(std::move(turn), due, run.number);
+    }
+    if (due.event.freq == "once") once_.queue(due.event);
+  }
+}
+
+void Scheduler::say_found(const DueEvent& due) {
+  const std::string time = hh_mm(due.due);
+  status_.panel2 = "Timer, found match with " + time + " and " + time;
+}
+
+Task<void> Scheduler::switch_device(LineTurn turn, DueEvent due, long run) {
+  SwitchTarget target = target_of(due.event);
+  DeviceOrder order{due.event.action == "on"};
+  if (order.on) order.level = event_level(due.event).value_or(0);
+  long& last_run = run_of_device_[address_of(due.event)];
+  last_run = std::max(last_run, run);
+  co_await commands_.send_and_record(std::move(turn), target, order, Source::kEvent);
+  note_turn(due);
+  co_await commands_.finish(std::move(target), order);
+}
+
+bool Scheduler::had_turn(const DueEvent& due) const {
+  return memory_.had_turn(due.event.key(), due.due);
+}
+
+void Scheduler::note_turn(const DueEvent& due) {
+  memory_.note_turn(due.event.key(), due.due);
 }
 
 }  // namespace homewarden

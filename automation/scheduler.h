@@ -2,17 +2,22 @@
 
 #include <functional>
 #include <list>
+#include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "automation/checked_minutes.h"
-#include "automation/event_record.h"
+#include "automation/event_memory.h"
+#include "automation/missed_events.h"
+#include "automation/once_events.h"
 #include "base/operations.h"
 #include "base/task.h"
 #include "core/list_file.h"
 #include "core/module1.h"
 #include "platform/event_loop.h"
+#include "sun/location.h"
 #include "ui/controls.h"
 #include "ui/shared_state.h"
 #include "x10/device_commands.h"
@@ -21,44 +26,71 @@ namespace homewarden {
 
 // Looks at the start of every minute for events that are due and carries them out.
 //
-// A minute that the clock skipped is made good by the next run, one that it shows twice runs its
-// daily events once. Passes of several minutes that take long go on beside each other.
+// What nobody looked at, because the clock skipped it or the program did not run, is made good by
+// the next run as far as that still makes sense; what had its turn on a day does not run again on
+// it, whatever the clock shows. Passes of several minutes that take long go on beside each other.
 class Scheduler {
  public:
   // `close_program` is called when an installer asks the program to end.
   Scheduler(StatusBar& status, ProgramTimers& timers, Flags& flags, const SunTimes& sun,
-            OnceRemoval& once, Operations& operations, EventLoop& loop, Module1& module1,
-            ListFile& events, DeviceCommands& commands, std::function<void()> close_program);
+            const Location& location, EventMemory& memory, OnceEvents& once, Operations& operations,
+            EventLoop& loop, Module1& module1, ListFile& events, DeviceCommands& commands,
+            std::function<void()> close_program);
 
-  // Looks at every minute since the last run, and returns when its events have been carried out.
+  // Looks at every minute since the last run, of this or an earlier start of the program, and
+  // returns when its events have been carried out.
   Task<void> eventtimer_run();
 
  private:
   class FilesInUse;
   class Turn;
 
-  Task<void> check(std::vector<MinuteCheck> minutes);
-  Task<int> pass(MinuteCheck check);
-  int no_events();
+  struct Run {
+    long number = 0;
+    Minute now;
+    std::optional<MinuteSpan> missed;
+    CheckedMinutes checked_before;
+    bool continues = false;  // what another start of the program looked at
+  };
+  // A run, and what has been looked at when it is done.
+  struct Unfinished {
+    long run = 0;
+    CheckedMinutes checked;
+  };
+
+  bool begin();
+  void finish(const Run& run, bool was_read);
+  Task<bool> look_at(Run run);
+  bool no_events();
   Task<FilesInUse> take_files();
-  Task<int> look_for_events(MinuteCheck check, std::string_view lines);
-  Task<bool> carry_out(EventRecord event, Minute minute, int due);
-  bool is_queued(const EventRecord& event) const;
-  void queue_removal(const EventRecord& event);
+  Task<std::vector<DueEvent>> due_events(std::string_view lines, MinuteSpan span, SunTimes sun);
+  Task<std::string> catch_up(Run run, std::string_view lines, const std::vector<DueEvent>& next);
+  Task<void> run_missed(Run run, CatchUp& plan);
+  Task<void> run_due(std::vector<DueEvent> events, Run run);
+  void say_found(const DueEvent& due);
+  Task<void> switch_device(LineTurn turn, DueEvent due, long run);
+  bool had_turn(const DueEvent& due) const;
+  void note_turn(const DueEvent& due);
 
   StatusBar& status_;
   ProgramTimers& timers_;
   Flags& flags_;
   const SunTimes& sun_;
-  OnceRemoval& once_;
+  const Location& location_;
+  EventMemory& memory_;
+  OnceEvents& once_;
   EventLoop& loop_;
   Module1& module1_;
   ListFile& events_;
   DeviceCommands& commands_;
   std::function<void()> close_program_;
-  CheckedMinutes checked_;
-  int passes_ = 0;            // that have the files
-  std::list<Turn*> waiting_;  // passes that wait for the files, the first of them first
+  const Minute started_;
+  CheckedMinutes checked_;  // by runs that have begun; empty before the first one
+  long last_run_ = 0;
+  std::list<Unfinished> runs_;                 // the oldest first
+  std::map<std::string, long> run_of_device_;  // that switched it last, by address
+  int passes_ = 0;                             // that have the files
+  std::list<Turn*> waiting_;                   // passes that wait for the files, the first first
 };
 
 }  // namespace homewarden

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "base/date.h"
 #include "base/text.h"
@@ -32,5 +34,11 @@ inline std::string hh_mm(int minute_of_day) {
 inline std::string hh_mm(Minute minute) {
   return hh_mm(minute_of_day(minute));
 }
+
+// "2023-06-21" and "2023-06-21 07:05".
+std::string text_of(std::chrono::local_days day);
+std::string text_of(Minute minute);
+// Nothing for what is not written in just this way, with a year of four digits.
+std::optional<Minute> parse_minute(std::string_view text);
 
 }  // namespace homewarden

@@ -69,17 +69,26 @@ void Location::compute(const std::string& city) {
                                         : "events at sunrise and sunset wait until you choose one");
     return;
   }
-  clsSunrise sun(date_of(loop_.local_time()));
-  sun.Latitude(place->latitude);
-  sun.Longitude(place->longitude);
-  sun.DaySavings(panel_.Check1.checked);
-  sun.CalculateSun(place->time_zone);
-  sun_.sunrise_time = sun.sunrise();
-  sun_.sunset_time = sun.sunset();
+  using std::chrono::days;
   using std::chrono::floor;
   using std::chrono::minutes;
-  panel_.lab_sunset.caption = "Todays Sunrise time is:" + hh_mm(floor<minutes>(sun.sunrise())) +
-                              " Todays Sunset time is:" + hh_mm(floor<minutes>(sun.sunset()));
+  place_ = place;
+  const SunTimes today = sun_times(floor<days>(date_of(loop_.local_time())));
+  sun_.sunrise_time = today.sunrise_time;
+  sun_.sunset_time = today.sunset_time;
+  panel_.lab_sunset.caption =
+      "Todays Sunrise time is:" + hh_mm(floor<minutes>(*today.sunrise_time)) +
+      " Todays Sunset time is:" + hh_mm(floor<minutes>(*today.sunset_time));
+}
+
+SunTimes Location::sun_times(std::chrono::local_days day) const {
+  if (!place_) return {};
+  clsSunrise sun{Date(day)};
+  sun.Latitude(place_->latitude);
+  sun.Longitude(place_->longitude);
+  sun.DaySavings(panel_.Check1.checked);
+  sun.CalculateSun(place_->time_zone);
+  return {sun.sunrise(), sun.sunset()};
 }
 
 std::optional<Place> parse_city_text(std::string_view text) {

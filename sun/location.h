@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,6 +14,12 @@
 
 namespace homewarden {
 
+struct Place {
+  double latitude = 0;
+  double longitude = 0;  // positive to the west
+  long time_zone = 0;    // hours west of Greenwich
+};
+
 // Where the house is, and the sun times of the day there.
 class Location {
  public:
@@ -22,6 +29,10 @@ class Location {
   // Computes and shows today's sun times for the stored city. A city text that cannot be read
   // keeps the times there are and is told in the status line.
   void dosunset();
+
+  // The sun times of any day, with the daylight saving of today; nothing in them before a city
+  // could be read.
+  SunTimes sun_times(std::chrono::local_days day) const;
 
  private:
   Task<void> city_chosen();
@@ -34,12 +45,7 @@ class Location {
   const Flags& flags_;
   EventLoop& loop_;
   Settings& settings_;
-};
-
-struct Place {
-  double latitude = 0;
-  double longitude = 0;  // positive to the west
-  long time_zone = 0;    // hours west of Greenwich
+  std::optional<Place> place_;  // the last one that could be read
 };
 
 // Reads an entry of the city list, or a text of the same form: a name with one comma or none, then

@@ -6,9 +6,11 @@
 #include "automation/event_deletion.h"
 #include "automation/event_editor.h"
 #include "automation/event_list.h"
+#include "automation/event_memory.h"
 #include "automation/house_clock.h"
 #include "automation/macro_editor.h"
 #include "automation/macros.h"
+#include "automation/once_events.h"
 #include "automation/profile_switch.h"
 #include "automation/profiles.h"
 #include "automation/run_event_now.h"
@@ -92,6 +94,8 @@ class Program {
   EventList events_;
   EventEditor editor_;
   EventDeletion event_deletion_;
+  EventMemory event_memory_;
+  OnceEvents once_events_;
   EventCleanup cleanup_;
   RunEventNow run_event_now_;
   Scheduler scheduler_;

@@ -41,8 +41,8 @@ class LineStory : public ::testing::Test {
 
 TEST_F(LineStory, APersonAndAnEventWaitBehindNoMoreThanOneCommandOfAFlood) {
   for (int n = 0; n < 200; ++n) ask_the_web(n);
-  house.receive("D1", 2);     // and a macro that goes on for ever
-  house.run_until(20, 1, 0);  // an event is due
+  house.receive("D1", 2);      // and a macro that goes on for ever
+  house.run_until(20, 0, 59);  // an event is due
   house.line();
   const auto web_begins = [this] {
     const Texts& log = house.interface_control.line_log;
