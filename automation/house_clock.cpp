@@ -30,7 +30,8 @@ void HouseClock::tick() {
   status_.panel1 = h_mm_ss(local);
 
   const Date now = date_of(local);
-  const bool another_date = last_tick_ && floor<days>(*last_tick_) != floor<days>(now);
+  // Before the first tick the clock may have been set since the sun times were computed.
+  const bool another_date = !last_tick_ || floor<days>(*last_tick_) != floor<days>(now);
   if (another_date || hh_mm(local) == "00:00") new_day_();
   if (is_first_or_jumped(now)) timers_.eventtimer.tick();
 }

@@ -16,8 +16,8 @@ namespace homewarden {
 // wall clock has jumped: the machine slept, summer time began or ended, or somebody set the clock.
 class HouseClock {
  public:
-  // `new_day` is called on every tick of the first minute of a day, and when the date changed in
-  // another way.
+  // `new_day` is called at the first tick, on every tick of the first minute of a day, and when the
+  // date changed in another way.
   HouseClock(StatusBar& status, ProgramTimers& timers, EventLoop& loop,
              std::function<void()> new_day);
 

@@ -53,6 +53,8 @@ class VirtualLoop : public EventLoop {
 
   void quit() override { quit_ = true; }
   bool has_quit() const { return quit_; }
+  // For the next program on it.
+  void start_again() { quit_ = false; }
 
   // Sets the wall clock without touching uptime().
   void set_wall_clock(int year, int month, int day, int hour = 0, int minute = 0, int second = 0,
