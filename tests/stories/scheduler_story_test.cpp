@@ -190,6 +190,52 @@ TEST(SchedulerStory, ElevenOnceEventsAreRemovedAndTheTwelfthRunsAgain) {
   EXPECT_THAT(house.event_lines(), IsEmpty());
 }
 
+TEST(SchedulerStory, AOnceEventThatCannotBeRemovedIsToldAndDoesNotRunAgain) {
+  EventHouse house("Hall Lamp~B~12~ ~07:30~off~once~mtwufsr\r\n");
+  house.open_connected_at(7, 29, 30);
+  house.files.stop_at(1);  // a read-only folder
+  house.run_until(7, 31, 0);
+  EXPECT_THAT(house.line(), SizeIs(1));
+  EXPECT_THAT(house.form().lab_notice.caption.get(),
+              HasSubstr("The once-event Hall Lamp off at 07:30 cannot be removed"));
+  house.forget_program();
+  house.open();
+  house.run_until(7, 29, 0);
+  EXPECT_TRUE(house.form().lab_notice.visible);
+  house.run_until(7, 31, 0);
+  EXPECT_THAT(house.line(), IsEmpty()) << "a restart forgot that it has run";
+  house.files.no_stop();
+  house.loop.advance(20s);
+  EXPECT_THAT(house.event_lines(), IsEmpty());
+  EXPECT_FALSE(house.form().lab_notice.visible);
+}
+
+TEST(SchedulerStory, APowerCutAndAListThatCannotBeReadLoseNothing) {
+  EventHouse house(
+      "Hall Lamp~B~12~100~23:00~on~daily~mtwufsr\r\nHall Lamp~B~12~ ~23:10~off~daily~mtwufsr\r\n"
+      "Kitchen Kettle~A~4~100~22:30~on~once~w\r\nKitchen Table Lamp~A~3~40~00:20~on~daily~u\r\n");
+  house.open_connected_at(22, 0, 0);
+  house.forget_program();
+  house.loop.set_wall_clock(2023, 6, 22, 0, 30, 10);
+  house.open();
+  house.loop.advance(30s);
+  EXPECT_THAT(house.line(), ElementsAre(HasSubstr("B12 3"), HasSubstr("A3 2"), HasSubstr("A3 5"),
+                                        HasSubstr("A3 4 60")));
+  EXPECT_THAT(house.status_texts,
+              Contains("Caught up 2 events of the time from 2023-06-21 22:01 to 00:29, in which "
+                       "the program did not run: Hall Lamp off (2023-06-21 23:10), Kitchen Table "
+                       "Lamp on (00:20). Left out: Hall Lamp on (2023-06-21 23:00), followed by a "
+                       "later one; Kitchen Kettle on (2023-06-21 22:30), too late"));
+  EXPECT_THAT(house.event_lines(), Not(Contains(HasSubstr("once")))) << "its minute has passed";
+
+  house.files.unreadable.insert(House::file("evelst.hwd"));
+  house.run_until(23, 1, 0);
+  EXPECT_THAT(house.line(), IsEmpty());
+  house.files.unreadable.clear();
+  house.run_until(23, 2, 5);
+  EXPECT_THAT(house.line(), ElementsAre("Thu 23:02:00 B12 2"));
+}
+
 TEST(SchedulerStory, OddFilesCostOnlyTheirBadLines) {
   const std::string monster(1 << 20, '~');
   EventHouse house("\xEF\xBB\xBFHall Lamp~B~1~ ~07:30~off~daily~w\n\n\r\nno event at all\r\n" +
