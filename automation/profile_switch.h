@@ -14,7 +14,9 @@ namespace homewarden {
 
 // The exchange of the event list with the parked list of another profile, `<name>.txt`, in steps
 // that can be stopped or refused anywhere. The old list is copied, the new one is written beside it
-// as `profile.tmp`; the stored name of the active profile decides, and one rename carries it out.
+// as `profile.tmp`; the stored name of the active profile decides, and one exchange of the two
+// files carries it out. What others saved into either list until then goes to the profile it was
+// saved in.
 class ProfileSwitch {
  public:
   ProfileSwitch(Files& files, Settings& settings, Module1& module1, ListFile& events,
@@ -46,6 +48,9 @@ class ProfileSwitch {
  private:
   Task<bool> store(const char* key, std::string profile);
   bool use_staged();
+  bool take_place();
+  void keep_replaced();
+  bool copy(const std::filesystem::path& from, const std::filesystem::path& to);
   std::filesystem::path parked_file(std::string_view profile) const;
 
   Files& files_;

@@ -1,5 +1,14 @@
 #include "core/house_files.h"
 
+#include <algorithm>
+#include <set>
+#include <string>
+#include <utility>
+
+#include "base/lines.h"
+#include "core/lines_of_key.h"
+#include "core/replace_file.h"
+
 namespace homewarden {
 
 HouseFiles::HouseFiles(Files& files, const std::filesystem::path& folder)
@@ -11,18 +20,34 @@ HouseFiles::HouseFiles(Files& files, const std::filesystem::path& folder)
       macros_left_(files, folder / "macs.hlk", folder / "tcmac.tmp"),
       decided_(folder / "tcdone.tmp") {}
 
-void HouseFiles::discard_deletion() {
-  give_up_deletion();
-  rooms.remove_scratch();
+// In the order in which they are changed.
+std::array<HouseFiles::Part, 3> HouseFiles::parts() {
+  return {{{"macs.hlk: ", macros_left_}, {"evelst.hwd: ", events_left_}, {"rmlst.hwd: ", rooms}}};
 }
 
 bool HouseFiles::decide_deletion(const Deletion& deletion) {
   const bool written = (!deletion.events || events_left_.write_scratch(deletion.events)) &&
                        (!deletion.macros || macros_left_.write_scratch(deletion.macros)) &&
                        rooms.write_scratch(deletion.rooms);
-  if (written && files_.rename(rooms.scratch(), decided_)) return true;
-  discard_deletion();
+  if (written && note(deletion)) return true;
+  give_up_deletion();
   return false;
+}
+
+// Writes down the lines that go, each behind the name of its list: this is the decision.
+bool HouseFiles::note(const Deletion& deletion) {
+  const ListFile::Choice* const choices[] = {&deletion.macros, &deletion.events, &deletion.rooms};
+  std::string notes;
+  for (std::size_t i = 0; i < parts().size(); ++i) {
+    if (!*choices[i]) continue;
+    const auto content = parts()[i].list.content();
+    if (!content) return false;
+    const std::string chosen = chosen_lines(*content, *choices[i]);
+    LineReader reader(chosen);
+    while (const auto line = reader.next())
+      notes.append(parts()[i].name).append(*line).append("\r\n");
+  }
+  return replace_file(files_, decided_, notes);
 }
 
 bool HouseFiles::use_macros() {
@@ -34,30 +59,55 @@ bool HouseFiles::use_events() {
 }
 
 bool HouseFiles::use_rooms() {
-  return files_.rename(decided_, rooms.path());
+  if (!rooms.use_scratch()) return false;
+  forget_decision();
+  return true;
 }
 
-// The decision first: from there on the other lists are only scratch files.
+// Carried out later, it would take away what was added anew meanwhile.
+void HouseFiles::forget_decision() {
+  if (files_.exists(decided_) && !files_.remove(decided_)) files_.write(decided_, "");
+}
+
+// The decision first: from there on the new lists are only scratch files.
 void HouseFiles::give_up_deletion() {
-  if (files_.exists(decided_)) files_.remove(decided_);
-  events_left_.remove_scratch();
-  macros_left_.remove_scratch();
+  forget_decision();
+  for (const Part& part : parts()) part.list.remove_scratch();
 }
 
-// A pipe or a dangling link of such a name would take the place of a list.
-bool HouseFiles::deletion_is_readable() {
-  for (const auto& file : {macros_left_.scratch(), events_left_.scratch()})
-    if (files_.exists(file) && !files_.read(file)) return false;
-  return files_.read(decided_).has_value();
+// Takes the lines that were written down out of the lists. Nothing happens to any list when the
+// file holds something else: it is not this program's.
+bool HouseFiles::finish_deletion() {
+  const auto notes = files_.read(decided_);
+  if (!notes) return false;
+  std::array<std::set<std::string, std::less<>>, 3> going;
+  LineReader reader(*notes);
+  while (const auto line = reader.next()) {
+    const auto all = parts();
+    const auto part = std::find_if(all.begin(), all.end(), [&line](const Part& candidate) {
+      return line->starts_with(candidate.name);
+    });
+    if (part == all.end()) return false;
+    going[static_cast<std::size_t>(part - all.begin())].emplace(
+        line->substr(std::string_view(part->name).size()));
+  }
+  for (std::size_t i = 0; i < going.size(); ++i) {
+    ListFile& list = parts()[i].list;
+    const auto goes = [&lines = going[i]](std::string_view line) { return lines.contains(line); };
+    if (going[i].empty() || !list.exists()) continue;
+    if (!list.write_scratch(goes) || !list.use_scratch()) return false;
+  }
+  return true;
 }
 
 // A decision that cannot be carried out now is no decision: later it would undo what has been
 // changed meanwhile.
 void HouseFiles::recover() {
-  if (files_.exists(decided_) &&
-      !(deletion_is_readable() && use_macros() && use_events() && use_rooms()))
-    give_up_deletion();
+  discard_unfinished(files_, decided_);
   for (ListFile* list : {&events_left_, &macros_left_, &rooms, &events, &macros}) list->recover();
+  if (!files_.exists(decided_)) return;
+  finish_deletion();
+  give_up_deletion();
 }
 
 }  // namespace homewarden

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <filesystem>
 
 #include "core/list_file.h"
@@ -10,8 +11,8 @@ namespace homewarden {
 // The data files of a house.
 //
 // Deleting a room or a device can change all three lists. The new lists are written first; one
-// rename, of the new room list to `tcdone.tmp`, decides that the deletion happens; after it a stop
-// can be made good by going on.
+// rename, of the lines that go to `tcdone.tmp`, decides that the deletion happens; after it a stop
+// can be made good by taking these lines out of the lists as they are then.
 class HouseFiles {
  public:
   HouseFiles(Files& files, const std::filesystem::path& folder);
@@ -28,9 +29,8 @@ class HouseFiles {
     ListFile::Choice macros;
   };
 
-  // Forgets a deletion, decided or not, and the scratch files of one that was being written.
-  void discard_deletion();
-  // Decides a deletion. False, with everything as it was, when a file cannot be read or written.
+  // Decides a deletion; the choices must be good until it has ended. False, with everything as it
+  // was, when a file cannot be read or written.
   bool decide_deletion(const Deletion& deletion);
   // Carry out what has been decided, and do nothing to a list that stays. The macro list comes
   // first and at once: it is added to without a lock. The room list ends the deletion. False when
@@ -38,8 +38,7 @@ class HouseFiles {
   bool use_macros();
   bool use_events();
   bool use_rooms();
-  // Takes a decision back that cannot be carried out: the lists that were not used stay as they
-  // are.
+  // Forgets a deletion, decided or not: the lists that were not changed yet stay as they are.
   void give_up_deletion();
 
   // Puts right what a stop left behind: lists that exist only as scratch files are put back,
@@ -47,8 +46,15 @@ class HouseFiles {
   void recover();
 
  private:
-  // False when one of the files that would take a list's place is no file or cannot be read.
-  bool deletion_is_readable();
+  // Each list that a deletion changes, with the name under which its lines are noted.
+  struct Part {
+    const char* name;
+    ListFile& list;
+  };
+  std::array<Part, 3> parts();
+  bool note(const Deletion& deletion);
+  bool finish_deletion();
+  void forget_decision();
 
   Files& files_;
   ListFile events_left_;  // evelst.hwd, by way of tcev.tmp

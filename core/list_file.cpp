@@ -22,27 +22,69 @@ bool ListFile::exists() {
 }
 
 std::optional<std::string> ListFile::content() {
-  auto content = files_.read(file_);
+  auto content = files_.read_settled(file_);
   if (content && content->starts_with(kByteOrderMark)) content->erase(0, kByteOrderMark.size());
   return content;
 }
 
 bool ListFile::write_scratch(const Choice& left_out, std::string_view added) {
-  std::string kept;
+  Change change{left_out, std::string(added), std::nullopt};
   if (exists()) {
-    const auto old = content();
-    if (!old) return false;
-    kept.reserve(old->size() + added.size() + kLineEnd.size());
-    LineReader reader(*old);
-    while (const auto line = reader.next())
-      if (!left_out(*line)) kept.append(*line).append(kLineEnd);
+    change.made_from = files_.read_settled(file_);
+    if (!change.made_from) return false;
   }
-  if (!added.empty()) kept.append(added).append(kLineEnd);
+  change_ = std::move(change);
+  return write_change();
+}
+
+bool ListFile::write_change() {
+  std::string_view old;
+  if (change_->made_from) old = *change_->made_from;
+  if (old.starts_with(kByteOrderMark)) old.remove_prefix(kByteOrderMark.size());
+  std::string kept;
+  kept.reserve(old.size() + change_->added.size() + kLineEnd.size());
+  LineReader reader(old);
+  while (const auto line = reader.next())
+    if (!change_->left_out(*line)) kept.append(*line).append(kLineEnd);
+  if (!change_->added.empty()) kept.append(change_->added).append(kLineEnd);
   return files_.write(scratch_, kept);
 }
 
+// Makes the scratch file from the list as it is now. False when that cannot be told.
+bool ListFile::bring_up_to_date() {
+  std::optional<std::string> now;
+  if (exists()) {
+    now = files_.read_settled(file_);
+    if (!now) return false;
+  }
+  if (now == change_->made_from) return true;
+  if (!now && !change_->added.empty()) return false;
+  change_->made_from = std::move(now);
+  return write_change();
+}
+
 bool ListFile::use_scratch() {
-  return files_.rename(scratch_, file_);
+  if (!change_) return false;
+  constexpr int kAttempts = 8;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    if (!bring_up_to_date()) return false;
+    const auto& old = change_->made_from;
+    if (!old && change_->added.empty()) {
+      remove_scratch();
+      return true;
+    }
+    const Exchange exchange = old ? files_.exchange(scratch_, file_, *old) : Exchange::kCannot;
+    if (exchange == Exchange::kDone) {
+      remove_scratch();
+      return true;
+    }
+    if (exchange == Exchange::kCannot) {
+      if (!files_.rename(scratch_, file_)) return false;
+      change_.reset();
+      return true;
+    }
+  }
+  return false;
 }
 
 bool ListFile::add(std::string_view line) {
@@ -53,6 +95,7 @@ bool ListFile::add(std::string_view line) {
 }
 
 void ListFile::remove_scratch() {
+  change_.reset();
   if (files_.exists(scratch_)) files_.remove(scratch_);
 }
 

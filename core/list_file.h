@@ -14,7 +14,8 @@ namespace homewarden {
 // changing it holds `filebusy` for that time.
 //
 // A change writes the whole new list into a scratch file beside it and puts that in the place of
-// the list, so a stop at any moment leaves the old list or the new one.
+// the list, so a stop at any moment leaves the old list or the new one. The list belongs to others
+// too: what an editor or a script has saved since it was read is part of the new list.
 class ListFile {
  public:
   using Choice = std::function<bool(std::string_view line)>;
@@ -29,11 +30,13 @@ class ListFile {
 
   // Writes into the scratch file the lines that are not chosen, and `added` behind them unless it
   // is "". False, with the list as it was, when the list cannot be read or the scratch file cannot
-  // be written.
+  // be written. The choice must be good until the scratch file is used or removed.
   bool write_scratch(const Choice& left_out, std::string_view added = {});
 
-  // Puts the scratch file in the place of the list. False, with both as they were, when that cannot
-  // be done.
+  // Puts the scratch file in the place of the list. When that has changed since write_scratch(),
+  // the change is made to what it holds now; when it has gone, nothing is left out of it. False,
+  // with the list as it was, when that cannot be done, while somebody else is writing the list, and
+  // when lines were to be added to a list that has gone.
   bool use_scratch();
 
   // Adds a line, or several with CR LF between them, behind the others. False, with the list as it
@@ -51,9 +54,20 @@ class ListFile {
   const std::filesystem::path& scratch() const { return scratch_; }
 
  private:
+  // What the scratch file holds, and the list it was made from; nothing for one that was missing.
+  struct Change {
+    Choice left_out;
+    std::string added;
+    std::optional<std::string> made_from;
+  };
+
+  bool write_change();
+  bool bring_up_to_date();
+
   Files& files_;
   std::filesystem::path file_;
   std::filesystem::path scratch_;
+  std::optional<Change> change_;
 };
 
 }  // namespace homewarden

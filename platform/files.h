@@ -17,6 +17,10 @@ struct FileStamp {
   bool operator==(const FileStamp&) const = default;
 };
 
+// With the files as they were unless it is done. kCannot: the disk is not able to do it at all, as
+// some network folders, or refuses it.
+enum class Exchange { kDone, kChanged, kCannot };
+
 // The files of the house. The order of the calls is the order on the disk, and rename and remove
 // are one step each that a power cut leaves done or not done. All return false, or nothing, on
 // failure.
@@ -35,6 +39,10 @@ class Files {
   // The whole content. Nothing when the file is missing or cannot be read.
   virtual std::optional<std::string> read(const std::filesystem::path& file) = 0;
 
+  // The same for a file that others write into: while it is being written, or ends within a line,
+  // right after a change, it is given a moment, 20 ms at most, in which they can finish.
+  virtual std::optional<std::string> read_settled(const std::filesystem::path& file) = 0;
+
   // As long as the stamp is the same, so is the content. Nothing when the file is missing, or was
   // changed so lately that a change after this one might go unnoticed.
   virtual std::optional<FileStamp> stamp(const std::filesystem::path& file) = 0;
@@ -51,8 +59,15 @@ class Files {
   // fails nothing is added.
   virtual bool append(const std::filesystem::path& file, std::string_view content) = 0;
 
-  // Puts `from` in the place of `to`, whether or not `to` exists, in one step.
+  // Puts `from` in the place of `to`, whether or not `to` exists, in one step. Where `to` is a link
+  // to a file, that file is replaced and the link stays.
   virtual bool rename(const std::filesystem::path& from, const std::filesystem::path& to) = 0;
+
+  // Lets two files change places in one step, provided that `to` has the content `known` and nobody
+  // is writing it; whoever begins to at that very moment is noticed. It does not wait for the disk:
+  // it is there when the next change of these files is. A link at `to` stays, as above.
+  virtual Exchange exchange(const std::filesystem::path& from, const std::filesystem::path& to,
+                            std::string_view known) = 0;
 
   // True also when there was no such file. Where several differ in letter case, the others stay.
   virtual bool remove(const std::filesystem::path& file) = 0;

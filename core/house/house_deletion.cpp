@@ -163,7 +163,7 @@ Task<void> HouseDeletion::delete_device(Item item, Wishes wishes) {
 
 Task<HouseDeletion::Result> HouseDeletion::rewrite_for_room(Item item, Wishes wishes) {
   const FileLock lock = co_await lock_files(flags_, module1_);
-  files_.discard_deletion();
+  files_.give_up_deletion();
   co_await module1_.pause(1);
   const HouseRemoval removal(item, files_.rooms.content().value_or(""));
   for (std::size_t line = 0; line < removal.lines(); ++line) {
@@ -187,7 +187,7 @@ Task<HouseDeletion::Result> HouseDeletion::rewrite_for_room(Item item, Wishes wi
 
 Task<HouseDeletion::Result> HouseDeletion::rewrite_for_device(Item item, Wishes wishes) {
   const FileLock lock = co_await lock_files(flags_, module1_);
-  files_.discard_deletion();
+  files_.give_up_deletion();
   co_await module1_.pause(1);
   co_await module1_.pause(1);
 

@@ -1,12 +1,14 @@
 #include "platform/linux/posix_files.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <time.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
+#include <system_error>
 #include <utility>
 
 #include "platform/linux/descriptor.h"
@@ -22,8 +24,18 @@ constexpr mode_t kSecretMode = 0600;
 // Changes that follow each other faster may have the same time. Far more than the longest tick.
 constexpr std::int64_t kTick = 100'000'000;
 
+// In which somebody who has emptied a file, or written half a line, may write the rest.
+constexpr int kPatienceMs = 20;
+
 std::int64_t nanoseconds(const timespec& time) {
   return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
+}
+
+// The clock that files are stamped with.
+std::int64_t file_time_now() {
+  timespec now{};
+  ::clock_gettime(CLOCK_REALTIME_COARSE, &now);
+  return nanoseconds(now);
 }
 
 bool write_all(int descriptor, std::string_view content) {
@@ -51,6 +63,54 @@ bool sync_folder_of(const std::filesystem::path& file) {
   const auto folder = file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
   const Descriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   return descriptor.is_open() && ::fsync(descriptor.get()) == 0;
+}
+
+// Whether the file is the one that is open.
+bool is_open_as(int descriptor, const std::filesystem::path& file) {
+  struct stat open {};
+  struct stat found {};
+  return ::fstat(descriptor, &open) == 0 && ::stat(file.c_str(), &found) == 0 &&
+         open.st_dev == found.st_dev && open.st_ino == found.st_ino;
+}
+
+// Tells whether another program has a file open to write into it, by a lease, which local disks
+// give the owner of a file. Whoever opens it to write while one of these lives waits for its end.
+class WriterWatch {
+ public:
+  explicit WriterWatch(int descriptor) : descriptor_(descriptor) {
+    // They are told of by a signal, which is to be one that does nothing.
+    if (::fcntl(descriptor, F_SETSIG, SIGURG) != 0) return;
+    leased_ = ::fcntl(descriptor, F_SETLEASE, F_RDLCK) == 0;
+    found_writer_ = !leased_ && errno == EAGAIN;
+  }
+  WriterWatch(const WriterWatch&) = delete;
+  WriterWatch& operator=(const WriterWatch&) = delete;
+  ~WriterWatch() {
+    if (leased_) ::fcntl(descriptor_, F_SETLEASE, F_UNLCK);
+  }
+
+  // False also where the disk cannot tell.
+  bool somebody_writes() const {
+    return found_writer_ || (leased_ && ::fcntl(descriptor_, F_GETLEASE) != F_RDLCK);
+  }
+
+ private:
+  const int descriptor_;
+  bool leased_ = false;
+  bool found_writer_ = false;
+};
+
+bool is_being_written(const std::filesystem::path& file) {
+  const Descriptor descriptor(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  return WriterWatch(descriptor.get()).somebody_writes();
+}
+
+// The file that a link leads to; the link itself when it leads nowhere.
+std::filesystem::path behind_links(const std::filesystem::path& file) {
+  std::error_code error;
+  if (!std::filesystem::is_symlink(file, error)) return file;
+  auto target = std::filesystem::canonical(file, error);
+  return error ? file : target;
 }
 
 }  // namespace
@@ -88,15 +148,25 @@ std::optional<std::string> PosixFiles::read(const std::filesystem::path& file) {
   return content;
 }
 
+std::optional<std::string> PosixFiles::read_settled(const std::filesystem::path& file) {
+  for (int waited = 0;; ++waited) {
+    auto content = read(file);
+    struct stat info {};
+    if (!content || waited == kPatienceMs || ::stat(find(file).c_str(), &info) != 0 ||
+        file_time_now() - nanoseconds(info.st_mtim) > kTick ||
+        (content->ends_with('\n') && !is_being_written(find(file))))
+      return content;
+    const timespec millisecond{0, 1'000'000};
+    ::nanosleep(&millisecond, nullptr);
+  }
+}
+
 std::optional<FileStamp> PosixFiles::stamp(const std::filesystem::path& file) {
   struct stat info {};
   if (::stat(find(file).c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return std::nullopt;
-  // The clock that files are stamped with.
-  timespec now{};
-  ::clock_gettime(CLOCK_REALTIME_COARSE, &now);
   const FileStamp stamp{info.st_ino, static_cast<std::uint64_t>(info.st_size),
                         nanoseconds(info.st_ctim)};
-  if (nanoseconds(now) - stamp.changed < kTick) return std::nullopt;
+  if (file_time_now() - stamp.changed < kTick) return std::nullopt;
   return stamp;
 }
 
@@ -128,8 +198,34 @@ bool PosixFiles::append(const std::filesystem::path& file, std::string_view cont
 }
 
 bool PosixFiles::rename(const std::filesystem::path& from, const std::filesystem::path& to) {
-  const auto& target = find(to);
-  return ::rename(find(from).c_str(), target.c_str()) == 0 && sync_folder_of(target);
+  const auto target = behind_links(find(to));
+  if (::rename(find(from).c_str(), target.c_str()) == 0) return sync_folder_of(target);
+  if (errno != EXDEV) return false;
+  // A link to a file on another disk: the new one has to get there first.
+  const auto content = read(from);
+  auto beside = target;
+  beside += ".new";
+  if (content && write(beside, *content) && ::rename(beside.c_str(), target.c_str()) == 0)
+    return sync_folder_of(target) && remove(from);
+  ::unlink(beside.c_str());
+  return false;
+}
+
+Exchange PosixFiles::exchange(const std::filesystem::path& from, const std::filesystem::path& to,
+                              std::string_view known) {
+  const auto source = find(from);
+  const auto target = behind_links(find(to));
+  const Descriptor descriptor(::open(target.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  const WriterWatch watch(descriptor.get());
+  if (watch.somebody_writes() || read(target) != known) return Exchange::kChanged;
+  const auto change_places = [&] {
+    return ::renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_EXCHANGE) == 0;
+  };
+  if (!change_places()) return Exchange::kCannot;
+  if (is_open_as(descriptor.get(), source) && !watch.somebody_writes()) return Exchange::kDone;
+  // Another file took its place this moment, or somebody opened it to write.
+  change_places();
+  return Exchange::kChanged;
 }
 
 bool PosixFiles::remove(const std::filesystem::path& file) {

@@ -12,11 +12,14 @@ class PosixFiles : public Files {
   bool exists(const std::filesystem::path& file) override;
   // Also nothing for what is no regular file, and for more than 64 MiB.
   std::optional<std::string> read(const std::filesystem::path& file) override;
+  std::optional<std::string> read_settled(const std::filesystem::path& file) override;
   std::optional<FileStamp> stamp(const std::filesystem::path& file) override;
   bool write(const std::filesystem::path& file, std::string_view content) override;
   bool write_secret(const std::filesystem::path& file, std::string_view content) override;
   bool append(const std::filesystem::path& file, std::string_view content) override;
   bool rename(const std::filesystem::path& from, const std::filesystem::path& to) override;
+  Exchange exchange(const std::filesystem::path& from, const std::filesystem::path& to,
+                    std::string_view known) override;
   bool remove(const std::filesystem::path& file) override;
 
  private:

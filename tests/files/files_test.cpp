@@ -90,7 +90,14 @@ TYPED_TEST(FilesContract, WritesAppendsRenamesAndRemoves) {
   EXPECT_EQ(files.read(other), "short");
   EXPECT_FALSE(files.exists(list));
   EXPECT_FALSE(files.rename(list, other));
+  EXPECT_NE(files.exchange(list, other, "short"), Exchange::kDone);
   EXPECT_EQ(files.read(other), "short");
+  EXPECT_TRUE(files.write(list, "new"));
+  EXPECT_EQ(files.exchange(list, other, "shor"), Exchange::kChanged);
+  EXPECT_EQ(files.exchange(list, other, "short"), Exchange::kDone);
+  EXPECT_EQ(files.read(list), "short");
+  EXPECT_EQ(files.read(other), "new");
+  EXPECT_TRUE(files.remove(list));
   EXPECT_TRUE(files.remove(other));
   EXPECT_FALSE(files.exists(other));
 }

@@ -28,6 +28,8 @@ class MemoryFiles : public Files {
     return found->second;
   }
 
+  std::optional<std::string> read_settled(const path& file) override { return read(file); }
+
   // The content itself stands for its stamp.
   std::optional<FileStamp> stamp(const path& file) override {
     const auto content = read(file);
@@ -64,6 +66,13 @@ class MemoryFiles : public Files {
     return true;
   }
 
+  Exchange exchange(const path& from, const path& to, std::string_view known) override {
+    if (!exchanges || !has(find(from)) || !step()) return Exchange::kCannot;
+    if (read(to) != known) return Exchange::kChanged;
+    std::swap(contents[find(from)], contents[find(to)]);
+    return Exchange::kDone;
+  }
+
   bool remove(const path& file) override {
     if (!step()) return false;
     contents.erase(find(file));
@@ -78,6 +87,8 @@ class MemoryFiles : public Files {
   void no_stop() { stop_at_ = 0; }
 
   std::size_t torn_percent = 50;
+  bool exchanges = true;                   // as every disk can that is no network folder
+  std::function<void(int)> before_change;  // with the number of the step that comes
   std::map<path, std::string> contents;
   std::set<path> unreadable;
   std::set<path> secrets;  // written for nobody else to read
@@ -85,7 +96,11 @@ class MemoryFiles : public Files {
   int steps() const { return steps_; }
 
   // Counts one changing step; false from the stop on.
-  bool step() { return ++steps_ < stop_at_ || stop_at_ == 0; }
+  bool step() {
+    ++steps_;
+    if (before_change) before_change(steps_);
+    return steps_ < stop_at_ || stop_at_ == 0;
+  }
 
  private:
   bool has(const path& file) const { return contents.count(file) + unreadable.count(file) > 0; }

@@ -236,6 +236,9 @@ TEST(HouseDeleteFailure, ADeletionThatFailsHasNotHappened) {
     bool rename(const path& from, const path& to) override {
       return to.filename() != kept && MemoryFiles::rename(from, to);
     }
+    Exchange exchange(const path& from, const path& to, std::string_view known) override {
+      return to.filename() != kept ? MemoryFiles::exchange(from, to, known) : Exchange::kCannot;
+    }
   };
   for (const char* kept : {"macs.hlk", "evelst.hwd", "rmlst.hwd"}) {
     EventHouse house;

@@ -1,7 +1,8 @@
 // The power goes between any two changes of the files and settings, in the middle of a write too;
-// then the program starts again.
+// then the program starts again. Or somebody saves the lists in an editor at such a moment.
 
 #include <algorithm>
+#include <functional>
 #include <map>
 
 #include "tests/stories/event_house.h"
@@ -103,7 +104,9 @@ class KillStory : public ::testing::TestWithParam<Operation> {
   }
   // Runs the operation with the power gone at the n-th change, 0 for never, and starts again.
   static Contents run(const Operation& operation, int stop, std::size_t torn_percent,
-                      int* steps = nullptr) {
+                      int* steps = nullptr,
+                      const std::function<void(EventHouse&)>& meanwhile = nullptr,
+                      const std::function<void(EventHouse&)>& while_off = nullptr) {
     EventHouse house;
     house.files.torn_percent = torn_percent;
     furnish(house);
@@ -111,13 +114,16 @@ class KillStory : public ::testing::TestWithParam<Operation> {
     house.registry.is_lazy = true;
     house.registry.may_change = [&house] { return house.files.step(); };
     house.files.stop_at(stop);
+    if (meanwhile) meanwhile(house);
     operation.start(house);
     house.loop.advance(40s);
     if (steps) *steps = house.files.steps();
     house.forget_program();
     house.registry.lose_unwritten();
     house.files.no_stop();
+    house.files.before_change = nullptr;
     house.registry.may_change = nullptr;
+    if (while_off) while_off(house);
     house.open();
     house.loop.advance(2s);
     return state_of(house);
@@ -162,6 +168,53 @@ TEST_P(KillStory, NothingIsLostNothingIsDoubledAndNoScratchFileStays) {
     }
   }
   EXPECT_LT(finished, 3 * steps) << "every stop came too late";
+}
+
+// Each list gets a line more behind the program's back, and keeps it.
+TEST_P(KillStory, WhatAnEditorSavesAtAnyMomentIsKept) {
+  const std::map<std::string, std::string> saved = {
+      {"rmlst.hwd", "Attic Room~~~\r\n"},
+      {"evelst.hwd", "Hall Bell~B~1~ ~11:11~off~daily~m\r\n"},
+      {"macs.hlk", "When~B1~Hall~Bell~turns~off~Turn~Off~B1~Hall~Bell\r\n"}};
+  const auto save = [&saved](EventHouse& house) {
+    for (const auto& [list, line] : saved) house.content(list) += line;
+  };
+  int steps = 0;
+  const Contents before = run(GetParam(), 1, 0);
+  const Contents after = run(GetParam(), 0, 0, &steps);
+  const auto expect_kept = [&](Contents found, bool done, const std::string& when) {
+    for (const auto& [list, line] : saved) {
+      bool kept = false;
+      for (auto& [name, content] : found) {
+        const auto at = content.find(line);
+        if (at == std::string::npos) continue;
+        content.erase(at, line.size());
+        kept = kept || name == list || (list == "evelst.hwd" && name == "Standard.txt");
+      }
+      EXPECT_TRUE(kept) << "lost from " << list << when;
+    }
+    EXPECT_TRUE(same_house(found, after) || (!done && same_house(found, before)))
+        << when << "\n"
+        << ::testing::PrintToString(found);
+  };
+  for (int step = 1; step <= steps; ++step) {
+    const auto at_step = [&, step](EventHouse& house) {
+      house.files.before_change = [&, step](int n) {
+        if (n == step) save(house);
+      };
+    };
+    const std::string when = " at change " + std::to_string(step);
+    expect_kept(run(GetParam(), 0, 0, nullptr, at_step), true, when);
+    expect_kept(run(GetParam(), step, 50, nullptr, nullptr, save), false, when + ", while off");
+  }
+  for (int halves = 1; halves < 30; ++halves) {
+    const auto in_a_while = [&, halves](EventHouse& house) {
+      house.files.exchanges = false;
+      house.loop.call_after(halves * 500ms - 100ms, [&] { save(house); });
+    };
+    expect_kept(run(GetParam(), 0, 0, nullptr, in_a_while), true,
+                " after " + std::to_string(halves) + " half seconds");
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(
