@@ -14,6 +14,7 @@ void Notices::tell(const std::string& subject, std::string text) {
     notices_.emplace_back(subject, text);
   else
     found->second = text;
+  ++version_;
   changed(std::string(subject), text);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
@@ -24,12 +25,16 @@ class Notices {
   // All of them, a line each, in the order in which they came up; "" when all is well.
   std::string text() const;
 
+  // Another number after each change.
+  std::uint64_t version() const { return version_; }
+
   // A notice came up, became another one or went: the subject, and what is told now ("" for gone).
   // Telling the same again raises nothing.
   Signal<const std::string&, const std::string&> changed;
 
  private:
   std::vector<std::pair<std::string, std::string>> notices_;
+  std::uint64_t version_ = 0;
 };
 
 }  // namespace homewarden

@@ -1,19 +1,21 @@
 #include "web/page_builder.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "base/lines.h"
 #include "base/text.h"
 #include "core/devices.h"
+#include "web/page_text.h"
 #include "web/request_grammar.h"
 
 namespace homewarden {
 namespace {
 
-constexpr int kPlaces = 10;     // devices on a page
+constexpr int kPlaces = static_cast<int>(PageRooms::kPlaces);
 constexpr int kMenuSlots = 19;  // rooms in the menu of a ten-foot page
-constexpr std::string_view kRoomMark = "~~~";
 const char* const kTryAgain = "Not sent. Try again";
 const char* const kChooseARoom = "Please Select A Room From The List On The Left";
 
@@ -29,65 +31,8 @@ std::string module_attributes(int number) {
   return " ID=\"module" + std::to_string(number) + "\" class=\"imcl1\" MCFocusable=\"true\"";
 }
 
-// What stands in a link in place of a character that would end it, be taken for an encoded one or
-// for the start of an entity, or for a placeholder; the others are left to the browser.
-std::string for_link(std::string_view text) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  std::string encoded;
-  for (const char letter : text) {
-    const auto code = static_cast<unsigned char>(letter);
-    if (code > ' ' && code != 0x7f && std::string_view("\"#%&<>").find(letter) == std::string::npos)
-      encoded += letter;
-    else
-      encoded.append({'%', kDigits[code / 16U], kDigits[code % 16U]});
-  }
-  return encoded;
-}
-
-// A name as it can be read on the page.
-std::string for_reading(std::string_view text) {
-  std::string escaped;
-  for (const char letter : text) {
-    if (letter == '&')
-      escaped += "&amp;";
-    else if (letter == '<')
-      escaped += "&lt;";
-    else if (letter == '>')
-      escaped += "&gt;";
-    else
-      escaped += letter;
-  }
-  return escaped;
-}
-
 void replace(std::string& html, std::string_view from, std::string_view to) {
   html = replace_all_ignoring_case(html, from, to);
-}
-
-// Whether a line is one of the room that a page shows: the room of this name without blanks. Only
-// when the list has none, the lines on which the name stands anywhere.
-ListFile::Choice lines_of_room(std::string_view content, std::string slug) {
-  const auto is_room = [slug](std::string_view line) {
-    return equals_ignoring_case(without_blanks(line.substr(0, line.find('~'))), slug);
-  };
-  LineReader reader(content);
-  while (const auto line = reader.next())
-    if (is_room(*line)) return is_room;
-  return [slug = std::move(slug)](std::string_view line) {
-    return contains_ignoring_case(without_blanks(line), slug);
-  };
-}
-
-// Calls `function` with the number, from 1, and the name of each room line.
-template <class Function>
-int for_each_room(ListFile& rooms, Function function) {
-  const auto content = rooms.content();
-  LineReader reader(content ? *content : std::string_view());
-  int number = 0;
-  while (const auto line = reader.next())
-    if (line->find(kRoomMark) != std::string_view::npos)
-      function(++number, replace_all(*line, kRoomMark, ""));
-  return number;
 }
 
 }  // namespace
@@ -126,13 +71,15 @@ struct PageBuilder::Cell {
 };
 
 PageBuilder::PageBuilder(FrmServer& form, Module1& module1, Settings& settings, DeviceState& state,
-                         Files& files, ListFile& rooms, std::filesystem::path document_folder)
+                         const Notices& notices, Files& files, std::filesystem::path room_list,
+                         std::filesystem::path document_folder)
     : form_(form),
       module1_(module1),
       settings_(settings),
       state_(state),
+      notices_(notices),
       files_(files),
-      rooms_(rooms),
+      rooms_(files, std::move(room_list)),
       folder_(std::move(document_folder)) {}
 
 void PageBuilder::loadnormhtml() {
@@ -144,33 +91,52 @@ void PageBuilder::loadhtml() {
 }
 
 void PageBuilder::append_template(std::string_view file) {
+  rooms_.refresh();
   const auto content = files_.read(folder_ / file);
   if (!content) return;
+  std::string& page = form_.page;
   LineReader reader(*content);
-  while (const auto line = reader.next()) form_.page.append(*line).append("\r\n");
+  while (const auto line = reader.next()) page.append(*line).append("\r\n");
+  page.insert(std::min(to_lower(page).rfind("</body>"), page.size()), foot());
+}
+
+// What is wrong with the house, a paragraph each; "" when all is well.
+std::string PageBuilder::foot() const {
+  const std::string text = notices_.text();
+  std::string foot;
+  LineReader reader(text);
+  while (const auto line = reader.next()) foot += "<p>" + for_reading(*line) + "</p>";
+  return foot.empty() ? foot : "<footer role=\"status\">" + foot + "</footer>\r\n";
 }
 
 void PageBuilder::loadnormtree(std::string& html) {
-  for_each_room(rooms_, [&html](int number, const std::string& name) {
-    replace(html, place("room", number),
-            "<a target=\"_top\" href=\"index.html?loadroom" + for_link(without_blanks(name)) +
-                "\">" + kNormal.menu_font + for_reading(name) + "</font></a>");
-  });
+  fill_menu(kNormal, html);
 }
 
 void PageBuilder::loadtree(std::string& html) {
-  if (!rooms_.exists()) return;
-  const int rooms = for_each_room(rooms_, [&html](int number, const std::string& name) {
-    const std::string address = "wmcindex.html?loadroom" + for_link(without_blanks(name));
-    replace(html, place("url", number), address);
-    replace(html, place("room", number),
-            "<a target=\"_top\" href=\"" + address + "\">" + kMediaCenter.menu_font +
-                for_reading(name) + "</font></a>");
-  });
+  if (!rooms_.is_there()) return;
+  fill_menu(kMediaCenter, html);
+  const int rooms = static_cast<int>(rooms_.names().size());
   for (int slot = rooms + 1; slot <= kMenuSlots; ++slot) {
     replace(html, option_attributes(slot), "");
     replace(html, place("room", slot), "");
   }
+}
+
+void PageBuilder::fill_menu(const Family& family, std::string& html) {
+  const auto& names = rooms_.names();
+  html = fill_places(html, [&](std::string_view name, int number) -> std::optional<std::string> {
+    const bool is_address = name == "url" && family.numbered;
+    if ((name != "room" && !is_address) || number < 1 ||
+        static_cast<std::size_t>(number) > names.size())
+      return std::nullopt;
+    const std::string& room = names[static_cast<std::size_t>(number) - 1];
+    const std::string address =
+        std::string(family.page) + "?loadroom" + for_link(without_blanks(room));
+    if (is_address) return address;
+    return "<a target=\"_top\" href=\"" + address + "\">" + family.menu_font + for_reading(room) +
+           "</font></a>";
+  });
 }
 
 void PageBuilder::loadnormroom(const std::string& roomname) {
@@ -185,7 +151,7 @@ void PageBuilder::loadroom(const std::string& roomname) {
   const std::string last_device = read("lastdev");
   if (roomname != last_room)
     module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "lastroom", roomname);
-  if (!rooms_.exists()) return;
+  if (!rooms_.is_there()) return;
   const int devices = fill_room(kMediaCenter, roomname);
   remove_modules(devices + 1);
   for (int slot = devices; slot < kPlaces; ++slot) replace(form_.page, place("dev", slot), "");
@@ -195,40 +161,37 @@ void PageBuilder::loadroom(const std::string& roomname) {
 
 // The number of devices.
 int PageBuilder::fill_room(const Family& family, std::string_view slug) {
-  const auto content = rooms_.content();
-  if (!content) return 0;
-  std::string title;
-  int slot = 0;
-  const auto is_in_room = lines_of_room(*content, std::string(slug));
-  LineReader reader(*content);
-  while (slot < kPlaces) {
-    const auto line = reader.next();
-    if (!line) break;
-    if (line->find(kRoomMark) != std::string_view::npos) continue;
-    if (!is_in_room(*line)) continue;
-    const auto entry = parse_list_line(*line);
-    if (!entry || !entry->device) continue;
-    const Device& device = *entry->device;
+  if (!rooms_.is_known()) return 0;
+  const auto devices = rooms_.devices_of(slug);
+  std::vector<Cell> cells;
+  for (const Device& device : devices)
+    cells.push_back(cell(family, device, static_cast<int>(cells.size())));
+  const int count = static_cast<int>(cells.size());
+  form_.page =
+      fill_places(form_.page, [&](std::string_view name, int number) -> std::optional<std::string> {
+        if (name == "room" && number < 0)
+          return devices.empty() ? "" : for_reading(devices.back().room);
+        const bool is_address = name == "mrl" && family.numbered;
+        const int slot = is_address ? number - 1 : number;
+        if ((name != "dev" && !is_address) || slot < 0 || slot >= count) return std::nullopt;
+        const Cell& cell = cells[static_cast<std::size_t>(slot)];
+        return is_address ? std::string(family.page) + "?" + cell.address : cell.markup(family);
+      });
+  return count;
+}
 
-    const std::string key = device.key();
-    const bool on = state_.getlaststatus(key);
-    const std::string place_on_page = family.numbered ? "~" + std::to_string(slot) : "";
-    const auto address = [&](bool turns_on) {
-      return for_link(device.code() + "~" + key + (turns_on ? "~turnon~" : "~turnoff~") +
-                      without_blanks(device.room)) +
-             place_on_page;
-    };
-    const auto not_sent = state_.not_sent(key);
-    const Cell cell{address(!on), picture(key, on), for_reading(device.name),
-                    not_sent ? address(not_sent->on) + std::string(kAgain) : ""};
-    replace(form_.page, place("dev", slot), cell.markup(family));
-    if (family.numbered)
-      replace(form_.page, place("mrl", slot + 1), std::string(family.page) + "?" + cell.address);
-    title = device.room;
-    ++slot;
-  }
-  replace(form_.page, "<room>", for_reading(title));
-  return slot;
+PageBuilder::Cell PageBuilder::cell(const Family& family, const Device& device, int slot) {
+  const std::string key = device.key();
+  const bool on = state_.getlaststatus(key);
+  const std::string place_on_page = family.numbered ? "~" + std::to_string(slot) : "";
+  const auto address = [&](bool turns_on) {
+    return for_link(device.code() + "~" + key + (turns_on ? "~turnon~" : "~turnoff~") +
+                    without_blanks(device.room)) +
+           place_on_page;
+  };
+  const auto not_sent = state_.not_sent(key);
+  return {address(!on), picture(key, on), for_reading(device.name),
+          not_sent ? address(not_sent->on) + std::string(kAgain) : ""};
 }
 
 void PageBuilder::show_no_room() {

@@ -4,11 +4,13 @@
 #include <string>
 #include <string_view>
 
-#include "core/list_file.h"
+#include "core/devices.h"
 #include "core/module1.h"
+#include "core/notices.h"
 #include "core/settings.h"
 #include "platform/files.h"
 #include "ui/frm_server.h"
+#include "web/page_rooms.h"
 #include "x10/device_state.h"
 
 namespace homewarden {
@@ -19,9 +21,11 @@ namespace homewarden {
 class PageBuilder {
  public:
   PageBuilder(FrmServer& form, Module1& module1, Settings& settings, DeviceState& state,
-              Files& files, ListFile& rooms, std::filesystem::path document_folder);
+              const Notices& notices, Files& files, std::filesystem::path room_list,
+              std::filesystem::path document_folder);
 
-  // Append a template, its lines ended by CR LF; a missing one adds nothing.
+  // Append a template, its lines ended by CR LF; a missing one adds nothing. What is wrong with the
+  // house is told at its foot. The page is built of the room list as it is at this moment.
   void loadnormhtml();
   void loadhtml();
 
@@ -57,15 +61,19 @@ class PageBuilder {
   static const Family kMediaCenter;
 
   void append_template(std::string_view file);
+  std::string foot() const;
+  void fill_menu(const Family& family, std::string& html);
   int fill_room(const Family& family, std::string_view slug);
+  Cell cell(const Family& family, const Device& device, int slot);
   std::string picture(const std::string& fullname, bool on) const;
 
   FrmServer& form_;
   Module1& module1_;
   Settings& settings_;
   DeviceState& state_;
+  const Notices& notices_;
   Files& files_;
-  ListFile& rooms_;
+  PageRooms rooms_;
   std::filesystem::path folder_;
 };
 

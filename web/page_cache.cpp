@@ -11,10 +11,11 @@ constexpr std::size_t kMostPages = 64;
 
 }  // namespace
 
-PageCache::PageCache(Files& files, Registry& registry, std::filesystem::path rooms,
-                     const std::filesystem::path& document_folder)
+PageCache::PageCache(Files& files, Registry& registry, const Notices& notices,
+                     std::filesystem::path rooms, const std::filesystem::path& document_folder)
     : files_(files),
       registry_(registry),
+      notices_(notices),
       rooms_(std::move(rooms)),
       normal_template_(document_folder / kNormalPage),
       media_center_template_(document_folder / kMediaCenterPage) {}
@@ -25,7 +26,7 @@ std::optional<PageCache::Sources> PageCache::sources(PageFamily family) {
   const auto rooms = files_.stamp(rooms_);
   if (!page_template || !rooms) return std::nullopt;
   return Sources{*page_template, *rooms, registry_.changes(RegistryRoot::kLocalMachine),
-                 registry_.changes(RegistryRoot::kCurrentUser)};
+                 registry_.changes(RegistryRoot::kCurrentUser), notices_.version()};
 }
 
 const std::string* PageCache::find(const std::string& name, const Sources& sources) const {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "core/notices.h"
 #include "platform/files.h"
 #include "platform/registry.h"
 #include "web/request_grammar.h"
@@ -13,8 +14,8 @@
 namespace homewarden {
 
 // Pages that were built, for as long as nothing they were built from has changed: their template,
-// the list of rooms, any setting or state. Whether it has is asked of the disk each time, since the
-// background service changes states and people edit templates.
+// the list of rooms, any setting or state, the notices. Whether it has is asked of the disk each
+// time, since the background service changes states and people edit templates.
 class PageCache {
  public:
   // What a page is built from, at one moment.
@@ -23,11 +24,12 @@ class PageCache {
     FileStamp rooms;
     std::uint64_t machine = 0;
     std::uint64_t user = 0;
+    std::uint64_t notices = 0;
 
     bool operator==(const Sources&) const = default;
   };
 
-  PageCache(Files& files, Registry& registry, std::filesystem::path rooms,
+  PageCache(Files& files, Registry& registry, const Notices& notices, std::filesystem::path rooms,
             const std::filesystem::path& document_folder);
 
   // Nothing when no page can be kept now: a file is missing or has just been changed.
@@ -49,6 +51,7 @@ class PageCache {
 
   Files& files_;
   Registry& registry_;
+  const Notices& notices_;
   const std::filesystem::path rooms_;
   const std::filesystem::path normal_template_;
   const std::filesystem::path media_center_template_;

@@ -101,6 +101,31 @@ class BrowserPages(BrowserTest):
       self.assertEqual(self.browser.get_log("browser"), [])
 
 
+class HouseWithABadLine(FurnishedHouse):
+  rooms = FurnishedHouse.rooms + "Garden~Fount\n"
+
+
+class Foot(BrowserTest):
+  house_kind = HouseWithABadLine
+
+  def test_what_is_wrong_can_be_read_on_every_page_and_hides_nothing(self):
+    for name, page, size in [("phone", "index.html", (390, 844)),
+                             ("desktop", "index.html", (1280, 800)),
+                             ("ten-foot", "wmcindex.html", (1920, 1080))]:
+      with self.subTest(name):
+        self.open(page + "?loadroomLivingRoom", size)
+        self.wait_for(".few-devices, [data-state]")
+        foot = self.find("footer")
+        self.assertIn("1 line of rmlst.hwd cannot be understood", foot.text)
+        self.js("arguments[0].scrollIntoView()", foot)
+        self.shoot("web-notice-" + name)
+        self.assertEqual(self.js(PALE), [], "hard to read")
+        below = self.js("return [...document.querySelectorAll('section > div[data-state], main li')]"
+                        ".filter((e) => e.getBoundingClientRect().bottom"
+                        " > arguments[0].getBoundingClientRect().top + 1).length", foot)
+        self.assertEqual(below, 0, "devices lie under the notice")
+
+
 ROOM = 'Anna\'s "Den" & 50% #1 + <é> &copy %41'
 DEVICE = '"Lampe" <b>&lt #2 50% +é %7E'
 
