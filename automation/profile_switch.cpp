@@ -110,11 +110,10 @@ bool ProfileSwitch::use_staged() {
   return content->empty() ? files_.remove(staged_) : files_.rename(staged_, events_.path());
 }
 
-// Lets the staged list and the event list change places. A profile without events has no list.
+// Lets the staged list and the event list change places.
 bool ProfileSwitch::take_place() {
   const auto staged = files_.read(staged_);
   if (!staged) return false;
-  if (staged->empty()) return files_.rename(events_.path(), staged_);
   Exchange exchange = Exchange::kChanged;
   for (int attempt = 0; attempt < 3 && exchange == Exchange::kChanged; ++attempt) {
     const auto events = files_.read_settled(events_.path());
@@ -127,11 +126,12 @@ bool ProfileSwitch::take_place() {
          files_.rename(staged_, events_.path());
 }
 
-// What was saved last belongs to the profile that was left. When it cannot be written it stays
-// where it is for the next time.
+// A profile without events has no list, and what was saved last belongs to the profile that was
+// left. When it cannot be written it stays where it is for the next time.
 void ProfileSwitch::keep_replaced() {
-  const std::string left = settings_.read("data", kLeft, "");
+  if (files_.read(events_.path()) == "") files_.remove(events_.path());
   if (!files_.exists(staged_)) return;
+  const std::string left = settings_.read("data", kLeft, "");
   if (!could_be_a_file(left) || copy(staged_, parked_file(left))) files_.remove(staged_);
 }
 

@@ -39,8 +39,9 @@ class Files {
   // The whole content. Nothing when the file is missing or cannot be read.
   virtual std::optional<std::string> read(const std::filesystem::path& file) = 0;
 
-  // The same for a file that others write into: while it is being written, or ends within a line,
-  // right after a change, it is given a moment, 20 ms at most, in which they can finish.
+  // The same for a file that others write into: when it has just been changed and they are not done
+  // with it, it is given a moment, 20 ms at most. Where the system cannot tell, they are not while
+  // it is empty or ends within a line.
   virtual std::optional<std::string> read_settled(const std::filesystem::path& file) = 0;
 
   // As long as the stamp is the same, so is the content. Nothing when the file is missing, or was

@@ -1,7 +1,6 @@
 #include "platform/linux/posix_files.h"
 
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/stat.h>
 #include <time.h>
 #include <unistd.h>
@@ -13,6 +12,7 @@
 
 #include "platform/linux/descriptor.h"
 #include "platform/linux/existing_name.h"
+#include "platform/linux/writer_watch.h"
 
 namespace homewarden::os_linux {
 namespace {
@@ -73,38 +73,6 @@ bool is_open_as(int descriptor, const std::filesystem::path& file) {
          open.st_dev == found.st_dev && open.st_ino == found.st_ino;
 }
 
-// Tells whether another program has a file open to write into it, by a lease, which local disks
-// give the owner of a file. Whoever opens it to write while one of these lives waits for its end.
-class WriterWatch {
- public:
-  explicit WriterWatch(int descriptor) : descriptor_(descriptor) {
-    // They are told of by a signal, which is to be one that does nothing.
-    if (::fcntl(descriptor, F_SETSIG, SIGURG) != 0) return;
-    leased_ = ::fcntl(descriptor, F_SETLEASE, F_RDLCK) == 0;
-    found_writer_ = !leased_ && errno == EAGAIN;
-  }
-  WriterWatch(const WriterWatch&) = delete;
-  WriterWatch& operator=(const WriterWatch&) = delete;
-  ~WriterWatch() {
-    if (leased_) ::fcntl(descriptor_, F_SETLEASE, F_UNLCK);
-  }
-
-  // False also where the disk cannot tell.
-  bool somebody_writes() const {
-    return found_writer_ || (leased_ && ::fcntl(descriptor_, F_GETLEASE) != F_RDLCK);
-  }
-
- private:
-  const int descriptor_;
-  bool leased_ = false;
-  bool found_writer_ = false;
-};
-
-bool is_being_written(const std::filesystem::path& file) {
-  const Descriptor descriptor(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-  return WriterWatch(descriptor.get()).somebody_writes();
-}
-
 // The file that a link leads to; the link itself when it leads nowhere.
 std::filesystem::path behind_links(const std::filesystem::path& file) {
   std::error_code error;
@@ -150,11 +118,14 @@ std::optional<std::string> PosixFiles::read(const std::filesystem::path& file) {
 
 std::optional<std::string> PosixFiles::read_settled(const std::filesystem::path& file) {
   for (int waited = 0;; ++waited) {
+    const Descriptor descriptor(::open(find(file).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    const WriterWatch watch(descriptor.get());
     auto content = read(file);
+    if (!content || waited == kPatienceMs) return content;
+    const bool settled = watch.can_tell() ? !watch.found_writer() : content->ends_with('\n');
     struct stat info {};
-    if (!content || waited == kPatienceMs || ::stat(find(file).c_str(), &info) != 0 ||
-        file_time_now() - nanoseconds(info.st_mtim) > kTick ||
-        (content->ends_with('\n') && !is_being_written(find(file))))
+    if (settled || ::fstat(descriptor.get(), &info) != 0 ||
+        file_time_now() - nanoseconds(info.st_mtim) > kTick)
       return content;
     const timespec millisecond{0, 1'000'000};
     ::nanosleep(&millisecond, nullptr);
@@ -222,7 +193,9 @@ Exchange PosixFiles::exchange(const std::filesystem::path& from, const std::file
     return ::renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_EXCHANGE) == 0;
   };
   if (!change_places()) return Exchange::kCannot;
-  if (is_open_as(descriptor.get(), source) && !watch.somebody_writes()) return Exchange::kDone;
+  if (is_open_as(descriptor.get(), source) && !watch.somebody_writes() &&
+      (watch.can_tell() || read(source) == known))
+    return Exchange::kDone;
   // Another file took its place this moment, or somebody opened it to write.
   change_places();
   return Exchange::kChanged;
