@@ -50,24 +50,28 @@ bool ListFile::write_change() {
   return files_.write(scratch_, kept);
 }
 
-// Makes the scratch file from the list as it is now. False when that cannot be told.
-bool ListFile::bring_up_to_date() {
+// Makes the scratch file from the list as it is now; false when it is still the same. Nothing when
+// that cannot be done.
+std::optional<bool> ListFile::bring_up_to_date() {
   std::optional<std::string> now;
   if (exists()) {
     now = files_.read_settled(file_);
-    if (!now) return false;
+    if (!now) return std::nullopt;
   }
-  if (now == change_->made_from) return true;
-  if (!now && !change_->added.empty()) return false;
+  if (now == change_->made_from) return false;
+  if (!now && !change_->added.empty()) return std::nullopt;
   change_->made_from = std::move(now);
-  return write_change();
+  if (!write_change()) return std::nullopt;
+  return true;
 }
 
 bool ListFile::use_scratch() {
   if (!change_) return false;
   constexpr int kAttempts = 8;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    if (!bring_up_to_date()) return false;
+    const auto changed = bring_up_to_date();
+    // Refused, and yet the same: somebody goes on writing it.
+    if (!changed || (attempt > 0 && !*changed)) return false;
     const auto& old = change_->made_from;
     if (!old && change_->added.empty()) {
       remove_scratch();

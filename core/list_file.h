@@ -62,7 +62,7 @@ class ListFile {
   };
 
   bool write_change();
-  bool bring_up_to_date();
+  std::optional<bool> bring_up_to_date();
 
   Files& files_;
   std::filesystem::path file_;

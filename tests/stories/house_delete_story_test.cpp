@@ -272,15 +272,16 @@ TEST(HouseDeleteFailure, ADeletionThatFailsHasNotHappened) {
   }
 }
 
-TEST(HouseDeleteFailure, WhatCannotBeReadTakesNoListsPlace) {
-  for (const char* scratch : {"tcdone.tmp", "tcmac.tmp", "tcev.tmp"}) {
+TEST(HouseDeleteFailure, WhatIsNoDecisionChangesNoList) {
+  for (const char* decision : {"", "rmlst.hwd: rmlst.hwd\r\nHall~~~\r\n"}) {
     MemoryFiles disk;
-    for (const char* name : {"rmlst.hwd", "evelst.hwd", "macs.hlk", "tcdone.tmp", scratch})
+    for (const char* name : {"rmlst.hwd", "evelst.hwd", "macs.hlk", "tcmac.tmp", "tcev.tmp"})
       disk.contents[House::file(name)] = name;
-    disk.unreadable = {House::file(scratch)};
+    disk.contents[House::file("tcdone.tmp")] = decision;
+    if (!*decision) disk.unreadable = {House::file("tcdone.tmp")};
     HouseFiles(disk, House::file("rmlst.hwd").parent_path()).recover();
     for (const char* name : {"rmlst.hwd", "evelst.hwd", "macs.hlk"})
-      EXPECT_EQ(disk.contents[House::file(name)], name) << scratch;
+      EXPECT_EQ(disk.contents[House::file(name)], name) << decision;
   }
 }
 
