@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -7,6 +8,7 @@
 #include <string>
 
 #include "core/notices.h"
+#include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/registry.h"
 #include "web/request_grammar.h"
@@ -14,8 +16,8 @@
 namespace homewarden {
 
 // Pages that were built, for as long as nothing they were built from has changed: their template,
-// the list of rooms, any setting or state, the notices. Whether it has is asked of the disk each
-// time, since the background service changes states and people edit templates.
+// the list of rooms, any setting or state, the notices. The files are looked at at most once in
+// kGlance, since under load that would cost more than the page; the rest each time.
 class PageCache {
  public:
   // What a page is built from, at one moment.
@@ -29,8 +31,14 @@ class PageCache {
     bool operator==(const Sources&) const = default;
   };
 
-  PageCache(Files& files, Registry& registry, const Notices& notices, std::filesystem::path rooms,
-            const std::filesystem::path& document_folder);
+  // How long a file that somebody else has edited may go unnoticed.
+  static constexpr std::chrono::milliseconds kGlance{10};
+
+  PageCache(const Clock& clock, Files& files, Registry& registry, const Notices& notices,
+            const std::filesystem::path& rooms, const std::filesystem::path& document_folder);
+
+  // This program has changed a file: the next page is of what it holds now.
+  void look_again();
 
   // Nothing when no page can be kept now: a file is missing or has just been changed.
   std::optional<Sources> sources(PageFamily family);
@@ -44,17 +52,26 @@ class PageCache {
   void keep(const std::string& name, const Sources& sources, const std::string& page);
 
  private:
+  // A file as it was when it was looked at last.
+  struct Looked {
+    std::filesystem::path path;
+    std::optional<std::chrono::milliseconds> at{};  // by uptime
+    std::optional<FileStamp> stamp{};
+  };
   struct Kept {
     Sources sources;
     std::string page;
   };
 
+  const std::optional<FileStamp>& stamp(Looked& file);
+
+  const Clock& clock_;
   Files& files_;
   Registry& registry_;
   const Notices& notices_;
-  const std::filesystem::path rooms_;
-  const std::filesystem::path normal_template_;
-  const std::filesystem::path media_center_template_;
+  Looked rooms_;
+  Looked normal_template_;
+  Looked media_center_template_;
   std::map<std::string, Kept> kept_;
 };
 

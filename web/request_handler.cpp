@@ -47,6 +47,7 @@ RequestHandler::RequestHandler(StatusBar& status, FrmServer& form, Operations& o
       house_(house),
       commands_(commands),
       state_(state) {
+  house.changed.connect([this] { cache_.look_again(); });
   web.SwitchRequests(what_switches);
   web.RefusalPages(refusal_page);
   web.RequestArrived.connect(

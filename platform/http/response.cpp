@@ -58,6 +58,12 @@ Response::Response(unsigned status, MHD_Response* response) : status_(status), r
 Response::Response(Response&& other) noexcept
     : status_(other.status_), response_(std::exchange(other.response_, nullptr)) {}
 
+Response& Response::operator=(Response&& other) noexcept {
+  std::swap(status_, other.status_);
+  std::swap(response_, other.response_);
+  return *this;
+}
+
 Response::~Response() {
   if (response_ != nullptr) MHD_destroy_response(response_);
 }

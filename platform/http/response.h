@@ -25,7 +25,7 @@ class Response {
   Response(Response&& other) noexcept;
   Response(const Response&) = delete;
   Response& operator=(const Response&) = delete;
-  Response& operator=(Response&&) = delete;
+  Response& operator=(Response&& other) noexcept;
   ~Response();
 
   // False when the connection cannot be answered any more.

@@ -94,7 +94,7 @@ void RunningServer::drop_deserted_switches() {
 
 bool RunningServer::answer_page(int id, const std::string& html) {
   Connection* connection = requests_.finish(id);
-  return connection != nullptr && send(*connection, Response::page(html));
+  return connection != nullptr && send(*connection, pages_.of(html));
 }
 
 bool RunningServer::answer_document(int id) {

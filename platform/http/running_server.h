@@ -11,6 +11,7 @@
 #include "platform/http/document_folder.h"
 #include "platform/http/gate.h"
 #include "platform/http/http_limits.h"
+#include "platform/http/page_responses.h"
 #include "platform/http/requests.h"
 #include "platform/http/response.h"
 #include "platform/web_server_control.h"
@@ -76,6 +77,7 @@ class RunningServer : private DaemonEvents {
   int& last_id_;
   Connections connections_;
   Requests requests_;
+  PageResponses pages_;
   const Handle listening_;
   Daemon daemon_;  // last: its end reports to the others
 };

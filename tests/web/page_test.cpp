@@ -47,15 +47,19 @@ TEST(Pages, ARoomOfABrowserByteForByte) {
 TEST(Pages, APageBuiltBeforeIsNotShownOnceAnythingHasChanged) {
   WebHouse house;
   const auto kitchen = [&house] { return house.get("index.html", "loadroomKitchen"); };
+  const auto edit = [&house](const char* file, const char* text) {
+    house.content(file) += text;
+    house.loop.advance(PageCache::kGlance);
+  };
   const std::string first = kitchen();
   EXPECT_EQ(kitchen(), first);
   house.set_machine("KitchenTableLamp", "True");  // as the background service would
   EXPECT_THAT(kitchen(), HasSubstr("bulbon.gif"));
   house.settings.write("type", "KitchenTableLamp", "fan");
   EXPECT_THAT(kitchen(), HasSubstr("fanon.gif"));
-  house.content("rmlst.hwd") += "Kitchen~New Lamp~C~1\r\n";
+  edit("rmlst.hwd", "Kitchen~New Lamp~C~1\r\n");
   EXPECT_THAT(kitchen(), HasSubstr("New Lamp"));
-  house.content("html/index.html") += "<p>edited";
+  edit("html/index.html", "<p>edited");
   EXPECT_THAT(kitchen(), EndsWith("<p>edited\r\n"));
   EXPECT_THAT(house.get("index.html"), HasSubstr("Please Select"));
   house.get("wmcindex.html", "loadroomKitchen");
@@ -128,11 +132,12 @@ TEST(Pages, TheTemplatesHaveEveryPlaceThatIsFilled) {
 
 // A page that was built before a notice came up, or went, would not show it.
 TEST(Pages, ANoticeMakesEveryPageANewOne) {
+  VirtualLoop loop;
   MemoryFiles files;
   MemoryRegistry registry;
   Notices notices;
   files.contents = {{"rmlst.hwd", ""}, {"html/index.html", ""}};
-  PageCache cache(files, registry, notices, "rmlst.hwd", "html");
+  PageCache cache(loop, files, registry, notices, "rmlst.hwd", "html");
   for (const char* notice : {"The disk is full.", ""}) {
     const auto before = cache.sources(PageFamily::kNormal);
     ASSERT_TRUE(before);
