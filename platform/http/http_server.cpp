@@ -67,7 +67,9 @@ void HttpServer::StartListening() {
   try {
     server_ =
         std::make_unique<RunningServer>(loop_, host_, limits_, std::move(rules), refusal_pages_,
-                                        std::move(folder), std::move(listening), last_id_);
+                                        std::move(folder), std::move(listening), last_id_, [this] {
+                                          if (in_turn_) hand_over();
+                                        });
   } catch (const std::exception&) {
     return;  // Listening() tells
   }
@@ -79,6 +81,10 @@ bool HttpServer::StopListening() {
   loop_.cancel(std::exchange(next_look_, 0));
   if (!server_) return false;
   watched_->remove(server_->descriptor());
+  if (running_ == server_.get()) {
+    server_->retire();
+    stopped_ = std::move(server_);
+  }
   server_.reset();
   return true;
 }
@@ -97,7 +103,7 @@ void HttpServer::SendPage(int request, const std::string& page, bool serve_file)
     answered_ = answered_ || sent;
     return;
   }
-  if (sent) server_->run();
+  if (sent) run();
   arm();
 }
 
@@ -105,22 +111,32 @@ void HttpServer::turn() {
   if (!server_ || in_turn_) return;
   {
     const FlagGuard guard(in_turn_);
-    const milliseconds start = loop_.uptime();
+    turn_start_ = loop_.uptime();
     int rounds = 0;
     do {
       answered_ = false;
-      server_->run();
+      run();
       hand_over();
-    } while (server_ && answered_ && ++rounds < kRounds && loop_.uptime() - start < kPatience);
-    if (server_ && answered_) server_->run();
+    } while (server_ && answered_ && ++rounds < kRounds && has_patience());
+    if (server_ && answered_) run();
   }
   arm();
 }
 
+void HttpServer::run() {
+  running_ = server_.get();
+  running_->run();
+  running_ = nullptr;
+  stopped_.reset();
+}
+
+bool HttpServer::has_patience() const {
+  return loop_.uptime() - turn_start_ < kPatience;
+}
+
 // Whoever is told of a request may answer it at once, and may stop or start the server.
 void HttpServer::hand_over() {
-  const milliseconds start = loop_.uptime();
-  while (server_ && loop_.uptime() - start < kPatience) {
+  while (server_ && has_patience()) {
     const auto id = server_->next_request(pages_at_once_);
     if (!id) return;
     const std::string page = server_->find(*id)->page;

@@ -49,7 +49,9 @@ class HttpServer : public WebServerControl {
  private:
   // Once around: reads, hands requests to the program, sends what it answered.
   void turn();
+  void run();
   void hand_over();
+  bool has_patience() const;
   // Sees to it that the next turn comes.
   void arm();
   void turn_soon();
@@ -70,8 +72,11 @@ class HttpServer : public WebServerControl {
   // What the loop watches, for good: the library's descriptor comes and goes inside it.
   const std::unique_ptr<SocketSet> watched_;
   std::unique_ptr<RunningServer> server_;
+  RunningServer* running_ = nullptr;        // while it is in its run()
+  std::unique_ptr<RunningServer> stopped_;  // the one that was stopped from there
   int last_id_ = 0;
   bool in_turn_ = false;
+  std::chrono::milliseconds turn_start_{};
   bool answered_ = false;  // since the server ran last
   EventLoop::CallId next_turn_ = 0;
   EventLoop::CallId next_look_ = 0;

@@ -32,7 +32,7 @@ Refusal crowded(const Request& request, std::size_t addresses, std::string again
 
 RunningServer::RunningServer(const Clock& clock, WebHost& host, const HttpLimits& limits,
                              GateRules rules, RefusalPages pages, DocumentFolder folder,
-                             Handle listening, int& last_id)
+                             Handle listening, int& last_id, std::function<void()> arrived)
     : clock_(clock),
       host_(host),
       limits_(limits),
@@ -40,6 +40,7 @@ RunningServer::RunningServer(const Clock& clock, WebHost& host, const HttpLimits
       refusal_pages_(std::move(pages)),
       folder_(std::move(folder)),
       last_id_(last_id),
+      arrived_(std::move(arrived)),
       connections_(host, limits),
       requests_(limits, connections_.largest() / 3),
       listening_(std::move(listening)),
@@ -47,6 +48,11 @@ RunningServer::RunningServer(const Clock& clock, WebHost& host, const HttpLimits
 
 RunningServer::~RunningServer() {
   for (Connection* connection : connections_.handled()) give_up(*connection);
+}
+
+void RunningServer::retire() {
+  retired_ = true;
+  host_.shut_down(listening_.get());
 }
 
 void RunningServer::look_around() {
@@ -58,7 +64,7 @@ void RunningServer::look_around() {
 void RunningServer::give_up(Connection& connection) {
   requests_.desert(std::exchange(connection.request, 0));
   connection.phase = Phase::kClosing;
-  MHD_resume_connection(connection.library);
+  if (&connection != arriving_) MHD_resume_connection(connection.library);
 }
 
 bool RunningServer::has_gone(int id) const {
@@ -121,7 +127,7 @@ bool RunningServer::send(Connection& connection, const Response& response) {
   connection.request = 0;
   connection.since = clock_.uptime();
   connection.phase = response.queue_on(connection.library) ? Phase::kSending : Phase::kClosing;
-  MHD_resume_connection(connection.library);
+  if (&connection != arriving_) MHD_resume_connection(connection.library);
   return true;
 }
 
@@ -163,15 +169,12 @@ bool RunningServer::head_read(Connection& connection, MHD_Connection* library, c
 }
 
 bool RunningServer::request_read(Connection& connection) {
-  if (connection.phase == Phase::kClosing) return false;
+  if (connection.phase == Phase::kClosing || retired_) return false;
   if (!connection.refusal) {
     Request request{&connection, connection.from, std::move(connection.admission.page),
                     std::string(connection.head.query()), std::move(connection.admission.switches)};
     request.shows_states = is_page(request.page);
-    if (requests_.room_for(request)) {
-      hold(connection, std::move(request));
-      return true;
-    }
+    if (requests_.room_for(request)) return hand_over(connection, std::move(request));
     connection.refusal = crowded(request, requests_.addresses_in_line(), connection.head.uri);
   }
   connection.phase = Phase::kSending;
@@ -179,12 +182,18 @@ bool RunningServer::request_read(Connection& connection) {
   return answer_to(connection, *connection.refusal).queue_on(connection.library);
 }
 
-void RunningServer::hold(Connection& connection, Request request) {
+// Answered at once, or held until it is.
+bool RunningServer::hand_over(Connection& connection, Request request) {
   last_id_ = last_id_ == std::numeric_limits<int>::max() ? 1 : last_id_ + 1;
   connection.request = last_id_;
   connection.phase = Phase::kHandling;
   requests_.add(connection.request, std::move(request));
-  MHD_suspend_connection(connection.library);
+  arriving_ = &connection;
+  arrived_();
+  arriving_ = nullptr;
+  if (retired_) connection.phase = Phase::kClosing;
+  if (connection.phase == Phase::kHandling) MHD_suspend_connection(connection.library);
+  return connection.phase != Phase::kClosing;
 }
 
 void RunningServer::completed(Connection& connection) {

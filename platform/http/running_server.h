@@ -19,21 +19,28 @@
 namespace homewarden::http {
 
 // The server from start to stop: takes connections, judges their requests, keeps those that are
-// admitted until they are answered. It calls nobody: whoever runs it asks for the next request.
+// admitted until they are answered. Whoever runs it asks for the next request, and may do so as
+// soon as one has come.
 class RunningServer : private DaemonEvents {
  public:
   // Builds the page for a refusal; may be none.
   using RefusalPages = std::function<std::string(const WebRefusal&)>;
 
   // `last_id` counts the requests of all runs, so that an id of an earlier run means none of this
-  // one. Throws std::runtime_error when the library cannot start.
+  // one. `arrived` is called from within run() when a request has come: what it answers at once is
+  // sent without holding the connection up. Throws std::runtime_error when the library cannot
+  // start.
   RunningServer(const Clock& clock, WebHost& host, const HttpLimits& limits, GateRules rules,
-                RefusalPages pages, DocumentFolder folder, Handle listening, int& last_id);
+                RefusalPages pages, DocumentFolder folder, Handle listening, int& last_id,
+                std::function<void()> arrived);
   ~RunningServer() override;
 
   int descriptor() const { return daemon_.descriptor(); }
   void run() { daemon_.run(); }
   bool has_more() const { return daemon_.has_more(); }
+  // Frees the port and takes nothing more, for a server that is stopped from within run() and can
+  // go only after it.
+  void retire();
   bool has_connections() const { return !connections_.empty(); }
 
   // Ends what takes too long and what nobody waits for any more. To be called about once a second.
@@ -61,7 +68,7 @@ class RunningServer : private DaemonEvents {
   bool request_read(Connection& connection) override;
   void completed(Connection& connection) override;
 
-  void hold(Connection& connection, Request request);
+  bool hand_over(Connection& connection, Request request);
   bool has_gone(int id) const;
   void drop_deserted_switches();
   bool send(Connection& connection, const Response& response);
@@ -75,6 +82,9 @@ class RunningServer : private DaemonEvents {
   const RefusalPages refusal_pages_;
   DocumentFolder folder_;
   int& last_id_;
+  const std::function<void()> arrived_;
+  bool retired_ = false;
+  Connection* arriving_ = nullptr;  // the library waits for its answer and has not suspended it
   Connections connections_;
   Requests requests_;
   PageResponses pages_;

@@ -39,8 +39,10 @@ TEST(Pages, ARoomOfABrowserByteForByte) {
   EXPECT_EQ(house.get("index.html", "loadroomCellar"),
             std::string(kMenu) + ":<dev0><dev1><dev2><DEV9></html>\r\n");
   house.files.contents.erase(House::file("rmlst.hwd"));
+  house.loop.advance(PageCache::kGlance);
   EXPECT_EQ(house.get("index.html", "loadroomKitchen"), WebHouse::kNormal);
   house.files.contents.erase(House::file("html/index.html"));
+  house.loop.advance(PageCache::kGlance);
   EXPECT_EQ(house.get("index.html", "loadroomKitchen"), "");
 }
 
