@@ -10,7 +10,6 @@
 #include <unistd.h>
 
 #include <QApplication>
-#include <QSocketNotifier>
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
@@ -18,32 +17,19 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "base/operations.h"
-#include "core/program/program.h"
-#include "core/settings.h"
-#include "platform/cm11/driver.h"
-#include "platform/http/http_server.h"
-#include "platform/linux/linux_web_host.h"
-#include "platform/linux/posix_files.h"
-#include "platform/qt/qt_loop.h"
-#include "platform/serial/qt_serial_stream.h"
-#include "platform/store/sqlite_registry.h"
+#include "bench/whole_program.h"
 #include "platform/waiting.h"
-#include "tests/platform/fake_desktop.h"
-#include "tools/emulator/pty_host.h"
 #include "ui/qt/device_card.h"
-#include "ui/qt/main_window_view.h"
 
 namespace homewarden {
 namespace {
 
 using namespace std::chrono_literals;
-namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
@@ -129,97 +115,50 @@ class WebClient {
 class Bench {
  public:
   explicit Bench(int presses) : presses_(presses) {
-    fs::create_directories(folder_ / "ports");
-    files_.write(folder_ / "rmlst.hwd", room_list());
-    const auto set = [this](const char* name, const char* text) {
-      registry_.write(RegistryRoot::kLocalMachine, kMachineKey, name,
-                      {RegistryType::kString, text});
+    house_.line().on_bytes = [this](bool from_computer, std::string_view, auto) {
+      if (from_computer && first_byte_ == Clock::time_point{}) first_byte_ = Clock::now();
     };
-    set("port", "1");
-    set("webport", kPort);
-    if (const std::string error = host_.plug(); !error.empty()) std::printf("%s\n", error.c_str());
-    readable_ = std::make_unique<QSocketNotifier>(host_.fd(), QSocketNotifier::Read);
-    QObject::connect(readable_.get(), &QSocketNotifier::activated, readable_.get(), [this] {
-      if (first_byte_ == Clock::time_point{}) first_byte_ = Clock::now();
-      host_driver_.readable();
-    });
-    view_.show();
-    program_.start();
+    house_.start();
     operations_.start(run());
   }
-  ~Bench() { fs::remove_all(folder_); }
 
  private:
   Task<void> run() {
-    co_await Delay(loop_, 3s);
-    program_.frm_main.Tree.selected = program_.frm_main.Tree.find("Den");
-    co_await Delay(loop_, 500ms);
+    co_await Delay(house_.loop(), 3s);
+    house_.form().Tree.selected = house_.form().Tree.find("Den");
+    co_await Delay(house_.loop(), 500ms);
     LoopTurns turns;
     std::vector<double> times;
     std::vector<QWidget*> cards;
-    for (QWidget* widget : view_.findChildren<QWidget*>())
+    for (QWidget* widget : house_.view().findChildren<QWidget*>())
       if (dynamic_cast<view::DeviceButton*>(widget)) cards.push_back(widget);
     for (int i = 0; i < presses_; ++i) {
       first_byte_ = {};
       const auto pressed = Clock::now();
       QTest::mouseClick(cards.at(static_cast<std::size_t>(i % kDevices)), Qt::LeftButton);
-      co_await Delay(loop_, 200ms);
+      co_await Delay(house_.loop(), 200ms);
       times.push_back(Milliseconds(first_byte_ - pressed).count());
     }
     print("window", times);
     times.clear();
-    co_await Delay(loop_, 2s);
+    co_await Delay(house_.loop(), 2s);
     {
       WebClient client(presses_);
       for (int i = 0; i < presses_; ++i) {
         first_byte_ = {};
         client.press();
-        co_await Delay(loop_, 1700ms);  // the answer comes after a pause of a second
+        co_await Delay(house_.loop(), 1700ms);  // the answer comes after a pause of a second
         times.push_back(Milliseconds(first_byte_ - client.sent_at()).count());
       }
     }
     print("web", times);
     std::printf("longest turn of the loop: %.1f ms\n", turns.longest);
-    loop_.quit();
+    house_.loop().quit();
   }
 
   const int presses_;
-  const fs::path folder_ =
-      fs::temp_directory_path() / ("press_bench_" + std::to_string(::getpid()));
-  qt::QtLoop loop_;
-  os_linux::PosixFiles files_;
-  store::SqliteRegistry registry_{folder_, folder_};
-  emulator::Emulator emulator_{[] {
-    emulator::Options options;
-    options.speed = kSpeed;
-    return options;
-  }()};
-  emulator::PtyHost host_{emulator_, (folder_ / "ports" / "com1").string()};
-  emulator::PtyHostDriver host_driver_{loop_, host_};
-  std::unique_ptr<QSocketNotifier> readable_;
+  WholeProgram house_{room_list(), kPort, kSpeed};
   Clock::time_point first_byte_;
-  serial::QtSerialStream stream_{
-      os_linux::PortNames(folder_, os_linux::PortNames::Devices::kLinksOnly)};
-  cm11::Driver driver_{loop_, stream_};
-  testing::FakeServices services_;
-  testing::FakeInstance instance_;
-  testing::FakeDialogs dialogs_{loop_};
-  testing::FakeDesktop desktop_;
-  testing::FakeSounds sounds_;
-  os_linux::LinuxWebHost web_host_;
-  http::HttpServer web_{loop_, web_host_,
-                        [this](int descriptor, std::function<void()> function) {
-                          loop_.watch_readable(descriptor, std::move(function));
-                        },
-                        [] {
-                          http::HttpLimits limits;
-                          limits.address = "127.0.0.1";
-                          return limits;
-                        }()};
-  Program program_{{loop_, files_, registry_, services_, instance_, driver_, dialogs_, desktop_,
-                    sounds_, web_, folder_, ""},
-                   [](std::exception_ptr error) { std::rethrow_exception(error); }};
-  view::MainWindowView view_{program_.frm_main};
   Operations operations_{[](std::exception_ptr error) { std::rethrow_exception(error); }};
 };
 
