@@ -99,9 +99,9 @@ class Bench {
   // `disturb` is called before the pages and before each press.
   Task<void> measure(std::string what, std::function<void()> disturb) {
     disturb();
-    start({"8", "visit", "127.0.0.3", what.c_str()});
+    start({"14", "visit", "127.0.0.3", what.c_str()});
     start({"8", "browse", "127.0.0.4", what.c_str()});
-    co_await Delay(house_.loop(), 10s);
+    co_await Delay(house_.loop(), 15s);
     std::vector<double> presses;
     std::vector<double> events;
     for (int i = 0; i < samples_; ++i) {
