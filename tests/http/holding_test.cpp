@@ -193,6 +193,22 @@ TEST_F(HoldingTest, LetsItsEventStopAndStartIt) {
   EXPECT_FALSE(server.Listening());
 }
 
+// The library is in the middle of what all of them sent.
+TEST_F(HoldingTest, StopsWhileItReadsTheRequestsOfSeveral) {
+  server.RequestArrived.connect([&](int, const std::string& page) {
+    if (page == "hold-restart") server.StopListening(), server.StartListening();
+  });
+  start();
+  clients.push_back(hold());
+  for (const char* page : {"/index.html", "/hold-restart", "/index.html", "/hold-restart"}) {
+    clients.push_back(std::make_unique<Client>(loop, port));
+    clients.back()->request(page);
+  }
+  for (const auto& client : clients) EXPECT_TRUE(client->is_closed_within());
+  EXPECT_TRUE(server.Listening());
+  EXPECT_EQ(get("/index.html").status, 200);
+}
+
 TEST_F(HoldingTest, GoesAwayWithRequestsThatWait) {
   start();
   const auto client = hold();
