@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace homewarden {
@@ -14,6 +15,24 @@ struct NetworkAddress {
   friend bool operator<(const NetworkAddress& a, const NetworkAddress& b) {
     return a.bytes < b.bytes;
   }
+};
+
+// All addresses whose first `bits` are those of `address`; 96 bits more than usual for IPv4.
+struct NetworkPrefix {
+  NetworkAddress address;
+  unsigned bits = 128;  // 0 to 128
+
+  bool contains(const NetworkAddress& other) const {
+    for (std::size_t i = 0; i < other.bytes.size(); ++i) {
+      if (bits <= 8 * i) return true;
+      const unsigned counted = bits - static_cast<unsigned>(8 * i);
+      const unsigned mask = counted >= 8 ? 0xffU : 0xff00U >> counted;
+      if (((address.bytes[i] ^ other.bytes[i]) & mask) != 0) return false;
+    }
+    return true;
+  }
+
+  friend bool operator==(const NetworkPrefix&, const NetworkPrefix&) = default;
 };
 
 }  // namespace homewarden

@@ -77,6 +77,25 @@ bool read_v6(std::string_view text, Address& address) {
   return true;
 }
 
+unsigned group_of(const Address& address, std::size_t group) {
+  return address.bytes[2 * group] * 256U + address.bytes[2 * group + 1];
+}
+
+struct Zeros {
+  std::size_t first = 0;
+  std::size_t count = 0;  // of groups
+};
+
+Zeros longest_zeros(const Address& address) {
+  Zeros longest;
+  Zeros now;
+  for (std::size_t group = 0; group < 8; ++group) {
+    now = group_of(address, group) == 0 ? Zeros{group - now.count, now.count + 1} : Zeros{};
+    if (now.count > longest.count) longest = now;
+  }
+  return longest;
+}
+
 bool is_private_v4(std::uint8_t first, std::uint8_t second) {
   return first == 127 || first == 10 || (first == 172 && (second & 0xf0) == 16) ||
          (first == 192 && second == 168) || (first == 169 && second == 254);
@@ -102,6 +121,38 @@ std::optional<Address> parse_address(std::string_view text) {
   return read_v6(text, address) ? std::optional(address) : std::nullopt;
 }
 
+std::string text_of(const Address& address) {
+  std::string text;
+  if (is_mapped(address)) {
+    for (std::size_t i = 12; i < 16; ++i)
+      text += (i == 12 ? "" : ".") + std::to_string(address.bytes[i]);
+    return text;
+  }
+  const Zeros gap = longest_zeros(address);
+  for (std::size_t group = 0; group < 8; ++group) {
+    if (gap.count > 1 && group == gap.first) text += "::";
+    if (gap.count > 1 && group >= gap.first && group < gap.first + gap.count) continue;
+    if (!text.empty() && text.back() != ':') text += ':';
+    std::array<char, 4> digits{};
+    const auto end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), group_of(address, group), 16)
+            .ptr;
+    text.append(digits.data(), end);
+  }
+  return text;
+}
+
+std::optional<NetworkPrefix> parse_prefix(std::string_view text) {
+  const std::size_t slash = text.find('/');
+  const auto address = parse_address(text.substr(0, slash));
+  if (!address) return std::nullopt;
+  if (slash == std::string_view::npos) return NetworkPrefix{*address, 128};
+  const bool is_v4 = text.substr(0, slash).find(':') == std::string_view::npos;
+  const auto bits = number(text.substr(slash + 1), 3, 10);
+  if (!bits || *bits == 0 || *bits > (is_v4 ? 32U : 128U)) return std::nullopt;
+  return NetworkPrefix{*address, is_v4 ? 96 + *bits : *bits};
+}
+
 bool is_private(const Address& address) {
   const auto& bytes = address.bytes;
   if (is_mapped(address)) return is_private_v4(bytes[12], bytes[13]);
@@ -111,7 +162,7 @@ bool is_private(const Address& address) {
 }
 
 Address network_of(const Address& address) {
-  if (is_mapped(address) || is_private(address)) return address;
+  if (is_mapped(address) || address == parse_address("::1")) return address;
   Address network;
   std::copy_n(address.bytes.begin(), 8, network.bytes.begin());
   return network;

@@ -3,7 +3,9 @@
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
+#include <tuple>
 
 namespace homewarden::http {
 namespace {
@@ -47,6 +49,13 @@ TEST(AddressTest, ReadsAddressesAsTheSystemDoes) {
     }
     const bool is_any = is_v4 || inet_pton(AF_INET6, text.c_str(), expected.bytes.data()) == 1;
     EXPECT_EQ(parse_address(text), is_any ? std::optional(expected) : std::nullopt) << text;
+    std::array<char, INET6_ADDRSTRLEN> written{};
+    inet_ntop(AF_INET6, expected.bytes.data(), written.data(), written.size());
+    const std::string whole = written.data();
+    const bool is_mixed = whole.find('.') != std::string::npos;  // IPv4 as a part of IPv6
+    if (is_v4 || !is_mixed) {
+      EXPECT_EQ((is_v4 ? "::ffff:" : "") + text_of(expected), whole);
+    }
   }
 }
 
@@ -57,13 +66,32 @@ TEST(AddressTest, TakesTheMappedFormForTheSameAddress) {
     EXPECT_FALSE(parse_address(text)) << text;
 }
 
-// A household shares a private network; whoever attacks from outside owns 64 bits of addresses.
-TEST(AddressTest, CountsANetworkOfTheInternetAsOne) {
+// Whoever attacks, from outside or from a guest's computer, has 64 bits of addresses.
+TEST(AddressTest, CountsANetworkOfIPv6AsOne) {
   const auto network = [](const char* text) { return network_of(*parse_address(text)); };
   EXPECT_EQ(network("2001:db8:1:2::1"), network("2001:db8:1:2:ffff::9"));
   EXPECT_NE(network("2001:db8:1:2::1"), network("2001:db8:1:3::1"));
-  EXPECT_NE(network("fe80::1"), network("fe80::2"));
+  EXPECT_EQ(network("fe80::1"), network("fe80::2"));
+  EXPECT_EQ(network("fd00::1"), network("fd00::ffff:2"));
+  EXPECT_NE(network("::1"), network("::2"));
   EXPECT_NE(network("203.0.113.1"), network("203.0.113.2"));
+}
+
+// One bit wrong in a network lets strangers in.
+TEST(AddressTest, ReadsNetworksAndKnowsTheirEdges) {
+  for (const auto& [network, inside, outside] :
+       {std::tuple("100.64.0.0/10", "100.127.255.255", "100.128.0.0"),
+        {"192.168.1.77/24", "192.168.1.255", "192.168.2.0"},
+        {"10.0.0.1", "10.0.0.1", "10.0.0.2"},
+        {"2001:db8::1/33", "2001:db8:7fff::", "2001:db8:8000::"},
+        {"::1", "::1", "::2"}}) {
+    ASSERT_TRUE(parse_prefix(network)) << network;
+    EXPECT_TRUE(parse_prefix(network)->contains(*parse_address(inside))) << network;
+    EXPECT_FALSE(parse_prefix(network)->contains(*parse_address(outside))) << network;
+  }
+  for (const char* const text : {"", "/8", "10.0.0.0/", "10.0.0.0/33", "10.0.0.0/0", "::/0",
+                                 "fd00::/129", "10.0.0.0/8/8", "10.0.0.0/-1", "localhost"})
+    EXPECT_FALSE(parse_prefix(text)) << text;
 }
 
 }  // namespace
