@@ -83,6 +83,13 @@ std::string without_blanks(std::string_view text) {
   return result;
 }
 
+std::string on_one_line(std::string_view text, std::size_t most) {
+  std::string line(text.substr(0, most));
+  for (char& letter : line)
+    if (static_cast<unsigned char>(letter) < ' ' || letter == '\x7f') letter = ' ';
+  return text.size() > most ? line + "..." : line;
+}
+
 std::string replace_all(std::string_view text, std::string_view from, std::string_view to) {
   std::string result;
   if (from.empty()) return std::string(text);

@@ -25,6 +25,10 @@ std::string_view trim_blanks(std::string_view text);
 // Every blank removed, inside the text too.
 std::string without_blanks(std::string_view text);
 
+// As it may stand in a message, whoever wrote it: control characters become blanks, and behind
+// `most` characters three dots stand for the rest.
+std::string on_one_line(std::string_view text, std::size_t most);
+
 // From left to right; what was put in is not looked at again. An empty `from` replaces nothing.
 std::string replace_all(std::string_view text, std::string_view from, std::string_view to);
 std::string replace_all_ignoring_case(std::string_view text, std::string_view from,

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "base/text.h"
 #include "core/time_text.h"
 #include "platform/waiting.h"
 
@@ -9,6 +10,8 @@ namespace homewarden {
 namespace {
 
 constexpr int kFullyOn = 100;
+// What stands in a house code came over the network, perhaps.
+constexpr std::size_t kLongestHouseCode = 20;
 
 }  // namespace
 
@@ -153,8 +156,8 @@ Task<bool> DeviceCommands::send(SwitchTarget target, int function, double amount
 void DeviceCommands::report(bool sent, const std::string& done, const std::string& to_do,
                             const SwitchTarget& target, const std::string& more) {
   status_.panel2 = (sent ? done : "Could not " + to_do) + " device with housecode " +
-                   target.house_code + std::to_string(target.unit) + more + " at " +
-                   hh_mm_ss(loop_.local_time());
+                   on_one_line(target.house_code, kLongestHouseCode) + std::to_string(target.unit) +
+                   more + " at " + hh_mm_ss(loop_.local_time()) + target.asked_by;
 }
 
 }  // namespace homewarden

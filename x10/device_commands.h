@@ -21,6 +21,7 @@ struct SwitchTarget {
   std::string house_code;
   int unit = 0;
   std::string key;
+  std::string asked_by{};  // put behind what the status line says of it, like " (from 10.0.0.7)"
 
   // What the device is switched by. Its address may be one that the power line does not have.
   static SwitchTarget of(const Device& device);
