@@ -49,6 +49,7 @@ OTHERS = {
 # Libraries that one adapter alone knows.
 ONLY_IN = {
     "microhttpd.h": "platform/http",
+    "gnutls/crypto.h": "platform/http",
     "sqlite3.h": "platform/store",
     "QSerialPort": "platform/serial",
 }

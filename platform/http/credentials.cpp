@@ -2,6 +2,7 @@
 
 #include "base/code_page.h"
 #include "base/text.h"
+#include "platform/http/keyed_hash.h"
 
 namespace homewarden::http {
 namespace {
@@ -12,16 +13,6 @@ int base64_value(char letter) {
   if (letter >= '0' && letter <= '9') return letter - '0' + 52;
   if (letter == '+') return 62;
   return letter == '/' ? 63 : -1;
-}
-
-bool same_in_constant_time(std::string_view given, std::string_view secret) {
-  // Volatile: the compiler must not leave the loop at the first difference.
-  volatile unsigned char difference = given.size() == secret.size() ? 0 : 1;
-  for (std::size_t i = 0; i < secret.size(); ++i) {
-    const char letter = given.empty() ? '\0' : given[i % given.size()];
-    difference = static_cast<unsigned char>(difference | (letter ^ secret[i]));
-  }
-  return difference == 0;
 }
 
 }  // namespace

@@ -1,0 +1,28 @@
+#include "platform/http/keyed_hash.h"
+
+#include <gnutls/crypto.h>
+
+#include <stdexcept>
+
+namespace homewarden::http {
+
+std::string keyed_hash(std::string_view key, std::string_view text) {
+  std::string hash(gnutls_hmac_get_len(GNUTLS_MAC_SHA256), '\0');
+  if (gnutls_hmac_fast(GNUTLS_MAC_SHA256, key.data(), key.size(), text.data(), text.size(),
+                       hash.data()) != 0)
+    throw std::runtime_error("the library cannot compute a keyed hash");
+  return hash;
+}
+
+std::string random_bytes(std::size_t count) {
+  std::string bytes(count, '\0');
+  if (gnutls_rnd(GNUTLS_RND_KEY, bytes.data(), bytes.size()) != 0)
+    throw std::runtime_error("the system has no random numbers");
+  return bytes;
+}
+
+bool same_in_constant_time(std::string_view a, std::string_view b) {
+  return a.size() == b.size() && gnutls_memcmp(a.data(), b.data(), a.size()) == 0;
+}
+
+}  // namespace homewarden::http
