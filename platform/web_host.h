@@ -38,6 +38,11 @@ class WebFolder {
   // The content of `htaccess.txt`, of whatever letter case; "" when there is none or it cannot be
   // read.
   virtual std::string passwords() = 0;
+
+  // A secret of the server's own, in a file beside the passwords that nobody but its owner may
+  // read; "" when there is none. One that cannot be kept is lost silently.
+  virtual std::string key() = 0;
+  virtual void keep_key(const std::string& key) = 0;
 };
 
 // Sockets of which one can be waited for in place of all.
@@ -83,6 +88,9 @@ class WebHost {
   // The IPv4 addresses under which other devices in the network reach this machine: not its
   // loopback address, and none of a network interface that is down.
   virtual std::vector<std::string> network_addresses() = 0;
+  // The networks that this machine reaches without a router, as they are now: not its loopback, no
+  // line to one other machine, none of a network interface that is down.
+  virtual std::vector<NetworkPrefix> on_link_prefixes() = 0;
 
   // Never nullptr; a folder that is missing has no documents.
   virtual std::unique_ptr<WebFolder> folder(std::filesystem::path path) = 0;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/signal.h"
+#include "platform/web_access.h"
 
 namespace homewarden {
 
@@ -60,12 +61,18 @@ class WebServerControl {
   using SwitchTest =
       std::function<std::optional<WebSwitch>(const std::string& page, const std::string& query)>;
   virtual void SwitchRequests(SwitchTest test) = 0;
+  // Which requests show states; nothing for the others. Those that somebody else's page causes are
+  // refused, or come as requests for the home page.
+  using StateTest =
+      std::function<std::optional<StatePage>(const std::string& page, const std::string& query)>;
+  virtual void StatePages(StateTest test) = 0;
   // Builds the page, HTML in Windows-1252, that a browser gets for a refusal; programs get the
   // reason as plain text. Without such a function everybody does.
   virtual void RefusalPages(std::function<std::string(const WebRefusal&)> pages) = 0;
-  // Host names that are this machine's besides addresses, localhost, its own names and names ending
-  // in .local, .lan, .home or .home.arpa.
-  virtual void AllowedHosts(std::vector<std::string> names) = 0;
+  // For the next StartListening. What AccessFaults() names is left out.
+  virtual void Access(WebAccess access) = 0;
+  // The entries that are no host name, no origin of http or https, no address and no network.
+  virtual std::vector<std::string> AccessFaults(const WebAccess& access) const = 0;
 
   // Addresses under which other devices in the network reach this machine; none without a network.
   virtual std::vector<std::string> Addresses() const = 0;
@@ -87,6 +94,12 @@ class WebServerControl {
   // Whether anybody still waits for the answer, asked of the system at this moment: somebody who
   // has gone wants nothing switched. False for a request that is not waiting.
   virtual bool IsAwaited(int request) = 0;
+  // The address that a request comes from, as a person writes it; "" for a request that is not
+  // waiting.
+  virtual std::string ClientAddress(int request) const = 0;
+  // Whether a request for a home page came under a host name that is not known to be this
+  // machine's: whoever let the name point here could read the answer, which must show no states.
+  virtual bool UnderForeignName(int request) const = 0;
   // Answers a request: with the page, or, when `serve_file` is set, with the file of the document
   // folder that it asked for. Nothing happens for a request that is not waiting any more.
   virtual void SendPage(int request, const std::string& page, bool serve_file) = 0;

@@ -14,6 +14,15 @@ struct WebPanel {
   Button Command8{"Set Password"};
   Button Command9{"Clear Password"};
   Button Command10{"Show URL"};
+  // Further host names, foreign origins that are allowed, trusted proxies: each a list separated by
+  // blanks or commas.
+  TextBox txt_webhosts;
+  TextBox txt_weborigins;
+  TextBox txt_webproxies;
+  CheckBox chk_webshared{
+      "Without a password, 100.64.0.0/10 is at home too (some providers and VPNs use "
+      "it)"};
+  Button cmd_webaccess{"Save Access"};
 };
 
 struct ProfilePanel {

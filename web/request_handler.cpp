@@ -13,6 +13,22 @@ namespace homewarden {
 namespace {
 
 constexpr int kFullyOn = 100;
+constexpr std::size_t kLongestHouseCode = 20;
+const char* const kUnknownName =
+    "No room is shown under this name. Open the house by its address, or name it on the panel "
+    "Web Server of the Homewarden window";
+
+std::optional<StatePage> state_page(const std::string& page, const std::string& query) {
+  const WebRequest request = classify_request(page, decode_query(query));
+  if (request.action == WebAction::kFile) return std::nullopt;
+  const bool ten_foot = request.family == PageFamily::kMediaCenter;
+  return StatePage{std::string(ten_foot ? kMediaCenterPage : kNormalPage),
+                   ten_foot && request.action != WebAction::kHome};
+}
+
+std::string asked_by(const std::string& address) {
+  return address.empty() ? "" : " (from " + address + ")";
+}
 
 bool is_switch(const WebRequest& request) {
   return request.action == WebAction::kSwitchOn || request.action == WebAction::kSwitchOff;
@@ -49,6 +65,7 @@ RequestHandler::RequestHandler(StatusBar& status, FrmServer& form, Operations& o
       state_(state) {
   house.changed.connect([this] { cache_.look_again(); });
   web.SwitchRequests(what_switches);
+  web.StatePages(state_page);
   web.RefusalPages(refusal_page);
   web.RequestArrived.connect(
       [this, &operations](int id, const std::string& page) { arrived(operations, id, page); });
@@ -96,7 +113,10 @@ void RequestHandler::answer(int id, PageFamily family, const std::optional<std::
   std::optional<FlagGuard> busy;
   if (!form_.busy) busy.emplace(form_.busy);
   form_.page.clear();
-  show(family, room);
+  if (web_.UnderForeignName(id))
+    show_no_states(family);
+  else
+    show(family, room);
   web_.SendPage(id, form_.page, false);
 }
 
@@ -106,7 +126,9 @@ Task<void> RequestHandler::switch_device(int id, SwitchQuery device, bool on, Pa
                       std::to_string(device.position + 1));
   // An address that somebody typed must not write other values of the machine.
   const Device* known = house_.by_key(device.key);
-  SwitchTarget target{device.house, device.unit, known ? known->key() : std::string()};
+  SwitchTarget target{device.house, device.unit, known ? known->key() : std::string(),
+                      asked_by(web_.ClientAddress(id))};
+  const std::string from = target.asked_by;
   const auto asked = loop_.uptime();
   LineTurn turn = co_await commands_.take_line(Source::kWeb);
   // Whoever pressed may have gone while others had the line.
@@ -117,8 +139,8 @@ Task<void> RequestHandler::switch_device(int id, SwitchQuery device, bool on, Pa
       co_await commands_.carry_out(std::move(turn), std::move(target), order, Source::kWeb);
   if (family == PageFamily::kMediaCenter || !sent) co_return;
   status_.panel2 = std::string("Internet Turned ") + (order.on ? "ON" : "OFF") +
-                   " device with housecode " + device.house + std::to_string(device.unit) + " at " +
-                   hh_mm_ss(loop_.local_time());
+                   " device with housecode " + on_one_line(device.house, kLongestHouseCode) +
+                   std::to_string(device.unit) + " at " + hh_mm_ss(loop_.local_time()) + from;
   co_await pending_events(loop_);
 }
 
@@ -136,6 +158,14 @@ void RequestHandler::show(PageFamily family, const std::optional<std::string>& r
   else
     show_home(family);
   if (sources) cache_.keep(name, *sources, form_.page);
+}
+
+// The home page for somebody who must not see what is on.
+void RequestHandler::show_no_states(PageFamily family) {
+  begin_page(family);
+  form_.page = replace_all_ignoring_case(form_.page, "<room>", kUnknownName);
+  if (family == PageFamily::kMediaCenter) pages_.remove_modules(1);
+  pages_.show_no_room();
 }
 
 void RequestHandler::begin_page(PageFamily family) {

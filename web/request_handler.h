@@ -42,6 +42,7 @@ class RequestHandler {
   void answer(int id, PageFamily family, const std::optional<std::string>& room);
   // The page of a room, or the home page, as it was built before or anew.
   void show(PageFamily family, const std::optional<std::string>& room);
+  void show_no_states(PageFamily family);
   void begin_page(PageFamily family);
   void show_home(PageFamily family);
   void show_room(PageFamily family, const std::string& room);

@@ -2,7 +2,6 @@
 
 #include <optional>
 #include <utility>
-#include <vector>
 
 #include "base/code_page.h"
 #include "base/text.h"
@@ -19,20 +18,6 @@ constexpr int kWithLogin = 1;
 const char* const kNoPassword =
     "the password file html/htaccess.txt cannot be read or holds no password";
 
-// Names separated by blanks or commas.
-std::vector<std::string> names_in(const std::string& text) {
-  std::vector<std::string> names;
-  std::string name;
-  for (const char c : text + " ") {
-    if (c != ' ' && c != ',') {
-      name += c;
-    } else if (!name.empty()) {
-      names.push_back(std::exchange(name, {}));
-    }
-  }
-  return names;
-}
-
 }  // namespace
 
 // The buttons that change the server take no click while one of these lives: what they ask and do
@@ -46,7 +31,8 @@ class WebServer::Occupied {
 
  private:
   void enable(bool on) {
-    for (Button* button : {&panel_.Command7, &panel_.Command8, &panel_.Command9})
+    for (Button* button :
+         {&panel_.Command7, &panel_.Command8, &panel_.Command9, &panel_.cmd_webaccess})
       button->enabled = on;
   }
 
@@ -61,7 +47,7 @@ WebServer::WebServer(WebPanel& panel, StatusBar& status, FrmServer& form, Operat
       status_(status),
       form_(form),
       module1_(module1),
-      settings_(settings),
+      access_(panel, settings, dialogs, web),
       dialogs_(dialogs),
       files_(files),
       web_(web),
@@ -70,7 +56,9 @@ WebServer::WebServer(WebPanel& panel, StatusBar& status, FrmServer& form, Operat
       credentials_(folder_ / "htaccess.txt") {
   web.servermaxconnections(kRequestsAtOnce);
   panel.Frame4.visible.changed.connect([this] {
-    if (panel_.Frame4.visible) show_state();
+    if (!panel_.Frame4.visible) return;
+    access_.show();
+    show_state();
   });
   panel.Command7.click.connect([this, &operations] {
     if (panel_.Command7.enabled) operations.start(save_port());
@@ -80,6 +68,9 @@ WebServer::WebServer(WebPanel& panel, StatusBar& status, FrmServer& form, Operat
   });
   panel.Command9.click.connect([this, &operations] {
     if (panel_.Command9.enabled) operations.start(clear_password());
+  });
+  panel.cmd_webaccess.click.connect([this, &operations] {
+    if (panel_.cmd_webaccess.enabled) operations.start(save_access());
   });
   panel.Command10.click.connect([this, &operations] { operations.start(show_url()); });
 }
@@ -128,7 +119,7 @@ bool WebServer::listen(const std::string& port) {
   web_.ServerPort(port);
   web_.DocumentFolder(folder_);
   web_.AuthenticationMode(protected_ ? kWithLogin : 0);
-  web_.AllowedHosts(names_in(settings_.read("data", "webhosts", "")));
+  web_.Access(access_.stored());
   web_.ServerOption(true);
   web_.StartListening();
   return web_.Listening();
@@ -157,6 +148,7 @@ void WebServer::show_state() {
   for (const std::string& address : web_.Addresses())
     text += "\nOn a phone or a computer in your network, open http://" + address + place +
             "/index.html";
+  if (const std::string faults = access_.faults(); !faults.empty()) text += "\n" + faults;
   panel_.lab_webstate.caption = text;
 }
 
@@ -174,6 +166,16 @@ Task<void> WebServer::save_port() {
   co_await tell(dialogs_, "Setting saved. The web server will now run on your chosen port.",
                 "Saved");
   startserver();
+}
+
+Task<void> WebServer::save_access() {
+  const Occupied occupied(panel_);
+  const bool stored = co_await access_.store();
+  if (!stored) co_return;
+  stop();
+  startserver();
+  if (!web_.Listening()) co_return;  // the status line says why
+  co_await tell(dialogs_, "Setting saved. The web server follows it from now on.", "Saved");
 }
 
 Task<void> WebServer::set_password() {

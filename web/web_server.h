@@ -14,6 +14,7 @@
 #include "ui/frm_server.h"
 #include "ui/settings_panels.h"
 #include "ui/window_services.h"
+#include "web/access_settings.h"
 
 namespace homewarden {
 
@@ -40,6 +41,7 @@ class WebServer {
   void store_port(const std::string& port);
   void show_state();
   Task<void> save_port();
+  Task<void> save_access();
   Task<void> set_password();
   Task<void> clear_password();
   Task<void> show_url();
@@ -50,7 +52,7 @@ class WebServer {
   StatusBar& status_;
   FrmServer& form_;
   Module1& module1_;
-  Settings& settings_;
+  AccessSettings access_;
   Dialogs& dialogs_;
   Files& files_;
   WebServerControl& web_;

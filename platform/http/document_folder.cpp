@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "platform/http/keyed_hash.h"
 
 namespace homewarden::http {
 namespace {
@@ -63,6 +64,15 @@ std::string media_type(const std::string& page) {
   for (const auto& [end, type] : kTypes)
     if (name.ends_with(end)) return type;
   return "application/octet-stream";
+}
+
+std::string DocumentFolder::key() {
+  constexpr std::size_t kSize = 32;
+  std::string key = folder_->key();
+  if (key.size() == kSize) return key;
+  key = random_bytes(kSize);
+  folder_->keep_key(key);
+  return key;
 }
 
 std::optional<Document> DocumentFolder::open(const std::string& page) {

@@ -31,6 +31,9 @@ class DocumentFolder {
   // See WebFolder.
   std::string passwords() { return folder_->passwords(); }
 
+  // The secret of the folder: 32 bytes, the same at every start as long as they can be kept.
+  std::string key();
+
  private:
   std::unique_ptr<WebFolder> folder_;
 };

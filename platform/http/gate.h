@@ -1,57 +1,64 @@
 #pragma once
 
-#include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
-#include "platform/http/credentials.h"
-#include "platform/http/login_delays.h"
+#include "platform/clock.h"
+#include "platform/http/cause.h"
+#include "platform/http/home_networks.h"
+#include "platform/http/log_in.h"
+#include "platform/http/refusal.h"
 #include "platform/http/request_head.h"
+#include "platform/http/visitor.h"
 #include "platform/web_server_control.h"
 
 namespace homewarden::http {
 
-struct Refusal {
-  unsigned status = 0;
-  std::string reason;  // one line
-  // One header more than every answer has; "" for none.
-  std::string header{};
-  std::string value{};
-  std::string again{};       // see WebRefusal
-  bool sets_cookie = false;  // as pages do
-};
-
 struct Admission {
-  std::string page;  // decoded, without the leading slash
+  Address from{};     // of the client, also behind a trusted proxy
+  std::string page;   // decoded, without the leading slash
+  std::string query;  // as it was sent
   std::optional<WebSwitch> switches{};
+  bool nameless = false;  // see WebServerControl::UnderForeignName()
+  // That the answer has besides those of every answer: name and value.
+  std::vector<std::pair<const char*, std::string>> headers{};
 };
 
 struct GateRules {
-  bool log_in = false;  // otherwise only private addresses are admitted
-  Credentials credentials{};
-  std::vector<std::string> own_names{};
+  // Whoever may log in; nothing when only those at home are admitted.
+  std::optional<LogIn> log_in{};
+  HomeNetworks home{{}, false};
+  std::vector<NetworkPrefix> proxies{};  // that are trusted
+  std::vector<std::string> own_names{};  // of this machine
+  std::vector<std::string> names{};      // further ones
+  std::vector<std::string> origins{};    // allowed ones, as of origin_of()
   WebServerControl::SwitchTest switches{};
+  WebServerControl::StateTest state_pages{};
 };
 
-// Decides which requests are answered at all. It remembers who tried wrong passwords.
+// Decides which requests are answered at all, and with what. It remembers who tried wrong passwords
+// and who has logged in.
 class Gate {
  public:
-  explicit Gate(GateRules rules) : rules_(std::move(rules)) {}
+  explicit Gate(GateRules rules);
 
-  // `now` is an uptime. The refusal says what to answer; a wrong password counts from this call on.
-  std::variant<Admission, Refusal> check(const RequestHead& head, std::chrono::milliseconds now);
+  // The refusal says what to answer; a wrong password counts from this call on.
+  std::variant<Admission, Refusal> check(const RequestHead& head, const Clock& clock);
 
  private:
+  std::optional<Refusal> check_origin(const Visitor& visitor, std::chrono::milliseconds now);
   std::optional<Refusal> check_form(const RequestHead& head) const;
-  std::optional<Refusal> check_log_in(const RequestHead& head, std::chrono::milliseconds now);
+  std::optional<Refusal> check_switch(const RequestHead& head, bool own_host, Cause cause) const;
+  std::optional<Refusal> check_state_page(const RequestHead& head, bool own_host, Cause cause,
+                                          const StatePage& states, Admission& admission) const;
+  bool has_own_host(const RequestHead& head) const;
 
-  const GateRules rules_;
-  LoginDelays delays_{5};
-  // Somebody who has a whole network of addresses does not get free tries with each.
-  LoginDelays network_delays_{50};
+  GateRules rules_;
+  std::vector<std::string> all_names_;
 };
 
 }  // namespace homewarden::http

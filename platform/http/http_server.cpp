@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/flag_guard.h"
+#include "platform/http/access_rules.h"
 #include "platform/http/address.h"
 
 namespace homewarden::http {
@@ -44,6 +45,10 @@ void HttpServer::RefusalPages(std::function<std::string(const WebRefusal&)> page
   refusal_pages_ = std::move(pages);
 }
 
+std::vector<std::string> HttpServer::AccessFaults(const WebAccess& access) const {
+  return read_access(access).faults;
+}
+
 std::vector<std::string> HttpServer::Addresses() const {
   // Whoever names an address to listen on knows how it is reached.
   return limits_.address.empty() ? host_.network_addresses() : std::vector<std::string>();
@@ -57,16 +62,9 @@ void HttpServer::StartListening() {
   if (!listening.is_open()) return;
 
   http::DocumentFolder folder(host_.folder(folder_));
-  GateRules rules;
-  rules.log_in = log_in_;
-  if (log_in_) rules.credentials = Credentials(folder.passwords());
-  has_logins_ = !rules.credentials.empty();
-  rules.own_names = host_.machine_names();
-  rules.own_names.insert(rules.own_names.end(), names_.begin(), names_.end());
-  rules.switches = switches_;
   try {
     server_ =
-        std::make_unique<RunningServer>(loop_, host_, limits_, std::move(rules), refusal_pages_,
+        std::make_unique<RunningServer>(loop_, host_, limits_, rules(folder), refusal_pages_,
                                         std::move(folder), std::move(listening), last_id_, [this] {
                                           if (in_turn_) hand_over();
                                         });
@@ -74,6 +72,26 @@ void HttpServer::StartListening() {
     return;  // Listening() tells
   }
   if (!watched_->add(server_->descriptor())) server_.reset();
+}
+
+GateRules HttpServer::rules(http::DocumentFolder& folder) {
+  AccessRules access = read_access(access_);
+  GateRules rules;
+  has_logins_ = false;
+  if (log_in_) {
+    const std::string passwords = folder.passwords();
+    Credentials credentials(passwords);
+    has_logins_ = !credentials.empty();
+    rules.log_in.emplace(std::move(credentials), LoginCookies(folder.key(), passwords));
+  }
+  rules.home = HomeNetworks([this] { return host_.on_link_prefixes(); }, access_.shared_addresses);
+  rules.proxies = std::move(access.proxies);
+  rules.own_names = host_.machine_names();
+  rules.names = std::move(access.hosts);
+  rules.origins = std::move(access.origins);
+  rules.switches = switches_;
+  rules.state_pages = state_pages_;
+  return rules;
 }
 
 bool HttpServer::StopListening() {
@@ -92,6 +110,16 @@ bool HttpServer::StopListening() {
 std::string HttpServer::QueryText(int request, const std::string&) {
   const Request* found = server_ ? server_->find(request) : nullptr;
   return found != nullptr ? found->query : "";
+}
+
+std::string HttpServer::ClientAddress(int request) const {
+  const Request* found = server_ ? server_->find(request) : nullptr;
+  return found != nullptr ? text_of(found->from) : "";
+}
+
+bool HttpServer::UnderForeignName(int request) const {
+  const Request* found = server_ ? server_->find(request) : nullptr;
+  return found != nullptr && found->nameless;
 }
 
 void HttpServer::SendPage(int request, const std::string& page, bool serve_file) {

@@ -36,17 +36,22 @@ class HttpServer : public WebServerControl {
   void ServerOption(bool) override {}
   void servermaxconnections(int requests) override;
   void SwitchRequests(SwitchTest test) override { switches_ = std::move(test); }
+  void StatePages(StateTest test) override { state_pages_ = std::move(test); }
   void RefusalPages(std::function<std::string(const WebRefusal&)> pages) override;
-  void AllowedHosts(std::vector<std::string> names) override { names_ = std::move(names); }
+  void Access(WebAccess access) override { access_ = std::move(access); }
+  std::vector<std::string> AccessFaults(const WebAccess& access) const override;
   std::vector<std::string> Addresses() const override;
   bool HasLogins() const override { return has_logins_; }
   void StartListening() override;
   bool StopListening() override;
   std::string QueryText(int request, const std::string& unused) override;
   bool IsAwaited(int request) override { return server_ && server_->is_awaited(request); }
+  std::string ClientAddress(int request) const override;
+  bool UnderForeignName(int request) const override;
   void SendPage(int request, const std::string& page, bool serve_file) override;
 
  private:
+  GateRules rules(http::DocumentFolder& folder);
   // Once around: reads, hands requests to the program, sends what it answered.
   void turn();
   void run();
@@ -66,8 +71,9 @@ class HttpServer : public WebServerControl {
   bool has_logins_ = false;
   std::size_t pages_at_once_ = 12;
   SwitchTest switches_;
+  StateTest state_pages_;
   std::function<std::string(const WebRefusal&)> refusal_pages_;
-  std::vector<std::string> names_;
+  WebAccess access_;
 
   // What the loop watches, for good: the library's descriptor comes and goes inside it.
   const std::unique_ptr<SocketSet> watched_;

@@ -17,19 +17,19 @@ constexpr seconds kForgiven{3600};
 LoginDelays::LoginDelays(int free_tries, std::size_t remembered)
     : free_tries_(free_tries), remembered_(remembered) {}
 
-milliseconds LoginDelays::wait(const Address& address, milliseconds now) const {
-  const auto found = tries_.find(address);
+milliseconds LoginDelays::wait(const Guesser& guesser, milliseconds now) const {
+  const auto found = tries_.find(guesser);
   if (found == tries_.end() || found->second.wrong < free_tries_) return milliseconds(0);
   const int doublings = std::min(found->second.wrong - free_tries_, 6);
   const milliseconds delay = std::min(seconds(1 << doublings), kLongest);
   return std::max(found->second.last + delay - now, milliseconds(0));
 }
 
-void LoginDelays::wrong(const Address& address, milliseconds now) {
-  auto found = tries_.find(address);
+void LoginDelays::wrong(const Guesser& guesser, milliseconds now) {
+  auto found = tries_.find(guesser);
   if (found == tries_.end()) {
     if (tries_.size() >= remembered_) forget_one();
-    found = tries_.emplace(address, Tries{}).first;
+    found = tries_.emplace(guesser, Tries{}).first;
   }
   Tries& tries = found->second;
   if (now - tries.last > kForgiven) tries.wrong = 0;

@@ -13,12 +13,14 @@ struct KnownHeader {
   std::optional<std::string> RequestHead::*value;
 };
 
-constexpr std::array<KnownHeader, 8> kKnownHeaders{{
+constexpr std::array<KnownHeader, 10> kKnownHeaders{{
     {"Host", &RequestHead::host},
     {"Authorization", &RequestHead::authorization},
     {"Origin", &RequestHead::origin},
     {"Referer", &RequestHead::referer},
     {"Sec-Fetch-Site", &RequestHead::fetch_site},
+    {"Sec-Fetch-Mode", &RequestHead::fetch_mode},
+    {"Sec-Fetch-Dest", &RequestHead::fetch_dest},
     {"User-Agent", &RequestHead::user_agent},
     {"If-None-Match", &RequestHead::if_none_match},
     {"If-Modified-Since", &RequestHead::if_modified_since},
@@ -37,6 +39,7 @@ MHD_Result on_header(void* to, MHD_ValueKind, const char* name, std::size_t name
   if (equals_ignoring_case(given, "Cookie")) head.cookies.append(text).append(";");
   if (equals_ignoring_case(given, "Accept") && contains_ignoring_case(text, "text/html"))
     head.takes_html = true;
+  head.forwarded.take(given, text);
   if (equals_ignoring_case(given, "Transfer-Encoding") ||
       (equals_ignoring_case(given, "Content-Length") && trim_blanks(text) != "0"))
     head.has_body = true;

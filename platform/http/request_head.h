@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "platform/http/address.h"
+#include "platform/http/forwarded.h"
 
 namespace homewarden::http {
 
@@ -17,17 +18,21 @@ struct RequestHead {
   std::string uri;  // the path and what follows it, as it was sent
   bool needs_host = true;
   bool has_body = false;
-  bool takes_html = false;  // as browsers do for what they show; programs hardly say so
-  bool repeats = false;     // one of the headers below came twice
+  bool takes_html = false;   // as browsers do for what they show; programs hardly say so
+  bool repeats = false;      // one of the headers below came twice
+  bool is_absolute = false;  // the target named a host, which took the place of the header's
   std::optional<std::string> host;
   std::optional<std::string> authorization;
   std::optional<std::string> origin;
   std::optional<std::string> referer;
   std::optional<std::string> fetch_site;
+  std::optional<std::string> fetch_mode;
+  std::optional<std::string> fetch_dest;
   std::optional<std::string> user_agent;
   std::optional<std::string> if_none_match;
   std::optional<std::string> if_modified_since;
   std::string cookies;  // of all Cookie headers, of which there may be several; each ends in ";"
+  ForwardedHeaders forwarded;
 
   // What stands before and behind the first "?", not decoded; "" when nothing does. They point into
   // `uri`.
@@ -37,5 +42,9 @@ struct RequestHead {
     return mark == std::string::npos ? "" : std::string_view(uri).substr(mark + 1);
   }
 };
+
+// Takes the target of the request's first line. One in absolute form ("http://host/index.html?x")
+// gives its host in place of the header's; only what follows the host becomes the `uri`.
+void set_target(RequestHead& head, std::string target);
 
 }  // namespace homewarden::http

@@ -22,6 +22,7 @@ struct Request {
   std::string page{};
   std::string query{};
   std::optional<WebSwitch> switches{};
+  bool nameless = false;      // see Admission
   bool shows_states = false;  // a page, as opposed to what belongs to one
   bool handled = false;       // it has been handed to the program
 };

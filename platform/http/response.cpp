@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "base/text.h"
-#include "platform/http/access.h"
+#include "platform/http/cookies.h"
 
 namespace homewarden::http {
 namespace {
@@ -20,10 +20,6 @@ constexpr std::array<std::pair<const char*, const char*>, 4> kCommonHeaders{{
 }};
 
 constexpr const char* kHtml = "text/html; charset=windows-1252";
-
-std::string house_cookie() {
-  return std::string(kHouseCookie) + "=1; Path=/; SameSite=Strict; HttpOnly";
-}
 
 MHD_Response* from_text(const std::string& text) {
   // The library asks for a pointer to what it will not change.
@@ -80,7 +76,7 @@ Response Response::page(const std::string& html) {
   Response response(MHD_HTTP_OK, from_text(html));
   response.header("Content-Type", kHtml);
   response.header("Cache-Control", "no-store");
-  response.header("Set-Cookie", house_cookie());
+  response.header("Set-Cookie", kSetHouseCookie);
   return response;
 }
 
@@ -89,7 +85,7 @@ Response Response::refusal(const Refusal& refusal, const std::string& html) {
   Response response(refusal.status, from_text(is_page ? html : refusal.reason + "\n"));
   response.header("Content-Type", is_page ? kHtml : "text/plain; charset=utf-8");
   response.header("Cache-Control", "no-store");
-  if (refusal.sets_cookie) response.header("Set-Cookie", house_cookie());
+  if (refusal.sets_cookie) response.header("Set-Cookie", kSetHouseCookie);
   if (!refusal.header.empty()) response.header(refusal.header.c_str(), refusal.value);
   return response;
 }

@@ -28,12 +28,14 @@ class Response {
   Response& operator=(Response&& other) noexcept;
   ~Response();
 
+  // One header more.
+  void header(const char* name, const std::string& value);
+
   // False when the connection cannot be answered any more.
   bool queue_on(MHD_Connection* connection) const;
 
  private:
   Response(unsigned status, MHD_Response* response);
-  void header(const char* name, const std::string& value);
 
   unsigned status_;
   MHD_Response* response_;

@@ -100,7 +100,12 @@ void RunningServer::drop_deserted_switches() {
 
 bool RunningServer::answer_page(int id, const std::string& html) {
   Connection* connection = requests_.finish(id);
-  return connection != nullptr && send(*connection, pages_.of(html));
+  if (connection == nullptr) return false;
+  // What is kept is sent to everybody, and must not have a cookie of one browser.
+  if (connection->admission.headers.empty()) return send(*connection, pages_.of(html));
+  Response own = Response::page(html);
+  for (const auto& [name, value] : connection->admission.headers) own.header(name, value);
+  return send(*connection, own);
 }
 
 bool RunningServer::answer_document(int id) {
@@ -155,10 +160,10 @@ bool RunningServer::head_read(Connection& connection, MHD_Connection* library, c
                               const char* version) {
   if (connection.phase == Phase::kClosing) return false;
   connection.head = read_head(library, method, version);
-  connection.head.uri = std::move(connection.uri);
+  set_target(connection.head, std::move(connection.uri));
   connection.head.from = connection.from;
   connection.head.from_here = connection.from_here;
-  auto verdict = gate_.check(connection.head, clock_.uptime());
+  auto verdict = gate_.check(connection.head, clock_);
   if (auto* admission = std::get_if<Admission>(&verdict)) {
     connection.admission = std::move(*admission);
     return true;
@@ -171,8 +176,13 @@ bool RunningServer::head_read(Connection& connection, MHD_Connection* library, c
 bool RunningServer::request_read(Connection& connection) {
   if (connection.phase == Phase::kClosing || retired_) return false;
   if (!connection.refusal) {
-    Request request{&connection, connection.from, std::move(connection.admission.page),
-                    std::string(connection.head.query()), std::move(connection.admission.switches)};
+    Admission& admission = connection.admission;
+    Request request{&connection,
+                    admission.from,
+                    std::move(admission.page),
+                    std::move(admission.query),
+                    std::move(admission.switches),
+                    admission.nameless};
     request.shows_states = is_page(request.page);
     if (requests_.room_for(request)) return hand_over(connection, std::move(request));
     connection.refusal = crowded(request, requests_.addresses_in_line(), connection.head.uri);

@@ -14,6 +14,7 @@ namespace homewarden::os_linux {
 namespace {
 
 constexpr auto kPasswords = "htaccess.txt";
+constexpr auto kKey = "htaccess.key";  // safe_path() keeps what begins like it from being served
 
 // Folder by folder, so that no link is followed at any step.
 Descriptor open_inside(Descriptor folder, std::string_view name) {
@@ -59,6 +60,14 @@ std::optional<OpenFile> LinuxWebFolder::open(const std::string& name) {
 
 std::string LinuxWebFolder::passwords() {
   return PosixFiles().read(passwords_).value_or("");
+}
+
+std::string LinuxWebFolder::key() {
+  return PosixFiles().read(folder_ / kKey).value_or("");
+}
+
+void LinuxWebFolder::keep_key(const std::string& key) {
+  PosixFiles().write_secret(folder_ / kKey, key);
 }
 
 Handle handle_of(Descriptor descriptor) {

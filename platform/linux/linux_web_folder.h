@@ -11,6 +11,8 @@ class LinuxWebFolder : public WebFolder {
 
   std::optional<OpenFile> open(const std::string& name) override;
   std::string passwords() override;
+  std::string key() override;
+  void keep_key(const std::string& key) override;
 
  private:
   const std::filesystem::path folder_;

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cerrno>
 #include <cstring>
 #include <utility>
@@ -74,6 +75,18 @@ NetworkAddress mapped(const in_addr& number) {
   address.bytes[10] = address.bytes[11] = 0xff;
   std::memcpy(address.bytes.data() + 12, &number, sizeof number);
   return address;
+}
+
+// For each address of a network interface that is up, but for the loopback.
+template <class Function>
+void for_each_interface(Function function) {
+  ifaddrs* list = nullptr;
+  if (::getifaddrs(&list) != 0) return;
+  const std::unique_ptr<ifaddrs, decltype(&::freeifaddrs)> owned(list, &::freeifaddrs);
+  for (const ifaddrs* entry = list; entry != nullptr; entry = entry->ifa_next)
+    if (entry->ifa_addr != nullptr && (entry->ifa_flags & IFF_UP) != 0 &&
+        (entry->ifa_flags & IFF_LOOPBACK) == 0)
+      function(*entry);
 }
 
 class EpollSet : public SocketSet {
@@ -154,20 +167,33 @@ std::vector<std::string> LinuxWebHost::machine_names() {
 }
 
 std::vector<std::string> LinuxWebHost::network_addresses() {
-  ifaddrs* list = nullptr;
-  if (::getifaddrs(&list) != 0) return {};
-  const std::unique_ptr<ifaddrs, decltype(&::freeifaddrs)> owned(list, &::freeifaddrs);
   std::vector<std::string> addresses;
-  for (const ifaddrs* entry = list; entry != nullptr; entry = entry->ifa_next) {
-    if (entry->ifa_addr == nullptr || entry->ifa_addr->sa_family != AF_INET) continue;
-    if ((entry->ifa_flags & IFF_UP) == 0 || (entry->ifa_flags & IFF_LOOPBACK) != 0) continue;
+  for_each_interface([&](const ifaddrs& entry) {
+    if (entry.ifa_addr->sa_family != AF_INET) return;
     sockaddr_in address{};
-    std::memcpy(&address, entry->ifa_addr, sizeof address);
+    std::memcpy(&address, entry.ifa_addr, sizeof address);
     std::array<char, INET_ADDRSTRLEN> text{};
     if (::inet_ntop(AF_INET, &address.sin_addr, text.data(), text.size()) != nullptr)
       addresses.emplace_back(text.data());
-  }
+  });
   return addresses;
+}
+
+std::vector<NetworkPrefix> LinuxWebHost::on_link_prefixes() {
+  std::vector<NetworkPrefix> prefixes;
+  for_each_interface([&](const ifaddrs& entry) {
+    const int family = entry.ifa_addr->sa_family;
+    const bool is_line = (entry.ifa_flags & IFF_POINTOPOINT) != 0;
+    if (is_line || entry.ifa_netmask == nullptr || (family != AF_INET && family != AF_INET6))
+      return;
+    // In the form of IPv6 a mask of IPv4 has 96 bits in front of it, of which its form shows none.
+    const NetworkAddress mask = address_of(entry.ifa_netmask);
+    unsigned bits = family == AF_INET ? 96 : 0;
+    for (std::size_t i = bits / 8; i < mask.bytes.size(); ++i)
+      bits += static_cast<unsigned>(std::popcount(mask.bytes[i]));
+    prefixes.push_back({address_of(entry.ifa_addr), bits});
+  });
+  return prefixes;
 }
 
 std::unique_ptr<WebFolder> LinuxWebHost::folder(std::filesystem::path path) {

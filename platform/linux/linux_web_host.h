@@ -16,6 +16,7 @@ class LinuxWebHost : public WebHost {
   std::optional<std::size_t> most_descriptors() override;
   std::vector<std::string> machine_names() override;
   std::vector<std::string> network_addresses() override;
+  std::vector<NetworkPrefix> on_link_prefixes() override;
   std::unique_ptr<WebFolder> folder(std::filesystem::path path) override;
 };
 

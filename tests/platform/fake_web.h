@@ -22,7 +22,9 @@ class FakeWeb : public WebServerControl {
   void RefusalPages(std::function<std::string(const WebRefusal&)> pages) override {
     refusal_page = std::move(pages);
   }
-  void AllowedHosts(std::vector<std::string> names) override { allowed_hosts = std::move(names); }
+  void StatePages(StateTest test) override { state_page = std::move(test); }
+  void Access(WebAccess rules) override { access = std::move(rules); }
+  std::vector<std::string> AccessFaults(const WebAccess&) const override { return access_faults; }
   std::vector<std::string> Addresses() const override { return addresses; }
   bool HasLogins() const override { return has_logins; }
   void StartListening() override {
@@ -35,6 +37,8 @@ class FakeWeb : public WebServerControl {
   }
   std::string QueryText(int request, const std::string&) override { return queries_[request]; }
   bool IsAwaited(int request) override { return !gone.contains(request); }
+  std::string ClientAddress(int) const override { return client; }
+  bool UnderForeignName(int) const override { return under_foreign_name; }
   void SendPage(int request, const std::string& page, bool serve_file) override {
     answers.push_back(serve_file ? std::to_string(request) + " file"
                                  : std::to_string(request) + " " + page);
@@ -54,8 +58,12 @@ class FakeWeb : public WebServerControl {
   std::vector<std::string> addresses;
   std::vector<std::string> starts;   // port, folder, mode
   std::vector<std::string> answers;  // identifier and page
-  std::vector<std::string> allowed_hosts;
+  WebAccess access;
+  std::vector<std::string> access_faults;
+  std::string client = "192.168.1.7";
+  bool under_foreign_name = false;
   SwitchTest what_switches;
+  StateTest state_page;
   std::function<std::string(const WebRefusal&)> refusal_page;
 
  private:

@@ -18,7 +18,8 @@ TEST(WebStory, ASwitchAnswersWithTheRoomInItsNewState) {
   EXPECT_THAT(house.web.answers[0], HasSubstr("A~3~KitchenTableLamp~turnoff~Kitchen"));
   EXPECT_EQ(house.machine("KitchenTableLamp"), "True");
   EXPECT_EQ(house.machine("dimKitchenTableLamp"), "100");
-  EXPECT_EQ(house.status(), "Internet Turned ON device with housecode A3 at 14:05:09");
+  EXPECT_EQ(house.status(),
+            "Internet Turned ON device with housecode A3 at 14:05:09 (from 192.168.1.7)");
   EXPECT_EQ(house.machine("lastdev"), "(none)");
 
   house.web.request("wmcindex.html", "A~3~KitchenTableLamp~turnoff~Kitchen~4");
@@ -26,7 +27,8 @@ TEST(WebStory, ASwitchAnswersWithTheRoomInItsNewState) {
   EXPECT_THAT(house.web.answers[1], HasSubstr("A~3~KitchenTableLamp~turnon~Kitchen~0"));
   EXPECT_EQ(house.machine("KitchenTableLamp"), "False");
   EXPECT_EQ(house.machine("lastdev"), "5");
-  EXPECT_THAT(house.status(), StartsWith("Turned OFF")) << "the ten-foot page says nothing more";
+  EXPECT_EQ(house.status(), "Turned OFF device with housecode A3 at 14:05:10 (from 192.168.1.7)")
+      << "the ten-foot page says nothing more";
   EXPECT_THAT(house.line(), ElementsAre("Wed 14:05:07 A3 2", "Wed 14:05:10 A3 3"));
 }
 
@@ -141,6 +143,12 @@ TEST(WebStory, WhatCannotBeSplitOrIsNotOursSwitchesAndWritesNothing) {
   EXPECT_THAT(house.get("index.html", "turnon"), HasSubstr("Please Select A Room"));
   EXPECT_THAT(house.get("wmcindex.html", "A~3~K~turnoff~Kitchen"), HasSubstr("Please Select"));
   EXPECT_THAT(house.line(), IsEmpty());
+  house.interface_control.fails = true;  // as it does with such an address
+  house.web.request("index.html", std::string(3000, 'A') + "~3~K~turnon~Kitchen");
+  house.loop.advance(3s);
+  EXPECT_THAT(house.status(), ::testing::MatchesRegex("Could not .* " + std::string(20, 'A') +
+                                                      "[.]{3}3 at [0-9:]* \\(from 192.168.1.7\\)"));
+  house.interface_control.fails = false;
   house.web.request("index.html", "A~3~port~turnon~Kitchen");
   house.loop.advance(3s);
   EXPECT_EQ(house.machine("port"), "2") << "a query wrote another value of the machine";
@@ -170,7 +178,7 @@ TEST(WebServerPanel, StartsOnItsPortOrOn8080AndSaysSo) {
   EXPECT_EQ(house.form().Label48.caption.get(),
             "The web server is currently set to run on port 8080");
   EXPECT_EQ(house.machine("webport"), "8080");
-  EXPECT_THAT(house.web.allowed_hosts, ElementsAre("house.example", "other"));
+  EXPECT_THAT(house.web.access.hosts, ElementsAre("house.example", "other"));
   EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("running on port 8080"));
   EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("http://192.168.1.20:8080/"));
   house.web.taken_ports = {"98", "8080"};
@@ -186,6 +194,34 @@ TEST(WebServerPanel, StartsOnItsPortOrOn8080AndSaysSo) {
   house.desktop.has_browser = false;
   house.click(house.form().Command10);
   EXPECT_EQ(house.dialogs.messages.back(), "BROWSER NOT FOUND: Could not find associated browser!");
+}
+
+// A typing error shuts the house's users out, or lets others in.
+TEST(WebServerPanel, WhoIsTrustedIsShownAndTakesEffectAtOnce) {
+  WebHouse house;
+  FrmMain& form = house.form();
+  house.settings.write("data", "webhosts", "house.example");
+  house.web.access_faults = {"no/name\n", std::string(90, 'x')};
+  form.Frame4.visible = true;
+  EXPECT_EQ(form.txt_webhosts.text.get(), "house.example");
+  EXPECT_THAT(form.lab_webstate.caption.get(),
+              EndsWith("left out: no/name , " + std::string(60, 'x') + "..."));
+  form.txt_weborigins.text = "http://dash.lan:3000";
+  form.txt_webproxies.text = "127.0.0.1, 10.0.0.0/8";
+  form.chk_webshared.checked = true;
+  house.click(form.cmd_webaccess);
+  EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("not understood: no/name ,"));
+  EXPECT_EQ(house.settings.read("data", "webproxies", "(none)"), "(none)");
+  EXPECT_THAT(house.web.starts, SizeIs(1));
+
+  house.web.access_faults.clear();
+  house.click(form.cmd_webaccess);
+  EXPECT_THAT(house.web.starts, SizeIs(2));
+  const WebAccess& access = house.web.access;
+  EXPECT_THAT(access.hosts, ElementsAre("house.example"));
+  EXPECT_THAT(access.origins, ElementsAre("http://dash.lan:3000"));
+  EXPECT_THAT(access.proxies, ElementsAre("127.0.0.1", "10.0.0.0/8"));
+  EXPECT_TRUE(access.shared_addresses);
 }
 
 TEST(WebServerPanel, AStartThatFailedStaysInTheStatusLineWhenTheInterfaceIsFound) {

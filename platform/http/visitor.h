@@ -1,0 +1,28 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "platform/http/address.h"
+#include "platform/http/request_head.h"
+
+namespace homewarden::http {
+
+// Who a request is from.
+struct Visitor {
+  // Nobody's, the unspecified address, for whom a trusted proxy does not tell.
+  Address from{};
+  bool from_here = false;  // of this machine, whatever the address
+  // Whether it came to a trusted proxy by https; nothing when nobody tells.
+  std::optional<bool> https{};
+  // By way of a proxy that is not trusted: `from` is that of the proxy.
+  bool by_unknown_proxy = false;
+  bool by_trusted_proxy = false;
+};
+
+// For a request whose connection comes from one of the proxies, what that proxy says counts, and
+// nothing else: a request of which it says nothing is nobody's. From others nothing of the kind is
+// believed.
+Visitor visitor_of(const RequestHead& head, const std::vector<NetworkPrefix>& proxies);
+
+}  // namespace homewarden::http
