@@ -46,17 +46,17 @@ def free_port():
 class House:
   """A demo house with the program running in it. `inside` is a command that starts others, `before`
   a script for the shell that starts the program on disks of its own; what is printed goes to `sink`,
-  or to where text() finds it."""
+  or to where text() finds it. The settings are those of the web server panel."""
 
-  def __init__(self, passwords=None, hosts="", descriptors=None, inside=(), before="", sink=None,
-               options=()):
+  def __init__(self, passwords=None, descriptors=None, inside=(), before="", sink=None,
+               options=(), **settings):
     self.home = tempfile.TemporaryDirectory()
     self.folder = pathlib.Path(self.home.name) / "homewarden-demo"
     self.html = self.folder / "html"
     self.inside = list(inside)
     self.port = free_port()
     write_values(self.folder, "machine", MACHINE_KEY, {"webport": self.port})
-    write_values(self.folder, "user", USER_KEY, {"webhosts": hosts})
+    write_values(self.folder, "user", USER_KEY, settings)
     if passwords is not None:
       self.html.mkdir()
       (self.html / "htaccess.txt").write_bytes(passwords)
@@ -136,14 +136,16 @@ class House:
 @dataclass
 class Answer:
   status: int
-  headers: dict  # names in lower case
+  headers: dict  # names in lower case; values of those that come twice in lines
   body: bytes = b""
 
   @staticmethod
   def parse(head):
     first, *lines = head.decode("latin-1").split("\r\n")
-    fields = (line.split(": ", 1) for line in lines)
-    return Answer(int(first.split()[1]), {name.lower(): value for name, value in fields})
+    headers = {}
+    for name, value in (line.split(": ", 1) for line in lines):
+      headers[name.lower()] = "\n".join([*headers.get(name.lower(), "").splitlines(), value])
+    return Answer(int(first.split()[1]), headers)
 
   @property
   def room(self):

@@ -9,13 +9,17 @@ PAGE = """<!DOCTYPE html><title>foreign</title>
 <a id="link" href="{lamp}" rel="noreferrer">link</a>
 <form id="form" action="{page}" referrerpolicy="no-referrer"></form>
 <script>
-let open = 4;
+let open = 6;
 const done = () => {{ if (--open === 0) document.title = "tried"; }};
 for (const policy of ["no-referrer", "unsafe-url"]) {{
   const image = new Image();
   image.referrerPolicy = policy;
   image.onload = image.onerror = done;
   image.src = "{lamp}&" + policy;
+  const look = new Image();
+  look.referrerPolicy = policy;
+  look.onload = look.onerror = done;
+  look.src = "{look}";
   fetch("{lamp}&fetch-" + policy,
         {{ mode: "no-cors", credentials: "include", referrerPolicy: policy }})
     .then(done, done);
@@ -35,7 +39,9 @@ class ForeignPages(BrowserTest):
         self.send_response(200)
         self.send_header("Content-Type", "text/html")
         self.end_headers()
-        self.wfile.write(PAGE.format(lamp=lamp, page=lamp.split("?")[0]).encode())
+        page = lamp.split("?")[0]
+        look = page.replace("index", "wmcindex") + "?loadroomKitchen"
+        self.wfile.write(PAGE.format(lamp=lamp, page=page, look=look).encode())
 
       def log_message(self, *_):
         pass
@@ -57,7 +63,11 @@ class ForeignPages(BrowserTest):
         self.find("#link").click()
         self.wait(lambda: "Nothing is switched" in self.find("body").text, "the refusal")
     self.assertEqual(self.house.switched(), [])
+    self.find('a[href*="turnon"]').click()  # the person wants it all the same
+    self.wait(lambda: self.house.switched() == ["A1 On"], "the tap")
+    self.open("wmcindex.html", host="house.lan")  # no televisions show another room
+    self.assertTrue(self.find("h1").text.startswith("Please Select"), self.find("h1").text)
 
     # The same address switches for the person who types it.
     self.open(LAMP, host="house.lan")
-    self.wait(lambda: self.house.switched() == ["A1 On"], "the lamp")
+    self.wait(lambda: self.house.switched() == ["A1 On"] * 2, "the lamp")

@@ -13,7 +13,8 @@ RIGHT = ("-u", "anna:secret")
 
 def setUpModule():
   global HOUSE
-  HOUSE = House(passwords="\r\n".join(["anna:secret", *ACCENTED, "bo:a:b::", ""]).encode("cp1252"))
+  HOUSE = House(passwords="\r\n".join(["anna:secret", *ACCENTED, "bo:a:b::", ""]).encode("cp1252"),
+                webproxies="127.0.0.9")
   unittest.addModuleCleanup(HOUSE.close)
 
 
@@ -57,3 +58,16 @@ class LoginTest(unittest.TestCase):
     self.assertEqual(curl(HOUSE, "/", "--interface", "127.0.0.2", *RIGHT).status, 200)
     time.sleep(1)
     self.assertEqual(curl(HOUSE, "/", "--interface", "127.0.0.3", *RIGHT).status, 200)
+
+  def test_behind_a_proxy_each_visitor_counts_for_himself(self):
+    def log_in(address, *options):
+      return curl(HOUSE, "/", "--interface", "127.0.0.9", "-H", "X-Forwarded-Proto: https",
+                  "-H", f"X-Forwarded-For: 192.168.1.1, {address}", *options)
+
+    owner = log_in("203.0.113.1", *RIGHT).headers["set-cookie"].split("\n")[1]
+    self.assertRegex(owner, "; Max-Age=2592000; SameSite=Strict; HttpOnly; Secure$")
+    for _ in range(5):
+      self.assertEqual(log_in("203.0.113.1", "-u", "anna:wrong").status, 401)
+    self.assertEqual(log_in("203.0.113.1", *RIGHT).status, 429)
+    self.assertEqual(log_in("203.0.113.2", *RIGHT).status, 200)
+    self.assertEqual(log_in("203.0.113.1", *RIGHT, "-b", owner.split(";")[0]).status, 200)

@@ -10,12 +10,18 @@ PRIVATE = ["127.0.0.1", "::1", "10.1.2.3", "172.16.0.1", "172.31.255.254", "192.
            "169.254.1.1", "fd00::5", "fc00::5"]
 PUBLIC = ["203.0.113.5", "11.0.0.1", "172.15.0.1", "172.32.0.1", "192.169.0.1", "169.253.0.1",
           "100.64.0.1", "2001:db8::5", "2001:db8::7f00:1", "fe00::5"]
+ON_LINK = ["203.0.113.129/25", "203.0.113.130/25", "2001:db8:7::1/64 nodad",
+           "2001:db8:7::2/64 nodad"]
 
 
 def setUpModule():
   global INSIDE
   addresses = [f"ip address add {address}/{'128 nodad' if ':' in address else '32'} dev lo"
                for address in PRIVATE[2:] + PUBLIC]
+  # A network that the house is on, where the kernel has interfaces of this kind.
+  link = ["ip link add house type veth peer garden", "ip link set house up", "ip link set garden up",
+          *(f"ip address add {address} dev house" for address in ON_LINK)]
+  addresses.append("{ " + " && ".join(link) + " || true; } 2>/dev/null")
   script = " && ".join(["ip link set lo up", *addresses, "echo ready", "exec cat"])
   if not namespaces_are_allowed("--net"):
     raise unittest.SkipTest("the system forbids it: a network of the test's own")
@@ -64,3 +70,13 @@ class NetworkTest(unittest.TestCase):
     for address in PRIVATE[::4] + PUBLIC:
       self.assertEqual(ask(address, "/").status, 401, address)
       self.assertEqual(ask(address, "/", "-u", "anna:secret").status, 200, address)
+
+  def test_without_a_password_neighbours_are_at_home_too(self):
+    links = subprocess.run([*INSIDE, "ip", "-o", "link"], stdout=subprocess.PIPE, check=True)
+    if b"house" not in links.stdout:
+      self.skipTest("the system forbids it: a network interface of the test's own")
+    house, ask = self.open_house(webshared="1")
+    for address in ("203.0.113.130", "2001:db8:7::2", "100.64.0.1"):
+      self.assertEqual(ask(address, "/").status, 200, address)
+    for address in ("203.0.113.5", "2001:db8::5"):
+      self.assertEqual(ask(address, "/").status, 403, address)

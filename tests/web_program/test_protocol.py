@@ -31,7 +31,10 @@ ANSWERED = [
     (200, LENGTH + b"0\r\n\r\n"), (200, START + b"Upgrade: h2c\r\n\r\n"),
     (400, b"GET / HTTP/1.1\r\n\r\n"), (400, START + b"Host: localhost\r\n\r\n"),
     (400, SWITCH.replace(b"Host:", b"Host :")), (400, SWITCH.replace(b" a\r", b" b\r\n .local\r")),
-    (404, get("http://localhost/index.html")), (404, get("index.html")), (404, get("?")),
+    (200, get("HTTP://localhost/index.html")), (200, get("http://localhost:99")),
+    (404, get("http://localhost//index.html")), (404, get("ftp://localhost/index.html")),
+    (421, get("https://evil.example/")), (421, get("http://")), (421, get("http://a@localhost/")),
+    (404, get("index.html")), (404, get("?")),
     (404, get("//evil.example/index.html")), (404, get("/index html")),
     (405, get("*", method="OPTIONS")), (405, get("a:1", method="CONNECT")),
 ]
