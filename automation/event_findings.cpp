@@ -14,7 +14,7 @@ std::string how_many(std::size_t count, const std::string& what) {
 }  // namespace
 
 void EventFindings::bad_line(std::size_t number) {
-  if (bad_lines_++ == 0) first_bad_line_ = number;
+  left_out_.add(number);
 }
 
 void EventFindings::event(const EventRecord& event) {
@@ -25,10 +25,7 @@ void EventFindings::event(const EventRecord& event) {
 
 std::string EventFindings::text() const {
   std::string text;
-  if (bad_lines_ > 0)
-    text = how_many(bad_lines_, "line") + " of evelst.hwd cannot be understood and " +
-           (bad_lines_ == 1 ? "is" : "are") + " left out, the first of them line " +
-           std::to_string(first_bad_line_) + ". The file keeps them.";
+  if (!left_out_.empty()) text = left_out_.text("evelst.hwd");
   if (never_ > 0)
     text += (text.empty() ? "" : " ") + how_many(never_, "event") + " will never run. " +
             first_never_ + ".";

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "automation/event_record.h"
+#include "base/lines.h"
 
 namespace homewarden {
 
@@ -20,8 +21,7 @@ class EventFindings {
   std::string text() const;
 
  private:
-  std::size_t bad_lines_ = 0;
-  std::size_t first_bad_line_ = 0;
+  LeftOutLines left_out_;
   std::size_t never_ = 0;
   std::string first_never_;
 };

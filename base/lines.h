@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace homewarden {
@@ -33,6 +34,31 @@ class LineReader {
 
  private:
   std::string_view rest_;
+};
+
+// Lines of a file that cannot be understood.
+class LeftOutLines {
+ public:
+  // By the number in the file, from 1.
+  void add(std::size_t number) {
+    if (count_++ == 0) first_ = number;
+  }
+
+  bool empty() const { return count_ == 0; }
+
+  // What a person is told, when there are any.
+  std::string text(const std::string& file) const {
+    if (count_ == 1)
+      return "Line " + std::to_string(first_) + " of " + file +
+             " cannot be understood and is left out. The file keeps it.";
+    return std::to_string(count_) + " lines of " + file +
+           " cannot be understood and are left out, the first of them line " +
+           std::to_string(first_) + ". The file keeps them.";
+  }
+
+ private:
+  std::size_t count_ = 0;
+  std::size_t first_ = 0;
 };
 
 }  // namespace homewarden

@@ -53,20 +53,15 @@ void RoomList::read_file() {
   }
 
   std::vector<std::string> lines;
-  std::size_t bad_lines = 0;
-  std::size_t first_bad_line = 0;
+  LeftOutLines left_out;
   LineReader reader(*content);
   while (const auto line = reader.next()) {
     lines.emplace_back(*line);
-    if (line->empty() || parse_list_line(*line)) continue;
-    if (bad_lines++ == 0) first_bad_line = lines.size();
+    if (!line->empty() && !parse_list_line(*line)) left_out.add(lines.size());
   }
   lists_.lst_rooms.add_all(std::move(lines));
-  if (bad_lines == 0) return notices_.withdraw(kSubject);
-  notices_.tell(kSubject,
-                (bad_lines == 1 ? "1 line" : std::to_string(bad_lines) + " lines") +
-                    " of rmlst.hwd cannot be understood and are left out, the first of them line " +
-                    std::to_string(first_bad_line) + ". The file keeps them.");
+  if (left_out.empty()) return notices_.withdraw(kSubject);
+  notices_.tell(kSubject, left_out.text(kSubject));
 }
 
 void RoomList::loadroom(const std::string& room) {

@@ -115,7 +115,7 @@ class Foot(BrowserTest):
       with self.subTest(name):
         self.open(page + "?loadroomLivingRoom", size)
         foot = self.find("footer")
-        self.assertIn("1 line of rmlst.hwd cannot be understood", foot.text)
+        self.assertIn("Line 17 of rmlst.hwd cannot be understood and is left out. The", foot.text)
         self.js("arguments[0].scrollIntoView()", foot)
         self.shoot("web-notice-" + name)
         self.assertEqual(self.js(PALE), [], "hard to read")
