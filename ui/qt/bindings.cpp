@@ -5,6 +5,7 @@
 #include "platform/qt/text_codec.h"
 #include "ui/qt/row_mark.h"
 #include "ui/qt/steady_button.h"
+#include "ui/qt/tip_text.h"
 #include "ui/qt/watch.h"
 
 namespace homewarden::view {
@@ -22,7 +23,7 @@ void bind_common(Control& control, QWidget* widget, const QString& name) {
   follow(control.visible, widget, [widget](bool visible) { widget->setVisible(visible); });
   follow(control.enabled, widget, [widget](bool enabled) { widget->setEnabled(enabled); });
   follow(control.tool_tip, widget, [widget](const std::string& tip) {
-    widget->setToolTip(qt::from_code_page(tip));
+    widget->setToolTip(tip_text(tip));
     widget->setAccessibleDescription(qt::from_code_page(tip));
   });
   watch(control.focus_requested, widget, [widget] { widget->setFocus(Qt::OtherFocusReason); });
@@ -79,7 +80,7 @@ void show_marks(const ListBox& control, QListWidget* widget) {
     const bool marked = mark != marks.end();
     const QString why = marked ? qt::from_code_page(mark->second) : QString();
     item.setIcon(marked ? mark_icon() : QIcon());
-    item.setToolTip(why);
+    item.setToolTip(marked ? tip_text(mark->second) : QString());
     item.setData(Qt::AccessibleTextRole, marked ? marked_text(item.text(), why) : item.text());
   }
 }

@@ -5,6 +5,7 @@
 
 #include "platform/qt/text_codec.h"
 #include "ui/qt/page.h"
+#include "ui/qt/tip_text.h"
 #include "ui/qt/watch.h"
 
 namespace homewarden::view {
@@ -38,7 +39,7 @@ CardFoot::CardFoot(Property<CardState>& state, Label& not_sent, QWidget* parent)
     refresh();
   });
   follow(not_sent.tool_tip, this, [this](const std::string& tip) {
-    link_->setToolTip(qt::from_code_page(tip));
+    link_->setToolTip(tip_text(tip));
     link_->setAccessibleDescription(qt::from_code_page(tip));
   });
   watch(not_sent.visible.changed, this, [this] { refresh(); });

@@ -10,6 +10,7 @@
 
 #include "platform/qt/text_codec.h"
 #include "ui/qt/bindings.h"
+#include "ui/qt/tip_text.h"
 #include "ui/qt/watch.h"
 #include "ui/qt/wheel_guard.h"
 
@@ -87,7 +88,7 @@ void DeviceCard::bind_picture() {
   follow(picture_.file, this,
          [this](const std::string& file) { button_->set_picture(QString::fromStdString(file)); });
   follow(picture_.tool_tip, this, [this](const std::string& tip) {
-    button_->setToolTip(qt::from_code_page(tip));
+    button_->setToolTip(tip_text(tip));
     show_state();
   });
   connect(button_, &QAbstractButton::clicked, this, [this] { picture_.click(); });
@@ -117,7 +118,7 @@ void DeviceCard::bind_slider() {
     level_->setVisible(visible);
   });
   follow(slider_.tool_tip, this, [this](const std::string& tip) {
-    bar_->setToolTip(qt::from_code_page(tip));
+    bar_->setToolTip(tip_text(tip));
     show_state();
   });
   follow(slider_.value, this, [this](int) { show_value(); });

@@ -2,6 +2,7 @@
 
 #include "platform/qt/text_codec.h"
 #include "ui/qt/row_mark.h"
+#include "ui/qt/tip_text.h"
 
 namespace homewarden::view {
 
@@ -32,7 +33,7 @@ QVariant ListModel::mark(const QModelIndex& index, int role) const {
   const auto found = marks.find(index.row());
   if (found == marks.end()) return {};
   const QString why = qt::from_code_page(found->second);
-  if (role == Qt::ToolTipRole) return why;
+  if (role == Qt::ToolTipRole) return tip_text(found->second);
   if (index.column() > 0) return {};
   if (role == Qt::DecorationRole) return mark_icon();
   if (role == Qt::AccessibleTextRole) return marked_text(index.data().toString(), why);

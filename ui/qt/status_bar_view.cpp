@@ -6,6 +6,7 @@
 #include "platform/qt/text_codec.h"
 #include "ui/qt/bindings.h"
 #include "ui/qt/card_foot.h"
+#include "ui/qt/tip_text.h"
 #include "ui/qt/watch.h"
 
 namespace homewarden::view {
@@ -70,14 +71,14 @@ StatusBarView::StatusBarView(StatusBar& control, QWidget* parent)
          [this](const std::string& text) { clock_->setText(qt::from_code_page(text)); });
   follow(control.panel2, this, [this](const std::string& text) {
     status_->setText(qt::from_code_page(text));
-    status_->setToolTip(qt::from_code_page(text));
+    status_->setToolTip(tip_text(text));
     status_->setAccessibleDescription(qt::from_code_page(text));
   });
   follow(control.panel3, this,
          [this](const std::string& text) { show_state(qt::from_code_page(text)); });
   follow(control.panel3_tip, this, [this](const std::string& tip) {
     for (QLabel* label : {light_, state_}) {
-      label->setToolTip(qt::from_code_page(tip));
+      label->setToolTip(tip_text(tip));
       label->setAccessibleDescription(qt::from_code_page(tip));
     }
   });
