@@ -81,7 +81,7 @@ std::string text_of(const CatchUp& caught_up, MinuteSpan missed, Minute now,
       reasons += (reasons.empty() ? ". Left out: " : "; ") + names_of(*events, now) + ", " + why;
   const std::size_t done = caught_up.to_run.size();
   if (done == 0 && reasons.empty()) return "";
-  return "Caught up " + std::to_string(done) + (done == 1 ? " event" : " events") +
+  return "Caught up on " + std::to_string(done) + (done == 1 ? " event" : " events") +
          " of the time from " + time_of(missed.first, now) + " to " + time_of(missed.last, now) +
          ", " + reason + (done == 0 ? "" : ": " + names_of(caught_up.to_run, now)) + reasons;
 }

@@ -21,6 +21,8 @@ using std::chrono::minutes;
 constexpr int kInterval = 60000;
 constexpr int kLinesPerTurn = 4096;  // a few milliseconds, so that the window stays alive
 constexpr int kNotesPerTurn = 64;
+const char* const kCaughtUp = "caught up";
+constexpr std::chrono::hours kToldFor(12);
 
 }  // namespace
 
@@ -56,11 +58,13 @@ class Scheduler::Turn {
   std::list<Turn*>& waiting_;
 };
 
-Scheduler::Scheduler(StatusBar& status, ProgramTimers& timers, Flags& flags, const SunTimes& sun,
-                     const Location& location, EventMemory& memory, OnceEvents& once,
-                     Operations& operations, EventLoop& loop, Module1& module1, ListFile& events,
-                     DeviceCommands& commands, std::function<void()> close_program)
+Scheduler::Scheduler(StatusBar& status, Notices& notices, ProgramTimers& timers, Flags& flags,
+                     const SunTimes& sun, const Location& location, EventMemory& memory,
+                     OnceEvents& once, Operations& operations, EventLoop& loop, Module1& module1,
+                     ListFile& events, DeviceCommands& commands,
+                     std::function<void()> close_program)
     : status_(status),
+      notices_(notices),
       timers_(timers),
       flags_(flags),
       sun_(sun),
@@ -78,6 +82,7 @@ Scheduler::Scheduler(StatusBar& status, ProgramTimers& timers, Flags& flags, con
 
 Task<void> Scheduler::eventtimer_run() {
   timers_.eventtimer.set_interval(kInterval);
+  if (loop_.uptime() - told_caught_up_ >= kToldFor) notices_.withdraw(kCaughtUp);
   const std::string installing =
       module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, "installing", "False");
   if (installing == "True") {
@@ -144,8 +149,15 @@ Task<bool> Scheduler::look_at(Run run) {
   else if (is_long_ago(run.checked_before, run.now))
     caught_up = "The clock went on by more than a month, whose events are left out";
   co_await run_due(std::move(due), run);
-  if (!caught_up.empty()) status_.panel2 = std::move(caught_up);
+  if (!caught_up.empty()) tell_caught_up(std::move(caught_up));
   co_return true;
+}
+
+// The next message takes the status line at once, and whoever comes back later wants to know, too.
+void Scheduler::tell_caught_up(std::string text) {
+  told_caught_up_ = loop_.uptime();
+  notices_.tell(kCaughtUp, text + ".");
+  status_.panel2 = std::move(text);
 }
 
 bool Scheduler::no_events() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <list>
 #include <map>
@@ -16,6 +17,7 @@
 #include "base/task.h"
 #include "core/list_file.h"
 #include "core/module1.h"
+#include "core/notices.h"
 #include "platform/event_loop.h"
 #include "sun/location.h"
 #include "ui/controls.h"
@@ -32,10 +34,10 @@ namespace homewarden {
 class Scheduler {
  public:
   // `close_program` is called when an installer asks the program to end.
-  Scheduler(StatusBar& status, ProgramTimers& timers, Flags& flags, const SunTimes& sun,
-            const Location& location, EventMemory& memory, OnceEvents& once, Operations& operations,
-            EventLoop& loop, Module1& module1, ListFile& events, DeviceCommands& commands,
-            std::function<void()> close_program);
+  Scheduler(StatusBar& status, Notices& notices, ProgramTimers& timers, Flags& flags,
+            const SunTimes& sun, const Location& location, EventMemory& memory, OnceEvents& once,
+            Operations& operations, EventLoop& loop, Module1& module1, ListFile& events,
+            DeviceCommands& commands, std::function<void()> close_program);
 
   // Looks at every minute since the last run, of this or an earlier start of the program, and
   // returns when its events have been carried out.
@@ -62,6 +64,7 @@ class Scheduler {
   void finish(const Run& run, bool was_read);
   Task<bool> look_at(Run run);
   bool no_events();
+  void tell_caught_up(std::string text);
   Task<FilesInUse> take_files();
   Task<std::vector<DueEvent>> due_events(std::string_view lines, MinuteSpan span, SunTimes sun);
   Task<std::string> catch_up(Run run, std::string_view lines, const std::vector<DueEvent>& next);
@@ -73,6 +76,7 @@ class Scheduler {
   void note_turn(const DueEvent& due);
 
   StatusBar& status_;
+  Notices& notices_;
   ProgramTimers& timers_;
   Flags& flags_;
   const SunTimes& sun_;
@@ -87,10 +91,11 @@ class Scheduler {
   const Minute started_;
   CheckedMinutes checked_;  // by runs that have begun; empty before the first one
   long last_run_ = 0;
-  std::list<Unfinished> runs_;                 // the oldest first
-  std::map<std::string, long> run_of_device_;  // that switched it last, by address
-  int passes_ = 0;                             // that have the files
-  std::list<Turn*> waiting_;                   // passes that wait for the files, the first first
+  std::list<Unfinished> runs_;                  // the oldest first
+  std::map<std::string, long> run_of_device_;   // that switched it last, by address
+  std::chrono::milliseconds told_caught_up_{};  // by the clock that never jumps
+  int passes_ = 0;                              // that have the files
+  std::list<Turn*> waiting_;                    // passes that wait for the files, the first first
 };
 
 }  // namespace homewarden

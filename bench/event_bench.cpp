@@ -91,8 +91,8 @@ class BenchHouse {
   EventMemory memory{module1};
   Notices notices;
   OnceEvents once{form, memory, notices};
-  Scheduler scheduler{form.Statusbar, form, form,    form,       location, memory, once,
-                      operations,     loop, module1, event_file, commands, [] {}};
+  Scheduler scheduler{form.Statusbar, notices,    form, form,    form,       location, memory,
+                      once,           operations, loop, module1, event_file, commands, [] {}};
 };
 
 void scheduler_pass(benchmark::State& state) {

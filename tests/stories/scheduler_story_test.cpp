@@ -151,9 +151,10 @@ TEST(SchedulerStory, SkippedMinutesAreMadeGoodOnceAndRepeatedOnesAreNot) {
   house.loop.advance(10s);
   EXPECT_THAT(house.line(), ElementsAre("Sun 03:00:20 B12 3", "Sun 03:00:21 A4 2"))
       << "the last command of each device, at once";
-  EXPECT_EQ(house.status(),
-            "Caught up 1 event of the time from 02:01 to 02:59, which the clock skipped: Hall Lamp "
-            "off (02:40). Left out: Hall Lamp on (02:15), followed by a later one");
+  EXPECT_EQ(
+      house.status(),
+      "Caught up on 1 event of the time from 02:01 to 02:59, which the clock skipped: Hall Lamp "
+      "off (02:40). Left out: Hall Lamp on (02:15), followed by a later one");
 
   house.run_until(3, 5, 0);
   house.loop.set_wall_clock(2023, 3, 26, 2, 5, 0);  // set back by an hour
@@ -222,15 +223,17 @@ TEST(SchedulerStory, APowerCutAndAListThatCannotBeReadLoseNothing) {
   EXPECT_THAT(house.line(), ElementsAre(HasSubstr("B12 3"), HasSubstr("A3 2"), HasSubstr("A3 5"),
                                         HasSubstr("A3 4 60")));
   EXPECT_THAT(house.status_texts,
-              Contains("Caught up 2 events of the time from 2023-06-21 22:01 to 00:29, in which "
+              Contains("Caught up on 2 events of the time from 2023-06-21 22:01 to 00:29, in which "
                        "the program did not run: Hall Lamp off (2023-06-21 23:10), Kitchen Table "
                        "Lamp on (00:20). Left out: Hall Lamp on (2023-06-21 23:00), followed by a "
                        "later one; Kitchen Kettle on (2023-06-21 22:30), too late"));
+  EXPECT_THAT(house.form().lab_notice.caption.get(), StartsWith("Caught up on 2 events"));
   EXPECT_THAT(house.event_lines(), Not(Contains(HasSubstr("once")))) << "its minute has passed";
 
   house.files.unreadable.insert(House::file("evelst.hwd"));
   house.run_until(23, 1, 0);
   EXPECT_THAT(house.line(), IsEmpty());
+  EXPECT_FALSE(house.form().lab_notice.visible) << "told for good";
   house.files.unreadable.clear();
   house.run_until(23, 2, 5);
   EXPECT_THAT(house.line(), ElementsAre("Thu 23:02:00 B12 2"));
