@@ -24,6 +24,7 @@ struct WebRefusal {
   std::string reason;   // whole sentences, in the system code page
   // The address, from its "/" on, that the person may ask for once more; "" for none.
   std::string again;
+  std::string asked = {};  // the address that was asked for, whatever it is
 };
 
 // The web server. It answers on the event loop of the program: every request is raised as an event

@@ -109,7 +109,7 @@ std::string ten_foot_page(const WebRefusal& refusal, const char* title,
 std::string refusal_page(const WebRefusal& refusal) {
   const bool offers_again = leads_here(refusal.again);
   const bool is_press = offers_again && switches(refusal.again);
-  const bool is_ten_foot = refusal.again.find(kMediaCenterPage) != std::string::npos;
+  const bool is_ten_foot = refusal.asked.find(kMediaCenterPage) != std::string::npos;
   std::vector<Link> links;
   if (offers_again) links.push_back({refusal.again, is_press ? "Press again" : "Try again"});
   links.push_back({"/" + std::string(is_ten_foot ? kMediaCenterPage : kNormalPage), "Home"});

@@ -98,22 +98,28 @@ std::optional<Refusal> Gate::check_switch(const RequestHead& head, bool own_host
   if (head.method != "GET") return not_allowed("GET");
   if (!own_host)
     return Refusal{403,
-                   "Nothing is switched under a host name that is not known to be this machine's. "
+                   "Nothing is switched, as this house is not known under the name in the address. "
                    "Further names that are known: " +
-                       listed(rules_.names) + "; more can be named" + kPanel};
+                       listed(rules_.names) + ". More can be added" + kPanel};
   if (cause == Cause::kOwn || cause == Cause::kAllowed) return std::nullopt;
+  const bool may_repeat = is_navigation(head);
   Refusal refusal{403, ""};
-  if (cause == Cause::kUnproven)
+  if (cause != Cause::kUnproven)
+    refusal.reason = std::string("Nothing is switched for a page of somebody else's. ") +
+                     (may_repeat ? "If it was you who pressed, press again. " : "") +
+                     "Foreign pages that may switch: " + listed(rules_.origins) +
+                     ". More can be added" + kPanel;
+  else if (may_repeat)
+    refusal.reason =
+        "This browser had not seen a page of this house yet, so somebody else's page could have "
+        "made the press. If it was you, press again.";
+  else
     refusal.reason =
         "Nothing is switched for a browser that has not seen a page of this house: open the home "
         "page first.";
-  else
-    refusal.reason =
-        "Nothing is switched for a page of somebody else's. Foreign pages that may switch: " +
-        listed(rules_.origins) + "; more can be named" + kPanel;
   // A person who sees this may press again. No page can press in their place: none is shown the
   // answer, in a frame neither.
-  if (is_navigation(head)) {
+  if (may_repeat) {
     refusal.again = head.uri;
     refusal.sets_cookie = true;
   }
@@ -128,12 +134,12 @@ std::optional<Refusal> Gate::check_state_page(const RequestHead& head, bool own_
   if (foreign && !is_navigation(head)) {
     if (!own_host)
       return Refusal{403,
-                     "Nothing is shown under a host name that is not known to be this machine's. "
+                     "Nothing is shown, as this house is not known under the name in the address. "
                      "Further names that are known: " +
-                         listed(rules_.names) + "; more can be named" + kPanel};
+                         listed(rules_.names) + ". More can be added" + kPanel};
     return Refusal{403,
                    "Nothing is shown to a page of somebody else's. Foreign pages that may look: " +
-                       listed(rules_.origins) + "; more can be named" + kPanel};
+                       listed(rules_.origins) + ". More can be added" + kPanel};
   }
   if (!foreign && (cause != Cause::kUnproven || !states.remembered)) return std::nullopt;
   admission.page = states.home;

@@ -124,8 +124,8 @@ Response RunningServer::answer_to(const Connection& connection, const Refusal& r
   constexpr unsigned kUnauthorized = 401;
   if (!refusal_pages_ || !connection.head.takes_html || refusal.status == kUnauthorized)
     return Response::refusal(refusal);
-  return Response::refusal(
-      refusal, refusal_pages_(WebRefusal{refusal.status, refusal.reason, refusal.again}));
+  return Response::refusal(refusal, refusal_pages_(WebRefusal{refusal.status, refusal.reason,
+                                                              refusal.again, connection.head.uri}));
 }
 
 bool RunningServer::send(Connection& connection, const Response& response) {

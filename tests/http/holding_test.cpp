@@ -96,7 +96,7 @@ TEST_F(HoldingTest, APageWaitsForTheSwitchesOfItsOwnAddressOnly) {
 }
 
 TEST_F(HoldingTest, AddressesTakeTurnsAndHaveSixSwitchesWaitingAtMost) {
-  server.RefusalPages([](const WebRefusal& refusal) { return "<p>" + refusal.again; });
+  server.RefusalPages([](const WebRefusal& refusal) { return refusal.asked + refusal.again; });
   start();
   for (int i = 0; i < 7; ++i) {  // all at once: the first waits for nothing
     clients.push_back(std::make_unique<Client>(loop, port));
@@ -105,7 +105,7 @@ TEST_F(HoldingTest, AddressesTakeTurnsAndHaveSixSwitchesWaitingAtMost) {
   loop.run_for(50ms);
   const Answer page = get("/index.html?turnon~7", "Accept: text/html,*/*\r\n");
   EXPECT_EQ(page.status, 429);
-  EXPECT_EQ(page.body, "<p>/index.html?turnon~7");
+  EXPECT_EQ(page.body, "/index.html?turnon~7/index.html?turnon~7");
   EXPECT_THAT(get("/index.html?turnon~7").body, ::testing::StartsWith("Too many presses"));
   clients.push_back(press("turnon~8", "127.0.0.2"));
   clients.push_back(press("turnon~9", "127.0.0.2"));

@@ -131,7 +131,8 @@ TEST(WebStory, ARefusalIsAPageThatOffersThePressAgain) {
   EXPECT_THAT(page,
               HasSubstr("href=\"/index.html?A~3~Lamp&quot;&gt;&lt;b&gt;~turnon~Kitchen\"><font>"
                         "Press again<"));
-  EXPECT_THAT(house.web.refusal_page({503, "Busy.", "/wmcindex.html"}), HasSubstr("homewarden-tv"));
+  EXPECT_THAT(house.web.refusal_page({403, "No.", "", "/wmcindex.html"}),
+              HasSubstr("homewarden-tv"));
   for (const char* elsewhere : {"", "//evil.example/", "/\\evil.example", "/\t/evil.example",
                                 "javascript:x", "http://evil.example/"})
     EXPECT_THAT(house.web.refusal_page({403, "No.", elsewhere}), Not(HasSubstr("again")));

@@ -65,6 +65,7 @@ class SwitchingTest(unittest.TestCase):
       refused = ask(HOUSE, OFF, BROWSER, "Accept: text/html", *headers, host=HERE)
       self.assertEqual(refused.status, 403)
       self.assertIn(f'<a href="{OFF}">'.encode(), refused.body)
+      self.assertIn(b"press again.", refused.body)
       cookie = "Cookie: " + refused.headers["set-cookie"].split(";")[0]
       self.assertEqual(self.switched(), [])
       for again in ([cookie, *headers], ["Sec-Fetch-Site: same-origin"], [cookie]):
