@@ -32,8 +32,8 @@ std::string unread(const StoreState& state) {
 
 std::string unwritten(const StoreState& state) {
   return "The settings in " + state.file + " cannot be written: " + reason(state.trouble) +
-         ". Changes are kept in memory and written as soon as that is possible; they are lost when "
-         "the program ends before.";
+         ". Changes are kept in memory and written as soon as that is possible; if the program "
+         "ends first, they are lost.";
 }
 
 std::string damaged(const StoreState& state, RegistryRoot root) {
