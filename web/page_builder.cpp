@@ -97,16 +97,17 @@ void PageBuilder::append_template(std::string_view file) {
   std::string& page = form_.page;
   LineReader reader(*content);
   while (const auto line = reader.next()) page.append(*line).append("\r\n");
-  page.insert(std::min(to_lower(page).rfind("</body>"), page.size()), foot());
 }
 
-// What is wrong with the house, a paragraph each; "" when all is well.
-std::string PageBuilder::foot() const {
+void PageBuilder::add_foot() {
   const std::string text = notices_.text();
   std::string foot;
   LineReader reader(text);
   while (const auto line = reader.next()) foot += "<p>" + for_reading(*line) + "</p>";
-  return foot.empty() ? foot : "<footer role=\"status\">" + foot + "</footer>\r\n";
+  std::string& page = form_.page;
+  if (foot.empty() || page.empty()) return;
+  page.insert(std::min(to_lower(page).rfind("</body>"), page.size()),
+              "<footer role=\"status\">" + foot + "</footer>\r\n");
 }
 
 void PageBuilder::loadnormtree(std::string& html) {

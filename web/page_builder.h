@@ -24,10 +24,12 @@ class PageBuilder {
               const Notices& notices, Files& files, std::filesystem::path room_list,
               std::filesystem::path document_folder);
 
-  // Append a template, its lines ended by CR LF; a missing one adds nothing. What is wrong with the
-  // house is told at its foot. The page is built of the room list as it is at this moment.
+  // Append a template, its lines ended by CR LF; a missing one adds nothing. The page is built of
+  // the room list as it is at this moment.
   void loadnormhtml();
   void loadhtml();
+  // Tells at the foot of the page what is wrong with the house, a paragraph each.
+  void add_foot();
 
   // Fill the room menu, in the order of the file. Rooms without a line of their own have no entry.
   // Of the 19 entries of a ten-foot page those that are not used go, unless the list is missing.
@@ -61,7 +63,6 @@ class PageBuilder {
   static const Family kMediaCenter;
 
   void append_template(std::string_view file);
-  std::string foot() const;
   void fill_menu(const Family& family, std::string& html);
   int fill_room(const Family& family, std::string_view slug);
   Cell cell(const Family& family, const Device& device, int slot);

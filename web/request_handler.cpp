@@ -153,6 +153,7 @@ void RequestHandler::show(PageFamily family, const std::optional<std::string>& r
     return;
   }
   begin_page(family);
+  pages_.add_foot();
   if (room)
     show_room(family, *room);
   else

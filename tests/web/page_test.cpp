@@ -114,6 +114,8 @@ TEST(Pages, ARoomShowsTenOfItsDevicesAndNoneOfARoomThatContainsItsName) {
   EXPECT_EQ(house.get("index.html", "loadroomBedroom"), "Bedroom[<dev1>]\r\n" + foot);
   EXPECT_EQ(house.get("index.html", "loadroomdroom"), "Bedroom[<dev1>]\r\n" + foot)
       << "no such room";
+  house.web.under_foreign_name = true;
+  EXPECT_THAT(house.get("index.html"), Not(HasSubstr("<footer"))) << "strangers could read it";
 }
 
 // A template that lost a place would hide the rooms and devices of large houses only.

@@ -102,7 +102,13 @@ class BrowserPages(BrowserTest):
 
 
 class HouseWithABadLine(FurnishedHouse):
-  rooms = FurnishedHouse.rooms + "Garden~Fount\n"
+  rooms = FurnishedHouse.rooms + "Garden~Fount\nGarden~Fountain beside the pond~C~2\n"
+
+
+CUT_OFF = """return Array.from(document.querySelectorAll(".imcl1 b > a"))
+  .filter((link) => link.offsetHeight < link.scrollHeight ||
+      link.querySelector("font").offsetHeight < link.querySelector("font").scrollHeight)
+  .map((link) => link.textContent)"""
 
 
 class Foot(BrowserTest):
@@ -121,6 +127,8 @@ class Foot(BrowserTest):
         self.assertEqual(self.js(PALE), [], "hard to read")
         bottom = self.js("return document.querySelector('main').getBoundingClientRect().bottom")
         self.assertLessEqual(bottom, foot.rect["y"] - self.js("return scrollY") + 1, "hides devices")
+    self.open("wmcindex.html?loadroomGarden", (1280, 720))
+    self.assertEqual(self.js(CUT_OFF), [], "cut off")
 
 
 ROOM = 'Anna\'s "Den" & 50% #1 + <é> &copy %41'

@@ -160,6 +160,8 @@ TEST_F(WindowTest, CardsOfDevices) {
   form.device[1].tool_tip = "Click me to turn this device OFF";
   EXPECT_EQ(button->toolTip(), "Click me to turn this device OFF");
   EXPECT_EQ(shown<QSlider>().size(), 1u) << "a fan has no slider";
+  form.Statusbar.panel2 = "Hall <b> Lamp";
+  EXPECT_TRUE(named<QLabel>("Status")->toolTip().contains("Hall &lt;b&gt; Lamp"));
 }
 
 TEST_F(WindowTest, AMoveOfTheSliderIsReportedOnce) {
