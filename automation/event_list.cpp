@@ -8,6 +8,7 @@
 #include "automation/event_effect.h"
 #include "automation/event_findings.h"
 #include "automation/macro_line.h"
+#include "base/code_page.h"
 #include "base/lines.h"
 #include "base/text.h"
 #include "core/lists/file_lock.h"
@@ -70,7 +71,7 @@ void EventList::load_macros() {
   macro_panel_.lab_macronotice.caption =
       "The macro list macs.hlk cannot be read, so no macro runs. Please check the file and its "
       "permissions in " +
-      macros_.path().parent_path().string() + ".";
+      from_utf8(macros_.path().parent_path().string()) + ".";
   if (!content) return;
   std::vector<std::string> lines;
   LineReader reader(*content);
@@ -121,7 +122,7 @@ void EventList::show_events(const std::optional<std::string>& content) {
       content ? findings.text()
               : "The event list evelst.hwd cannot be read, so no event runs. Please check the file "
                 "and its permissions in " +
-                    events_.path().parent_path().string() + ".";
+                    from_utf8(events_.path().parent_path().string()) + ".";
   panel_.lab_eventnotice.visible = !panel_.lab_eventnotice.caption.get().empty();
 }
 

@@ -35,4 +35,24 @@ std::optional<char> byte_of(char16_t character) {
   return std::nullopt;
 }
 
+std::string from_utf8(std::string_view text) {
+  std::string bytes;
+  for (std::size_t i = 0; i < text.size();) {
+    const unsigned first = static_cast<unsigned char>(text[i]);
+    int left = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : first >= 0xC0 ? 1 : 0;
+    char32_t code = left == 0 ? first : first & (0x3FU >> left);
+    const bool begins = first < kFirst || left > 0;
+    std::size_t end = i + 1;
+    for (; left > 0 && end < text.size() && (text[end] & '\xC0') == '\x80'; --left)
+      code = code << 6U | (static_cast<unsigned char>(text[end++]) & 0x3FU);
+    if (!begins || left > 0) {
+      bytes += text[i++];
+      continue;
+    }
+    bytes += code > 0xFFFF ? '?' : byte_of(static_cast<char16_t>(code)).value_or('?');
+    i = end;
+  }
+  return bytes;
+}
+
 }  // namespace homewarden

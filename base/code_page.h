@@ -1,6 +1,8 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <string_view>
 
 namespace homewarden {
 
@@ -16,5 +18,9 @@ inline constexpr char kUnknownCharacter = '\x1A';
 
 // Nothing for a character that the code page does not have.
 std::optional<char> byte_of(char16_t character);
+
+// What the system names in UTF-8, a file for instance, in the words that a person reads: "?" for a
+// character that the code page does not have. Bytes that are no UTF-8 stay.
+std::string from_utf8(std::string_view text);
 
 }  // namespace homewarden

@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/code_page.h"
 #include "base/lines.h"
 #include "core/devices.h"
 #include "core/lists/file_lock.h"
@@ -48,7 +49,7 @@ void RoomList::read_file() {
         kSubject,
         "The room and device list rmlst.hwd cannot be read, so no rooms are shown. Please "
         "check the file and its permissions in " +
-            list_.path().parent_path().string() + ".");
+            from_utf8(list_.path().parent_path().string()) + ".");
     return;
   }
 

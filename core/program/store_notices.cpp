@@ -1,5 +1,7 @@
 #include "core/program/store_notices.h"
 
+#include "base/code_page.h"
+
 namespace homewarden {
 namespace {
 
@@ -63,7 +65,9 @@ void StoreNotices::look() {
 }
 
 void StoreNotices::look(RegistryRoot root) {
-  const StoreState state = registry_.state(root);
+  StoreState state = registry_.state(root);
+  state.file = from_utf8(state.file);
+  state.set_aside = from_utf8(state.set_aside);
   Told& told = root == RegistryRoot::kLocalMachine ? machine_ : user_;
   const bool is_well = state.trouble == StoreTrouble::kNone;
   const Told now{!state.is_read && !is_well, state.is_read && !is_well};

@@ -25,10 +25,12 @@ TEST(StoreStory, WhatCannotBeWrittenIsToldUntilItIs) {
 
 TEST(StoreStory, DamageStaysToldUntilTheNextStart) {
   House house;
-  house.registry.set_aside = "machine.db.broken-1";
+  house.registry.set_aside =
+      "/home/Jos\xC3\xA9/\xE2\x82\xAC\xF0\x9F\x8F\xA0 \xE9/machine.db.broken-1";
   FrmMain& form = house.open_connected();
   house.loop.advance(1h);
-  EXPECT_THAT(form.lab_notice.caption.get(), HasSubstr("set aside as machine.db.broken-1"));
+  EXPECT_THAT(form.lab_notice.caption.get(),
+              HasSubstr("set aside as /home/Jos\xE9/\x80? \xE9/machine.db.broken-1"));
   house.forget_program();
   house.registry.set_aside.clear();
   house.open(5s);
