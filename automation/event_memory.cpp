@@ -52,9 +52,10 @@ std::string chunk_name(local_days day, std::size_t number) {
 }  // namespace
 
 void EventMemory::load() {
-  checked_ = parse_checked(read(kChecked));
+  const auto noted = std::exchange(days_, {});
   order_.clear();
-  days_.clear();
+  is_loaded_ = true;
+  checked_ = parse_checked(read(kChecked));
   const std::string all = read(kDays);
   std::string_view rest = all;
   for (; rest.size() >= kDateLength; rest.remove_prefix(std::min(kDateLength + 1, rest.size())))
@@ -62,6 +63,8 @@ void EventMemory::load() {
       order_.push_back(*day);
       read_day(*day);
     }
+  for (const auto& [day, until_now] : noted)
+    for (const auto& [hash, due] : until_now.turns) note(hash, due);
 }
 
 void EventMemory::read_day(local_days day) {
@@ -118,7 +121,7 @@ void EventMemory::write_chunk(local_days day, std::size_t number) {
 // The values of a day go before the list that names it, or a stop in between would leave them for
 // ever.
 void EventMemory::forget_day(local_days day) {
-  for (std::size_t number = days_[day].chunks.size(); number-- > 0;)
+  for (std::size_t number = days_[day].chunks.size(); is_loaded_ && number-- > 0;)
     module1_.regdelete(RegistryRoot::kLocalMachine, kEventsKey, chunk_name(day, number));
   days_.erase(day);
   std::erase(order_, day);
@@ -164,7 +167,7 @@ std::string EventMemory::read(const std::string& name) const {
 }
 
 void EventMemory::write(const std::string& name, const std::string& text) {
-  module1_.regwrite(RegistryRoot::kLocalMachine, kEventsKey, name, text);
+  if (is_loaded_) module1_.regwrite(RegistryRoot::kLocalMachine, kEventsKey, name, text);
 }
 
 }  // namespace homewarden

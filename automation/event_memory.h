@@ -24,8 +24,8 @@ class EventMemory {
  public:
   explicit EventMemory(Module1& module1) : module1_(module1) {}
 
-  // Reads what another run of the program left. Nothing else reads; what is unreadable counts as
-  // absent.
+  // Reads what another run of the program left, once it is known what the disk holds; the turns
+  // noted until then are added. Nothing is written before, or it would take the place of that.
   void load();
 
   // Empty at the very first start.
@@ -62,6 +62,7 @@ class EventMemory {
   void write(const std::string& name, const std::string& text);
 
   Module1& module1_;
+  bool is_loaded_ = false;
   CheckedMinutes checked_;
   std::vector<std::chrono::local_days> order_;  // in which they were noted
   std::map<std::chrono::local_days, Day> days_;

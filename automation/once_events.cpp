@@ -32,6 +32,7 @@ void OnceEvents::restore() {
     slot = std::find(slot, end, "");
     if (slot != end) *slot = std::move(key);
   }
+  remember();
 }
 
 bool OnceEvents::is_queued(const EventRecord& event) const {

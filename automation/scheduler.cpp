@@ -89,7 +89,7 @@ Task<void> Scheduler::eventtimer_run() {
     close_program_();
     co_return;
   }
-  const bool continues = checked_.empty() && begin();
+  const bool continues = !has_begun_ && begin();
   const Minute now = minute_of(loop_.local_time());
   if (checked_.back().last == now) co_return;
   const Run run{++last_run_, now, missed_before(checked_, now), checked_, continues};
@@ -105,15 +105,19 @@ Task<void> Scheduler::eventtimer_run() {
   }
 }
 
-// False at the very first start: nothing was missed before the program ran.
+// False at the very first start: nothing was missed before the program ran. False as well until it
+// is known what the disk holds.
 bool Scheduler::begin() {
+  if (checked_.empty()) checked_.push_back({started_, started_});
+  has_begun_ = module1_.is_known(RegistryRoot::kLocalMachine);
+  if (!has_begun_) return false;
   memory_.load();
   once_.restore();
-  checked_ = memory_.checked();
-  if (!checked_.empty()) return true;
-  checked_.push_back({started_, started_});
+  const bool continues = !memory_.checked().empty();
+  if (continues) checked_ = memory_.checked();
+  for (Unfinished& run : runs_) run.checked = checked_;
   memory_.set_checked(checked_);
-  return false;
+  return continues;
 }
 
 // A minute counts on the disk when all events of it and of those before have had their turn.

@@ -89,6 +89,7 @@ class Scheduler {
   DeviceCommands& commands_;
   std::function<void()> close_program_;
   const Minute started_;
+  bool has_begun_ = false;  // with what an earlier start of the program left
   CheckedMinutes checked_;  // by runs that have begun; empty before the first one
   long last_run_ = 0;
   std::list<Unfinished> runs_;                  // the oldest first

@@ -239,6 +239,28 @@ TEST(SchedulerStory, APowerCutAndAListThatCannotBeReadLoseNothing) {
   EXPECT_THAT(house.line(), ElementsAre("Thu 23:02:00 B12 2"));
 }
 
+TEST(SchedulerStory, SettingsThatAreReadLateAreNotForgotten) {
+  EventHouse house(
+      "Hall Lamp~B~12~100~22:05~on~daily~mtwufsr\r\nHall Lamp~B~12~ ~23:10~off~daily~mtwufsr\r\n"
+      "Kitchen Kettle~A~4~100~23:31~on~daily~mtwufsr\r\n");
+  house.open_connected_at(22, 0, 0);
+  house.run_until(23, 0);
+  house.forget_program();
+  house.run_until(23, 29, 30);
+  house.registry.is_read = false;
+  house.registry.trouble = StoreTrouble::kLocked;
+  house.open();
+  house.run_until(23, 32, 30);
+  EXPECT_THAT(house.line(), ElementsAre(HasSubstr("B12 2"), HasSubstr("A4 2")));
+  house.registry.is_read = true;
+  house.registry.trouble = StoreTrouble::kNone;
+  house.run_until(23, 33, 30);
+  EXPECT_THAT(house.line(), ElementsAre(HasSubstr("B12 3"))) << "what was missed, and only that";
+  house.loop.set_wall_clock(2023, 6, 21, 22, 4, 0);
+  house.run_until(23, 35);
+  EXPECT_THAT(house.line(), IsEmpty()) << "what had run was written over";
+}
+
 TEST(SchedulerStory, OddFilesCostOnlyTheirBadLines) {
   const std::string monster(1 << 20, '~');
   EventHouse house("\xEF\xBB\xBFHall Lamp~B~1~ ~07:30~off~daily~w\n\n\r\nno event at all\r\n" +
