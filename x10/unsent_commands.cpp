@@ -29,11 +29,14 @@ std::string summary_of(const std::vector<std::string>& names) {
 
 UnsentCommands::UnsentCommands(StatusBar& status, Operations& operations, EventLoop& loop,
                                HouseIndex& house, DeviceState& state, DeviceCommands& commands,
-                               Dialogs& dialogs)
+                               Dialogs& dialogs, Registry& registry)
     : status_(status), loop_(loop), house_(house), state_(state), dialogs_(dialogs) {
-  house.changed.connect([this, &operations] {
-    operations.end(reading_);
-    reading_ = operations.start(read_marks());
+  house.changed.connect([this, &operations] { begin_to_read(operations); });
+  // Marks that could not be read before, or that another process has written.
+  registry.changed.connect([this, &operations](RegistryRoot root) {
+    if (root != RegistryRoot::kLocalMachine) return;
+    known_.clear();
+    begin_to_read(operations);
   });
   state.changed.connect([this](const StateChange& change) {
     const Device* device = house_.by_key(change.key);
@@ -48,12 +51,22 @@ UnsentCommands::UnsentCommands(StatusBar& status, Operations& operations, EventL
   status.unsent.click.connect([this, &operations] { operations.start(ask_to_dismiss()); });
 }
 
+void UnsentCommands::begin_to_read(Operations& operations) {
+  operations.end(reading_);
+  reading_ = operations.start(read_marks());
+}
+
 // Only of devices that are new, and some at a time: a house may have thousands.
 Task<void> UnsentCommands::read_marks() {
   std::unordered_set<std::string> known;
   for (std::size_t i = 0; i < house_.devices().size(); ++i) {
     const std::string key = house_.devices()[i].key();
-    if (!known_.contains(key) && state_.not_sent(key)) devices_.insert(key);
+    if (!known_.contains(key)) {
+      if (state_.not_sent(key))
+        devices_.insert(key);
+      else
+        devices_.erase(key);
+    }
     known.insert(key);
     if ((i + 1) % kAtATime == 0) co_await pending_events(loop_);
   }

@@ -9,6 +9,7 @@
 #include "base/task.h"
 #include "core/house_index.h"
 #include "platform/dialogs.h"
+#include "platform/registry.h"
 #include "ui/controls.h"
 #include "x10/device_commands.h"
 #include "x10/device_state.h"
@@ -22,9 +23,11 @@ namespace homewarden {
 class UnsentCommands {
  public:
   UnsentCommands(StatusBar& status, Operations& operations, EventLoop& loop, HouseIndex& house,
-                 DeviceState& state, DeviceCommands& commands, Dialogs& dialogs);
+                 DeviceState& state, DeviceCommands& commands, Dialogs& dialogs,
+                 Registry& registry);
 
  private:
+  void begin_to_read(Operations& operations);
   Task<void> read_marks();
   void tried(const SwitchTarget& target, bool sent);
   void show();

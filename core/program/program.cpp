@@ -20,7 +20,7 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
       commands_(frm_main.Statusbar, frm_main, platform.loop, module1_, platform.interface_control,
                 device_state_),
       unsent_(frm_main.Statusbar, operations_, platform.loop, house_, device_state_, commands_,
-              platform.dialogs),
+              platform.dialogs, platform.registry),
       presses_(operations_, house_, device_state_, commands_),
       devices_(frm_main, frm_main, operations_, house_, device_state_, commands_, presses_,
                platform.dialogs, platform.sounds, platform.folder),

@@ -42,6 +42,8 @@ TEST(StoreStory, ALockAtTheStartIsWaitedForHalfAMinuteAndNothingIsWrittenOverWha
   for (const auto length : {10s, 100s}) {
     House house;
     house.settings.write("data", "left", "2345");
+    house.registry.write(RegistryRoot::kLocalMachine, kMachineKey + "\\NotSent", "HallLamp",
+                         {RegistryType::kString, "off"});
     house.registry.is_read = false;
     house.registry.trouble = StoreTrouble::kLocked;
     house.open(length);
@@ -49,7 +51,9 @@ TEST(StoreStory, ALockAtTheStartIsWaitedForHalfAMinuteAndNothingIsWrittenOverWha
     EXPECT_EQ(house.form().visible.get(), length > 60s);
     house.registry.is_read = true;
     house.registry.trouble = StoreTrouble::kNone;
+    house.registry.changed(RegistryRoot::kLocalMachine);
     house.loop.advance(5s);
+    EXPECT_EQ(house.form().Statusbar.unsent.caption.get(), "1 not sent");
     EXPECT_TRUE(house.form().visible);
     EXPECT_FALSE(house.form().lab_notice.visible);
     house.close(60s);
