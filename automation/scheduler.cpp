@@ -5,6 +5,7 @@
 
 #include "automation/due_time.h"
 #include "automation/event_target.h"
+#include "base/flag_guard.h"
 #include "base/lines.h"
 #include "base/text.h"
 #include "core/dates.h"
@@ -78,6 +79,7 @@ Scheduler::Scheduler(StatusBar& status, Notices& notices, ProgramTimers& timers,
       close_program_(std::move(close_program)),
       started_(minute_of(loop.local_time())) {
   timers.eventtimer.tick.connect([this, &operations] { operations.start(eventtimer_run()); });
+  commands.tried.connect([this](const SwitchTarget& target, bool) { switched_by_others(target); });
 }
 
 Task<void> Scheduler::eventtimer_run() {
@@ -227,7 +229,7 @@ Task<std::string> Scheduler::catch_up(Run run, std::string_view lines,
                     run.continues ? "in which the program did not run" : "which the clock skipped");
 }
 
-// A device that a later event has switched meanwhile keeps what that set.
+// A device that a later event, or somebody else, has switched meanwhile keeps what that set.
 Task<void> Scheduler::run_missed(Run run, CatchUp& plan) {
   std::vector<DueEvent> done;
   for (DueEvent& due : plan.to_run) {
@@ -274,9 +276,18 @@ Task<void> Scheduler::switch_device(LineTurn turn, DueEvent due, long run) {
   if (order.on) order.level = event_level(due.event).value_or(0);
   long& last_run = run_of_device_[address_of(due.event)];
   last_run = std::max(last_run, run);
-  co_await commands_.send_and_record(std::move(turn), target, order, Source::kEvent);
+  {
+    const FlagGuard switching(switching_);
+    co_await commands_.send_and_record(std::move(turn), target, order, Source::kEvent);
+  }
   note_turn(due);
   co_await commands_.finish(std::move(target), order);
+}
+
+void Scheduler::switched_by_others(const SwitchTarget& target) {
+  const Device device{"", "", target.house_code, target.unit};
+  if (switching_ || !device.has_address()) return;
+  run_of_device_[to_lower(target.house_code) + std::to_string(target.unit)] = last_run_ + 1;
 }
 
 bool Scheduler::had_turn(const DueEvent& due) const {

@@ -74,6 +74,7 @@ class Scheduler {
   Task<void> switch_device(LineTurn turn, DueEvent due, long run);
   bool had_turn(const DueEvent& due) const;
   void note_turn(const DueEvent& due);
+  void switched_by_others(const SwitchTarget& target);
 
   StatusBar& status_;
   Notices& notices_;
@@ -92,8 +93,10 @@ class Scheduler {
   bool has_begun_ = false;  // with what an earlier start of the program left
   CheckedMinutes checked_;  // by runs that have begun; empty before the first one
   long last_run_ = 0;
-  std::list<Unfinished> runs_;                  // the oldest first
-  std::map<std::string, long> run_of_device_;   // that switched it last, by address
+  std::list<Unfinished> runs_;  // the oldest first
+  // That switched it last, by address; what others switch counts as of the next run.
+  std::map<std::string, long> run_of_device_;
+  bool switching_ = false;                      // a run has the line
   std::chrono::milliseconds told_caught_up_{};  // by the clock that never jumps
   int passes_ = 0;                              // that have the files
   std::list<Turn*> waiting_;                    // passes that wait for the files, the first first

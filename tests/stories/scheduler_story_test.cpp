@@ -239,6 +239,25 @@ TEST(SchedulerStory, APowerCutAndAListThatCannotBeReadLoseNothing) {
   EXPECT_THAT(house.line(), ElementsAre("Thu 23:02:00 B12 2"));
 }
 
+TEST(SchedulerStory, WhatAPersonSwitchesMeanwhileIsNotMadeGoodAway) {
+  EventHouse house(
+      "Kitchen Kettle~A~4~100~22:30~on~daily~mtwufsr\r\n"
+      "Hall Lamp~B~12~100~22:40~on~daily~mtwufsr\r\n"
+      "Hall Lamp~B~12~ ~22:51~off~daily~mtwufsr\r\n");
+  FrmMain& form = house.open_connected_at(22, 20, 0);
+  house.click_node("Hall");
+  house.loop.set_wall_clock(2023, 6, 21, 22, 50, 0);  // asleep
+  house.interface_control.mains_time = 500ms;
+  house.loop.advance(1200ms);
+  house.click(form.device[0]);  // on
+  house.loop.advance(100ms);
+  house.click(form.device[0], 20s);  // and off again
+  EXPECT_THAT(house.line(), ElementsAre(HasSubstr("A4 2"), HasSubstr("B12 2"), HasSubstr("B12 3")));
+  EXPECT_THAT(house.status(), HasSubstr("Left out: Hall Lamp on (22:40), followed by a later one"));
+  house.run_until(22, 51, 30);
+  EXPECT_THAT(house.line(), ElementsAre(HasSubstr("B12 3"))) << "what is due later runs";
+}
+
 TEST(SchedulerStory, SettingsThatAreReadLateAreNotForgotten) {
   EventHouse house(
       "Hall Lamp~B~12~100~22:05~on~daily~mtwufsr\r\nHall Lamp~B~12~ ~23:10~off~daily~mtwufsr\r\n"
