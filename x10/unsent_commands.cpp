@@ -78,7 +78,9 @@ void UnsentCommands::tried(const SwitchTarget& target, bool sent) {
   std::string address = target.house_code + std::to_string(target.unit);
   if (address[0] >= 'a' && address[0] <= 'p')
     address[0] = static_cast<char>(address[0] - 'a' + 'A');
-  if (sent || house_.by_key(target.key))
+  // What the power line does not have could never be made good.
+  const bool is_address = Device{"", "", target.house_code, target.unit}.has_address();
+  if (sent || house_.by_key(target.key) || !is_address)
     addresses_.erase(address);
   else
     addresses_.insert(address);

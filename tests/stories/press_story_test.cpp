@@ -130,6 +130,7 @@ TEST_F(PressStory, WhatCouldNotBeSentIsCountedUntilItIsOrAPersonDismissesIt) {
   const auto told = [this] { return form().Statusbar.panel3_tip.get(); };
   house.interface_control.fails = true;
   form().txt_queue.text = "2P9~";
+  house.web.request("index.html", "QQ~99~nothing~turnon~Den");  // no address at all
   house.click(form().device[0], 8s);
   EXPECT_EQ(told(), "2 commands could not be sent: Den Five, P9.");
   house.interface_control.fails = false;
