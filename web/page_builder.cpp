@@ -117,8 +117,11 @@ void PageBuilder::loadnormtree(std::string& html) {
 void PageBuilder::loadtree(std::string& html) {
   if (!rooms_.is_there()) return;
   fill_menu(kMediaCenter, html);
-  const int rooms = static_cast<int>(rooms_.names().size());
-  for (int slot = rooms + 1; slot <= kMenuSlots; ++slot) {
+  remove_options(html, static_cast<int>(rooms_.names().size()) + 1);
+}
+
+void PageBuilder::remove_options(std::string& html, int first) {
+  for (int slot = first; slot <= kMenuSlots; ++slot) {
     replace(html, option_attributes(slot), "");
     replace(html, place("room", slot), "");
   }

@@ -50,6 +50,8 @@ class PageBuilder {
   // Takes the focus from the device places of a ten-foot page from this one on, 1 to 10; 11 takes
   // none.
   void remove_modules(int first);
+  // Takes the entries of a ten-foot room menu from this one on, 1 to 19; 20 takes none.
+  void remove_options(std::string& html, int first);
 
   // The picture's file name for a room name followed by a device name, with or without blanks: that
   // of an appliance module when no type is stored. The file may be missing.

@@ -161,11 +161,16 @@ void RequestHandler::show(PageFamily family, const std::optional<std::string>& r
   if (sources) cache_.keep(name, *sources, form_.page);
 }
 
-// The home page for somebody who must not see what is on.
+// The home page for somebody who must see nothing of the house.
 void RequestHandler::show_no_states(PageFamily family) {
-  begin_page(family);
+  if (family == PageFamily::kMediaCenter) {
+    pages_.loadhtml();
+    pages_.remove_options(form_.page, 1);
+    pages_.remove_modules(1);
+  } else {
+    pages_.loadnormhtml();
+  }
   form_.page = replace_all_ignoring_case(form_.page, "<room>", kUnknownName);
-  if (family == PageFamily::kMediaCenter) pages_.remove_modules(1);
   pages_.show_no_room();
 }
 

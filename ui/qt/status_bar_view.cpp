@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <algorithm>
 
 #include "platform/qt/text_codec.h"
 #include "ui/qt/bindings.h"
@@ -53,7 +54,7 @@ StatusBarView::StatusBarView(StatusBar& control, QWidget* parent)
       status_(new ElidedLabel(this)),
       unsent_(make_link(control.unsent, this)),
       light_(new QLabel(this)),
-      state_(new QLabel(this)) {
+      state_(new ElidedLabel(this)) {
   setSizeGripEnabled(false);
   setStyleSheet("QStatusBar::item { border: none; }");
   setContentsMargins(8, 2, 10, 3);
@@ -74,14 +75,9 @@ StatusBarView::StatusBarView(StatusBar& control, QWidget* parent)
     status_->setToolTip(tip_text(text));
     status_->setAccessibleDescription(qt::from_code_page(text));
   });
-  follow(control.panel3, this,
-         [this](const std::string& text) { show_state(qt::from_code_page(text)); });
-  follow(control.panel3_tip, this, [this](const std::string& tip) {
-    for (QLabel* label : {light_, state_}) {
-      label->setToolTip(tip_text(tip));
-      label->setAccessibleDescription(qt::from_code_page(tip));
-    }
-  });
+  const auto show = [this, &control](const std::string&) { show_state(control); };
+  follow(control.panel3, this, show);
+  follow(control.panel3_tip, this, show);
 }
 
 void StatusBarView::recolour() {
@@ -93,10 +89,29 @@ void StatusBarView::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange) recolour();
 }
 
-void StatusBarView::show_state(const QString& state) {
+void StatusBarView::resizeEvent(QResizeEvent* event) {
+  QStatusBar::resizeEvent(event);
+  fit_state();
+}
+
+// The state is read before the status line, and leaves it half of the bar.
+void StatusBarView::fit_state() {
+  state_->setMinimumWidth(std::min(state_->sizeHint().width(), width() / 2));
+  state_->setMaximumWidth(state_->minimumWidth());
+}
+
+void StatusBarView::show_state(const StatusBar& control) {
+  const QString state = qt::from_code_page(control.panel3.get());
   state_->setText(state);
+  fit_state();
   light_->setVisible(!state.isEmpty());
   light_->setPixmap(light(state == "STATUS: Ready" ? kGood : kBad, devicePixelRatioF()));
+  const std::string& more = control.panel3_tip;
+  const std::string tip = control.panel3.get() + (more.empty() ? "" : "\n" + more);
+  for (QLabel* label : {light_, static_cast<QLabel*>(state_)}) {
+    label->setToolTip(tip_text(tip));
+    label->setAccessibleDescription(qt::from_code_page(more));
+  }
 }
 
 }  // namespace homewarden::view

@@ -26,16 +26,18 @@ class StatusBarView : public QStatusBar {
 
  protected:
   void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
-  void show_state(const QString& state);
+  void show_state(const StatusBar& control);
+  void fit_state();
   void recolour();
 
   QLabel* clock_;
   ElidedLabel* status_;
   QPushButton* unsent_;
   QLabel* light_;
-  QLabel* state_;
+  ElidedLabel* state_;
 };
 
 }  // namespace homewarden::view
