@@ -1,12 +1,14 @@
 #include "platform/store/connection.h"
 
 #include <sqlite3.h>
+#include <sys/stat.h>
 
 #include <cstdlib>
 
 namespace homewarden::store {
 
 int Connection::open(const std::filesystem::path& file) {
+  file_ = file;
   sqlite3* opened = nullptr;
   const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
   int result = sqlite3_open_v2(file.c_str(), &opened, flags, nullptr);
@@ -35,6 +37,29 @@ bool Connection::has_moved() {
   int moved = 0;
   sqlite3_file_control(database_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
   return moved != 0;
+}
+
+Connection::Files Connection::files_now() const {
+  Files files;
+  struct stat info {};
+  if (::stat(file_.c_str(), &info) == 0)
+    files.file = std::to_string(info.st_size) + ' ' + std::to_string(info.st_mtim.tv_sec) + ' ' +
+                 std::to_string(info.st_mtim.tv_nsec);
+  if (::stat((file_.string() + "-wal").c_str(), &info) == 0 && S_ISREG(info.st_mode)) {
+    files.log_inode = info.st_ino;
+    files.log_size = info.st_size;
+  }
+  return files;
+}
+
+void Connection::note_files() {
+  files_ = files_now();
+}
+
+bool Connection::has_lost_log() const {
+  const Files now = files_now();
+  return files_.log_inode != 0 &&
+         (now.log_inode != files_.log_inode || now.log_size < files_.log_size);
 }
 
 void Connection::note_system_error() {

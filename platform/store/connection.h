@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 #include "platform/store/table.h"
 
@@ -26,15 +27,29 @@ class Connection {
   bool has_changed();
   // Whether the file is no more what lies under its name: set aside, deleted or replaced.
   bool has_moved();
+  // How file and log lie on the disk; to be called after each time that the connection was used.
+  void note_files();
+  // Whether somebody else has written into the file since then, past the library or by it.
+  bool was_touched() const { return files_now().file != files_.file; }
+  // Whether its log went, or became shorter: what was written may stand nowhere any more.
+  bool has_lost_log() const;
 
   // What the system said of the last failure, also of an open() that failed.
   int system_error() const { return system_error_; }
   void note_system_error();
 
  private:
+  struct Files {
+    std::string file;             // its length and the time of the last change
+    unsigned long log_inode = 0;  // 0: there is none
+    long log_size = 0;
+  };
+  Files files_now() const;
   int data_version();
 
   Handle database_;
+  std::filesystem::path file_;
+  Files files_;
   bool is_new_ = false;
   int seen_version_ = 0;
   int system_error_ = 0;

@@ -114,6 +114,14 @@ void Database::take_news() {
   if (std::exchange(exchange_->is_another_file, false))
     for (const auto& [name, value] : values_)
       if (!exchange_->found->contains(name)) put_waiting(name, value);
+  if (std::exchange(exchange_->is_stale, false)) {
+    for (const auto& [name, value] : *exchange_->found)
+      if (!values_.contains(name)) put_waiting(name, std::nullopt);
+    for (const auto& [name, value] : values_)
+      if (const auto it = exchange_->found->find(name);
+          it == exchange_->found->end() || it->second != value)
+        put_waiting(name, value);
+  }
   values_.swap(*exchange_->found);
   exchange_->found.reset();
   carry_over(exchange_->waiting, values_);

@@ -30,6 +30,8 @@ struct Exchange {
   std::optional<Values> found;  // what the file holds, with all that has been written since
   // The file was missing, damaged or replaced: what is known and not in `found` is wanted again.
   bool is_another_file = false;
+  // What was written last may be lost: what is known counts more than what is in `found`.
+  bool is_stale = false;
   std::atomic<bool> has_news = false;  // `found` is there to be taken
   bool ended = false;
 

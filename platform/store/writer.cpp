@@ -41,8 +41,14 @@ bool Writer::work() {
     connection_.close();
     is_another_ = true;
   }
+  // Somebody writes past the library: what is there is looked at as at the start.
+  if (connection_.is_open() && (connection_.has_lost_log() || connection_.was_touched())) {
+    is_stale_ = is_stale_ || connection_.has_lost_log();
+    connection_.close();
+  }
   if (!connection_.is_open() && !open()) return false;
   if (!write_waiting() || !look()) return false;
+  connection_.note_files();
   locked_since_ = {};
   tell_trouble(StoreTrouble::kNone);
   return true;
@@ -60,8 +66,9 @@ bool Writer::open() {
   const int loaded = connection_.load_all(values);
   if (loaded != SQLITE_OK) return fail(loaded);
   read_stamp_.clear();
+  connection_.note_files();
   publish(std::move(values), is_another_ || connection_.is_new());
-  is_another_ = false;
+  is_another_ = is_stale_ = false;
   return true;
 }
 
@@ -139,6 +146,7 @@ void Writer::publish(Values values, bool is_another_file) {
     const std::lock_guard guard(exchange_->lock);
     exchange_->found = std::move(values);
     if (is_another_file && exchange_->state.is_read) exchange_->is_another_file = true;
+    if (is_stale_) exchange_->is_stale = true;
     exchange_->state.is_read = true;
     exchange_->has_news = true;
     exchange_->progress.notify_all();

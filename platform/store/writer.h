@@ -43,6 +43,7 @@ class Writer {
   Connection connection_;
   bool stopping_ = false;
   bool is_another_ = false;  // what lies under the name now is not what was read last
+  bool is_stale_ = false;    // it may lack what was written last
   std::string read_stamp_;   // of the file as it was read without being opened for writing
   std::chrono::milliseconds interval_{0};
   Clock::time_point locked_since_{};  // the beginning of time: it is not locked

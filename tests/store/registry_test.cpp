@@ -160,6 +160,31 @@ TEST(SqliteRegistry, SpoiledPagesAreSetAsideAndAFileThatGoesIsWrittenAnew) {
   for (const char* end : {"", "-wal", "-shm"})
     fs::remove(folder / ("machine.db" + std::string(end)));
   EXPECT_TRUE(comes([&] { return registry.changes(kMachine) && is_whole(); }));
+  // By somebody who takes the log for rubbish, or spoils the file in place.
+  const fs::path copy = folder / "copy";
+  const auto is_kept = [&](const char* name) {
+    registry.changes(kMachine);  // looks
+    fs::create_directories(copy);
+    for (const char* end : {"", "-wal"}) {
+      std::error_code is_missing;
+      fs::remove(copy / ("machine.db" + std::string(end)));
+      fs::copy_file(folder / ("machine.db" + std::string(end)),
+                    copy / ("machine.db" + std::string(end)), is_missing);
+    }
+    SqliteRegistry other(copy, copy);
+    return other.read(kMachine, kKey, name) == text("kept") && other.read(kMachine, kKey, "value7");
+  };
+  const std::function<void()> damages[] = {[&] { fs::remove(folder / "machine.db-wal"); },
+                                           [&] { fs::resize_file(folder / "machine.db-wal", 0); },
+                                           [&] { spoil(); },
+                                           [&] { fs::resize_file(folder / "machine.db", 0); }};
+  for (const auto& damage : damages) {
+    const std::string name = "damage" + std::to_string(&damage - damages);
+    registry.write(kMachine, kKey, name, text("kept"));
+    EXPECT_TRUE(registry.flush(30s).empty());
+    damage();
+    EXPECT_TRUE(comes([&] { return is_kept(name.c_str()); })) << name;
+  }
   // By a disk that goes away.
   fs::remove_all(folder.path());
   std::ofstream(folder.path()) << "in the way";
