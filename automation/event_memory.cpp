@@ -59,10 +59,11 @@ void EventMemory::load() {
   const std::string all = read(kDays);
   std::string_view rest = all;
   for (; rest.size() >= kDateLength; rest.remove_prefix(std::min(kDateLength + 1, rest.size())))
-    if (const auto day = parse_day(rest.substr(0, kDateLength)); day && !days_.contains(*day)) {
-      order_.push_back(*day);
-      read_day(*day);
-    }
+    if (const auto day = parse_day(rest.substr(0, kDateLength)))
+      if (std::find(order_.begin(), order_.end(), *day) == order_.end()) order_.push_back(*day);
+  // A damaged value may name thousands, each of which would have to be forgotten one day.
+  if (order_.size() > kDaysKept) order_.erase(order_.begin(), order_.end() - kDaysKept);
+  for (const local_days day : order_) read_day(day);
   for (const auto& [day, until_now] : noted)
     for (const auto& [hash, due] : until_now.turns) note(hash, due);
 }

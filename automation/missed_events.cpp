@@ -74,7 +74,8 @@ std::string text_of(const CatchUp& caught_up, MinuteSpan missed, Minute now,
   const std::pair<const std::vector<DueEvent>*, const char*> left_out[] = {
       {&caught_up.gave_way, "followed by a later one"},
       {&caught_up.too_late, "too late"},
-      {&caught_up.no_longer, "not due on that day"}};
+      {&caught_up.no_longer, "not due on that day"},
+      {&caught_up.not_sent, "could not be sent"}};
   std::string reasons;
   for (const auto& [events, why] : left_out)
     if (!events->empty())

@@ -24,6 +24,7 @@ struct CatchUp {
   std::vector<DueEvent> gave_way;  // to a later one of the same device
   std::vector<DueEvent> too_late;
   std::vector<DueEvent> no_longer;  // once-events that were due on a day that is not theirs
+  std::vector<DueEvent> not_sent;   // known when it was tried
 };
 
 using HadTurn = std::function<bool(const DueEvent&)>;

@@ -235,15 +235,16 @@ Task<void> Scheduler::run_missed(Run run, CatchUp& plan) {
   for (DueEvent& due : plan.to_run) {
     say_found(due);
     LineTurn turn = co_await commands_.take_line(Source::kEvent);
-    const bool gives_way = run_of_device_[address_of(due.event)] > run.number;
-    if (gives_way) {
+    std::vector<DueEvent>* became = &plan.gave_way;
+    if (run_of_device_[address_of(due.event)] > run.number) {
       turn.release();
       note_turn(due);
     } else {
-      co_await switch_device(std::move(turn), due, run.number);
+      const bool sent = co_await switch_device(std::move(turn), due, run.number);
+      became = sent ? &done : &plan.not_sent;
     }
     if (due.event.freq == "once") once_.queue(due.event);
-    (gives_way ? plan.gave_way : done).push_back(std::move(due));
+    became->push_back(std::move(due));
   }
   plan.to_run = std::move(done);
 }
@@ -270,18 +271,20 @@ void Scheduler::say_found(const DueEvent& due) {
   status_.panel2 = "Timer, found match with " + time + " and " + time;
 }
 
-Task<void> Scheduler::switch_device(LineTurn turn, DueEvent due, long run) {
+Task<bool> Scheduler::switch_device(LineTurn turn, DueEvent due, long run) {
   SwitchTarget target = target_of(due.event);
   DeviceOrder order{due.event.action == "on"};
   if (order.on) order.level = event_level(due.event).value_or(0);
   long& last_run = run_of_device_[address_of(due.event)];
   last_run = std::max(last_run, run);
+  bool sent = false;
   {
     const FlagGuard switching(switching_);
-    co_await commands_.send_and_record(std::move(turn), target, order, Source::kEvent);
+    sent = co_await commands_.send_and_record(std::move(turn), target, order, Source::kEvent);
   }
   note_turn(due);
   co_await commands_.finish(std::move(target), order);
+  co_return sent;
 }
 
 void Scheduler::switched_by_others(const SwitchTarget& target) {

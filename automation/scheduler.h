@@ -71,7 +71,7 @@ class Scheduler {
   Task<void> run_missed(Run run, CatchUp& plan);
   Task<void> run_due(std::vector<DueEvent> events, Run run);
   void say_found(const DueEvent& due);
-  Task<void> switch_device(LineTurn turn, DueEvent due, long run);
+  Task<bool> switch_device(LineTurn turn, DueEvent due, long run);
   bool had_turn(const DueEvent& due) const;
   void note_turn(const DueEvent& due);
   void switched_by_others(const SwitchTarget& target);

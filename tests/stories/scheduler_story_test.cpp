@@ -215,6 +215,11 @@ TEST(SchedulerStory, APowerCutAndAListThatCannotBeReadLoseNothing) {
   EventHouse house(
       "Hall Lamp~B~12~100~23:00~on~daily~mtwufsr\r\nHall Lamp~B~12~ ~23:10~off~daily~mtwufsr\r\n"
       "Kitchen Kettle~A~4~100~22:30~on~once~w\r\nKitchen Table Lamp~A~3~40~00:20~on~daily~u\r\n");
+  const std::string events_key = kMachineKey + "\\Events";
+  std::string damaged;
+  for (int year = 1000; year < 3000; ++year) damaged += std::to_string(year) + "-06-20 ";
+  house.registry.write(RegistryRoot::kLocalMachine, events_key, "days",
+                       {RegistryType::kString, damaged});
   house.open_connected_at(22, 0, 0);
   house.forget_program();
   house.loop.set_wall_clock(2023, 6, 22, 0, 30, 10);
@@ -237,6 +242,16 @@ TEST(SchedulerStory, APowerCutAndAListThatCannotBeReadLoseNothing) {
   house.files.unreadable.clear();
   house.run_until(23, 2, 5);
   EXPECT_THAT(house.line(), ElementsAre("Thu 23:02:00 B12 2"));
+  EXPECT_LT(house.registry.read(RegistryRoot::kLocalMachine, events_key, "days")->data.size(), 100u)
+      << "thousands of days to be forgotten one by one";
+
+  house.interface_control.fails = true;
+  house.loop.set_wall_clock(2023, 6, 22, 23, 12, 10);
+  house.loop.advance(10s);
+  EXPECT_EQ(
+      house.status(),
+      "Caught up on 0 events of the time from 23:03 to 23:11, which the clock skipped. Left out: "
+      "Hall Lamp off (23:10), could not be sent");
 }
 
 TEST(SchedulerStory, WhatAPersonSwitchesMeanwhileIsNotMadeGoodAway) {
