@@ -27,7 +27,7 @@ class Connection {
   bool has_changed();
   // Whether the file is no more what lies under its name: set aside, deleted or replaced.
   bool has_moved();
-  // How file and log lie on the disk; to be called after each time that the connection was used.
+  // How file and log lie on the disk; to be called after each opening and writing.
   void note_files();
   // Whether somebody else has written into the file since then, past the library or by it.
   bool was_touched() const { return files_now().file != files_.file; }

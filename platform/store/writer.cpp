@@ -42,13 +42,9 @@ bool Writer::work() {
     is_another_ = true;
   }
   // Somebody writes past the library: what is there is looked at as at the start.
-  if (connection_.is_open() && (connection_.has_lost_log() || connection_.was_touched())) {
-    is_stale_ = is_stale_ || connection_.has_lost_log();
-    connection_.close();
-  }
+  if (connection_.is_open() && (has_lost_log() || connection_.was_touched())) connection_.close();
   if (!connection_.is_open() && !open()) return false;
   if (!write_waiting() || !look()) return false;
-  connection_.note_files();
   locked_since_ = {};
   tell_trouble(StoreTrouble::kNone);
   return true;
@@ -111,6 +107,11 @@ void Writer::read_only(StoreTrouble why) {
   tell_trouble(why);
 }
 
+bool Writer::has_lost_log() {
+  is_stale_ = is_stale_ || connection_.has_lost_log();
+  return is_stale_;
+}
+
 // The changes that are recorded while it writes wait for the next time.
 bool Writer::write_waiting() {
   Changes changes;
@@ -121,6 +122,11 @@ bool Writer::write_waiting() {
   if (changes.empty()) return true;
   const int result = connection_.write(changes);
   if (result != SQLITE_OK) return fail(result);
+  if (has_lost_log()) {
+    connection_.close();
+    return false;
+  }
+  connection_.note_files();  // before anybody may rely on what was written
   std::uint64_t last = 0;
   for (const auto& [name, change] : changes) last = std::max(last, change.number);
   const std::lock_guard guard(exchange_->lock);
@@ -144,9 +150,10 @@ bool Writer::look() {
 void Writer::publish(Values values, bool is_another_file) {
   {
     const std::lock_guard guard(exchange_->lock);
+    // Unless the program has not taken what was found before: it knows nothing newer.
+    if (is_stale_ && exchange_->state.is_read && !exchange_->found) exchange_->is_stale = true;
     exchange_->found = std::move(values);
     if (is_another_file && exchange_->state.is_read) exchange_->is_another_file = true;
-    if (is_stale_) exchange_->is_stale = true;
     exchange_->state.is_read = true;
     exchange_->has_news = true;
     exchange_->progress.notify_all();

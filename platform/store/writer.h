@@ -30,6 +30,8 @@ class Writer {
   bool write_waiting();
   bool look();
 
+  bool has_lost_log();
+
   void read_only(StoreTrouble why);
   int open_in_turn();
   void publish(Values values, bool is_another_file = false);
