@@ -48,6 +48,9 @@ std::variant<Admission, Refusal> Gate::check(const RequestHead& head, const Cloc
   if (!admission.switches && rules_.state_pages)
     states = rules_.state_pages(admission.page, admission.query);
   if (!admission.switches && !states) return admission;
+  // Foreign pages can name what is fetched so, and browsers then say that nobody's page causes it.
+  if (head.in_advance && (admission.switches || states->remembered))
+    return Refusal{503, "Nothing is switched or remembered for what a browser fetches in advance."};
 
   const bool own_host = has_own_host(head);
   const Cause cause = cause_of(head, visitor.https, rules_.origins);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <string_view>
@@ -26,6 +27,12 @@ constexpr std::array<KnownHeader, 10> kKnownHeaders{{
     {"If-Modified-Since", &RequestHead::if_modified_since},
 }};
 
+bool tells_purpose(std::string_view name) {
+  constexpr std::array<std::string_view, 4> kNames{"Sec-Purpose", "Purpose", "X-Purpose", "X-Moz"};
+  return std::any_of(kNames.begin(), kNames.end(),
+                     [&](std::string_view purpose) { return equals_ignoring_case(name, purpose); });
+}
+
 MHD_Result on_header(void* to, MHD_ValueKind, const char* name, std::size_t name_size,
                      const char* value, std::size_t value_size) {
   auto& head = *static_cast<RequestHead*>(to);
@@ -39,6 +46,9 @@ MHD_Result on_header(void* to, MHD_ValueKind, const char* name, std::size_t name
   if (equals_ignoring_case(given, "Cookie")) head.cookies.append(text).append(";");
   if (equals_ignoring_case(given, "Accept") && contains_ignoring_case(text, "text/html"))
     head.takes_html = true;
+  if (tells_purpose(given) &&
+      (contains_ignoring_case(text, "prefetch") || contains_ignoring_case(text, "preview")))
+    head.in_advance = true;
   head.forwarded.take(given, text);
   if (equals_ignoring_case(given, "Transfer-Encoding") ||
       (equals_ignoring_case(given, "Content-Length") && trim_blanks(text) != "0"))

@@ -19,6 +19,7 @@ struct RequestHead {
   bool needs_host = true;
   bool has_body = false;
   bool takes_html = false;   // as browsers do for what they show; programs hardly say so
+  bool in_advance = false;   // nobody has asked for the answer yet: a browser guesses, or previews
   bool repeats = false;      // one of the headers below came twice
   bool is_absolute = false;  // the target named a host, which took the place of the header's
   std::optional<std::string> host;

@@ -166,6 +166,10 @@ TEST_F(GateTest, ShowsForeignPagesNothingAndTheirVisitorsTheHomePage) {
   EXPECT_NE(refusal.reason.find("https://dash.example:443"), std::string::npos);
   head.uri = "/file?";
   EXPECT_EQ(ask(head), "file?");
+  head = navigation("/room?remembered");
+  head.fetch_site = "none";
+  head.in_advance = true;
+  EXPECT_EQ(ask(head), "503") << "what a page names is fetched in advance as if it had been typed";
   head = navigation("/room?x");
   head.fetch_site = "cross-site";
   head.fetch_mode = "navigate";

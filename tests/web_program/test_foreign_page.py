@@ -8,6 +8,9 @@ LAMP = "index.html?A~1~LivingRoomCeilingLight~turnon~LivingRoom"
 PAGE = """<!DOCTYPE html><title>foreign</title>
 <a id="link" href="{lamp}" rel="noreferrer">link</a>
 <form id="form" action="{page}" referrerpolicy="no-referrer"></form>
+<script type="speculationrules">
+{{ "prefetch": [{{ "source": "list", "urls": ["{lamp}&early"], "referrer_policy": "no-referrer" }}] }}
+</script>
 <script>
 let open = 6;
 const done = () => {{ if (--open === 0) document.title = "tried"; }};
