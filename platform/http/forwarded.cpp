@@ -92,6 +92,7 @@ Hop last_element(std::string_view rest) {
     if (separator != ',' && separator != ';') return {};
     if (separator == ',') {
       hop = {};
+      hop.passed_on = true;
       told_for = told_proto = false;
     }
     rest.remove_prefix(1);
@@ -132,7 +133,8 @@ Hop last_hop(const ForwardedHeaders& headers) {
   return {
       agreed(told, standard.from, !headers.x_for.empty(), address_in(last_of_list(headers.x_for))),
       agreed(tells_proto, standard.https, !headers.x_proto.empty(),
-             https_in(last_of_list(headers.x_proto)))};
+             https_in(last_of_list(headers.x_proto))),
+      standard.passed_on || headers.x_for.find(',') != std::string::npos};
 }
 
 }  // namespace homewarden::http

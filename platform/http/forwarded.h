@@ -27,6 +27,8 @@ struct Hop {
   std::optional<Address> from{};
   // Whether the client came by https; nothing as above.
   std::optional<bool> https{};
+  // There are entries before it: it passed on what another proxy, or the client itself, wrote.
+  bool passed_on = false;
 };
 
 Hop last_hop(const ForwardedHeaders& headers);

@@ -69,6 +69,10 @@ std::variant<Admission, Refusal> Gate::check(const RequestHead& head, const Cloc
 std::optional<Refusal> Gate::check_origin(const Visitor& visitor, std::chrono::milliseconds now) {
   const bool at_home = rules_.home.contains(visitor, now);
   if (at_home && !visitor.by_unknown_proxy) return std::nullopt;
+  if (at_home && visitor.by_trusted_proxy)
+    return Refusal{403,
+                   "Without a password nobody is answered by way of two proxies: the trusted one "
+                   "must tell of one client alone, in Forwarded or X-Forwarded-For."};
   if (at_home)
     return Refusal{403, std::string("Without a password nobody is answered by way of a proxy that "
                                     "is not trusted: name it") +

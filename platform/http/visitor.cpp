@@ -10,7 +10,7 @@ Visitor visitor_of(const RequestHead& head, const std::vector<NetworkPrefix>& pr
   });
   if (!trusted) return {head.from, head.from_here, std::nullopt, head.forwarded.any, false};
   const Hop hop = last_hop(head.forwarded);
-  return {hop.from.value_or(Address()), false, hop.https, false, true};
+  return {hop.from.value_or(Address()), false, hop.https, hop.passed_on, true};
 }
 
 }  // namespace homewarden::http

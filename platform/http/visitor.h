@@ -15,7 +15,8 @@ struct Visitor {
   bool from_here = false;  // of this machine, whatever the address
   // Whether it came to a trusted proxy by https; nothing when nobody tells.
   std::optional<bool> https{};
-  // By way of a proxy that is not trusted: `from` is that of the proxy.
+  // By way of a proxy that is not trusted: `from` is that of the proxy, or may be, where a trusted
+  // one passed on what it had been told.
   bool by_unknown_proxy = false;
   bool by_trusted_proxy = false;
 };

@@ -70,6 +70,7 @@ TEST(VisitorTest, BelievesTrustedProxiesAlone) {
   };
   EXPECT_TRUE(is_at_home("127.0.0.1", "192.168.1.7"));
   EXPECT_FALSE(is_at_home("127.0.0.1", "192.168.1.7, 8.8.8.8", true));
+  EXPECT_FALSE(is_at_home("127.0.0.1", "8.8.8.8, 192.168.1.2")) << "a second proxy, in the house";
   EXPECT_FALSE(is_at_home("127.0.0.1", "", true)) << "a proxy that does not tell";
   EXPECT_FALSE(is_at_home("127.0.0.1", nullptr, true)) << "a proxy that does not tell";
   EXPECT_FALSE(is_at_home("192.168.1.2", "192.168.1.7")) << "a proxy that nobody named";
