@@ -1,6 +1,7 @@
 #include "platform/http/connections.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace homewarden::http {
 
@@ -30,11 +31,18 @@ bool can_be_cut(const Connection& connection) {
 
 }  // namespace
 
-Connections::Connections(WebHost& host, const HttpLimits& limits)
+Connections::Connections(WebHost& host, const HttpLimits& limits,
+                         std::vector<NetworkPrefix> proxies)
     : host_(host),
       limits_(limits),
+      proxies_(std::move(proxies)),
       spare_(spare_sockets(host.most_descriptors())),
       largest_(affordable_connections(host.most_descriptors(), limits.connections)) {}
+
+bool Connections::is_proxy(const Address& from) const {
+  return std::any_of(proxies_.begin(), proxies_.end(),
+                     [&](const NetworkPrefix& proxy) { return proxy.contains(from); });
+}
 
 void Connections::leave_group(Connection& connection) {
   const auto group = open_.find(connection.from);
@@ -70,10 +78,12 @@ Connections::Place Connections::place_for(const Address& from, milliseconds now)
   };
   const auto own = open_.find(from);
   const std::size_t count = own == open_.end() ? 0 : own->second.size();
-  if (count >= std::max<std::size_t>(largest_ / limits_.shares, 1)) {
+  const bool has_share = count >= std::max<std::size_t>(largest_ / limits_.shares, 1);
+  const auto instead_of_own = [&] {
     Connection* oldest = longest_at_rest(own->second);
-    return {rests(oldest), oldest};
-  }
+    return Place{rests(oldest), oldest};
+  };
+  if (has_share && !is_proxy(from)) return instead_of_own();
   if (open_count_ < largest_) return {true};
   // Of the address that has most, unless all of them are being handled.
   Connection* of_most = nullptr;
@@ -88,6 +98,7 @@ Connections::Place Connections::place_for(const Address& from, milliseconds now)
     of_most = of_group;
   }
   if (of_most != nullptr) return {true, of_most};
+  if (has_share) return instead_of_own();
   return {rests(oldest), oldest};
 }
 

@@ -43,10 +43,12 @@ struct Connection {
 // socket, which the library then finds at its end.
 class Connections {
  public:
-  Connections(WebHost& host, const HttpLimits& limits);
+  // `proxies` are not held to the share of one address: each of theirs is somebody else's.
+  Connections(WebHost& host, const HttpLimits& limits, std::vector<NetworkPrefix> proxies);
 
   // Whether there is a place for one more of this address, free or taken over from another one: in
-  // the address's own share from one that rests, otherwise from the address that has most.
+  // the address's own share from one that rests, otherwise from the address that has most, which
+  // may be this one when it is a proxy.
   bool admits(const Address& from, std::chrono::milliseconds now) const;
   // One that was admitted; the one whose place it takes is cut. Valid until close().
   Connection& open(MHD_Connection* library, int socket, const Address& from,
@@ -73,6 +75,7 @@ class Connections {
   };
   using Group = std::vector<Connection*>;
 
+  bool is_proxy(const Address& from) const;
   Place place_for(const Address& from, std::chrono::milliseconds now) const;
   Connection* longest_at_rest(const Group& group) const;
   std::chrono::milliseconds allowed(Connection::Phase phase) const;
@@ -81,6 +84,7 @@ class Connections {
 
   WebHost& host_;
   const HttpLimits limits_;
+  const std::vector<NetworkPrefix> proxies_;
   const std::size_t spare_;
   const std::size_t largest_;
   std::unordered_map<Connection*, std::unique_ptr<Connection>> all_;

@@ -46,6 +46,9 @@ class Gate {
  public:
   explicit Gate(GateRules rules);
 
+  // Those that are trusted.
+  const std::vector<NetworkPrefix>& proxies() const { return rules_.proxies; }
+
   // The refusal says what to answer; a wrong password counts from this call on.
   std::variant<Admission, Refusal> check(const RequestHead& head, const Clock& clock);
 

@@ -41,7 +41,7 @@ RunningServer::RunningServer(const Clock& clock, WebHost& host, const HttpLimits
       folder_(std::move(folder)),
       last_id_(last_id),
       arrived_(std::move(arrived)),
-      connections_(host, limits),
+      connections_(host, limits, gate_.proxies()),
       requests_(limits, connections_.largest() / 3),
       listening_(std::move(listening)),
       daemon_(*this, host.duplicate(listening_), connections_.most_sockets()) {}

@@ -55,6 +55,28 @@ TEST_F(CrowdTest, WhoeverHasMostGivesAPlaceToOneWhoHasNone) {
   EXPECT_EQ(first.ask("/index.html").status, 200) << "a flood took the places of others";
 }
 
+// All visitors behind a proxy have four places, or it pushes out whoever comes without it.
+TEST_F(CrowdTest, ATrustedProxyHasMoreThanAShareAndGivesThemBack) {
+  server.StopListening();
+  server.Access({{}, {}, {"127.0.0.9"}});
+  start();
+  const auto ask = [](auto& client) {
+    return client.ask("/index.html", "X-Forwarded-For: 10.0.0.1\r\n").status;
+  };
+  Client neighbour(loop, port, "127.0.0.2");
+  EXPECT_EQ(neighbour.ask("/index.html").status, 200);
+  for (int i = 0; i < 16; ++i) {
+    if (i == 15) loop.run_for(15ms);
+    clients.push_back(std::make_unique<Client>(loop, port, "127.0.0.9"));
+    EXPECT_EQ(ask(*clients.back()), 200) << i;
+  }
+  for (std::size_t i = 1; i < 16; ++i) EXPECT_EQ(ask(*clients[i]), 200) << i;
+  EXPECT_TRUE(clients[0]->is_closed_within(100ms)) << "it took more than there are";
+  Client newcomer(loop, port, "127.0.0.3");
+  EXPECT_EQ(newcomer.ask("/index.html").status, 200);
+  EXPECT_EQ(neighbour.ask("/index.html").status, 200) << "it was pushed out";
+}
+
 TEST_F(CrowdTest, NeverReplacesAConnectionWhoseRequestIsHandled) {
   for (int i = 0; i < 4; ++i) clients.push_back(hold());
   EXPECT_EQ(get("/index.html").status, 0);
