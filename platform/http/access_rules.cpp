@@ -15,8 +15,11 @@ bool has_path(const std::string& origin) {
 
 AccessRules read_access(const WebAccess& access) {
   AccessRules rules;
-  for (const auto& name : access.hosts)
+  for (const auto& name : access.hosts) {
     (is_host_name(name) ? rules.hosts : rules.faults).push_back(name);
+    // The dot of the root, which is_own_host() does not look at.
+    if (is_host_name(name) && name.ends_with('.')) rules.hosts.back().pop_back();
+  }
   for (const auto& entry : access.origins) {
     const auto origin = origin_of(entry);
     if (origin && !has_path(entry))

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include "platform/http/access_rules.h"
 #include "platform/http/gate.h"
 #include "platform/http/home_networks.h"
+#include "platform/http/host_name.h"
 #include "tests/platform/virtual_loop.h"
 
 namespace homewarden::testing {
@@ -87,6 +89,11 @@ TEST(VisitorTest, BelievesTrustedProxiesAlone) {
   EXPECT_FALSE(home.contains(phone, 5s));
   EXPECT_TRUE(home.contains(phone, 60s)) << "networks are looked at once for all";
   EXPECT_TRUE(HomeNetworks({}, true).contains({*parse_address("100.127.1.1")}, 0ms));
+}
+
+// A name that was accepted is never met.
+TEST(AccessRulesTest, KnowsANameWithTheDotOfTheRoot) {
+  EXPECT_TRUE(is_own_host("house.example.org", read_access({{"House.example.org."}}).hosts));
 }
 
 // Scripts are locked out, or a link in a mail switches a lamp.
