@@ -11,13 +11,14 @@ namespace {
 
 const std::string kSection = "data";
 constexpr std::size_t kLongestEntry = 60;
+constexpr std::size_t kMostTold = 5;
 
-// Entries separated by blanks or commas.
+// Entries separated by blanks, commas or semicolons, or by the ends of lines that were pasted.
 std::vector<std::string> entries_in(const std::string& text) {
   std::vector<std::string> entries;
   std::string entry;
   for (const char c : text + " ") {
-    if (c != ' ' && c != ',') {
+    if (static_cast<unsigned char>(c) > ' ' && c != ',' && c != ';') {
       entry += c;
     } else if (!entry.empty()) {
       entries.push_back(std::exchange(entry, {}));
@@ -28,8 +29,10 @@ std::vector<std::string> entries_in(const std::string& text) {
 
 std::string listed(const std::vector<std::string>& entries) {
   std::string text;
-  for (const auto& entry : entries)
-    text += (text.empty() ? "" : ", ") + on_one_line(entry, kLongestEntry);
+  for (std::size_t i = 0; i < entries.size() && i < kMostTold; ++i)
+    text += (i == 0 ? "" : ", ") + on_one_line(entries[i], kLongestEntry);
+  if (entries.size() > kMostTold)
+    text += " and " + std::to_string(entries.size() - kMostTold) + " more";
   return text;
 }
 

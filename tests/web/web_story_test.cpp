@@ -208,10 +208,13 @@ TEST(WebServerPanel, WhoIsTrustedIsShownAndTakesEffectAtOnce) {
   EXPECT_THAT(form.lab_webstate.caption.get(),
               EndsWith("left out: no/name , " + std::string(60, 'x') + "..."));
   form.txt_weborigins.text = "http://dash.lan:3000";
-  form.txt_webproxies.text = "127.0.0.1, 10.0.0.0/8";
+  form.txt_webproxies.text = "127.0.0.1;\n10.0.0.0/8";
   form.chk_webshared.checked = true;
   house.click(form.cmd_webaccess);
   EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("not understood: no/name ,"));
+  house.web.access_faults.resize(2000, "y");
+  house.click(form.cmd_webaccess);
+  EXPECT_THAT(house.dialogs.messages.back(), HasSubstr(", y, y, y and 1995 more. A name"));
   EXPECT_EQ(house.settings.read("data", "webproxies", "(none)"), "(none)");
   EXPECT_THAT(house.web.starts, SizeIs(1));
 
