@@ -8,6 +8,8 @@
 #include <limits>
 #include <system_error>
 
+#include "base/code_page.h"
+
 namespace homewarden {
 namespace {
 
@@ -85,8 +87,11 @@ std::string without_blanks(std::string_view text) {
 
 std::string on_one_line(std::string_view text, std::size_t most) {
   std::string line(text.substr(0, most));
-  for (char& letter : line)
-    if (static_cast<unsigned char>(letter) < ' ' || letter == '\x7f') letter = ' ';
+  // In the upper half, too: bytes without a character of their own.
+  for (char& letter : line) {
+    const char16_t character = character_of(letter);
+    if (character < ' ' || (character >= 0x7f && character < 0xa0)) letter = ' ';
+  }
   return text.size() > most ? line + "..." : line;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/text.h"
 #include "platform/cm11/codec.h"
 
 namespace homewarden::cm11 {
@@ -26,6 +27,8 @@ constexpr int kNoAnswer = 2;
 
 constexpr int kSent = 0;
 constexpr int kNotSent = 1;
+
+constexpr std::size_t kLongestAddress = 20;  // of one that is none, whoever wrote it
 
 constexpr std::string_view kStatusPrefix = "STATUS: ";
 
@@ -116,7 +119,8 @@ Task<int> Driver::SendX10(std::string house, std::string unit, int function, dou
   const auto completion = std::make_shared<Completion>(loop_);
   Completion::Awaiter ended(completion);
   if (!error.empty()) {
-    const std::string name = house + unit + " " + function_name(function);
+    const std::string name =
+        on_one_line(house + unit, kLongestAddress) + " " + function_name(function);
     report(name + " could not be sent, " + error);
     post([completion] { completion->complete(kNotSent); });
   } else {

@@ -58,6 +58,10 @@ TEST_F(DriverTest, RefusesWhatIsNoCommand) {
     EXPECT_EQ(last_trouble(), "STATUS: A1 function " + std::to_string(function) +
                                   " could not be sent, there is no such command");
   }
+  finish(start(driver->SendX10(std::string(4000, '\x90'), "1", kX10On, 0, 20, 50)), 0ms);
+  EXPECT_EQ(last_trouble(), "STATUS: " + std::string(20, ' ') +
+                                "... On could not be sent, there is no such address")
+      << "a text of the network's, with what a terminal obeys";
   EXPECT_EQ(port->written, "");
   EXPECT_EQ(finish(send("A1", kX10On)), 0);
   EXPECT_EQ(last_trouble(), "") << "all is well after the next success";
