@@ -44,10 +44,11 @@ Cause cause_of(const RequestHead& head, std::optional<bool> https,
 }
 
 bool shows_foreign_content(std::string_view user_agent) {
-  const std::initializer_list<std::string_view> mail_and_office{
-      "office", "outlook", "thunderbird", "evolution", "excel", "powerpoint", "onenote", "word/"};
+  const std::initializer_list<std::string_view> mail_and_messages{
+      "office",  "outlook", "thunderbird", "evolution",   "excel",        "powerpoint",
+      "onenote", "word/",   "whatsapp",    "externalhit", "linkexpanding"};
   const std::initializer_list<std::string_view> scripting_hosts{"powershell", "winhttprequest"};
-  if (holds_one_of(user_agent, mail_and_office)) return true;
+  if (holds_one_of(user_agent, mail_and_messages)) return true;
   if (user_agent.starts_with("Opera/")) return true;
   return user_agent.starts_with("Mozilla/") && !holds_one_of(user_agent, scripting_hosts);
 }

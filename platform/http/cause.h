@@ -23,7 +23,8 @@ Cause cause_of(const RequestHead& head, std::optional<bool> https,
 
 // Whether a program of this name shows people what others have written and follows its links, so
 // that a request of its own says nothing of who wanted it. Browsers do, and mail and office
-// programs. Scripts do not, even where their host calls itself Mozilla.
+// programs, and messengers that look at the links in what is written. Scripts do not, even where
+// their host calls itself Mozilla.
 bool shows_foreign_content(std::string_view user_agent);
 
 // Whether a browser is about to show the answer in a window of its own, where the page that caused

@@ -104,7 +104,7 @@ TEST(CauseTest, WantsAProofFromWhatShowsForeignContent) {
         "Mozilla/4.0 (compatible; ms-office; MSOffice 16)",
         "Microsoft Office/16.0 (Windows NT 10.0)",
         "Mozilla/5.0 (Windows NT 10.0) Gecko/20100101 Thunderbird/115.0",
-        "Mozilla/4.0 (Outlook; PowerShell)", "Opera/9.80 (J2ME/MIDP)"})
+        "Mozilla/4.0 (Outlook; PowerShell)", "Opera/9.80 (J2ME/MIDP)", "WhatsApp/2.23.20.0 A"})
     EXPECT_TRUE(shows_foreign_content(name)) << name;
   for (const char* const name :
        {"Mozilla/5.0 (Windows NT; Windows NT 10.0; en-US) WindowsPowerShell/5.1.19041.1",
