@@ -19,9 +19,7 @@ struct WebPanel {
   TextBox txt_webhosts;
   TextBox txt_weborigins;
   TextBox txt_webproxies;
-  CheckBox chk_webshared{
-      "Without a password, 100.64.0.0/10 is at home too (some providers and VPNs use "
-      "it)"};
+  CheckBox chk_webshared{"Without a password, 100.64.0.0/10 is at home too"};
   Button cmd_webaccess{"Save Access"};
 };
 

@@ -1,5 +1,7 @@
 // What a person does with the boxes and lists of the panels, and which panel is shown.
 
+#include <QScrollArea>
+
 #include "tests/window/form_window.h"
 
 namespace homewarden::testing {
@@ -57,6 +59,16 @@ TEST_F(PanelTest, EnterInTheLineOfAFormSavesIt) {
     panel->visible = false;
   }
   EXPECT_EQ(saved, 3);
+}
+
+TEST_F(PanelTest, NothingIsCutOffOnASmallScreen) {
+  view->resize(788, 640);
+  for (Frame* panel : {&form.frm_home, &form.frm_addroom, &form.frm_adddevice, &form.Frame4}) {
+    show(*panel);
+    for (auto* page : shown<QScrollArea>())
+      EXPECT_LE(page->widget()->minimumSizeHint().width(), page->width());
+    panel->visible = false;
+  }
 }
 
 TEST_F(PanelTest, TheMacroListShowsTheSelectionThatItsControlHas) {

@@ -20,7 +20,8 @@ void add_access_lists(WebPanel& panel, Page* page) {
   page->add_text(
       tr("Addresses, this machine's own names, names without a dot and those that end in .local, "
          ".lan, .home and the like need not be listed. Several entries are separated by commas. "
-         "What is saved takes effect at once: the web server starts anew."));
+         "100.64.0.0/10 is what some providers and VPNs use. What is saved takes effect at once: "
+         "the web server starts anew."));
   QFormLayout* form = page->add_form();
   auto* save = make_button(panel.cmd_webaccess, body);
   const std::tuple<TextBox*, const char*, const char*> lists[] = {
