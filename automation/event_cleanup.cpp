@@ -68,6 +68,7 @@ Task<void> EventCleanup::remove_once_event(std::string& slot) {
     co_await pending_events(loop_);
     co_await module1_.pause(1);
     if (!events_.use_scratch()) {
+      status_.panel2 = "The old event could not be deleted, trying again";
       once_.not_removed(slot);
       co_return;
     }

@@ -205,6 +205,9 @@ TEST(SchedulerStory, AOnceEventThatCannotBeRemovedIsToldAndDoesNotRunAgain) {
   EXPECT_TRUE(house.form().lab_notice.visible);
   house.run_until(7, 31, 0);
   EXPECT_THAT(house.line(), IsEmpty()) << "a restart forgot that it has run";
+  house.files.stop_at(3);  // the new list can be written, but not take its place
+  house.loop.advance(13s);
+  EXPECT_THAT(house.form().Statusbar.panel2.get(), HasSubstr("could not be deleted"));
   house.files.no_stop();
   house.loop.advance(20s);
   EXPECT_THAT(house.event_lines(), IsEmpty());
