@@ -64,7 +64,7 @@ class ForeignPages(BrowserTest):
         self.browser.get(f"http://{foreign}:{self.foreign_port}/{house}")
         self.wait(lambda: self.browser.title == "tried", "what the page tries by itself")
         self.find("#link").click()
-        self.wait(lambda: "Nothing is switched" in self.find("body").text, "the refusal")
+        self.wait(lambda: "Nothing was switched" in self.find("body").text, "the refusal")
     self.assertEqual(self.house.switched(), [])
     self.find('a[href*="turnon"]').click()  # the person wants it all the same
     self.wait(lambda: self.house.switched() == ["A1 On"], "the tap")
