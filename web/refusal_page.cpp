@@ -4,28 +4,11 @@
 #include <string_view>
 #include <vector>
 
+#include "web/page_text.h"
 #include "web/request_grammar.h"
 
 namespace homewarden {
 namespace {
-
-// Fit for text and for the value of an attribute.
-std::string escaped(std::string_view text) {
-  std::string html;
-  for (const char letter : text) {
-    if (letter == '&')
-      html += "&amp;";
-    else if (letter == '<')
-      html += "&lt;";
-    else if (letter == '>')
-      html += "&gt;";
-    else if (letter == '"')
-      html += "&quot;";
-    else
-      html += letter;
-  }
-  return html;
-}
 
 // Two slashes at the start would name another machine, and browsers leave out control characters
 // between them.
@@ -74,15 +57,15 @@ std::string head_of(const char* title, const char* style, const char* script) {
 
 // The style sheets show such a text on a page that says it is without devices.
 std::string reason_of(const WebRefusal& refusal) {
-  return "<p class=\"no-devices\">" + escaped(refusal.reason) + "</p>\r\n";
+  return "<p class=\"no-devices\">" + for_reading(refusal.reason) + "</p>\r\n";
 }
 
 std::string browser_page(const WebRefusal& refusal, const char* title,
                          const std::vector<Link>& links) {
   std::string items;
   for (const Link& link : links)
-    items +=
-        "<li><a href=\"" + escaped(link.address) + "\"><font>" + link.text + "</font></a></li>\r\n";
+    items += "<li><a href=\"" + for_reading(link.address) + "\"><font>" + link.text +
+             "</font></a></li>\r\n";
   return head_of(title, "homewarden.css", "") +
          "<body class=\"without-devices\">\r\n<div class=\"side\">\r\n"
          "<header><img src=\"/homewarden.png\" alt=\"\" width=\"40\" height=\"40\">"
@@ -95,7 +78,7 @@ std::string ten_foot_page(const WebRefusal& refusal, const char* title,
                           const std::vector<Link>& links) {
   std::string items;
   for (const Link& link : links)
-    items += "<div class=\"button2\" MCFocusable=\"true\"><a href=\"" + escaped(link.address) +
+    items += "<div class=\"button2\" MCFocusable=\"true\"><a href=\"" + for_reading(link.address) +
              "\">" + link.text + "</a></div>\r\n";
   return head_of(title, "homewarden-tv.css",
                  "  <script src=\"/homewarden-tv.js\" defer></script>\r\n") +
