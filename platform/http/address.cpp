@@ -101,6 +101,13 @@ bool is_private_v4(std::uint8_t first, std::uint8_t second) {
          (first == 192 && second == 168) || (first == 169 && second == 254);
 }
 
+Address first_bytes(const Address& address, std::ptrdiff_t count) {
+  if (is_mapped(address) || address == parse_address("::1")) return address;
+  Address network;
+  std::copy_n(address.bytes.begin(), count, network.bytes.begin());
+  return network;
+}
+
 }  // namespace
 
 std::optional<std::uint16_t> parse_port(const std::string& text) {
@@ -162,10 +169,11 @@ bool is_private(const Address& address) {
 }
 
 Address network_of(const Address& address) {
-  if (is_mapped(address) || address == parse_address("::1")) return address;
-  Address network;
-  std::copy_n(address.bytes.begin(), 8, network.bytes.begin());
-  return network;
+  return first_bytes(address, 8);
+}
+
+Address site_of(const Address& address) {
+  return first_bytes(address, 6);
 }
 
 }  // namespace homewarden::http

@@ -30,9 +30,10 @@ std::optional<NetworkPrefix> parse_prefix(std::string_view text);
 // 10/8, 172.16/12, 192.168/16, 169.254/16, ::1, fc00::/7, fe80::/10.
 bool is_private(const Address& address);
 
-// What one customer of a network provider, or one device of a private network, has as its own: the
-// first 64 bits of an IPv6 address, with zeros behind them. ::1 and IPv4 addresses stand for
-// themselves.
+// The first 64 or 48 bits of an IPv6 address, with zeros behind them: what one device of a private
+// network or one household has as its own, and what a customer of a provider may have at most. ::1
+// and IPv4 addresses stand for themselves.
 Address network_of(const Address& address);
+Address site_of(const Address& address);
 
 }  // namespace homewarden::http

@@ -36,14 +36,14 @@ std::variant<std::string, Refusal> LogIn::check(const RequestHead& head, const V
   const long today = day_of(clock.local_time());
   const auto browser = given ? cookies_.read(*given, today) : std::nullopt;
   const Address network = network_of(visitor.from);
+  const Address site = site_of(visitor.from);
   const bool known = is_known(visitor.from, now);
 
-  milliseconds wait{};
-  if (browser)
-    wait = browser_delays_.wait(browser->id, now);
-  else
-    wait = std::max(delays_.wait(visitor.from.bytes, now),
-                    known ? milliseconds(0) : network_delays_.wait(network.bytes, now));
+  milliseconds wait =
+      browser ? browser_delays_.wait(browser->id, now) : delays_.wait(visitor.from.bytes, now);
+  if (!browser && !known)
+    wait = std::max(
+        {wait, network_delays_.wait(network.bytes, now), site_delays_.wait(site.bytes, now)});
   if (wait > milliseconds(0))
     return Refusal{429, "Too many wrong passwords; wait before the next one.", "Retry-After",
                    std::to_string(std::chrono::ceil<std::chrono::seconds>(wait).count())};
@@ -54,6 +54,7 @@ std::variant<std::string, Refusal> LogIn::check(const RequestHead& head, const V
     } else {
       delays_.wrong(visitor.from.bytes, now);
       network_delays_.wrong(network.bytes, now);
+      site_delays_.wrong(site.bytes, now);
     }
     return ask_to_log_in();
   }

@@ -72,6 +72,10 @@ TEST_F(LogInTest, SlowsDownGuessingFromANetwork) {
     EXPECT_EQ(ask(network + "99", true), 429u) << network;
   }
   EXPECT_EQ(ask("2001:db8:0:1::1", false), 401u) << "others are held up";
+  unsigned status = 0;
+  for (int i = 1; i <= 510; ++i) status = ask("2001:db8:5:" + std::to_string(i) + "::1", false);
+  EXPECT_EQ(status, 429u) << "whoever has thousands of networks guesses as fast as he can";
+  EXPECT_EQ(ask("2001:db8:6:1::1", false), 401u) << "others are held up";
 }
 
 // Whoever guesses from the owner's network, or behind the same router, locks the owner out.
