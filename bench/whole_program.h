@@ -93,6 +93,7 @@ class WholeProgram {
   cm11::Driver driver_{loop_, stream_};
   testing::FakeServices services_;
   testing::FakeInstance instance_;
+  testing::FakeWindowCall window_call_;
   testing::FakeDialogs dialogs_{loop_};
   testing::FakeDesktop desktop_;
   testing::FakeSounds sounds_;
@@ -106,8 +107,8 @@ class WholeProgram {
                           limits.address = "127.0.0.1";
                           return limits;
                         }()};
-  Program program_{{loop_, files_, registry_, services_, instance_, driver_, dialogs_, desktop_,
-                    sounds_, web_, folder_, ""},
+  Program program_{{loop_, files_, registry_, services_, instance_, window_call_, driver_, dialogs_,
+                    desktop_, sounds_, web_, folder_, ""},
                    [](std::exception_ptr error) { std::rethrow_exception(error); }};
   view::MainWindowView view_{program_.frm_main};
 };

@@ -15,6 +15,7 @@ class ServiceControl;
 class SingleInstance;
 class SoundPlayer;
 class WebServerControl;
+class WindowCall;
 
 // Everything the program needs of the world, gathered by whoever starts it.
 struct Platform {
@@ -23,6 +24,7 @@ struct Platform {
   Registry& registry;
   ServiceControl& services;
   SingleInstance& instance;
+  WindowCall& window_call;
   InterfaceControl& interface_control;
   Dialogs& dialogs;
   Desktop& desktop;

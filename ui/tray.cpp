@@ -8,13 +8,14 @@
 namespace homewarden {
 
 Tray::Tray(Window& form, ProgramMenu& menu, const Picture& picture, FrmSysTray& icon,
-           Settings& settings, WindowServices& window)
+           Settings& settings, WindowServices& window, WindowCall& call)
     : form_(form),
       menu_(menu),
       picture_(picture),
       icon_(icon),
       settings_(settings),
-      window_(window) {
+      window_(window),
+      call_(call) {
   icon.SysTrayDoubleClick.connect([this](int) { restore(); });
   icon.SysTrayMouseDown.connect([this](int button) { mouse_down(button); });
 }
@@ -23,9 +24,11 @@ void Tray::loadtray() {
   icon_.loaded = true;
   icon_.ToolTip = std::string("Homewarden Version ") + kVersion;
   icon_.IconHandle = picture_.file.get();
+  call_.listen([this] { restore(); });
 }
 
 void Tray::unload() {
+  call_.stop_listening();
   icon_.loaded = false;
 }
 
@@ -43,6 +46,7 @@ void Tray::mouse_down(int button) {
 
 void Tray::restore() {
   settings_.write("data", "state", "0");
+  form_.state = WindowState::kNormal;  // where it could not be hidden it lies minimised
   form_.visible = true;
   window_.ontop();
   window_.offtop();

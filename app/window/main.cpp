@@ -27,6 +27,7 @@
 #include "platform/linux/linux_web_host.h"
 #include "platform/linux/lock_file_instance.h"
 #include "platform/linux/posix_files.h"
+#include "platform/linux/window_call_pipe.h"
 #include "platform/qt/qt_loop.h"
 #include "platform/serial/qt_serial_stream.h"
 #include "platform/store/sqlite_registry.h"
@@ -88,6 +89,10 @@ int run(const AppOptions& options, bool offscreen) {
       [&loop](std::function<void()> function) { loop.post(std::move(function)); });
   os_linux::AbsentServices services;
   os_linux::LockFileInstance instance(folders.machine);
+  os_linux::WindowCallPipe window_call(folders.machine,
+                                       [&loop](int descriptor, std::function<void()> function) {
+                                         loop.watch_readable(descriptor, std::move(function));
+                                       });
   serial::QtSerialStream stream({folders.machine, options.demo
                                                       ? os_linux::PortNames::Devices::kLinksOnly
                                                       : os_linux::PortNames::Devices::kAll});
@@ -114,8 +119,8 @@ int run(const AppOptions& options, bool offscreen) {
         loop, folders.machine / "ports" / ("com" + std::to_string(kDemoPort)), standard_output());
   }
 
-  Program program({loop, files, registry, services, instance, interface_control, dialogs, desktop,
-                   sounds, web, folders.application, ""},
+  Program program({loop, files, registry, services, instance, window_call, interface_control,
+                   dialogs, desktop, sounds, web, folders.application, ""},
                   report_escaped);
   if (options.demo) program.frm_main.caption = "Homewarden - Demo";
   view::WaitWindowView wait_window(program.frm_wait);

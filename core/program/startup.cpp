@@ -34,6 +34,10 @@ Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop
       tray_(tray),
       finder_(finder),
       web_server_(web_server) {
+  // The window that comes forward is what the person wants to see, not this copy's wait.
+  takeover_.another_runs.connect([this] {
+    if (tray_.show_other_copy()) wait_.visible = false;
+  });
   form.startuptimer.tick.connect([this] { running_ = operations_.start(delayed_step()); });
   finder.found.connect([this] { web_server_.tell_failure(); });
 }

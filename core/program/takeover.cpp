@@ -56,8 +56,11 @@ Task<void> Takeover::stop_service() {
 
 Task<bool> Takeover::is_second_copy() {
   if (!instance_.another_is_running()) co_return false;
+  another_runs();
   co_await module1_.pause(5);
-  co_return instance_.another_is_running();
+  const bool stays = instance_.another_is_running();
+  wait_.visible = !stays;
+  co_return stays;
 }
 
 Task<void> Takeover::delay() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/signal.h"
 #include "base/task.h"
 #include "core/module1.h"
 #include "core/program/steps.h"
@@ -28,6 +29,9 @@ class Takeover {
 
   // Whether the person asked for the delay. False when nothing is stored.
   bool is_delayed();
+  // Another copy has the house and may be asked to show itself.
+  Signal<> another_runs;
+
   // Ends the delay at its next second. Nothing happens when there is none.
   void SkipWait();
 

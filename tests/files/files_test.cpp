@@ -13,6 +13,7 @@
 #include "platform/linux/folders.h"
 #include "platform/linux/lock_file_instance.h"
 #include "platform/linux/posix_files.h"
+#include "platform/linux/window_call_pipe.h"
 #include "tests/platform/as_nobody.h"
 #include "tests/platform/memory_files.h"
 #include "tests/platform/scratch_folder.h"
@@ -166,6 +167,28 @@ TEST(PosixFiles, AnAppendThatTheDiskCutsShortLeavesWhatWasThere) {
   waitpid(child, &status, 0);
   EXPECT_EQ(status, 0) << "the append was reported as done";
   EXPECT_EQ(files.read(folder / "list"), "one\r\n");
+}
+
+TEST(WindowCallPipe, CallsReachWhoeverListensAndNothingElse) {
+  ScratchFolder folder;
+  std::function<void()> readable;
+  const auto watch = [&readable](int, std::function<void()> function) { readable = function; };
+  const auto file = folder / "window.call";
+  std::ofstream(file) << "kept";
+  WindowCallPipe caller(folder.path(), watch);
+  EXPECT_FALSE(caller.ask()) << "wrote into a file";
+  std::filesystem::remove(file);
+  ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
+  EXPECT_FALSE(caller.ask()) << "a killed copy's pipe answered, or the call waited for ever";
+  WindowCallPipe listener(folder.path(), watch);
+  int shown = 0;
+  listener.listen([&shown] { ++shown; });
+  EXPECT_TRUE(caller.ask());
+  EXPECT_TRUE(caller.ask());
+  readable();
+  EXPECT_EQ(shown, 1);
+  listener.stop_listening();
+  EXPECT_FALSE(caller.ask());
 }
 
 TEST(LockFileInstance, ACopyOfAnotherPersonIsFound) {

@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "platform/single_instance.h"
 #include "platform/sound_player.h"
 #include "platform/waiting.h"
+#include "platform/window_call.h"
 
 namespace homewarden::testing {
 
@@ -111,6 +113,16 @@ class FakeInstance : public SingleInstance {
     return true;
   }
   int others = 0;  // how many times another copy is seen
+};
+
+class FakeWindowCall : public WindowCall {
+ public:
+  bool ask() override { return answered; }
+  void listen(std::function<void()> function) override { show = std::move(function); }
+  void stop_listening() override { show = nullptr; }
+
+  bool answered = false;       // by another copy that is asked
+  std::function<void()> show;  // what another copy asks for; empty while nobody listens
 };
 
 }  // namespace homewarden::testing

@@ -16,8 +16,9 @@ namespace homewarden::testing {
 // Everything that the program needs of the world, in memory and on a virtual clock.
 struct FakeWorld {
   Platform platform(std::filesystem::path folder) {
-    return {loop,          *used_files, registry, services, instance,          *connected,
-            *used_dialogs, desktop,     sounds,   web,      std::move(folder), ""};
+    return {loop,       *used_files,   registry, services, instance, window_call,
+            *connected, *used_dialogs, desktop,  sounds,   web,      std::move(folder),
+            ""};
   }
 
   VirtualLoop loop;
@@ -25,6 +26,7 @@ struct FakeWorld {
   MemoryRegistry registry;
   FakeServices services;
   FakeInstance instance;
+  FakeWindowCall window_call;
   FakeInterface interface_control{loop};
   FakeDialogs dialogs{loop};
   FakeDesktop desktop;

@@ -82,6 +82,37 @@ TEST(LifeStory, SecondCopyWaitsFiveSecondsAndEndsWithoutAWord) {
   EXPECT_TRUE(patient.form().visible);
 }
 
+TEST(LifeStory, ASecondStartBringsTheFirstWindowForwardAndEnds) {
+  House first;
+  first.open(400ms);
+  EXPECT_FALSE(first.window_call.show) << "before the window has its state of the last time";
+  first.loop.advance(2s);
+  first.form().state = WindowState::kMinimized;
+  EXPECT_FALSE(first.form().visible);
+  int raised = 0;
+  first.form().raised.connect([&raised] { ++raised; });
+  first.window_call.show();
+  EXPECT_TRUE(first.form().visible);
+  EXPECT_EQ(first.settings.read("data", "state", ""), "0");
+  EXPECT_EQ(raised, 1);
+  first.icon().has_area = false;
+  first.form().state = WindowState::kMinimized;
+  first.window_call.show();
+  EXPECT_EQ(first.form().state.get(), WindowState::kNormal) << "it stayed minimised";
+  first.form().close_requested();
+  EXPECT_TRUE(first.window_call.show);
+  first.loop.run_pending();
+  EXPECT_FALSE(first.window_call.show) << "a window that closes came back";
+
+  House second;
+  second.instance.others = 2;
+  second.window_call.answered = true;
+  second.open(1s);
+  EXPECT_FALSE(second.wait().visible) << "it covers the window that came forward";
+  second.loop.advance(4s);
+  EXPECT_TRUE(second.loop.has_quit());
+}
+
 TEST(LifeStory, DelayedStartLasts21SecondsUnlessSkipped) {
   House house;
   house.set_delayed();

@@ -1,107 +1,12 @@
-"""The program on a real desktop: a virtual display with a window manager and a notification area."""
+"""Hiding where an icon brings the window back, and the second start of the program."""
 
-import os
-import re
-import shutil
-import signal
-import subprocess
-import tempfile
 import time
 import unittest
 
-PROGRAM = os.environ["HOMEWARDEN_PATH"]
-TITLE = "Homewarden - Demo"
+from desktop import PROGRAM, Desktop, wait_for
 
 
-def wait_for(what, test, limit=20):
-  end = time.monotonic() + limit
-  while time.monotonic() < end:
-    result = test()
-    if result:
-      return result
-    time.sleep(0.05)
-  raise AssertionError("waited in vain for " + what)
-
-
-class DesktopTest(unittest.TestCase):
-
-  def setUp(self):
-    self.home = tempfile.mkdtemp()
-    self.addCleanup(shutil.rmtree, self.home, ignore_errors=True)
-    self.environment = {"PATH": os.environ["PATH"], "HOME": self.home, "LANG": "C.UTF-8",
-                        "XDG_RUNTIME_DIR": self.home, "QT_QPA_PLATFORM": "xcb",
-                        "HOMEWARDEN_WEB_ADDRESS": "127.0.0.1"}
-    display = self.start("Xvfb", "-displayfd", "1", "-noreset", "-nolisten", "tcp", "-screen", "0",
-                         "1280x900x24", stdout=subprocess.PIPE)
-    number = display.stdout.readline().decode().strip()
-    if not number:
-      self.skipTest("the system forbids it: a virtual display")
-    self.environment["DISPLAY"] = ":" + number
-    self.start("openbox")
-    wait_for("the window manager",
-             lambda: "window id" in self.say("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
-
-  def start(self, *command, stdout=subprocess.DEVNULL):
-    process = subprocess.Popen(command, env=self.environment, stdout=stdout,
-                               stderr=subprocess.DEVNULL)
-    self.addCleanup(self.end, process)
-    return process
-
-  @staticmethod
-  def end(process):
-    if process.poll() is None:
-      process.send_signal(signal.SIGTERM)
-      process.wait(timeout=30)
-    if process.stdout:
-      process.stdout.close()
-
-  def say(self, *command):
-    return subprocess.run(command, env=self.environment, stdout=subprocess.PIPE,
-                          stderr=subprocess.DEVNULL, timeout=20, check=False).stdout.decode()
-
-  def open_program(self):
-    program = self.start(PROGRAM, "--demo")
-    wait_for("the window", self.is_painted)
-    time.sleep(2)  # before it has put up its icon it cannot be hidden
-    return program
-
-  def window(self):
-    """Another one when the program makes it anew; "0" before there is one."""
-    return (self.say("xdotool", "search", "--name", TITLE).split() or ["0"])[-1]
-
-  def tell(self, command, *arguments):
-    self.say("xdotool", command, self.window(), *arguments)
-
-  def state(self):
-    """Normal, Iconic, or Withdrawn for one that the window manager does not know any more."""
-    found = re.search(r"window state: (\w+)", self.say("xprop", "-id", self.window(), "WM_STATE"))
-    return found.group(1) if found else "Withdrawn"
-
-  def is_mapped(self):
-    return "IsViewable" in self.say("xwininfo", "-id", self.window())
-
-  def is_painted(self):
-    picture = subprocess.run(["xwd", "-silent", "-id", self.window()], env=self.environment,
-                             stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False).stdout
-    dots = picture[len(picture) // 10:]
-    return len(dots) > 100000 and dots.count(0) < len(dots) // 2
-
-  def place(self):
-    """Where the window with its frame lies, and the size without."""
-    window = self.window()
-    text = self.say("xwininfo", "-id", window)
-    frame = re.findall(r"\d+", self.say("xprop", "-id", window, "_NET_FRAME_EXTENTS"))
-    found = [re.search(name + r": +(-?\d+)", text)
-             for name in ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")]
-    if not frame or not all(found):
-      return None
-    left, top, width, height = (int(number.group(1)) for number in found)
-    return left - int(frame[0]), top - int(frame[2]), width, height
-
-  def icon(self):
-    found = re.search(r'\("homewarden" "homewarden"\) +2\dx2\d\+\S+ +\+(\d+)\+(\d+)',
-                      self.say("xwininfo", "-root", "-tree"))
-    return found and (int(found.group(1)) + 8, int(found.group(2)) + 8)
+class DesktopTest(Desktop):
 
   def test_minimising_hides_where_an_icon_brings_the_window_back(self):
     program = self.open_program()
@@ -132,14 +37,23 @@ class DesktopTest(unittest.TestCase):
     self.click_icon()
     wait_for("the place that was saved", lambda: self.place() == (211, 107, 900, 600))
 
-  def check_hidden(self):
-    wait_for("hiding", lambda: self.state() == "Withdrawn")
-    time.sleep(1)
-    self.assertFalse(self.is_mapped(), "an empty window came back by itself")
-
-  def click_icon(self):
-    self.say("xdotool", "mousemove", *map(str, self.icon()), "click", "1")
-    wait_for("the window", self.is_painted)
+  def test_a_second_start_brings_the_first_window_forward_and_ends(self):
+    self.start("trayer", "--edge", "bottom", "--width", "20")
+    self.open_program()
+    wait_for("the icon", self.icon)
+    for hide in ("windowminimize", "windowlower"):
+      self.tell(hide)
+      if hide == "windowminimize":
+        self.check_hidden()
+      self.start("xcalc", "-geometry", "1000x800+100+20")  # a person works with something else
+      wait_for("the calculator", lambda: self.active_class() == "xcalc")
+      second = self.start(PROGRAM, "--demo")
+      wait_for("the window", lambda: self.active() == self.window())
+      self.assertTrue(self.is_painted())
+      self.assertIsNone(second.poll(), "the second copy did not wait for the first to end")
+      time.sleep(1)
+      self.assertEqual(self.active(), self.window(), "something covers it")
+      self.assertEqual(second.wait(timeout=20), 0)
 
 
 if __name__ == "__main__":
