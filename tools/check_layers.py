@@ -52,6 +52,7 @@ ONLY_IN = {
     "gnutls/crypto.h": "platform/http",
     "sqlite3.h": "platform/store",
     "QSerialPort": "platform/serial",
+    "xcb/xcb.h": "ui/qt",
 }
 WIDGETS_ONLY_IN = ("ui/qt", "app/window", "tests/window", "bench")
 

@@ -20,6 +20,7 @@ struct FrmSysTray {
   // up to date when it is asked to: an area may come and go with the desktop's panel.
   bool has_area = true;
   Signal<> area_asked;
+  Signal<> area_came;  // from the face: one is there now, and the icon in it
 };
 
 }  // namespace homewarden

@@ -18,6 +18,7 @@ Tray::Tray(Window& form, ProgramMenu& menu, const Picture& picture, FrmSysTray& 
       call_(call) {
   icon.SysTrayDoubleClick.connect([this](int) { restore(); });
   icon.SysTrayMouseDown.connect([this](int button) { mouse_down(button); });
+  icon.area_came.connect([this] { hide_late(); });
 }
 
 void Tray::loadtray() {
@@ -42,6 +43,13 @@ void Tray::mouse_down(int button) {
     menu_.sspp3.popped_up();
   else
     restore();
+}
+
+// A window that was hidden the last time begins minimised when the program starts before the
+// desktop's panel. Whoever has minimised or opened it since has changed the setting or the state.
+void Tray::hide_late() {
+  const bool was_hidden = settings_.read("data", "state", "0") == "1";
+  if (was_hidden && form_.state == WindowState::kMinimized) form_.resized();
 }
 
 void Tray::restore() {

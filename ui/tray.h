@@ -31,6 +31,7 @@ class Tray {
 
  private:
   void mouse_down(int button);
+  void hide_late();
   void restore();
 
   Window& form_;

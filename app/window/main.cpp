@@ -125,7 +125,7 @@ int run(const AppOptions& options, bool offscreen) {
   if (options.demo) program.frm_main.caption = "Homewarden - Demo";
   view::WaitWindowView wait_window(program.frm_wait);
   view::MainWindowView window(program.frm_main);
-  view::TrayView tray(program.frmSysTray);
+  view::TrayView tray(program.frmSysTray, program.frm_main);
   window_dialogs.set_parent(&window);
   if (offscreen) print_status_lines(program.frm_main.Statusbar);
   if (options.report_start) report_first_paint(window);

@@ -74,7 +74,7 @@ TEST(Teardown, TheProgramAndItsWindowsGoInEitherOrderWithBoxesOpen) {
     Program& program = house.open();
     auto wait = std::make_unique<view::WaitWindowView>(program.frm_wait);
     auto window = std::make_unique<view::MainWindowView>(program.frm_main);
-    auto tray = std::make_unique<view::TrayView>(program.frmSysTray);
+    auto tray = std::make_unique<view::TrayView>(program.frmSysTray, program.frm_main);
     dialogs.set_parent(window.get());
     house.loop.advance(2s);
     program.frm_main.Label63.click();

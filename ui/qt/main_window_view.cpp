@@ -5,7 +5,6 @@
 #include <QAbstractSlider>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QMenu>
 #include <QSplitter>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -13,6 +12,7 @@
 
 #include "platform/qt/text_codec.h"
 #include "ui/qt/pages.h"
+#include "ui/qt/popup_menu.h"
 #include "ui/qt/status_bar_view.h"
 #include "ui/qt/tree_pane.h"
 #include "ui/qt/watch.h"
@@ -127,13 +127,7 @@ void MainWindowView::add_page(Frame& frame, std::function<QWidget*()> make) {
 
 void MainWindowView::add_menu(Menu& menu) {
   auto* shown = new QMenu(qt::from_code_page(menu.caption), this);
-  for (MenuEntry* entry : menu.entries) {
-    if (entry->caption == "-")
-      shown->addSeparator();
-    else
-      connect(shown->addAction(qt::from_code_page(entry->caption)), &QAction::triggered, this,
-              [entry] { entry->click(); });
-  }
+  fill_menu(*shown, menu);
   watch(menu.popped_up, this, [this, shown] { shown->popup(place_of_menu()); });
 }
 
