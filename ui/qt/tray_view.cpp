@@ -83,8 +83,11 @@ void TrayView::tell_click(QSystemTrayIcon::ActivationReason reason) {
     case QSystemTrayIcon::DoubleClick:
       form_.SysTrayDoubleClick(kLeftButton);
       break;
-    default:
+    case QSystemTrayIcon::Trigger:
       form_.SysTrayMouseDown(kLeftButton);
+      break;
+    default:
+      break;  // the middle button is for nothing
   }
 }
 
