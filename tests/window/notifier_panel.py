@@ -9,11 +9,7 @@ from gi.repository import GLib
 
 NAME = "org.kde.StatusNotifierWatcher"
 FORM = f"""<node><interface name="{NAME}">
-  <method name="RegisterStatusNotifierItem"><arg type="s" direction="in"/></method>
   <property name="IsStatusNotifierHostRegistered" type="b" access="read"/>
-  <property name="ProtocolVersion" type="i" access="read"/>
-  <property name="RegisteredStatusNotifierItems" type="as" access="read"/>
-  <signal name="StatusNotifierHostRegistered"/>
 </interface></node>"""
 
 
@@ -29,7 +25,7 @@ class Panel(dbus.service.Object):
 
   @dbus.service.method(dbus.PROPERTIES_IFACE, in_signature="ss", out_signature="v")
   def Get(self, interface, name):
-    return {"IsStatusNotifierHostRegistered": True, "ProtocolVersion": 0,
+    return {"IsStatusNotifierHostRegistered": True,
             "RegisteredStatusNotifierItems": dbus.Array(self.icons, signature="s")}[name]
 
   @dbus.service.method(dbus.INTROSPECTABLE_IFACE, out_signature="s")
