@@ -17,16 +17,6 @@ std::string time_of(Minute minute, Minute now) {
   return floor<days>(minute) == floor<days>(now) ? hh_mm(minute) : text_of(minute);
 }
 
-// The first three by name.
-std::string names_of(const std::vector<DueEvent>& events, Minute now) {
-  constexpr std::size_t kNamed = 3;
-  std::string text;
-  for (std::size_t i = 0; i < std::min(events.size(), kNamed); ++i)
-    text += (i == 0 ? "" : ", ") + text_of(events[i], now);
-  if (events.size() > kNamed) text += " and " + std::to_string(events.size() - kNamed) + " more";
-  return text;
-}
-
 bool is_too_late(const DueEvent& due, Minute now) {
   return now - due.due > (due.event.action == "on" ? kLatestOn : kLatestOff);
 }
@@ -67,6 +57,15 @@ std::string address_of(const EventRecord& event) {
 std::string text_of(const DueEvent& due, Minute now) {
   return due.event.roomdevice + (due.event.action == "on" ? " on (" : " off (") +
          time_of(due.due, now) + ")";
+}
+
+std::string names_of(const std::vector<DueEvent>& events, Minute now) {
+  constexpr std::size_t kNamed = 3;
+  std::string text;
+  for (std::size_t i = 0; i < std::min(events.size(), kNamed); ++i)
+    text += (i == 0 ? "" : ", ") + text_of(events[i], now);
+  if (events.size() > kNamed) text += " and " + std::to_string(events.size() - kNamed) + " more";
+  return text;
 }
 
 std::string text_of(const CatchUp& caught_up, MinuteSpan missed, Minute now,

@@ -44,6 +44,9 @@ std::string address_of(const EventRecord& event);
 // "Hall Lamp on (07:30)", with the date when it is not that of now.
 std::string text_of(const DueEvent& due, Minute now);
 
+// The first three by name, and how many more there are.
+std::string names_of(const std::vector<DueEvent>& events, Minute now);
+
 // What was done and what was left out, in one line; "" when there was nothing. `reason` says why
 // the minutes were missed, "which the clock skipped".
 std::string text_of(const CatchUp& caught_up, MinuteSpan missed, Minute now,

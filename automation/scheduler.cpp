@@ -22,8 +22,9 @@ using std::chrono::minutes;
 constexpr int kInterval = 60000;
 constexpr int kLinesPerTurn = 4096;  // a few milliseconds, so that the window stays alive
 constexpr int kNotesPerTurn = 64;
-const char* const kCaughtUp = "caught up";
+const std::string kCaughtUp = "caught up ";
 constexpr std::chrono::hours kToldFor(12);
+constexpr std::size_t kGapsTold = 3;
 
 }  // namespace
 
@@ -84,7 +85,8 @@ Scheduler::Scheduler(StatusBar& status, Notices& notices, ProgramTimers& timers,
 
 Task<void> Scheduler::eventtimer_run() {
   timers_.eventtimer.set_interval(kInterval);
-  if (loop_.uptime() - told_caught_up_ >= kToldFor) notices_.withdraw(kCaughtUp);
+  while (!caught_up_.empty() && loop_.uptime() - caught_up_.front().at >= kToldFor)
+    withdraw_oldest();
   const std::string installing =
       module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, "installing", "False");
   if (installing == "True") {
@@ -155,15 +157,22 @@ Task<bool> Scheduler::look_at(Run run) {
   else if (is_long_ago(run.checked_before, run.now))
     caught_up = "The clock went on by more than a month, whose events are left out";
   co_await run_due(std::move(due), run);
-  if (!caught_up.empty()) tell_caught_up(std::move(caught_up));
+  if (!caught_up.empty()) tell_caught_up(std::move(caught_up), run);
   co_return true;
 }
 
-// The next message takes the status line at once, and whoever comes back later wants to know, too.
-void Scheduler::tell_caught_up(std::string text) {
-  told_caught_up_ = loop_.uptime();
-  notices_.tell(kCaughtUp, text + ".");
+// The next message takes the status line at once, and whoever comes back later wants to know, too:
+// also of the gap before this one.
+void Scheduler::tell_caught_up(std::string text, const Run& run) {
+  if (caught_up_.size() == kGapsTold) withdraw_oldest();
+  caught_up_.push_back({kCaughtUp + std::to_string(run.number), loop_.uptime()});
+  notices_.tell(caught_up_.back().subject, text + ".");
   status_.panel2 = std::move(text);
+}
+
+void Scheduler::withdraw_oldest() {
+  notices_.withdraw(caught_up_.front().subject);
+  caught_up_.pop_front();
 }
 
 bool Scheduler::no_events() {
@@ -252,18 +261,22 @@ Task<void> Scheduler::run_missed(Run run, CatchUp& plan) {
 Task<void> Scheduler::run_due(std::vector<DueEvent> events, Run run) {
   std::vector<bool> again;  // as it was before: two equal lines both run
   for (const DueEvent& due : events) again.push_back(had_turn(due));
+  std::vector<DueEvent> left_out;
   for (std::size_t i = 0; i < events.size(); ++i) {
     const DueEvent& due = events[i];
     say_found(due);
     if (again[i]) {
-      status_.panel2 = "Timer, " + text_of(due, run.now) +
-                       " has had its turn on this day and does not run again";
+      left_out.push_back(due);
     } else if (runs_on_day(due)) {
       LineTurn turn = co_await commands_.take_line(Source::kEvent);
       co_await switch_device(std::move(turn), due, run.number);
     }
     if (due.event.freq == "once") once_.queue(due.event);
   }
+  if (left_out.empty()) co_return;
+  status_.panel2 = "Timer, " + names_of(left_out, run.now) +
+                   (left_out.size() == 1 ? " has had its turn on this day and does not run again"
+                                         : " have had their turn on this day and do not run again");
 }
 
 void Scheduler::say_found(const DueEvent& due) {

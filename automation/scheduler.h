@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <deque>
 #include <functional>
 #include <list>
 #include <map>
@@ -60,11 +61,17 @@ class Scheduler {
     CheckedMinutes checked;
   };
 
+  struct Told {
+    std::string subject;
+    std::chrono::milliseconds at;  // by the clock that never jumps
+  };
+
   bool begin();
   void finish(const Run& run, bool was_read);
   Task<bool> look_at(Run run);
   bool no_events();
-  void tell_caught_up(std::string text);
+  void tell_caught_up(std::string text, const Run& run);
+  void withdraw_oldest();
   Task<FilesInUse> take_files();
   Task<std::vector<DueEvent>> due_events(std::string_view lines, MinuteSpan span, SunTimes sun);
   Task<std::string> catch_up(Run run, std::string_view lines, const std::vector<DueEvent>& next);
@@ -96,10 +103,10 @@ class Scheduler {
   std::list<Unfinished> runs_;  // the oldest first
   // That switched it last, by address; what others switch counts as of the next run.
   std::map<std::string, long> run_of_device_;
-  bool switching_ = false;                      // a run has the line
-  std::chrono::milliseconds told_caught_up_{};  // by the clock that never jumps
-  int passes_ = 0;                              // that have the files
-  std::list<Turn*> waiting_;                    // passes that wait for the files, the first first
+  bool switching_ = false;      // a run has the line
+  std::deque<Told> caught_up_;  // what the notices still tell
+  int passes_ = 0;              // that have the files
+  std::list<Turn*> waiting_;    // passes that wait for the files, the first first
 };
 
 }  // namespace homewarden

@@ -159,12 +159,14 @@ TEST(SchedulerStory, SkippedMinutesAreMadeGoodOnceAndRepeatedOnesAreNot) {
   house.run_until(3, 5, 0);
   house.loop.set_wall_clock(2023, 3, 26, 2, 5, 0);  // set back by an hour
   house.content("evelst.hwd") +=
-      "Kitchen Kettle~A~4~ ~02:20~off~once~mtwufsr\r\nHall Lamp~B~12~20~02:50~on~daily~r\r\n";
+      "Kitchen Kettle~A~4~ ~02:20~off~once~mtwufsr\r\nHall Lamp~B~12~20~02:50~on~daily~r\r\n"
+      "Kitchen Kettle~A~4~ ~02:40~off~daily~r\r\n";
   house.run_until(2, 40, 30);
-  EXPECT_THAT(house.line(), ElementsAre("Sun 02:20:00 A4 3"))
+  EXPECT_THAT(house.line(), ElementsAre("Sun 02:20:00 A4 3", "Sun 02:40:00 A4 3"))
       << "an old event ran, or a new one not";
   EXPECT_EQ(house.status(),
-            "Timer, Hall Lamp off (02:40) has had its turn on this day and does not run again");
+            "Timer, Hall Lamp off (02:40) has had its turn on this day and does not run again")
+      << "wiped out by the one that ran";
   house.run_until(3, 10, 0);
   EXPECT_THAT(house.line(), SizeIs(3)) << "a new daily event in the repeated hour";
   house.run_until(3, 0, 30);  // the next day
@@ -255,6 +257,9 @@ TEST(SchedulerStory, APowerCutAndAListThatCannotBeReadLoseNothing) {
       house.status(),
       "Caught up on 0 events of the time from 23:03 to 23:11, which the clock skipped. Left out: "
       "Hall Lamp off (23:10), could not be sent");
+  EXPECT_THAT(house.form().lab_notice.caption.get(),
+              AllOf(HasSubstr("on (23:00).\n"), EndsWith("could not be sent.")))
+      << "one gap wiped out the one before";
 }
 
 TEST(SchedulerStory, WhatAPersonSwitchesMeanwhileIsNotMadeGoodAway) {
