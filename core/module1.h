@@ -29,6 +29,10 @@ class Module1 {
   // Waits until what is recorded now survives a kill: a moment, as a rule, and five seconds at
   // most. False, sooner, when it is known that the disk cannot be written: then it is tried on.
   Task<bool> stored(RegistryRoot root);
+  // False while it is known that the disk takes nothing: what is recorded is in memory only.
+  bool is_writable(RegistryRoot root) {
+    return registry_.state(root).trouble == StoreTrouble::kNone;
+  }
   // False as long as nothing is answered but defaults, since the disk cannot be read.
   bool is_known(RegistryRoot root) { return registry_.state(root).is_read; }
   // Waits until it is known what the disk holds, which another program's lock can prevent: 30

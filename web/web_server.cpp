@@ -163,8 +163,8 @@ Task<void> WebServer::save_port() {
   }
   stop();
   store_port(port);
-  co_await tell(dialogs_, "Setting saved. The web server will now run on your chosen port.",
-                "Saved");
+  co_await tell_saved("The web server will now run on your chosen port.",
+                      RegistryRoot::kLocalMachine);
   startserver();
 }
 
@@ -175,7 +175,17 @@ Task<void> WebServer::save_access() {
   stop();
   startserver();
   if (!web_.Listening()) co_return;  // the status line says why
-  co_await tell(dialogs_, "Setting saved. The web server follows it from now on.", "Saved");
+  co_await tell_saved("The web server follows it from now on.", RegistryRoot::kCurrentUser);
+}
+
+Task<void> WebServer::tell_saved(std::string what_follows, RegistryRoot root) {
+  std::string text = "Setting saved. " + what_follows;
+  if (!module1_.is_writable(root))
+    text +=
+        "\n\nUntil the settings can be written to the disk it is kept in memory only: the home "
+        "page "
+        "says why.";
+  co_await tell(dialogs_, std::move(text), "Saved");
 }
 
 Task<void> WebServer::set_password() {
@@ -224,6 +234,9 @@ Task<void> WebServer::clear_password() {
   }
   co_await module1_.pause(1);
   show_state();
+  if (files_.exists(credentials_))
+    status_.panel2 =
+        "The password file html/htaccess.txt could not be removed: the password is still asked for";
   co_await tell(dialogs_, "Your password has been cleared", "Cleared");
 }
 

@@ -42,6 +42,7 @@ class WebServer {
   void show_state();
   Task<void> save_port();
   Task<void> save_access();
+  Task<void> tell_saved(std::string what_follows, RegistryRoot root);
   Task<void> set_password();
   Task<void> clear_password();
   Task<void> show_url();

@@ -226,6 +226,13 @@ TEST(WebServerPanel, WhoIsTrustedIsShownAndTakesEffectAtOnce) {
   EXPECT_THAT(access.origins, ElementsAre("http://dash.lan:3000"));
   EXPECT_THAT(access.proxies, ElementsAre("127.0.0.1", "10.0.0.0/8"));
   EXPECT_TRUE(access.shared_addresses);
+  EXPECT_THAT(house.dialogs.messages.back(), EndsWith("follows it from now on."));
+
+  house.registry.trouble = StoreTrouble::kReadOnly;
+  house.registry.may_change = [] { return false; };
+  form.txt_webhosts.text = "other.example";
+  house.click(form.cmd_webaccess);
+  EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("kept in memory only"));
 }
 
 TEST(WebServerPanel, AStartThatFailedStaysInTheStatusLineWhenTheInterfaceIsFound) {
@@ -277,6 +284,10 @@ TEST(WebServerPanel, PasswordsAreSetForTheNextStartAndCleared) {
   house.click(house.form().Command9, 3s);
   EXPECT_TRUE(house.files.exists(credentials));
   house.dialogs.says_yes = true;
+  house.files.stop_at(1);
+  house.click(house.form().Command9, 3s);
+  EXPECT_THAT(house.status(), HasSubstr("could not be removed"));
+  house.files.no_stop();
   for (int twice = 0; twice < 2; ++twice) {
     house.click(house.form().Command9, 3s);
     EXPECT_EQ(house.dialogs.messages.back(), "Cleared: Your password has been cleared");
