@@ -14,10 +14,11 @@ namespace {
 
 const char* const kStillThere =
     "Sorry, the event list evelst.hwd could not be written, so the event is still there. Please "
-    "check the disk and the permissions of the file.";
+    "check the disk, the permissions of the file and that no other program has it open.";
 const char* const kNotBack =
     "Sorry, the event list evelst.hwd could not be written, so the event is not back yet. Please "
-    "check the disk and the permissions of the file, then click Undo again.";
+    "check the disk, the permissions of the file and that no other program has it open, then "
+    "click Undo again.";
 
 bool has_line(std::string_view content, std::string_view wanted) {
   LineReader reader(content);

@@ -21,7 +21,8 @@ const char* const kNoDay =
     "the same?";
 const char* const kNotSaved =
     "Sorry, the event list evelst.hwd could not be written, so your event is not saved. Please "
-    "check the disk and the permissions of the file, then save again.";
+    "check the disk, the permissions of the file and that no other program has it open, then save "
+    "again.";
 
 std::string sun_message(const std::string& name, const std::string& lower_case_name) {
   return "You have selected " + name +

@@ -53,7 +53,7 @@ Task<void> MacroEditor::save() {
     co_await tell_error(
         dialogs_,
         "Sorry, the macro list macs.hlk could not be written, so your macro is not saved. Please "
-        "check the disk and the permissions of the file.");
+        "check the disk, the permissions of the file and that no other program has it open.");
     co_return;
   }
   co_await list_.loadevents();
@@ -92,7 +92,8 @@ Task<void> MacroEditor::deletemacro() {
       co_await tell_error(
           dialogs_,
           "Sorry, the macro list macs.hlk could not be written, so the macro is still there. "
-          "Please check the disk and the permissions of the file.");
+          "Please check the disk, the permissions of the file and that no other program has it "
+          "open.");
   }
   co_await list_.loadevents();
 }

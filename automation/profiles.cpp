@@ -52,9 +52,10 @@ Task<void> Profiles::change_to(std::string name) {
   }
   if (!wanted_) panel_.com_profile.text = switch_.active();
   co_await tell_error(
-      dialogs_, "Sorry, the files of the profile " + name +
-                    " could not be read or written, so the profile was not changed. Please check "
-                    "the disk and the permissions of the files.");
+      dialogs_,
+      "Sorry, the files of the profile " + name +
+          " could not be read or written, so the profile was not changed. Please check "
+          "the disk, the permissions of the files and that no other program has them open.");
 }
 
 Task<bool> Profiles::exchange(std::string name) {

@@ -272,7 +272,8 @@ Task<void> HouseDeletion::finish(Result result, RoomList::View seen_from, Item i
   if (result.outcome != Outcome::kFailed) co_return;
   std::string text =
       "Sorry, the files of the house could not be read or written, so your item is still there. "
-      "Please check the disk and the permissions of rmlst.hwd, evelst.hwd and macs.hlk.";
+      "Please check the disk, the permissions of rmlst.hwd, evelst.hwd and macs.hlk, and that no "
+      "other program has them open.";
   co_await tell_error(dialogs_, std::move(text));
 }
 

@@ -122,7 +122,7 @@ Task<void> HouseEditor::carry_out_next() {
   } else if (outcome == Outcome::kNotWritten) {
     std::string text =
         "Sorry, the room and device list rmlst.hwd could not be written, so nothing was added. "
-        "Please check the disk and the permissions of the file.";
+        "Please check the disk, the permissions of the file and that no other program has it open.";
     co_await refuse(std::move(text));
   } else if (rooms_.view() == addition.seen_from) {
     name_box(addition).set_focus();
