@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "platform/linux/existing_name.h"
+#include "platform/linux/installed_files.h"
 
 namespace homewarden::os_linux {
 namespace {
@@ -54,19 +55,6 @@ fs::path application_folder(const std::optional<fs::path>& wanted) {
   return has_house || is_complete ? program : data_home() / kName;
 }
 
-// Copies what is missing. What is there in other letter case is not.
-void copy_missing(const fs::path& from, const fs::path& to) {
-  std::error_code error;
-  fs::create_directories(to, error);
-  for (const auto& entry : fs::directory_iterator(from, error)) {
-    const fs::path target = existing_name(to / entry.path().filename());
-    if (entry.is_directory(error))
-      copy_missing(entry.path(), target);
-    else if (!is_taken(target))
-      fs::copy_file(entry.path(), target, error);
-  }
-}
-
 }  // namespace
 
 fs::path data_home() {
@@ -88,7 +76,7 @@ bool fill_application_folder(const fs::path& folder) {
   for (const fs::path& installed :
        {program.parent_path() / "share" / kName, program / "share" / kName}) {
     if (!fs::is_directory(installed, error)) continue;
-    copy_missing(installed, folder);
+    bring_installed_files(installed, folder);
     break;
   }
   return may_write(folder);

@@ -19,9 +19,9 @@ struct Folders {
 // else homewarden in the person's data folder.
 Folders find_folders(const std::optional<std::filesystem::path>& application_folder);
 
-// Copies pictures and sounds that the application folder does not have, in any letter case, from
-// the copy that was installed or built with the program. A folder of pages whose name is not "html"
-// but in other letter case is renamed. False when the folder cannot be written.
+// Brings the pages, pictures and sounds that were installed or built with the program into the
+// application folder, see bring_installed_files(). A folder of pages whose name is not "html" but
+// in other letter case is renamed. False when the folder cannot be written.
 bool fill_application_folder(const std::filesystem::path& folder);
 
 // $XDG_DATA_HOME or ~/.local/share, below the folder for temporary files when there is no $HOME.
