@@ -121,7 +121,8 @@ std::string_view tool_help() {
          "--fault NAME[=COUNT|=PROBABILITY]   as the command fault\n"
          "--seed N              of the faults that happen at random; 1\n"
          "--trace               prints the bytes on the serial line to the standard error\n"
-         "--keep                goes on when the standard input ends\n";
+         "--keep                goes on when the standard input ends\n"
+         "--help                prints these options\n";
 }
 
 }  // namespace homewarden::emulator
