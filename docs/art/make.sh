@@ -22,7 +22,7 @@ imagemagick=$(find_imagemagick)
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-mkdir -p "$root/html" "$root/ui/qt/icons" "$root/sounds"
+mkdir -p "$root/html" "$root/ui/qt/icons" "$root/sounds" "$root/packaging/icons"
 
 # GIF knows only wholly transparent and wholly opaque pixels. The edge pixels keep the colour of
 # the tile, so that no halo of some other background shows.
@@ -38,5 +38,8 @@ for name in home events macros web profiles room device; do
   rsvg-convert -w 64 -h 64 -o "$root/ui/qt/icons/$name.png" "$name.svg"
 done
 rsvg-convert -w 256 -h 256 -o "$root/ui/qt/icons/homewarden.png" homewarden.svg
+for size in 16 24 32 48 64 128; do
+  rsvg-convert -w "$size" -h "$size" -o "$root/packaging/icons/$size.png" homewarden.svg
+done
 
 python3 sounds.py "$root/sounds"
