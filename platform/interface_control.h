@@ -35,6 +35,10 @@ class InterfaceControl {
   // interface that is open is closed first.
   virtual Task<int> OpenInterface() = 0;
 
+  // Which serial ports exist but may not be opened by this person, and what to do about it: whole
+  // sentences in the system code page. "" when there is none. Looked up anew by each call, at once.
+  virtual std::string refused_ports() = 0;
+
   // What the controller asks of the interface after a successful open; 4 is the only value used:
   // report every command that is seen on the power line.
   virtual void NumericOption(int option) = 0;

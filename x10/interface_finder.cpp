@@ -22,7 +22,7 @@ constexpr int kLongestInterval = 60;
 InterfaceFinder::InterfaceFinder(Window& window, HomePanel& home, StatusBar& status, Flags& flags,
                                  ProgramTimers& timers, Operations& operations, EventLoop& loop,
                                  Module1& module1, InterfaceControl& interface_control,
-                                 Dialogs& dialogs)
+                                 Dialogs& dialogs, Notices& notices)
     : window_(window),
       status_(status),
       flags_(flags),
@@ -32,6 +32,7 @@ InterfaceFinder::InterfaceFinder(Window& window, HomePanel& home, StatusBar& sta
       module1_(module1),
       interface_(interface_control),
       dialogs_(dialogs),
+      notices_(notices),
       ports_(status, loop, module1, interface_control) {
   home.Label51.click.connect([this] { begin(search_all_ports()); });
   home.Label63.click.connect([this] { operations_.start(ask_for_port()); });
@@ -60,6 +61,7 @@ Task<void> InterfaceFinder::search() {
   co_await pending_events(loop_);
 
   const PortTrial::Result result = co_await ports_.try_ports(PortTrial::Manner::kThorough);
+  tell_of_refused_ports(result);
   if (result.port != 0) {
     co_await use(result.port);
     co_return;
@@ -76,6 +78,7 @@ Task<void> InterfaceFinder::look_again() {
     status_.panel3 = "STATUS: No interface found, looking again";
     co_await module1_.pause(interval);
     result = co_await ports_.try_ports(PortTrial::Manner::kQuiet);
+    tell_of_refused_ports(result);
   }
   operations_.end(message_);
   co_await use(result.port);
@@ -114,6 +117,12 @@ void InterfaceFinder::report_failure(bool stored_port_failed) {
   std::string title = stored_port_failed ? "Error" : "ERROR!";
   message_ =
       operations_.start(tell(dialogs_, std::move(text), std::move(title), MessageIcon::kCritical));
+}
+
+// A port that could be opened needs no permission, whatever is at its other end.
+void InterfaceFinder::tell_of_refused_ports(const PortTrial::Result& result) {
+  const bool could_open = result.port != 0 || result.stored_port_failed;
+  notices_.tell("serial ports", could_open ? "" : interface_.refused_ports());
 }
 
 void InterfaceFinder::arm_timers() {

@@ -6,6 +6,7 @@
 #include "base/signal.h"
 #include "base/task.h"
 #include "core/module1.h"
+#include "core/notices.h"
 #include "platform/dialogs.h"
 #include "platform/interface_control.h"
 #include "ui/busy_window.h"
@@ -17,12 +18,13 @@ namespace homewarden {
 
 // Finds the X10 interface on COM ports 1 to 15, remembers the port that worked and arms the clock
 // timers. While there is none it goes on looking. Connects the two links of the home page that
-// search again.
+// search again. When none answers and there are ports that this person may not open, a notice says
+// so.
 class InterfaceFinder {
  public:
   InterfaceFinder(Window& window, HomePanel& home, StatusBar& status, Flags& flags,
                   ProgramTimers& timers, Operations& operations, EventLoop& loop, Module1& module1,
-                  InterfaceControl& interface_control, Dialogs& dialogs);
+                  InterfaceControl& interface_control, Dialogs& dialogs, Notices& notices);
 
   // Begins a search, ending one that runs. The window is disabled until it has ended. When nothing
   // was found a message says so, and ports are looked at again and again, at most a minute apart,
@@ -41,6 +43,7 @@ class InterfaceFinder {
   Task<void> look_again();
   Task<void> use(int port);
   void report_failure(bool stored_port_failed);
+  void tell_of_refused_ports(const PortTrial::Result& result);
   void arm_timers();
   void allow_input();
 
@@ -57,6 +60,7 @@ class InterfaceFinder {
   Module1& module1_;
   InterfaceControl& interface_;
   Dialogs& dialogs_;
+  Notices& notices_;
   PortTrial ports_;
   Operations::Id search_ = 0;   // the one that runs, and the looks that follow it
   Operations::Id message_ = 0;  // that nothing was found

@@ -71,7 +71,7 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
       tray_(frm_main, frm_main, frm_main.imgicon, frmSysTray, settings_, window_,
             platform.window_call),
       finder_(frm_main, frm_main, frm_main.Statusbar, frm_main, frm_main, operations_,
-              platform.loop, module1_, platform.interface_control, platform.dialogs),
+              platform.loop, module1_, platform.interface_control, platform.dialogs, notices_),
       startup_(frm_main, frm_wait, operations_, platform.loop, module1_, settings_,
                platform.instance, platform.desktop, rooms_, tree_, files_, profile_switch_, events_,
                location_, tray_, finder_, web_server_),

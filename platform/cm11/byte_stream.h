@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -24,6 +25,9 @@ class ByteStream {
 
   // The COM ports 1 to 15 that exist now, in ascending order, whether or not they can be opened.
   virtual std::vector<int> present_ports() = 0;
+
+  // See InterfaceControl::refused_ports().
+  virtual std::string refused_ports() { return ""; }
 
   // Bytes that arrived, in order, in pieces of any size. Raised from the event loop.
   Signal<std::string_view> Received;

@@ -38,6 +38,7 @@ class Driver : public InterfaceControl {
 
   void PortNumber(int port) override { port_ = port; }
   Task<int> OpenInterface() override;
+  std::string refused_ports() override { return stream_.refused_ports(); }
   void NumericOption(int option) override;
   void ClientName(const std::string& name) override;
   Task<bool> CloseInterface() override;

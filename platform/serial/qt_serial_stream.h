@@ -5,6 +5,7 @@
 
 #include "platform/cm11/byte_stream.h"
 #include "platform/linux/port_names.h"
+#include "platform/linux/port_permissions.h"
 
 class QSerialPort;
 
@@ -21,6 +22,7 @@ class QtSerialStream : public cm11::ByteStream {
   bool is_open() const override;
   void write(std::string_view bytes) override;
   std::vector<int> present_ports() override { return names_.present(); }
+  std::string refused_ports() override { return os_linux::refused_ports(names_); }
 
  private:
   void read();

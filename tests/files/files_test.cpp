@@ -12,6 +12,7 @@
 
 #include "platform/linux/folders.h"
 #include "platform/linux/lock_file_instance.h"
+#include "platform/linux/port_permissions.h"
 #include "platform/linux/posix_files.h"
 #include "platform/linux/window_call_pipe.h"
 #include "tests/platform/as_nobody.h"
@@ -199,6 +200,28 @@ TEST(LockFileInstance, ACopyOfAnotherPersonIsFound) {
   std::filesystem::permissions(folder / "running.lock", std::filesystem::perms::owner_read);
   LockFileInstance second(folder.path());
   EXPECT_TRUE(second.another_is_running());
+}
+
+TEST(PortPermissions, TellWhichPortIsForbiddenAndWhichGroupHelps) {
+  ScratchFolder folder;
+  std::filesystem::create_directories(folder / "ports");
+  const auto make = [&folder](const char* name, mode_t mode) {
+    std::ofstream(folder / name) << "";
+    // Root has groups of others to give; everybody else has only the own one.
+    constexpr gid_t kDialout = 20;
+    const gid_t group = geteuid() == 0 ? kDialout : getegid();
+    ASSERT_EQ(chown((folder / name).c_str(), geteuid(), group), 0);
+    ASSERT_EQ(chmod((folder / name).c_str(), mode), 0);
+  };
+  make("ports/com1", 0666);
+  make("ports/com2", 0);
+  make("ports/com3", 0060);
+  chmod(folder.path().c_str(), 0755);
+  const AsNobody nobody;
+  const std::string text = refused_ports(PortNames(folder.path(), PortNames::Devices::kLinksOnly));
+  EXPECT_EQ(text.find("com1"), std::string::npos);
+  EXPECT_NE(text.find("ports/com2; its permissions forbid it."), std::string::npos) << text;
+  EXPECT_NE(text.find("ports/com3, which belongs to the group "), std::string::npos) << text;
 }
 
 TEST(Folders, EnvironmentAndOptionDecide) {

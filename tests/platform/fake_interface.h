@@ -31,6 +31,8 @@ class FakeInterface : public InterfaceControl {
     co_return found == status_of_port.end() ? 1 : found->second;
   }
 
+  std::string refused_ports() override { return refused; }
+
   void NumericOption(int option) override { note("option " + std::to_string(option)); }
   void ClientName(const std::string& name) override { note("client " + name); }
 
@@ -67,6 +69,7 @@ class FakeInterface : public InterfaceControl {
   std::map<int, int> status_of_port;  // 1 where nothing is said
   std::chrono::milliseconds mains_time{0};
   std::chrono::milliseconds opening_time{0};
+  std::string refused;  // what refused_ports() says
   bool refuses_close = false;
   bool fails = false;  // nothing that is sent goes out
 

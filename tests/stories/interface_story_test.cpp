@@ -65,6 +65,19 @@ TEST(InterfaceStory, UnusableStoredPortIsSkippedInTheScan) {
   EXPECT_TRUE(house.form().connected);
 }
 
+TEST(InterfaceStory, PortsThatMayNotBeOpenedAreToldUntilAnInterfaceAnswers) {
+  House house;
+  house.interface_control.status_of_port.clear();
+  house.interface_control.refused = "You may not open it.";
+  house.dialogs.is_away = true;
+  house.open(1s);
+  EXPECT_EQ(house.form().lab_notice.caption.get(), "You may not open it.");
+  EXPECT_EQ(house.status(), "ERROR! Could not find your X10 Interface") << "the notice hides it";
+  house.interface_control.status_of_port[3] = 0;
+  house.loop.advance(60s);
+  EXPECT_EQ(house.form().lab_notice.caption.get(), "") << "other ports may stay forbidden";
+}
+
 TEST(InterfaceStory, NoInterfaceAnywhereAndThenOneByHand) {
   House house;
   house.interface_control.status_of_port.clear();
