@@ -2,7 +2,8 @@
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev qt6-multimedia-dev
   libsqlite3-dev libmicrohttpd-dev libgnutls28-dev libxcb1-dev pkg-config libgtest-dev libgmock-dev libbenchmark-dev)
 package_packages=(dpkg-dev file gzip)
-package_check_packages=(python3 lintian desktop-file-utils appstream mandoc bash zsh fish)
+package_check_packages=(python3 lintian desktop-file-utils appstream mandoc bash zsh fish mmdebstrap
+  curl iproute2 util-linux)
 window_packages=(libgl1 libegl1 fonts-dejavu-core xdg-utils)
 test_packages=(python3 curl iproute2 util-linux chromium chromium-driver python3-selenium
   xvfb openbox trayer dbus-daemon python3-dbus python3-gi xdotool x11-utils x11-apps)
