@@ -94,6 +94,7 @@ class WholeProgram {
   testing::FakeServices services_;
   testing::FakeInstance instance_;
   testing::FakeWindowCall window_call_;
+  testing::FakeInstance counterpart_;
   testing::FakeDialogs dialogs_{loop_};
   testing::FakeDesktop desktop_;
   testing::FakeSounds sounds_;
@@ -107,8 +108,8 @@ class WholeProgram {
                           limits.address = "127.0.0.1";
                           return limits;
                         }()};
-  Program program_{{loop_, files_, registry_, services_, instance_, window_call_, driver_, dialogs_,
-                    desktop_, sounds_, web_, folder_, ""},
+  Program program_{{loop_, files_, registry_, services_, instance_, counterpart_, window_call_,
+                    driver_, dialogs_, desktop_, sounds_, web_, folder_, ""},
                    [](std::exception_ptr error) { std::rethrow_exception(error); }};
   view::MainWindowView view_{program_.frm_main};
 };

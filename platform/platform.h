@@ -23,7 +23,8 @@ struct Platform {
   Files& files;
   Registry& registry;
   ServiceControl& services;
-  SingleInstance& instance;
+  SingleInstance& instance;     // of this program
+  SingleInstance& counterpart;  // of the service where this is the window, and the reverse
   WindowCall& window_call;
   InterfaceControl& interface_control;
   Dialogs& dialogs;

@@ -75,7 +75,10 @@ void report_escaped(std::exception_ptr error) {
 int run(const AppOptions& options, bool offscreen) {
   const os_linux::Folders folders =
       options.demo ? demo_folders() : os_linux::find_folders(options.folder);
-  if (options.demo_reset && !os_linux::LockFileInstance(folders.machine).another_is_running())
+  os_linux::LockFileInstance instance(folders.machine / os_linux::kWindowLock);
+  os_linux::LockFileInstance service_instance(folders.machine / os_linux::kServiceLock);
+  if (options.demo_reset && !instance.another_is_running() &&
+      !service_instance.another_is_running())
     remove_demo(folders);
   if (!os_linux::fill_application_folder(folders.application))
     standard_error().print("Homewarden: the folder " + folders.application.string() +
@@ -88,7 +91,6 @@ int run(const AppOptions& options, bool offscreen) {
       folders.machine, folders.user,
       [&loop](std::function<void()> function) { loop.post(std::move(function)); });
   os_linux::AbsentServices services;
-  os_linux::LockFileInstance instance(folders.machine);
   os_linux::WindowCallPipe window_call(folders.machine,
                                        [&loop](int descriptor, std::function<void()> function) {
                                          loop.watch_readable(descriptor, std::move(function));
@@ -113,14 +115,14 @@ int run(const AppOptions& options, bool offscreen) {
 
   std::unique_ptr<DemoLine> line;
   // A second copy ends itself soon and must leave the first one's line alone.
-  if (options.demo && !instance.another_is_running()) {
+  if (options.demo && instance.take()) {
     furnish_demo(folders, files, registry);
     line = std::make_unique<DemoLine>(
         loop, folders.machine / "ports" / ("com" + std::to_string(kDemoPort)), standard_output());
   }
 
-  Program program({loop, files, registry, services, instance, window_call, interface_control,
-                   dialogs, desktop, sounds, web, folders.application, ""},
+  Program program({loop, files, registry, services, instance, service_instance, window_call,
+                   interface_control, dialogs, desktop, sounds, web, folders.application, ""},
                   report_escaped);
   if (options.demo) program.frm_main.caption = "Homewarden - Demo";
   view::WaitWindowView wait_window(program.frm_wait);

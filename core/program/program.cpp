@@ -73,8 +73,8 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
       finder_(frm_main, frm_main, frm_main.Statusbar, frm_main, frm_main, operations_,
               platform.loop, module1_, platform.interface_control, platform.dialogs, notices_),
       startup_(frm_main, frm_wait, operations_, platform.loop, module1_, settings_,
-               platform.instance, platform.desktop, rooms_, tree_, files_, profile_switch_, events_,
-               location_, tray_, finder_, web_server_),
+               platform.instance, platform.counterpart, platform.desktop, rooms_, tree_, files_,
+               profile_switch_, events_, location_, tray_, finder_, web_server_),
       shutdown_(frm_main, frm_main.Statusbar, frm_main, frm_main, frm_main, frm_wait, startup_,
                 finder_, cleanup_, web_server_, tray_, operations_, platform.loop, module1_,
                 settings_, platform.desktop, platform.interface_control) {

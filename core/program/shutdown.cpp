@@ -47,11 +47,12 @@ Task<void> Shutdown::Form_Unload() {
   // The person, or what asked for the end, may still be in the middle of a step.
   co_await pending_events(loop_);
   startup_.stop();
-  if (startup_.is_alone())
+  if (startup_.has_house()) {
     steps_.run([this] {
       module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "closeengine", "False");
     });
-  if (startup_.has_house()) co_await leave();
+    co_await leave();
+  }
   if (options_.chk_service.checked || startup_.owes_service())
     co_await steps_.finish(start_service());
   co_await steps_.progress("Finished");
@@ -124,9 +125,11 @@ void Shutdown::Form_Resize() {
   }
 }
 
-// The service must find that the house is free.
+// The service must find that the house is free. An operation that will not end keeps it until this
+// process is gone.
 Task<void> Shutdown::start_service() {
   co_await module1_.stored(RegistryRoot::kLocalMachine);
+  if (!flags_.filebusy) startup_.give_house_back();
   module1_.servicestart("", kServiceName);
   co_await module1_.pause(1);
   if (to_lower(module1_.servicestatus("", kServiceName)) != "stopped") co_return;

@@ -12,10 +12,10 @@
 namespace homewarden {
 
 Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop,
-                 Module1& module1, Settings& settings, SingleInstance& instance, Desktop& desktop,
-                 RoomList& rooms, NavigationTree& tree, HouseFiles& files, ProfileSwitch& profiles,
-                 EventList& events, Location& location, Tray& tray, InterfaceFinder& finder,
-                 WebServer& web_server)
+                 Module1& module1, Settings& settings, SingleInstance& instance,
+                 SingleInstance& service, Desktop& desktop, RoomList& rooms, NavigationTree& tree,
+                 HouseFiles& files, ProfileSwitch& profiles, EventList& events, Location& location,
+                 Tray& tray, InterfaceFinder& finder, WebServer& web_server)
     : steps_(wait, loop, operations),
       takeover_(form, wait, steps_, module1, instance),
       form_(form),
@@ -24,6 +24,7 @@ Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop
       loop_(loop),
       module1_(module1),
       settings_(settings),
+      service_(service),
       desktop_(desktop),
       rooms_(rooms),
       tree_(tree),
@@ -117,8 +118,10 @@ Task<void> Startup::learn_settings() {
   co_await module1_.stored(RegistryRoot::kLocalMachine);
 }
 
-// The profile first: it knows whether a missing event list is meant to be missing.
+// The profile first: it knows whether a missing event list is meant to be missing. A service that
+// would not stop may be in the middle of what looks unfinished.
 void Startup::recover_files() {
+  if (service_.another_is_running()) return;
   profiles_.recover();
   files_.recover();
 }

@@ -29,9 +29,10 @@ class Startup {
  public:
   // Start-up fills every panel of the window.
   Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop, Module1& module1,
-          Settings& settings, SingleInstance& instance, Desktop& desktop, RoomList& rooms,
-          NavigationTree& tree, HouseFiles& files, ProfileSwitch& profiles, EventList& events,
-          Location& location, Tray& tray, InterfaceFinder& finder, WebServer& web_server);
+          Settings& settings, SingleInstance& instance, SingleInstance& service, Desktop& desktop,
+          RoomList& rooms, NavigationTree& tree, HouseFiles& files, ProfileSwitch& profiles,
+          EventList& events, Location& location, Tray& tray, InterfaceFinder& finder,
+          WebServer& web_server);
 
   // Begins, and is called once. A copy of the program that finds another one running quits the loop
   // after five seconds, unless the other one ends by then.
@@ -42,8 +43,8 @@ class Startup {
 
   // Whether the house is this copy's: only then may it leave its marks in the settings.
   bool has_house() const { return takeover_.done(); }
-  // Whether no other copy of the program runs: only then may this one say that the house is free.
-  bool is_alone() const { return takeover_.is_alone(); }
+  // Lets the service, or another copy, have it: for the end, when nothing is done to it any more.
+  void give_house_back() { takeover_.give_back(); }
   // Whether the window has its place of the last time. False, also when that could not be read:
   // where it is now must not be stored.
   bool has_placed_window() const { return placed_; }
@@ -67,6 +68,7 @@ class Startup {
   EventLoop& loop_;
   Module1& module1_;
   Settings& settings_;
+  SingleInstance& service_;
   Desktop& desktop_;
   RoomList& rooms_;
   NavigationTree& tree_;

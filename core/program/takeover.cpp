@@ -29,8 +29,9 @@ Task<bool> Takeover::run() {
   co_return true;
 }
 
-bool Takeover::is_alone() const {
-  return done_ || !instance_.another_is_running();
+void Takeover::give_back() {
+  done_ = false;
+  instance_.give_back();
 }
 
 void Takeover::SkipWait() {
@@ -55,10 +56,10 @@ Task<void> Takeover::stop_service() {
 }
 
 Task<bool> Takeover::is_second_copy() {
-  if (!instance_.another_is_running()) co_return false;
+  if (instance_.take()) co_return false;
   another_runs();
   co_await module1_.pause(5);
-  const bool stays = instance_.another_is_running();
+  const bool stays = !instance_.take();
   wait_.visible = !stays;
   co_return stays;
 }

@@ -22,8 +22,8 @@ class Takeover {
 
   // Whether the house is this copy's. One that ends before leaves the marks of another alone.
   bool done() const { return done_; }
-  // Whether no other copy of the program runs.
-  bool is_alone() const;
+  // Lets the service, or another copy, have it.
+  void give_back();
   // Whether the service was running and has been stopped for this copy.
   bool stopped_service() const { return stopped_service_; }
 

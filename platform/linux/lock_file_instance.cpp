@@ -1,28 +1,58 @@
 #include "platform/linux/lock_file_instance.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 
 #include <cerrno>
 #include <system_error>
 #include <utility>
 
 namespace homewarden::os_linux {
+namespace {
 
-LockFileInstance::LockFileInstance(const std::filesystem::path& folder)
-    : file_(folder / "running.lock") {}
+// Of the open file, not of the process, and the only kind that can be asked for without taking it.
+struct flock whole_file(short type) {
+  struct flock lock = {};
+  lock.l_type = type;
+  lock.l_whence = SEEK_SET;
+  return lock;
+}
 
-bool LockFileInstance::another_is_running() {
-  if (lock_.is_open()) return false;
+bool is_locked(int descriptor) {
+  struct flock lock = whole_file(F_WRLCK);
+  return ::fcntl(descriptor, F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+}
+
+}  // namespace
+
+LockFileInstance::LockFileInstance(std::filesystem::path file) : file_(std::move(file)) {}
+
+bool LockFileInstance::take() {
+  if (lock_.is_open()) return true;
   std::error_code ignored;
   std::filesystem::create_directories(file_.parent_path(), ignored);
   Descriptor descriptor(::open(file_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666));
-  // A file that another person made may often be read only, which is enough for the lock.
-  if (!descriptor.is_open()) descriptor = Descriptor(::open(file_.c_str(), O_RDONLY | O_CLOEXEC));
-  if (!descriptor.is_open()) return false;
-  if (::flock(descriptor.get(), LOCK_EX | LOCK_NB) != 0) return errno == EWOULDBLOCK;
+  short type = F_WRLCK;
+  if (!descriptor.is_open()) {
+    // A file that another person made may often be read only, which is enough for a shared lock.
+    descriptor = Descriptor(::open(file_.c_str(), O_RDONLY | O_CLOEXEC));
+    type = F_RDLCK;
+    if (!descriptor.is_open()) return true;
+    if (is_locked(descriptor.get())) return false;
+  }
+  struct flock lock = whole_file(type);
+  if (::fcntl(descriptor.get(), F_OFD_SETLK, &lock) != 0) return errno != EAGAIN && errno != EACCES;
   lock_ = std::move(descriptor);
-  return false;
+  return true;
+}
+
+void LockFileInstance::give_back() {
+  lock_ = Descriptor();
+}
+
+bool LockFileInstance::another_is_running() {
+  if (lock_.is_open()) return false;
+  const Descriptor descriptor(::open(file_.c_str(), O_RDONLY | O_CLOEXEC));
+  return descriptor.is_open() && is_locked(descriptor.get());
 }
 
 }  // namespace homewarden::os_linux

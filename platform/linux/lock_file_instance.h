@@ -7,13 +7,19 @@
 
 namespace homewarden::os_linux {
 
+// The locks of the programs in the machine-wide folder.
+inline const char* const kWindowLock = "running.lock";
+inline const char* const kServiceLock = "wardengine.lock";
+
 // Copies are told apart by a lock on a file; the lock goes with the process, however it ends.
 class LockFileInstance : public SingleInstance {
  public:
-  // Copies with the same folder see each other. Nothing is locked before the first question.
-  explicit LockFileInstance(const std::filesystem::path& folder);
+  // Copies with the same file see each other. Nothing is made before take().
+  explicit LockFileInstance(std::filesystem::path file);
 
-  // Where the file cannot be made nobody can be found: false.
+  // Where the file cannot be made, or its disk has no locks, nobody can be found: true.
+  bool take() override;
+  void give_back() override;
   bool another_is_running() override;
 
  private:

@@ -191,15 +191,22 @@ TEST(WindowCallPipe, CallsReachWhoeverListensAndNothingElse) {
   EXPECT_FALSE(caller.ask());
 }
 
-TEST(LockFileInstance, ACopyOfAnotherPersonIsFound) {
+TEST(LockFileInstance, AskingTakesNothingAndACopyOfAnotherPersonIsFound) {
   const AsNobody nobody;
   ScratchFolder folder;
-  LockFileInstance first(folder.path());
-  ASSERT_FALSE(first.another_is_running());
+  LockFileInstance first(folder / kWindowLock);
+  LockFileInstance second(folder / kWindowLock);
+  EXPECT_FALSE(second.another_is_running());
+  ASSERT_TRUE(first.take()) << "who asked counts as the running one";
+  EXPECT_TRUE(first.take());
   EXPECT_FALSE(first.another_is_running()) << "it found itself";
-  std::filesystem::permissions(folder / "running.lock", std::filesystem::perms::owner_read);
-  LockFileInstance second(folder.path());
+  std::filesystem::permissions(folder / kWindowLock, std::filesystem::perms::owner_read);
   EXPECT_TRUE(second.another_is_running());
+  EXPECT_FALSE(second.take());
+  EXPECT_TRUE(LockFileInstance(folder / kServiceLock).take());
+  first.give_back();
+  EXPECT_TRUE(second.take());
+  EXPECT_FALSE(first.take()) << "a lock on a file that can only be read keeps nobody out";
 }
 
 TEST(PortPermissions, TellWhichPortIsForbiddenAndWhichGroupHelps) {

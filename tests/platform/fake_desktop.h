@@ -107,12 +107,16 @@ class FakeServices : public ServiceControl {
 
 class FakeInstance : public SingleInstance {
  public:
-  bool another_is_running() override {
-    if (others == 0) return false;
-    --others;
-    return true;
+  bool take() override {
+    taken = others == 0;
+    if (!taken) --others;
+    return taken;
   }
-  int others = 0;  // how many times another copy is seen
+  void give_back() override { taken = false; }
+  bool another_is_running() override { return others > 0; }
+
+  int others = 0;  // how many times another copy keeps this one from being the running one
+  bool taken = false;
 };
 
 class FakeWindowCall : public WindowCall {

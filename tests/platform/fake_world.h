@@ -16,9 +16,8 @@ namespace homewarden::testing {
 // Everything that the program needs of the world, in memory and on a virtual clock.
 struct FakeWorld {
   Platform platform(std::filesystem::path folder) {
-    return {loop,       *used_files,   registry, services, instance, window_call,
-            *connected, *used_dialogs, desktop,  sounds,   web,      std::move(folder),
-            ""};
+    return {loop,       *used_files,   registry, services, instance, counterpart,       window_call,
+            *connected, *used_dialogs, desktop,  sounds,   web,      std::move(folder), ""};
   }
 
   VirtualLoop loop;
@@ -27,6 +26,7 @@ struct FakeWorld {
   FakeServices services;
   FakeInstance instance;
   FakeWindowCall window_call;
+  FakeInstance counterpart;
   FakeInterface interface_control{loop};
   FakeDialogs dialogs{loop};
   FakeDesktop desktop;
