@@ -7,10 +7,11 @@
 
 namespace homewarden {
 
-WindowServices::WindowServices(Window& window, ProgramMenu& menu, Flags& flags,
+WindowServices::WindowServices(Window& window, ProgramMenu& menu, WebPanel& web, Flags& flags,
                                Operations& operations, Desktop& desktop, Dialogs& dialogs)
-    : window_(window), flags_(flags), desktop_(desktop), dialogs_(dialogs) {
+    : window_(window), web_(web), flags_(flags), desktop_(desktop), dialogs_(dialogs) {
   menu.mnu_about.click.connect([this, &operations] { operations.start(about()); });
+  web.Command10.click.connect([this, &operations] { operations.start(show_url()); });
   menu.mnu_exit.click.connect([this] {
     flags_.ignoreclicks = true;
     window_.close_requested();
@@ -33,6 +34,11 @@ Task<void> WindowServices::link(std::string webaddress) {
   }
   if (desktop_.open_address(webaddress)) co_return;
   co_await tell(dialogs_, "Web Page not Opened", "URL FAILED", MessageIcon::kExclamation);
+}
+
+Task<void> WindowServices::show_url() {
+  std::string address = std::string(kWebSite) + "cgi-bin/urlip.cgi?" + web_.txt_webport.text.get();
+  co_await link(std::move(address));
 }
 
 Task<void> WindowServices::about() {

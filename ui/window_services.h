@@ -13,8 +13,9 @@ namespace homewarden {
 // What the main window does for other parts, and its own menu.
 class WindowServices {
  public:
-  WindowServices(Window& window, ProgramMenu& menu, Flags& flags, Operations& operations,
-                 Desktop& desktop, Dialogs& dialogs);
+  // Of the web server's panel, the button that shows the address in a browser.
+  WindowServices(Window& window, ProgramMenu& menu, WebPanel& web, Flags& flags,
+                 Operations& operations, Desktop& desktop, Dialogs& dialogs);
 
   // Keeps the window above all others, or returns it to the normal order. Size and place stay.
   void ontop();
@@ -25,8 +26,10 @@ class WindowServices {
 
  private:
   Task<void> about();
+  Task<void> show_url();
 
   Window& window_;
+  WebPanel& web_;
   Flags& flags_;
   Desktop& desktop_;
   Dialogs& dialogs_;

@@ -6,7 +6,6 @@
 #include "base/code_page.h"
 #include "base/text.h"
 #include "core/asking.h"
-#include "core/version.h"
 
 namespace homewarden {
 namespace {
@@ -41,8 +40,7 @@ class WebServer::Occupied {
 
 WebServer::WebServer(WebPanel& panel, StatusBar& status, FrmServer& form, Operations& operations,
                      Module1& module1, Settings& settings, Dialogs& dialogs, Files& files,
-                     WebServerControl& web, WindowServices& window,
-                     std::filesystem::path document_folder)
+                     WebServerControl& web, std::filesystem::path document_folder)
     : panel_(panel),
       status_(status),
       form_(form),
@@ -51,7 +49,6 @@ WebServer::WebServer(WebPanel& panel, StatusBar& status, FrmServer& form, Operat
       dialogs_(dialogs),
       files_(files),
       web_(web),
-      window_(window),
       folder_(std::move(document_folder)),
       credentials_(folder_ / "htaccess.txt") {
   web.servermaxconnections(kRequestsAtOnce);
@@ -72,7 +69,6 @@ WebServer::WebServer(WebPanel& panel, StatusBar& status, FrmServer& form, Operat
   panel.cmd_webaccess.click.connect([this, &operations] {
     if (panel_.cmd_webaccess.enabled) operations.start(save_access());
   });
-  panel.Command10.click.connect([this, &operations] { operations.start(show_url()); });
 }
 
 void WebServer::startserver() {
@@ -238,12 +234,6 @@ Task<void> WebServer::clear_password() {
     status_.panel2 =
         "The password file html/htaccess.txt could not be removed: the password is still asked for";
   co_await tell(dialogs_, "Your password has been cleared", "Cleared");
-}
-
-Task<void> WebServer::show_url() {
-  std::string address =
-      std::string(kWebSite) + "cgi-bin/urlip.cgi?" + panel_.txt_webport.text.get();
-  co_await window_.link(std::move(address));
 }
 
 // "" for an empty answer and for Cancel.

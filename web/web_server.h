@@ -13,7 +13,6 @@
 #include "ui/controls.h"
 #include "ui/frm_server.h"
 #include "ui/settings_panels.h"
-#include "ui/window_services.h"
 #include "web/access_settings.h"
 
 namespace homewarden {
@@ -23,7 +22,7 @@ class WebServer {
  public:
   WebServer(WebPanel& panel, StatusBar& status, FrmServer& form, Operations& operations,
             Module1& module1, Settings& settings, Dialogs& dialogs, Files& files,
-            WebServerControl& web, WindowServices& window, std::filesystem::path document_folder);
+            WebServerControl& web, std::filesystem::path document_folder);
 
   // Listens on the stored port, or on 8080, which is stored then. Asks for a log-in when anything
   // at all stands under the name of the password file. A server that does not run or lets nobody in
@@ -45,7 +44,6 @@ class WebServer {
   Task<void> tell_saved(std::string what_follows, RegistryRoot root);
   Task<void> set_password();
   Task<void> clear_password();
-  Task<void> show_url();
   Task<std::string> type_in(const char* prompt, const char* title, bool secret);
   bool lets_nobody_in() const;
 
@@ -57,7 +55,6 @@ class WebServer {
   Dialogs& dialogs_;
   Files& files_;
   WebServerControl& web_;
-  WindowServices& window_;
   std::filesystem::path folder_;
   std::filesystem::path credentials_;
   bool protected_ = false;  // since the last start

@@ -1,42 +1,28 @@
 #include "core/program/shutdown.h"
 
 #include "base/text.h"
-#include "core/lists/file_lock.h"
 #include "core/program/window_position.h"
 #include "platform/waiting.h"
 
 namespace homewarden {
-namespace {
-
-using std::chrono::milliseconds;
-
-constexpr milliseconds kPatience{30000};  // with the command on the line
-constexpr milliseconds kStep{100};
-
-}  // namespace
-
 Shutdown::Shutdown(Window& window, StatusBar& status, OptionsPanel& options, Flags& flags,
-                   ProgramTimers& timers, FrmWait& wait, Startup& startup, InterfaceFinder& finder,
-                   EventCleanup& cleanup, WebServer& web_server, Tray& tray, Operations& operations,
-                   EventLoop& loop, Module1& module1, Settings& settings, Desktop& desktop,
-                   InterfaceControl& interface_control)
-    : steps_(wait, loop, operations),
+                   FrmWait& wait, Steps& steps, Startup& startup, HouseShutdown& house,
+                   WebServer& web_server, Tray& tray, Operations& operations, EventLoop& loop,
+                   Module1& module1, Settings& settings, Desktop& desktop)
+    : steps_(steps),
       window_(window),
       status_(status),
       options_(options),
       flags_(flags),
-      timers_(timers),
       wait_(wait),
       startup_(startup),
-      finder_(finder),
-      cleanup_(cleanup),
+      house_(house),
       web_server_(web_server),
       tray_(tray),
       loop_(loop),
       module1_(module1),
       settings_(settings),
-      desktop_(desktop),
-      interface_(interface_control) {
+      desktop_(desktop) {
   window.close_requested.connect([this, &operations] { operations.start(Form_Unload()); });
   window.resized.connect([this] { Form_Resize(); });
 }
@@ -62,7 +48,7 @@ Task<void> Shutdown::Form_Unload() {
 }
 
 Task<void> Shutdown::leave() {
-  take_nothing_more();
+  house_.take_nothing_more();
   wait_.lab_wait.visible = false;
   wait_.Label1.caption = "Please Wait";  // not how far the start-up came
   wait_.visible = true;
@@ -79,35 +65,11 @@ Task<void> Shutdown::leave() {
     window_.visible = true;
     steps_.run([this] { keep_on_screen(window_, desktop_); });
   }
-  co_await steps_.finish(finish_commands());
-  steps_.run([this] { remove_due_events(); });
-  co_await steps_.progress("Closing Port");
-  co_await steps_.finish(close_interface(interface_, module1_));
+  co_await house_.finish_commands();
+  house_.remove_due_events();
+  co_await house_.close_port();
   if (startup_.has_placed_window()) steps_.run([this] { save_place(window_, settings_); });
   co_await steps_.progress("Starting Service");
-}
-
-void Shutdown::take_nothing_more() {
-  busy_.emplace(window_);
-  finder_.stop();
-  for (Timer* timer :
-       {&timers_.timerqueue, &timers_.timerdelete, &timers_.timetimer, &timers_.eventtimer})
-    timer->set_enabled(false);
-}
-
-// What is on its way to the power line gets there and is recorded.
-Task<void> Shutdown::finish_commands() {
-  if (flags_.sending) co_await steps_.progress("Waiting for the last command");
-  milliseconds waited{0};
-  for (; (flags_.sending || flags_.filebusy) && waited < kPatience; waited += kStep)
-    co_await Delay(loop_, kStep);
-}
-
-// Whoever still works on the files keeps them; the events are then removed at the next run.
-void Shutdown::remove_due_events() {
-  if (flags_.filebusy) return;
-  const FileLock files(flags_);
-  cleanup_.remove_due_events();
 }
 
 void Shutdown::Form_Resize() {

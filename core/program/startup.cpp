@@ -1,8 +1,6 @@
 #include "core/program/startup.h"
 
-#include <algorithm>
 #include <string>
-#include <string_view>
 
 #include "base/text.h"
 #include "core/lists/choice_lists.h"
@@ -12,35 +10,30 @@
 namespace homewarden {
 
 Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop,
-                 Module1& module1, Settings& settings, SingleInstance& instance,
-                 SingleInstance& service, Desktop& desktop, RoomList& rooms, NavigationTree& tree,
-                 HouseFiles& files, ProfileSwitch& profiles, EventList& events, Location& location,
-                 Tray& tray, InterfaceFinder& finder, WebServer& web_server)
-    : steps_(wait, loop, operations),
-      takeover_(form, wait, steps_, module1, instance),
+                 Module1& module1, Settings& settings, Steps& steps, SingleInstance& instance,
+                 Desktop& desktop, HouseStartup& house, RoomList& rooms, NavigationTree& tree,
+                 ProfileSwitch& profiles, EventList& events, Tray& tray, InterfaceFinder& finder)
+    : steps_(steps),
+      takeover_(form, wait, steps, module1, instance),
       form_(form),
       wait_(wait),
       operations_(operations),
       loop_(loop),
       module1_(module1),
       settings_(settings),
-      service_(service),
       desktop_(desktop),
+      house_(house),
       rooms_(rooms),
       tree_(tree),
-      files_(files),
       profiles_(profiles),
       events_(events),
-      location_(location),
       tray_(tray),
-      finder_(finder),
-      web_server_(web_server) {
+      finder_(finder) {
   // The window that comes forward is what the person wants to see, not this copy's wait.
   takeover_.another_runs.connect([this] {
     if (tray_.show_other_copy()) wait_.visible = false;
   });
   form.startuptimer.tick.connect([this] { running_ = operations_.start(delayed_step()); });
-  finder.found.connect([this] { web_server_.tell_failure(); });
 }
 
 void Startup::start() {
@@ -52,6 +45,7 @@ void Startup::stop() {
   form_.startuptimer.set_enabled(false);
 }
 
+// The service, which is stopped on the way, must find that the house is taken.
 Task<void> Startup::Form_Load() {
   form_.skipdelay = false;
   wait_.visible = true;
@@ -59,30 +53,24 @@ Task<void> Startup::Form_Load() {
     module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "closeengine", "True");
   });
   form_.ignoreclicks = true;
-  form_.formloading = true;
-  form_.txt_queue.text = std::string();
-  form_.sending = false;
+  house_.begin_loading();
 
-  co_await steps_.finish(learn_settings());
+  co_await steps_.finish(house_.learn_settings());
   const bool has_house = co_await takeover_.run();
   if (!has_house) {
     loop_.quit();
     co_return;
   }
   steps_.run([this] { show_web_port(); });
-  steps_.run([this] {
-    module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "installing", "False");
-  });
+  house_.mark_installed();
   form_.ignoreclicks = true;
   form_.lst_temproom.clear();
 
-  co_await steps_.progress("Loading Lists");
-  steps_.run([this] { recover_files(); });
-  co_await steps_.finish(rooms_.loadlists());
+  co_await house_.load_lists();
   co_await steps_.progress("Loading Devices");
   steps_.run([this] { tree_.loadtree(); });
   co_await steps_.progress("Loading Options");
-  std::fill_n(form_.once_removal.begin(), FrmMain::kOnceSlots, std::string());
+  house_.forget_once_events();
   rooms_.gohome();
   fill_device_lists(form_);
   fill_macro_lists(form_);
@@ -98,32 +86,10 @@ Task<void> Startup::Form_Load() {
   co_await steps_.finish(events_.loadevents());
 
   wait_.visible = false;
-  steps_.run([this] { form_.Check1.checked = settings_.read("data", "dst", "0") != "0"; });
-  steps_.run([this] { location_.dosunset(); });
+  house_.compute_sun_times();
   form_.startuptimer.set_enabled(true);
-  steps_.run([this] { web_server_.startserver(); });
-  form_.timerdelete.set_enabled(true);
-  form_.formloading = false;
+  house_.begin_work();
   form_.visible = true;
-}
-
-// What is not known yet would be taken for its default, and some defaults be written over it. Then
-// the service, which is stopped next, must find that the house is taken.
-Task<void> Startup::learn_settings() {
-  for (const RegistryRoot root : {RegistryRoot::kLocalMachine, RegistryRoot::kCurrentUser}) {
-    if (module1_.is_known(root)) continue;
-    co_await steps_.progress("Waiting for the settings");
-    co_await module1_.known(root);
-  }
-  co_await module1_.stored(RegistryRoot::kLocalMachine);
-}
-
-// The profile first: it knows whether a missing event list is meant to be missing. A service that
-// would not stop may be in the middle of what looks unfinished.
-void Startup::recover_files() {
-  if (service_.another_is_running()) return;
-  profiles_.recover();
-  files_.recover();
 }
 
 void Startup::show_web_port() {

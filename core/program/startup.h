@@ -5,34 +5,31 @@
 #include "base/operations.h"
 #include "base/task.h"
 #include "core/house/navigation_tree.h"
-#include "core/house_files.h"
 #include "core/lists/room_list.h"
 #include "core/module1.h"
+#include "core/program/house_startup.h"
 #include "core/program/steps.h"
 #include "core/program/takeover.h"
 #include "core/settings.h"
 #include "platform/desktop.h"
 #include "platform/event_loop.h"
 #include "platform/single_instance.h"
-#include "sun/location.h"
 #include "ui/frm_main.h"
 #include "ui/frm_wait.h"
 #include "ui/tray.h"
-#include "web/web_server.h"
 #include "x10/interface_finder.h"
 
 namespace homewarden {
 
-// From the wait window to the window a person works in. A step that fails is left out; the next one
-// runs.
+// From the wait window to the window a person works in: what shows the house, around the steps that
+// load it. A step that fails is left out; the next one runs.
 class Startup {
  public:
   // Start-up fills every panel of the window.
   Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop, Module1& module1,
-          Settings& settings, SingleInstance& instance, SingleInstance& service, Desktop& desktop,
-          RoomList& rooms, NavigationTree& tree, HouseFiles& files, ProfileSwitch& profiles,
-          EventList& events, Location& location, Tray& tray, InterfaceFinder& finder,
-          WebServer& web_server);
+          Settings& settings, Steps& steps, SingleInstance& instance, Desktop& desktop,
+          HouseStartup& house, RoomList& rooms, NavigationTree& tree, ProfileSwitch& profiles,
+          EventList& events, Tray& tray, InterfaceFinder& finder);
 
   // Begins, and is called once. A copy of the program that finds another one running quits the loop
   // after five seconds, unless the other one ends by then.
@@ -53,14 +50,12 @@ class Startup {
 
  private:
   Task<void> Form_Load();
-  Task<void> learn_settings();
-  void recover_files();
   void show_web_port();
   void set_options();
   Task<void> delayed_step();  // startuptimer
   void restore_window_state();
 
-  Steps steps_;
+  Steps& steps_;
   Takeover takeover_;
   FrmMain& form_;
   FrmWait& wait_;
@@ -68,17 +63,14 @@ class Startup {
   EventLoop& loop_;
   Module1& module1_;
   Settings& settings_;
-  SingleInstance& service_;
   Desktop& desktop_;
+  HouseStartup& house_;
   RoomList& rooms_;
   NavigationTree& tree_;
-  HouseFiles& files_;
   ProfileSwitch& profiles_;
   EventList& events_;
-  Location& location_;
   Tray& tray_;
   InterfaceFinder& finder_;
-  WebServer& web_server_;
   Operations::Id running_ = 0;
   bool placed_ = false;
   bool options_set_ = false;

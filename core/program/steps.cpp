@@ -7,7 +7,7 @@
 namespace homewarden {
 
 Task<void> Steps::progress(std::string_view text) {
-  wait_.Label1.caption = std::string(text);
+  line_.caption = std::string(text);
   co_await pending_events(loop_);
 }
 

@@ -6,7 +6,7 @@
 #include "base/operations.h"
 #include "base/task.h"
 #include "platform/event_loop.h"
-#include "ui/frm_wait.h"
+#include "ui/controls.h"
 
 namespace homewarden {
 
@@ -17,10 +17,11 @@ inline const char* const kServiceName = "Wardengine";
 // runs.
 class Steps {
  public:
-  Steps(FrmWait& wait, EventLoop& loop, Operations& operations)
-      : wait_(wait), loop_(loop), operations_(operations) {}
+  // `line` shows what is being done.
+  Steps(Label& line, EventLoop& loop, Operations& operations)
+      : line_(line), loop_(loop), operations_(operations) {}
 
-  // Names what is being done in the wait window and returns when it has been painted.
+  // Names what is being done and returns when that has been painted.
   Task<void> progress(std::string_view text);
 
   // Both come back whatever the step does: what it throws goes to the error handler.
@@ -35,7 +36,7 @@ class Steps {
   Task<void> finish(Task<void> step);
 
  private:
-  FrmWait& wait_;
+  Label& line_;
   EventLoop& loop_;
   Operations& operations_;
 };

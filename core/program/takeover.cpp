@@ -3,19 +3,22 @@
 #include <string>
 
 #include "base/text.h"
-#include "core/settings.h"
 
 namespace homewarden {
 namespace {
 
 constexpr int kStopTries = 3;
-constexpr int kDelaySeconds = 20;
 
 }  // namespace
 
 Takeover::Takeover(Flags& flags, FrmWait& wait, Steps& steps, Module1& module1,
                    SingleInstance& instance)
-    : flags_(flags), wait_(wait), steps_(steps), module1_(module1), instance_(instance) {
+    : flags_(flags),
+      wait_(wait),
+      steps_(steps),
+      module1_(module1),
+      instance_(instance),
+      delay_(flags, steps, module1) {
   wait.lab_wait.tool_tip = "Click Here To Skip The Delay";
   wait.lab_wait.click.connect([this] { SkipWait(); });
 }
@@ -24,7 +27,7 @@ Task<bool> Takeover::run() {
   co_await steps_.finish(stop_service());
   const bool second_copy = co_await is_second_copy();
   if (second_copy) co_return false;
-  co_await steps_.finish(delay());
+  co_await steps_.finish(keep_delay());
   done_ = true;
   co_return true;
 }
@@ -36,11 +39,6 @@ void Takeover::give_back() {
 
 void Takeover::SkipWait() {
   flags_.skipdelay = true;
-}
-
-bool Takeover::is_delayed() {
-  return module1_.regread(RegistryRoot::kLocalMachine, kDelayKey, "Homewardendelay",
-                          "notdelayed") == "delayed";
 }
 
 Task<void> Takeover::stop_service() {
@@ -64,14 +62,10 @@ Task<bool> Takeover::is_second_copy() {
   co_return stays;
 }
 
-Task<void> Takeover::delay() {
+Task<void> Takeover::keep_delay() {
   if (!is_delayed()) co_return;
   wait_.lab_wait.visible = true;
-  for (int seconds = kDelaySeconds; seconds >= 0 && !flags_.skipdelay; --seconds) {
-    const std::string text = "Time Delay " + std::to_string(seconds);
-    co_await steps_.progress(text);
-    co_await module1_.pause(1);
-  }
+  co_await delay_.wait();
   wait_.lab_wait.visible = false;
 }
 

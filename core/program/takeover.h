@@ -3,6 +3,7 @@
 #include "base/signal.h"
 #include "base/task.h"
 #include "core/module1.h"
+#include "core/program/start_delay.h"
 #include "core/program/steps.h"
 #include "platform/single_instance.h"
 #include "ui/frm_wait.h"
@@ -28,7 +29,8 @@ class Takeover {
   bool stopped_service() const { return stopped_service_; }
 
   // Whether the person asked for the delay. False when nothing is stored.
-  bool is_delayed();
+  bool is_delayed() { return delay_.is_wanted(); }
+
   // Another copy has the house and may be asked to show itself.
   Signal<> another_runs;
 
@@ -38,13 +40,14 @@ class Takeover {
  private:
   Task<void> stop_service();
   Task<bool> is_second_copy();
-  Task<void> delay();
+  Task<void> keep_delay();
 
   Flags& flags_;
   FrmWait& wait_;
   Steps& steps_;
   Module1& module1_;
   SingleInstance& instance_;
+  StartDelay delay_;
   bool done_ = false;
   bool stopped_service_ = false;
 };
