@@ -33,8 +33,9 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
       tray_(frm_main, frm_main, frm_main.imgicon, frmSysTray, house_.settings, window_,
             platform.window_call),
       startup_(frm_main, frm_wait, house_.operations, platform.loop, house_.module1,
-               house_.settings, house_.steps, platform.instance, platform.desktop, house_.startup,
-               house_.rooms, tree_, house_.profile_switch, house_.events, tray_, house_.finder),
+               house_.settings, house_.steps, platform.instance, platform.counterpart,
+               platform.desktop, house_.startup, house_.rooms, tree_, house_.profile_switch,
+               house_.events, tray_, house_.finder),
       shutdown_(frm_main, frm_main.Statusbar, frm_main, frm_main, frm_wait, house_.steps, startup_,
                 house_.shutdown, house_.web_server, tray_, house_.operations, platform.loop,
                 house_.module1, house_.settings, platform.desktop) {

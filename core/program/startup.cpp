@@ -11,10 +11,11 @@ namespace homewarden {
 
 Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop,
                  Module1& module1, Settings& settings, Steps& steps, SingleInstance& instance,
-                 Desktop& desktop, HouseStartup& house, RoomList& rooms, NavigationTree& tree,
-                 ProfileSwitch& profiles, EventList& events, Tray& tray, InterfaceFinder& finder)
+                 SingleInstance& service, Desktop& desktop, HouseStartup& house, RoomList& rooms,
+                 NavigationTree& tree, ProfileSwitch& profiles, EventList& events, Tray& tray,
+                 InterfaceFinder& finder)
     : steps_(steps),
-      takeover_(form, wait, steps, module1, instance),
+      takeover_(form, wait, steps, module1, instance, service),
       form_(form),
       wait_(wait),
       operations_(operations),

@@ -27,9 +27,9 @@ class Startup {
  public:
   // Start-up fills every panel of the window.
   Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop, Module1& module1,
-          Settings& settings, Steps& steps, SingleInstance& instance, Desktop& desktop,
-          HouseStartup& house, RoomList& rooms, NavigationTree& tree, ProfileSwitch& profiles,
-          EventList& events, Tray& tray, InterfaceFinder& finder);
+          Settings& settings, Steps& steps, SingleInstance& instance, SingleInstance& service,
+          Desktop& desktop, HouseStartup& house, RoomList& rooms, NavigationTree& tree,
+          ProfileSwitch& profiles, EventList& events, Tray& tray, InterfaceFinder& finder);
 
   // Begins, and is called once. A copy of the program that finds another one running quits the loop
   // after five seconds, unless the other one ends by then.

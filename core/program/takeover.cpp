@@ -12,12 +12,13 @@ constexpr int kStopTries = 3;
 }  // namespace
 
 Takeover::Takeover(Flags& flags, FrmWait& wait, Steps& steps, Module1& module1,
-                   SingleInstance& instance)
+                   SingleInstance& instance, SingleInstance& service)
     : flags_(flags),
       wait_(wait),
       steps_(steps),
       module1_(module1),
       instance_(instance),
+      service_(service),
       delay_(flags, steps, module1) {
   wait.lab_wait.tool_tip = "Click Here To Skip The Delay";
   wait.lab_wait.click.connect([this] { SkipWait(); });
@@ -54,8 +55,9 @@ Task<void> Takeover::stop_service() {
 }
 
 Task<bool> Takeover::is_second_copy() {
-  if (instance_.take()) co_return false;
-  another_runs();
+  const bool is_only_window = instance_.take();
+  if (is_only_window && !service_.another_is_running()) co_return false;
+  if (!is_only_window) another_runs();
   co_await module1_.pause(5);
   const bool stays = !instance_.take();
   wait_.visible = !stays;

@@ -15,9 +15,12 @@ namespace homewarden {
 // stops, no other copy runs, and the delay that the person may have asked for is over.
 class Takeover {
  public:
-  Takeover(Flags& flags, FrmWait& wait, Steps& steps, Module1& module1, SingleInstance& instance);
+  // `instance` is the window's own, `service` that of the background service.
+  Takeover(Flags& flags, FrmWait& wait, Steps& steps, Module1& module1, SingleInstance& instance,
+           SingleInstance& service);
 
-  // False when another copy has the house and this one is to end; it is given five seconds to go.
+  // False when another window has the house and this one is to end. That one, and a service whose
+  // process still lives, are given five seconds to go; the service is then waited for no longer.
   // The delay takes 20 seconds. Runs once.
   Task<bool> run();
 
@@ -47,6 +50,7 @@ class Takeover {
   Steps& steps_;
   Module1& module1_;
   SingleInstance& instance_;
+  SingleInstance& service_;
   StartDelay delay_;
   bool done_ = false;
   bool stopped_service_ = false;

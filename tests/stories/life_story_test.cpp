@@ -42,17 +42,22 @@ TEST(LifeStory, StartsFindsTheInterfaceAndCloses) {
 }
 
 TEST(LifeStory, TakesTheHouseOverFromAServiceThatWillNotStop) {
-  House house;
-  house.services.state = ServiceState::kRunning;
-  house.services.obeys = false;
-  house.counterpart.others = 1;
-  house.content("temp.txt") = "what the service is writing";
-  house.open(8999ms);
-  EXPECT_EQ(house.services.calls, Texts({"stop Wardengine", "stop Wardengine", "stop Wardengine"}));
-  EXPECT_EQ(house.wait_texts, Texts{"Stopping Service"});
-  house.loop.advance(1ms);
-  EXPECT_TRUE(house.form().visible);
-  EXPECT_TRUE(house.files.exists(house.file("temp.txt"))) << "recovered under its hands";
+  for (const bool lives : {false, true}) {
+    House house;
+    house.services.state = ServiceState::kRunning;
+    house.services.obeys = false;
+    house.counterpart.others = lives ? 1 : 0;
+    house.content("temp.txt") = "Hall Lamp~B~12~100~12:01~on~daily~m\r\n";  // by the service
+    house.open(8999ms);
+    EXPECT_EQ(house.services.calls,
+              Texts({"stop Wardengine", "stop Wardengine", "stop Wardengine"}));
+    EXPECT_EQ(house.wait_texts, Texts{"Stopping Service"});
+    if (lives) house.loop.advance(5s);
+    EXPECT_FALSE(house.form().visible) << "the service still has the web server's port";
+    house.loop.advance(1ms);
+    EXPECT_TRUE(house.form().visible);
+    EXPECT_EQ(house.files.exists(House::file("temp.txt")), lives) << "recovered under its hands";
+  }
 }
 
 TEST(LifeStory, StopsAnObedientServiceOnceAndStartsItAtTheEnd) {
