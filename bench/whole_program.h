@@ -108,8 +108,11 @@ class WholeProgram {
                           limits.address = "127.0.0.1";
                           return limits;
                         }()};
-  Program program_{{loop_, files_, registry_, services_, instance_, counterpart_, window_call_,
-                    driver_, dialogs_, desktop_, sounds_, web_, folder_, ""},
+  Program program_{{{loop_, files_, registry_, services_, instance_, counterpart_, driver_,
+                     dialogs_, web_, folder_, ""},
+                    window_call_,
+                    desktop_,
+                    sounds_},
                    [](std::exception_ptr error) { std::rethrow_exception(error); }};
   view::MainWindowView view_{program_.frm_main};
 };

@@ -7,9 +7,13 @@
 
 namespace homewarden {
 
-AppOptions parse_options(const QStringList& arguments) {
+AppOptions parse_options(const QStringList& arguments, Face face) {
   QCommandLineParser parser;
-  parser.setApplicationDescription("Home automation for X10 power-line devices.");
+  parser.setApplicationDescription(
+      face == Face::kWindow
+          ? "Home automation for X10 power-line devices."
+          : "Home automation for X10 power-line devices, without a window: runs the events, the "
+            "macros and the web pages, and leaves the house to the window when that is opened.");
   const QCommandLineOption help = parser.addHelpOption();
   parser.addVersionOption();
   const QCommandLineOption folder(
@@ -23,7 +27,8 @@ AppOptions parse_options(const QStringList& arguments) {
   report.setFlags(QCommandLineOption::HiddenFromHelp);
   QCommandLineOption loop("report-loop", "Print how long the event loop is busy at most.");
   loop.setFlags(QCommandLineOption::HiddenFromHelp);
-  parser.addOptions({folder, demo, reset, trace, report, loop});
+  parser.addOptions({folder, demo, reset, trace, loop});
+  if (face == Face::kWindow) parser.addOption(report);
   parser.process(arguments);
 
   AppOptions options;
@@ -32,7 +37,7 @@ AppOptions parse_options(const QStringList& arguments) {
   options.demo_reset = parser.isSet(reset);
   options.demo = parser.isSet(demo) || options.demo_reset;
   options.trace_serial = parser.isSet(trace);
-  options.report_start = parser.isSet(report);
+  options.report_start = face == Face::kWindow && parser.isSet(report);
   options.report_loop = parser.isSet(loop);
   return options;
 }

@@ -17,8 +17,11 @@ struct AppOptions {
   bool report_start = false;  // print when the window was first painted and how much memory it took
 };
 
+// What a program offers: the window more than the service.
+enum class Face { kWindow, kNone };
+
 // Prints help or the version, or what is wrong with the arguments, and ends the program where the
 // arguments say so.
-AppOptions parse_options(const QStringList& arguments);
+AppOptions parse_options(const QStringList& arguments, Face face);
 
 }  // namespace homewarden

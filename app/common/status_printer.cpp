@@ -1,19 +1,21 @@
 #include "app/common/status_printer.h"
 
-#include "app/common/standard_output.h"
 #include "platform/qt/text_codec.h"
 
 namespace homewarden {
 
-void print_line(const std::string& text) {
+void print_line(os_linux::LineOutput& output, const std::string& text) {
   if (text.empty()) return;
-  standard_output().print(qt::from_code_page(text).toLocal8Bit().toStdString());
+  output.print(qt::from_code_page(text).toLocal8Bit().toStdString());
 }
 
-void print_status_lines(StatusBar& status) {
-  status.panel2.changed.connect([&status] { print_line(status.panel2); });
-  status.panel3.changed.connect([&status] { print_line(status.panel3); });
-  status.panel3_tip.changed.connect([&status] { print_line(status.panel3_tip); });
+void print_changes(os_linux::LineOutput& output, Property<std::string>& text) {
+  text.changed.connect([&output, &text] { print_line(output, text); });
+}
+
+void print_status_lines(os_linux::LineOutput& output, StatusBar& status) {
+  for (Property<std::string>* text : {&status.panel2, &status.panel3, &status.panel3_tip})
+    print_changes(output, *text);
 }
 
 }  // namespace homewarden

@@ -5,12 +5,12 @@
 namespace homewarden {
 
 Task<Answer> TerminalDialogs::message_box(Message message) {
-  print_line(message.title + ": " + message.text);
+  print_line(output_, message.title + ": " + message.text);
   co_return message.buttons == MessageButtons::kYesNo ? Answer::kNo : Answer::kOk;
 }
 
 Task<std::optional<std::string>> TerminalDialogs::input_box(Question question) {
-  print_line(question.title + ": " + question.prompt);
+  print_line(output_, question.title + ": " + question.prompt);
   co_return std::nullopt;
 }
 

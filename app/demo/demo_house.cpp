@@ -6,6 +6,7 @@
 
 #include "core/devices.h"
 #include "core/settings.h"
+#include "platform/linux/lock_file_instance.h"
 
 namespace homewarden {
 namespace {
@@ -68,6 +69,8 @@ os_linux::Folders demo_folders() {
 }
 
 void remove_demo(const os_linux::Folders& folders) {
+  for (const char* lock : {os_linux::kWindowLock, os_linux::kServiceLock})
+    if (os_linux::LockFileInstance(folders.machine / lock).another_is_running()) return;
   std::error_code ignored;
   std::filesystem::remove_all(folders.application, ignored);
 }

@@ -13,7 +13,8 @@ inline constexpr int kDemoPort = 2;
 // Where the demo keeps its files and settings, apart from those of a real house.
 os_linux::Folders demo_folders();
 
-// Removes what the demo keeps: the whole folder. What cannot be removed stays, without a word.
+// Removes what the demo keeps, the whole folder, unless one runs. What cannot be removed stays,
+// without a word.
 void remove_demo(const os_linux::Folders& folders);
 
 // Writes the rooms, devices, events and settings of the demo, unless there is a room list already:

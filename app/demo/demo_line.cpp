@@ -1,14 +1,16 @@
 #include "app/demo/demo_line.h"
 
+#include <string>
+
 #include "app/demo/demo_house.h"
 
 namespace homewarden {
 
-DemoLine::DemoLine(qt::QtLoop& loop, const std::filesystem::path& link,
+DemoLine::DemoLine(qt::QtLoop& loop, const std::filesystem::path& machine,
                    os_linux::LineOutput& output)
     : output_(output),
       emulator_(demo_modules()),
-      host_(emulator_, link.string()),
+      host_(emulator_, (machine / "ports" / ("com" + std::to_string(kDemoPort))).string()),
       driver_(loop, host_) {
   driver_.Worked.connect([this] { print_reports(); });
   const std::string problem = host_.plug();

@@ -10,11 +10,11 @@
 namespace homewarden {
 
 // The demo's interface, power line and modules at the end of a pseudo-terminal, run by the
-// program's own loop. `link` leads to the terminal and makes it a COM port like any other. What
-// reaches the power line is printed.
+// program's own loop. A link in the machine-wide folder leads to the terminal and makes it a COM
+// port like any other. What reaches the power line is printed.
 class DemoLine {
  public:
-  DemoLine(qt::QtLoop& loop, const std::filesystem::path& link, os_linux::LineOutput& output);
+  DemoLine(qt::QtLoop& loop, const std::filesystem::path& machine, os_linux::LineOutput& output);
   DemoLine(const DemoLine&) = delete;
   DemoLine& operator=(const DemoLine&) = delete;
 

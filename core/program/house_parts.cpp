@@ -8,7 +8,8 @@
 
 namespace homewarden {
 
-HouseParts::HouseParts(const Platform& platform, Operations::ErrorHandler on_error, Label& progress)
+HouseParts::HouseParts(const HousePlatform& platform, Operations::ErrorHandler on_error,
+                       Label& progress)
     : operations(std::move(on_error)),
       settings(platform.registry),
       house(settings),

@@ -43,7 +43,7 @@ namespace homewarden {
 // window is built on these; the service has nothing else.
 struct HouseParts {
   // `progress` shows what start-up and shutdown are doing.
-  HouseParts(const Platform& platform, Operations::ErrorHandler on_error, Label& progress);
+  HouseParts(const HousePlatform& platform, Operations::ErrorHandler on_error, Label& progress);
   HouseParts(const HouseParts&) = delete;
   HouseParts& operator=(const HouseParts&) = delete;
   ~HouseParts();

@@ -15,9 +15,12 @@ namespace homewarden::testing {
 
 // Everything that the program needs of the world, in memory and on a virtual clock.
 struct FakeWorld {
+  HousePlatform house_platform(std::filesystem::path folder) {
+    return {loop,       *used_files,   registry, services,          instance, counterpart,
+            *connected, *used_dialogs, web,      std::move(folder), ""};
+  }
   Platform platform(std::filesystem::path folder) {
-    return {loop,       *used_files,   registry, services, instance, counterpart,       window_call,
-            *connected, *used_dialogs, desktop,  sounds,   web,      std::move(folder), ""};
+    return {house_platform(std::move(folder)), window_call, desktop, sounds};
   }
 
   VirtualLoop loop;

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <exception>
+
+#include "app/common/options.h"
+#include "app/common/standard_output.h"
+#include "platform/cm11/driver.h"
+#include "platform/dialogs.h"
+#include "platform/http/http_server.h"
+#include "platform/linux/absent_services.h"
+#include "platform/linux/folders.h"
+#include "platform/linux/linux_web_host.h"
+#include "platform/linux/lock_file_instance.h"
+#include "platform/linux/posix_files.h"
+#include "platform/platform.h"
+#include "platform/qt/qt_loop.h"
+#include "platform/serial/qt_serial_stream.h"
+#include "platform/store/sqlite_registry.h"
+
+namespace homewarden {
+
+// The parts of this machine that window and service work on: the same files, the same settings.
+struct Machine {
+  // Fills the application folder and says so on standard error when it cannot be written.
+  Machine(const AppOptions& options, const os_linux::Folders& places);
+
+  HousePlatform platform(SingleInstance& instance, SingleInstance& counterpart, Dialogs& dialogs);
+  // For the end: waits a few seconds for the settings to be on the disk, and says on standard error
+  // what was lost.
+  void store_settings();
+
+  os_linux::Folders folders;
+  os_linux::LockFileInstance window_instance;
+  os_linux::LockFileInstance service_instance;
+  qt::QtLoop loop;
+  PrintFromLoop printing;
+  os_linux::PosixFiles files;
+  store::SqliteRegistry registry;
+  os_linux::AbsentServices services;
+  serial::QtSerialStream stream;
+  cm11::Driver interface_control;
+  os_linux::LinuxWebHost web_host;
+  http::HttpServer web;
+};
+
+// Says on standard error what an operation ended with that nobody caught.
+void report_escaped(std::exception_ptr error);
+
+}  // namespace homewarden
