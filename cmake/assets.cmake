@@ -11,6 +11,7 @@ add_custom_target(assets ALL
   COMMAND ${CMAKE_COMMAND} -E copy_if_different ${sounds} ${share}
   COMMENT "Copying pictures and sounds")
 add_dependencies(homewarden assets)
+add_dependencies(wardengine assets)
 
 install(TARGETS homewarden cm11-emulator)
 install(FILES ${pictures} DESTINATION ${CMAKE_INSTALL_DATADIR}/homewarden/html)

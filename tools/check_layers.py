@@ -43,6 +43,7 @@ OTHERS = {
     "app/demo": GROUND + ["core", "platform/cm11", "platform/linux", "platform/qt",
                           "tools/emulator"],
     "app/window": ["*"],
+    "app/engine": GROUND + ["core", "core/program", "ui", "platform/linux", "app/common", "app/demo"],
     "tests": ["*"],
     "bench": ["*"],
 }

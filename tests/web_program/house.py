@@ -49,7 +49,7 @@ class House:
   or to where text() finds it. The settings are those of the web server panel."""
 
   def __init__(self, passwords=None, descriptors=None, inside=(), before="", sink=None,
-               options=(), **settings):
+               options=(), program=PROGRAM, **settings):
     self.home = tempfile.TemporaryDirectory()
     self.folder = pathlib.Path(self.home.name) / "homewarden-demo"
     self.html = self.folder / "html"
@@ -65,28 +65,32 @@ class House:
     self.before = before
     self.sink = sink
     self.options = list(options)
+    self.program = program
     self.output = pathlib.Path(self.home.name) / "output"
     self.start()
 
   def start(self):
     """The program in the house, also once more after kill(); what it prints starts anew."""
-    environment = {name: value for name, value in os.environ.items()
-                   if name not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")}
-    for name in ("HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"):
-      environment[name] = self.home.name
-    if not self.inside:  # a network of the test's own has addresses of all kinds
-      environment["HOMEWARDEN_WEB_ADDRESS"] = "127.0.0.1"
     limit = lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (self.descriptors,) * 2)
     with self.sink or open(self.output, "wb") as output:
       self.process = subprocess.Popen(
-          [*self.inside, *self._disks(), PROGRAM, "--demo", "--report-loop", *self.options],
-          stdout=output, stderr=subprocess.STDOUT, env=environment,
+          [*self.inside, *self._disks(), self.program, "--demo", "--report-loop", *self.options],
+          stdout=output, stderr=subprocess.STDOUT, env=self.environment(),
           preexec_fn=limit if self.descriptors else None)
     try:
       wait_until(self._is_ready, "the web server and the power line")
     except BaseException:
       self._leave()
       raise
+
+  def environment(self):
+    environment = {name: value for name, value in os.environ.items()
+                   if name not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")}
+    for name in ("HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"):
+      environment[name] = self.home.name
+    if not self.inside:  # a network of the test's own has addresses of all kinds
+      environment["HOMEWARDEN_WEB_ADDRESS"] = "127.0.0.1"
+    return environment
 
   def kill(self):
     self.process.kill()
@@ -103,9 +107,11 @@ class House:
   def _is_ready(self):
     if self.process.poll() is not None:
       raise AssertionError("the program ended: " + self.text())
+    return "Found and Initialized" in self.text() and self.answers()
+
+  def answers(self):
     knock = [*self.inside, *CURL, "-o", os.devnull, f"http://127.0.0.1:{self.port}/"]
-    return ("Found and Initialized" in self.text() and
-            subprocess.run(knock, stderr=subprocess.DEVNULL, check=False).returncode == 0)
+    return subprocess.run(knock, stderr=subprocess.DEVNULL, check=False).returncode == 0
 
   def _leave(self):
     self.kill()

@@ -1,0 +1,61 @@
+// The background service: runs the house while the window is closed, without a display.
+
+#include <QCoreApplication>
+#include <memory>
+
+#include "app/common/end_signals.h"
+#include "app/common/loop_report.h"
+#include "app/common/machine.h"
+#include "app/common/options.h"
+#include "app/common/serial_trace.h"
+#include "app/common/standard_output.h"
+#include "app/common/status_printer.h"
+#include "app/common/terminal_dialogs.h"
+#include "app/demo/demo_house.h"
+#include "app/demo/demo_line.h"
+#include "core/program/service_program.h"
+#include "core/version.h"
+
+namespace homewarden {
+namespace {
+
+int run(const AppOptions& options) {
+  const os_linux::Folders folders =
+      options.demo ? demo_folders() : os_linux::find_folders(options.folder);
+  if (options.demo_reset) remove_demo(folders);
+  Machine machine(options, folders);
+  if (options.trace_serial) trace_serial_line(machine.interface_control, machine.loop);
+  TerminalDialogs dialogs(standard_error());
+
+  std::unique_ptr<DemoLine> line;
+  // A copy that ends itself soon must leave the line of the one that runs alone.
+  if (options.demo && !machine.window_instance.another_is_running() &&
+      machine.service_instance.take()) {
+    furnish_demo(folders, machine.files, machine.registry);
+    line = std::make_unique<DemoLine>(machine.loop, folders.machine, standard_error());
+  }
+
+  ServiceProgram service(
+      machine.platform(machine.service_instance, machine.window_instance, dialogs), report_escaped);
+  print_status_lines(standard_error(), service.frm_main.Statusbar);
+  print_changes(standard_error(), service.progress.caption);
+  if (options.report_loop) report_loop_turns();
+  on_end_signal(machine.loop, [&service] { service.frm_main.close_requested(); });
+
+  service.start();
+  const int result = QCoreApplication::exec();
+  machine.store_settings();
+  return result;
+}
+
+}  // namespace
+}  // namespace homewarden
+
+int main(int argc, char* argv[]) {
+  using namespace homewarden;
+  os_linux::prepare_standard_streams();
+  QCoreApplication application(argc, argv);
+  QCoreApplication::setApplicationName("wardengine");
+  QCoreApplication::setApplicationVersion(kVersion);
+  return run(parse_options(QCoreApplication::arguments(), Face::kNone));
+}
