@@ -30,7 +30,9 @@ class Desktop(unittest.TestCase):
     self.addCleanup(shutil.rmtree, self.home, ignore_errors=True)
     self.environment = {"PATH": os.environ["PATH"], "HOME": self.home, "LANG": "C.UTF-8",
                         "XDG_RUNTIME_DIR": self.home, "QT_QPA_PLATFORM": "xcb",
-                        "HOMEWARDEN_WEB_ADDRESS": "127.0.0.1"}
+                        "HOMEWARDEN_WEB_ADDRESS": "127.0.0.1",
+                        # What libraries keep until the end is no fault of a copy that ends itself.
+                        "LSAN_OPTIONS": os.environ.get("LSAN_OPTIONS", "")}
     display = self.start("Xvfb", "-displayfd", "1", "-noreset", "-nolisten", "tcp", "-screen", "0",
                          "1280x900x24", stdout=subprocess.PIPE)
     number = display.stdout.readline().decode().strip()
