@@ -5,6 +5,7 @@
 #include "platform/waiting.h"
 
 namespace homewarden {
+
 Shutdown::Shutdown(Window& window, StatusBar& status, OptionsPanel& options, Flags& flags,
                    FrmWait& wait, Steps& steps, Startup& startup, HouseShutdown& house,
                    WebServer& web_server, Tray& tray, Operations& operations, EventLoop& loop,
