@@ -11,6 +11,10 @@ class LogonEntry {
   // offered, and the calls do nothing.
   virtual bool is_available() const = 0;
 
+  // Whether there is an entry that somebody has switched off by the system's own means. Filling it
+  // switches it on again.
+  virtual bool is_switched_off() = 0;
+
   // False when the entry could not be written.
   virtual bool fill() = 0;
   // Leaves an entry that starts nothing. False when it could not be written.
