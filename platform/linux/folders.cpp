@@ -29,11 +29,6 @@ bool may_write(const fs::path& folder) {
   return ::access(folder.c_str(), W_OK | X_OK) == 0;
 }
 
-fs::path program_folder() {
-  std::error_code ignored;
-  return fs::read_symlink("/proc/self/exe", ignored).parent_path();
-}
-
 fs::path machine_folder() {
   if (const auto folder = from_environment("HOMEWARDEN_MACHINE_DIR")) return *folder;
   const fs::path shared = fs::path("/var/lib") / kName;
@@ -43,12 +38,12 @@ fs::path machine_folder() {
 
 fs::path user_folder() {
   if (const auto folder = from_environment("HOMEWARDEN_USER_DIR")) return *folder;
-  return from_environment("XDG_CONFIG_HOME").value_or(home() / ".config") / kName;
+  return config_home() / kName;
 }
 
 fs::path application_folder(const std::optional<fs::path>& wanted) {
   if (wanted && !wanted->empty()) return fs::absolute(*wanted);
-  const fs::path program = program_folder();
+  const fs::path program = program_file().parent_path();
   std::error_code ignored;
   const bool has_house = is_taken(existing_name(program / "rmlst.hwd"));
   const bool is_complete = fs::exists(program / "html", ignored) && may_write(program);
@@ -57,8 +52,17 @@ fs::path application_folder(const std::optional<fs::path>& wanted) {
 
 }  // namespace
 
+fs::path config_home() {
+  return from_environment("XDG_CONFIG_HOME").value_or(home() / ".config");
+}
+
 fs::path data_home() {
   return from_environment("XDG_DATA_HOME").value_or(home() / ".local" / "share");
+}
+
+fs::path program_file() {
+  std::error_code ignored;
+  return fs::read_symlink("/proc/self/exe", ignored);
 }
 
 Folders find_folders(const std::optional<fs::path>& wanted) {
@@ -72,7 +76,7 @@ bool fill_application_folder(const fs::path& folder) {
   const fs::path html = folder / "html";
   const fs::path found = existing_name(html);
   if (found != html) fs::rename(found, html, error);
-  const fs::path program = program_folder();
+  const fs::path program = program_file().parent_path();
   for (const fs::path& installed :
        {program.parent_path() / "share" / kName, program / "share" / kName}) {
     if (!fs::is_directory(installed, error)) continue;

@@ -24,7 +24,12 @@ Folders find_folders(const std::optional<std::filesystem::path>& application_fol
 // in other letter case is renamed. False when the folder cannot be written.
 bool fill_application_folder(const std::filesystem::path& folder);
 
+// $XDG_CONFIG_HOME or ~/.config, below the folder for temporary files when there is no $HOME.
+std::filesystem::path config_home();
 // $XDG_DATA_HOME or ~/.local/share, below the folder for temporary files when there is no $HOME.
 std::filesystem::path data_home();
+
+// The file of the running program. "" when it cannot be told.
+std::filesystem::path program_file();
 
 }  // namespace homewarden::os_linux
