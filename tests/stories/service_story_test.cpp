@@ -104,20 +104,6 @@ TEST(ServiceStory, KeepsTheDelayAndEndsInTheMiddleOfItWithoutAMark) {
   }
 }
 
-TEST(ServiceStory, AnInterfaceThatComesLateOrGoesIsFoundAgainWithoutAnybody) {
-  ServiceHouse house(kPorch);
-  house.loop.set_wall_clock(2023, 6, 21, 11, 55, 20);
-  house.interface_control.status_of_port.clear();
-  house.serve(10s);
-  EXPECT_THAT(house.dialogs.messages, SizeIs(1));
-  EXPECT_THAT(house.web.starts, SizeIs(1)) << "the pages wait for the interface";
-  house.loop.advance(5min);
-  EXPECT_FALSE(house.loop.has_quit());
-  house.interface_control.status_of_port[2] = 0;
-  house.run_until(12, 3);
-  EXPECT_EQ(house.machine("HallLamp"), "True") << "the event of 12:01 was not made good";
-}
-
 TEST(ServiceStory, ATerminationFinishesTheCommandThenClosesServerAndPort) {
   ServiceHouse house(kPorch);
   house.loop.set_wall_clock(2023, 6, 21, 12, 0, 50);

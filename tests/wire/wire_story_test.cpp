@@ -1,9 +1,10 @@
 // The whole program on the real driver and an emulated interface at the speed of the mains.
 
+#include "core/program/service_program.h"
 #include "platform/cm11/driver.h"
 #include "tests/cm11/emulated_port.h"
 #include "tests/cm11/hex_text.h"
-#include "tests/stories/house.h"
+#include "tests/stories/event_house.h"
 #include "tools/emulator/emulator.h"
 
 namespace homewarden::testing {
@@ -82,6 +83,44 @@ TEST_F(WireStory, ClosingInTheMiddleOfACommandEndsTheProgramBehindIt) {
   EXPECT_FALSE(port.is_open());
   EXPECT_EQ(module({0, 3}), "on 59 %") << "the lamp was left in the middle";
   EXPECT_EQ(house.machine("dimKitchenTableLamp"), "60");
+}
+
+// An interface that comes five minutes late, and goes away for an hour; nobody is there to help.
+TEST(ServiceOnTheWire, FindsItsInterfaceAgainAndTellsWhatItCouldNotSend) {
+  EventHouse house(
+      "Kitchen Kettle~A~4~100~12:03~on~daily~mtwufsr~\r\n"
+      "Kitchen Table Lamp~A~3~100~12:07~on~daily~mtwufsr~\r\n"
+      "Hall Lamp~B~12~100~12:30~on~daily~mtwufsr~\r\n"
+      "Kitchen Table Lamp~A~3~100~13:12~off~daily~mtwufsr~\r\n");
+  house.loop.set_wall_clock(2023, 6, 21, 12, 0, 20);
+  emulator::Emulator emulator;
+  EmulatedPort port(house.loop, emulator, 2);
+  cm11::Driver driver(house.loop, port);
+  port.unplug();
+  house.connected = &driver;
+  ServiceProgram service(house.house_platform(House::kFolder), [](std::exception_ptr) { FAIL(); });
+  service.start();
+  const auto unsent = [&service] { return service.frm_main.Statusbar.unsent.caption.get(); };
+  const auto lamp = [&emulator] { return emulator.modules().at({0, 3}).text(); };
+
+  house.loop.advance(5min);
+  EXPECT_EQ(unsent(), "1 not sent") << "the event of 12:03 went nowhere";
+  EXPECT_THAT(house.web.starts, SizeIs(1)) << "the pages wait for the interface";
+  port.plug(2);
+  house.run_until(12, 8);
+  EXPECT_EQ(service.frm_main.Statusbar.panel3.get(), "STATUS: Ready");
+  EXPECT_EQ(lamp(), "on 100 %");
+
+  house.run_until(12, 10);
+  port.unplug();
+  house.run_until(13, 9);
+  EXPECT_FALSE(house.loop.has_quit());
+  EXPECT_EQ(unsent(), "2 not sent");
+  EXPECT_NE(service.frm_main.Statusbar.panel3.get(), "STATUS: Ready");
+  port.plug(6);  // under another name
+  house.run_until(13, 13);
+  EXPECT_EQ(service.frm_main.Statusbar.panel3.get(), "STATUS: Ready");
+  EXPECT_EQ(lamp(), "off");
 }
 
 }  // namespace
