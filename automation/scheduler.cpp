@@ -84,6 +84,7 @@ Scheduler::Scheduler(StatusBar& status, Notices& notices, ProgramTimers& timers,
 }
 
 Task<void> Scheduler::eventtimer_run() {
+  if (minute_of(loop_.local_time()) != started_) minute_begins();
   timers_.eventtimer.set_interval(kInterval);
   while (!caught_up_.empty() && loop_.uptime() - caught_up_.front().at >= kToldFor)
     withdraw_oldest();

@@ -15,6 +15,7 @@
 #include "automation/missed_events.h"
 #include "automation/once_events.h"
 #include "base/operations.h"
+#include "base/signal.h"
 #include "base/task.h"
 #include "core/list_file.h"
 #include "core/module1.h"
@@ -43,6 +44,10 @@ class Scheduler {
   // Looks at every minute since the last run, of this or an earlier start of the program, and
   // returns when its events have been carried out.
   Task<void> eventtimer_run();
+
+  // A run begins in another minute than that of the start, and nothing of it has happened yet. The
+  // look that the clock asks for at once does not count: it makes good what was missed.
+  Signal<> minute_begins;
 
  private:
   class FilesInUse;

@@ -19,6 +19,7 @@
 #include "platform/linux/posix_files.h"
 #include "tests/platform/fake_desktop.h"
 #include "tests/platform/fake_interface.h"
+#include "tests/platform/fake_services.h"
 #include "tests/platform/memory_registry.h"
 #include "tests/platform/virtual_loop.h"
 #include "ui/frm_main.h"

@@ -18,6 +18,7 @@
 #include "core/settings.h"
 #include "platform/linux/posix_files.h"
 #include "tests/platform/fake_desktop.h"
+#include "tests/platform/fake_services.h"
 #include "tests/platform/memory_registry.h"
 #include "tests/platform/virtual_loop.h"
 #include "ui/qt/list_pane.h"

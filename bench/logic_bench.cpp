@@ -9,6 +9,7 @@
 #include "core/lists/room_list.h"
 #include "tests/platform/fake_desktop.h"
 #include "tests/platform/fake_interface.h"
+#include "tests/platform/fake_services.h"
 #include "tests/platform/memory_files.h"
 #include "tests/platform/memory_registry.h"
 #include "tests/platform/virtual_loop.h"

@@ -17,6 +17,7 @@
 #include "platform/serial/qt_serial_stream.h"
 #include "platform/store/sqlite_registry.h"
 #include "tests/platform/fake_desktop.h"
+#include "tests/platform/fake_services.h"
 #include "tools/emulator/pty_host.h"
 #include "ui/qt/main_window_view.h"
 
@@ -92,6 +93,8 @@ class WholeProgram {
       os_linux::PortNames(folder_, os_linux::PortNames::Devices::kLinksOnly)};
   cm11::Driver driver_{loop_, stream_};
   testing::FakeServices services_;
+  testing::FakeInstaller installer_{services_};
+  testing::FakeLogonEntry logon_entry_;
   testing::FakeInstance instance_;
   testing::FakeWindowCall window_call_;
   testing::FakeInstance counterpart_;
@@ -112,7 +115,9 @@ class WholeProgram {
                      dialogs_, web_, folder_, ""},
                     window_call_,
                     desktop_,
-                    sounds_},
+                    sounds_,
+                    installer_,
+                    logon_entry_},
                    [](std::exception_ptr error) { std::rethrow_exception(error); }};
   view::MainWindowView view_{program_.frm_main};
 };

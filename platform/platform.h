@@ -10,8 +10,10 @@ class Dialogs;
 class EventLoop;
 class Files;
 class InterfaceControl;
+class LogonEntry;
 class Registry;
 class ServiceControl;
+class ServiceInstaller;
 class SingleInstance;
 class SoundPlayer;
 class WebServerControl;
@@ -38,6 +40,8 @@ struct Platform : HousePlatform {
   WindowCall& window_call;
   Desktop& desktop;
   SoundPlayer& sounds;
+  ServiceInstaller& installer;
+  LogonEntry& logon_entry;
 };
 
 }  // namespace homewarden

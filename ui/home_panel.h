@@ -27,7 +27,7 @@ struct OptionsPanel {
   CheckBox Check1{"Daylight Saving Time"};
   Label lab_sunset;
   CheckBox chk_service{"Run as a service"};
-  CheckBox chk_lww{"Start with Windows"};
+  CheckBox chk_lww{"Start when I log on"};
   CheckBox chk_startup{"Delayed start"};
 };
 

@@ -46,8 +46,8 @@ Machine::Machine(const AppOptions& options, const os_linux::Folders& places)
                            " cannot be written; changes will be lost.");
 }
 
-HousePlatform Machine::platform(SingleInstance& instance, SingleInstance& counterpart,
-                                Dialogs& dialogs) {
+HousePlatform Machine::platform(ServiceControl& services, SingleInstance& instance,
+                                SingleInstance& counterpart, Dialogs& dialogs) {
   return {loop,
           files,
           registry,

@@ -7,7 +7,6 @@
 #include "platform/cm11/driver.h"
 #include "platform/dialogs.h"
 #include "platform/http/http_server.h"
-#include "platform/linux/absent_services.h"
 #include "platform/linux/folders.h"
 #include "platform/linux/linux_web_host.h"
 #include "platform/linux/lock_file_instance.h"
@@ -24,7 +23,8 @@ struct Machine {
   // Fills the application folder and says so on standard error when it cannot be written.
   Machine(const AppOptions& options, const os_linux::Folders& places);
 
-  HousePlatform platform(SingleInstance& instance, SingleInstance& counterpart, Dialogs& dialogs);
+  HousePlatform platform(ServiceControl& services, SingleInstance& instance,
+                         SingleInstance& counterpart, Dialogs& dialogs);
   // For the end: waits a few seconds for the settings to be on the disk, and says on standard error
   // what was lost.
   void store_settings();
@@ -36,7 +36,6 @@ struct Machine {
   PrintFromLoop printing;
   os_linux::PosixFiles files;
   store::SqliteRegistry registry;
-  os_linux::AbsentServices services;
   serial::QtSerialStream stream;
   cm11::Driver interface_control;
   os_linux::LinuxWebHost web_host;

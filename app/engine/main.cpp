@@ -15,6 +15,7 @@
 #include "app/demo/demo_line.h"
 #include "core/program/service_program.h"
 #include "core/version.h"
+#include "platform/linux/absent_services.h"
 
 namespace homewarden {
 namespace {
@@ -35,8 +36,10 @@ int run(const AppOptions& options) {
     line = std::make_unique<DemoLine>(machine.loop, folders.machine, standard_error());
   }
 
+  os_linux::AbsentServices services;  // it is the service
   ServiceProgram service(
-      machine.platform(machine.service_instance, machine.window_instance, dialogs), report_escaped);
+      machine.platform(services, machine.service_instance, machine.window_instance, dialogs),
+      report_escaped);
   print_status_lines(standard_error(), service.frm_main.Statusbar);
   print_changes(standard_error(), service.progress.caption);
   if (options.report_loop) report_loop_turns();

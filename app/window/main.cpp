@@ -18,6 +18,7 @@
 #include "app/common/terminal_dialogs.h"
 #include "app/demo/demo_house.h"
 #include "app/demo/demo_line.h"
+#include "app/window/background_service.h"
 #include "app/window/start_report.h"
 #include "core/program/program.h"
 #include "core/version.h"
@@ -70,8 +71,10 @@ int run(const AppOptions& options, bool offscreen) {
     line = std::make_unique<DemoLine>(machine.loop, folders.machine, standard_output());
   }
 
-  Program program({machine.platform(machine.window_instance, machine.service_instance, dialogs),
-                   window_call, desktop, sounds},
+  BackgroundService background(options, offscreen);
+  Program program({machine.platform(background.control(), machine.window_instance,
+                                    machine.service_instance, dialogs),
+                   window_call, desktop, sounds, background.installer(), background.logon_entry()},
                   report_escaped);
   if (options.demo) program.frm_main.caption = "Homewarden - Demo";
   view::WaitWindowView wait_window(program.frm_wait);

@@ -32,13 +32,20 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
               platform.dialogs),
       tray_(frm_main, frm_main, frm_main.imgicon, frmSysTray, house_.settings, window_,
             platform.window_call),
+      service_mode_(frm_main, frm_main, house_.operations, house_.module1, house_.settings,
+                    platform.dialogs, platform.installer, house_.notices),
+      start_options_(frm_main, frm_main.Statusbar, frm_main, house_.operations, platform.loop,
+                     house_.module1, house_.settings, platform.dialogs, platform.logon_entry,
+                     house_.notices),
       startup_(frm_main, frm_wait, house_.operations, platform.loop, house_.module1,
                house_.settings, house_.steps, platform.instance, platform.counterpart,
                platform.desktop, house_.startup, house_.rooms, tree_, house_.profile_switch,
-               house_.events, tray_, house_.finder),
+               house_.events, tray_, house_.finder, service_mode_, start_options_),
       shutdown_(frm_main, frm_main.Statusbar, frm_main, frm_main, frm_wait, house_.steps, startup_,
-                house_.shutdown, house_.web_server, tray_, house_.operations, platform.loop,
-                house_.module1, house_.settings, platform.desktop) {
+                service_mode_, house_.shutdown, house_.web_server, tray_, house_.operations,
+                platform.loop, house_.module1, house_.settings, platform.desktop) {
+  house_.scheduler.minute_begins.connect(
+      [this] { house_.steps.run([this] { service_mode_.first_run(); }); });
   for (Timer* timer : {&frm_main.startuptimer, &frm_main.flashsave, &frm_main.timerhide})
     timers_.emplace_back(platform.loop, *timer);
 }

@@ -12,7 +12,9 @@
 #include "core/house/house_editor.h"
 #include "core/house/navigation_tree.h"
 #include "core/program/house_parts.h"
+#include "core/program/service_mode.h"
 #include "core/program/shutdown.h"
+#include "core/program/start_options.h"
 #include "core/program/startup.h"
 #include "platform/platform.h"
 #include "ui/frm_main.h"
@@ -69,6 +71,8 @@ class Program {
   HouseDeletion house_deletion_;
   WindowServices window_;
   Tray tray_;
+  ServiceMode service_mode_;
+  StartOptions start_options_;
   Startup startup_;
   Shutdown shutdown_;
   std::list<TimerDriver> timers_;

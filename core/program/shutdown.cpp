@@ -7,9 +7,9 @@
 namespace homewarden {
 
 Shutdown::Shutdown(Window& window, StatusBar& status, OptionsPanel& options, Flags& flags,
-                   FrmWait& wait, Steps& steps, Startup& startup, HouseShutdown& house,
-                   WebServer& web_server, Tray& tray, Operations& operations, EventLoop& loop,
-                   Module1& module1, Settings& settings, Desktop& desktop)
+                   FrmWait& wait, Steps& steps, Startup& startup, ServiceMode& service_mode,
+                   HouseShutdown& house, WebServer& web_server, Tray& tray, Operations& operations,
+                   EventLoop& loop, Module1& module1, Settings& settings, Desktop& desktop)
     : steps_(steps),
       window_(window),
       status_(status),
@@ -17,6 +17,7 @@ Shutdown::Shutdown(Window& window, StatusBar& status, OptionsPanel& options, Fla
       flags_(flags),
       wait_(wait),
       startup_(startup),
+      service_mode_(service_mode),
       house_(house),
       web_server_(web_server),
       tray_(tray),
@@ -34,6 +35,7 @@ Task<void> Shutdown::Form_Unload() {
   // The person, or what asked for the end, may still be in the middle of a step.
   co_await pending_events(loop_);
   startup_.stop();
+  service_mode_.stop_asking();
   if (startup_.has_house()) {
     steps_.run([this] {
       module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "closeengine", "False");

@@ -4,6 +4,7 @@
 #include "base/task.h"
 #include "core/module1.h"
 #include "core/program/house_shutdown.h"
+#include "core/program/service_mode.h"
 #include "core/program/startup.h"
 #include "core/program/steps.h"
 #include "core/settings.h"
@@ -22,9 +23,9 @@ namespace homewarden {
 class Shutdown {
  public:
   Shutdown(Window& window, StatusBar& status, OptionsPanel& options, Flags& flags, FrmWait& wait,
-           Steps& steps, Startup& startup, HouseShutdown& house, WebServer& web_server, Tray& tray,
-           Operations& operations, EventLoop& loop, Module1& module1, Settings& settings,
-           Desktop& desktop);
+           Steps& steps, Startup& startup, ServiceMode& service_mode, HouseShutdown& house,
+           WebServer& web_server, Tray& tray, Operations& operations, EventLoop& loop,
+           Module1& module1, Settings& settings, Desktop& desktop);
 
   // Runs once, however often it is asked for; quits the loop at its end. A command on its way is
   // waited for, 30 seconds at most. A copy of the program that does not have the house yet ends
@@ -46,6 +47,7 @@ class Shutdown {
   Flags& flags_;
   FrmWait& wait_;
   Startup& startup_;
+  ServiceMode& service_mode_;
   HouseShutdown& house_;
   WebServer& web_server_;
   Tray& tray_;

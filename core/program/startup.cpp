@@ -13,7 +13,7 @@ Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop
                  Module1& module1, Settings& settings, Steps& steps, SingleInstance& instance,
                  SingleInstance& service, Desktop& desktop, HouseStartup& house, RoomList& rooms,
                  NavigationTree& tree, ProfileSwitch& profiles, EventList& events, Tray& tray,
-                 InterfaceFinder& finder)
+                 InterfaceFinder& finder, ServiceMode& service_mode, StartOptions& start_options)
     : steps_(steps),
       takeover_(form, wait, steps, module1, instance, service),
       form_(form),
@@ -29,7 +29,9 @@ Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop
       profiles_(profiles),
       events_(events),
       tray_(tray),
-      finder_(finder) {
+      finder_(finder),
+      service_mode_(service_mode),
+      start_options_(start_options) {
   // The window that comes forward is what the person wants to see, not this copy's wait.
   takeover_.another_runs.connect([this] {
     if (tray_.show_other_copy()) wait_.visible = false;
@@ -83,6 +85,8 @@ Task<void> Startup::Form_Load() {
   fill_event_columns(form_);
   fill_event_lists(form_);
   steps_.run([this] { set_options(); });
+  steps_.run([this] { start_options_.renew_logon(); });
+  steps_.run([this] { service_mode_.install_missing(); });
   co_await steps_.progress("Loading Events");
   co_await steps_.finish(events_.loadevents());
 
@@ -101,17 +105,23 @@ void Startup::show_web_port() {
 }
 
 void Startup::set_options() {
-  form_.chk_startup.checked = takeover_.is_delayed();
+  show_boxes();
   fill_dim_list(form_);
-  form_.chk_lww.checked = leading_number(settings_.read("data", "lww", "1")) != 0;
-  form_.chk_service.checked = leading_number(settings_.read("data", "service", "0")) != 0;
   options_set_ = true;
+}
+
+void Startup::show_boxes() {
+  form_.chk_startup.checked = takeover_.is_delayed();
+  start_options_.show_logon();
+  service_mode_.show_stored();
 }
 
 Task<void> Startup::delayed_step() {
   form_.startuptimer.set_interval(0);
   tray_.loadtray();
   co_await pending_events(loop_);
+  // A click of before was ignored; what it left in a box is not so.
+  steps_.run([this] { show_boxes(); });
   form_.ignoreclicks = false;
   restore_window_state();
   finder_.findinterface();

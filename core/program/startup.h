@@ -8,6 +8,8 @@
 #include "core/lists/room_list.h"
 #include "core/module1.h"
 #include "core/program/house_startup.h"
+#include "core/program/service_mode.h"
+#include "core/program/start_options.h"
 #include "core/program/steps.h"
 #include "core/program/takeover.h"
 #include "core/settings.h"
@@ -29,7 +31,8 @@ class Startup {
   Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop, Module1& module1,
           Settings& settings, Steps& steps, SingleInstance& instance, SingleInstance& service,
           Desktop& desktop, HouseStartup& house, RoomList& rooms, NavigationTree& tree,
-          ProfileSwitch& profiles, EventList& events, Tray& tray, InterfaceFinder& finder);
+          ProfileSwitch& profiles, EventList& events, Tray& tray, InterfaceFinder& finder,
+          ServiceMode& service_mode, StartOptions& start_options);
 
   // Begins, and is called once. A copy of the program that finds another one running quits the loop
   // after five seconds, unless the other one ends by then.
@@ -52,6 +55,7 @@ class Startup {
   Task<void> Form_Load();
   void show_web_port();
   void set_options();
+  void show_boxes();
   Task<void> delayed_step();  // startuptimer
   void restore_window_state();
 
@@ -71,6 +75,8 @@ class Startup {
   EventList& events_;
   Tray& tray_;
   InterfaceFinder& finder_;
+  ServiceMode& service_mode_;
+  StartOptions& start_options_;
   Operations::Id running_ = 0;
   bool placed_ = false;
   bool options_set_ = false;

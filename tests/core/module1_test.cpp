@@ -5,6 +5,7 @@
 #include "base/operations.h"
 #include "core/settings.h"
 #include "tests/platform/fake_desktop.h"
+#include "tests/platform/fake_services.h"
 #include "tests/platform/memory_registry.h"
 #include "tests/platform/virtual_loop.h"
 

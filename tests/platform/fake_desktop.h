@@ -9,7 +9,6 @@
 
 #include "platform/desktop.h"
 #include "platform/dialogs.h"
-#include "platform/service_control.h"
 #include "platform/single_instance.h"
 #include "platform/sound_player.h"
 #include "platform/waiting.h"
@@ -86,23 +85,6 @@ class FakeSounds : public SoundPlayer {
     played.push_back(file.filename().string());
   }
   std::vector<std::string> played;
-};
-
-class FakeServices : public ServiceControl {
- public:
-  ServiceState query(const std::string&, const std::string&) override { return state; }
-  void start(const std::string&, const std::string& service) override {
-    calls.push_back("start " + service);
-    if (obeys) state = ServiceState::kRunning;
-  }
-  void stop(const std::string&, const std::string& service) override {
-    calls.push_back("stop " + service);
-    if (obeys) state = ServiceState::kStopped;
-  }
-
-  ServiceState state = ServiceState::kUnknown;
-  bool obeys = true;
-  std::vector<std::string> calls;
 };
 
 class FakeInstance : public SingleInstance {

@@ -6,6 +6,7 @@
 #include "platform/platform.h"
 #include "tests/platform/fake_desktop.h"
 #include "tests/platform/fake_interface.h"
+#include "tests/platform/fake_services.h"
 #include "tests/platform/fake_web.h"
 #include "tests/platform/memory_files.h"
 #include "tests/platform/memory_registry.h"
@@ -20,13 +21,16 @@ struct FakeWorld {
             *connected, *used_dialogs, web,      std::move(folder), ""};
   }
   Platform platform(std::filesystem::path folder) {
-    return {house_platform(std::move(folder)), window_call, desktop, sounds};
+    return {
+        house_platform(std::move(folder)), window_call, desktop, sounds, installer, logon_entry};
   }
 
   VirtualLoop loop;
   MemoryFiles files;
   MemoryRegistry registry;
   FakeServices services;
+  FakeInstaller installer{services};
+  FakeLogonEntry logon_entry;
   FakeInstance instance;
   FakeWindowCall window_call;
   FakeInstance counterpart;

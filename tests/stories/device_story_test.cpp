@@ -51,7 +51,7 @@ TEST(DeviceStory, StartClickSlideClose) {
   EXPECT_EQ(house.notes(), Texts{"send A3 3 20 20 50"});
   EXPECT_EQ(form.device[1].tool_tip.get(), "Click me to turn this device ON");
 
-  house.close();
+  house.close(1s);  // service mode, which the first minute has switched on, takes a second
   EXPECT_TRUE(house.loop.has_quit());
 }
 

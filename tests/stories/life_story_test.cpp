@@ -66,6 +66,7 @@ TEST(LifeStory, StopsAnObedientServiceOnceAndStartsItAtTheEnd) {
   house.settings.write("data", "service", "1");
   house.open(5s);
   EXPECT_EQ(house.services.calls, Texts{"stop Wardengine"});
+  EXPECT_EQ(house.wait_texts.front(), "Stopping Service");
   house.services.obeys = false;  // it stays "Stopped": one more start, a second later
   house.close(1999ms);
   EXPECT_EQ(house.services.calls, Texts({"stop Wardengine", "start Wardengine"}));

@@ -1,0 +1,34 @@
+#include "app/window/background_service.h"
+
+#include <string>
+#include <vector>
+
+#include "platform/linux/absent_logon_entry.h"
+#include "platform/linux/absent_services.h"
+#include "platform/linux/autostart_entry.h"
+
+namespace homewarden {
+namespace {
+
+std::unique_ptr<LogonEntry> choose_logon_entry(const AppOptions& options, bool offscreen) {
+  if (options.demo || offscreen) return std::make_unique<os_linux::AbsentLogonEntry>();
+  std::vector<std::string> arguments;
+  if (options.folder) arguments = {"--folder", std::filesystem::absolute(*options.folder).string()};
+  return std::make_unique<os_linux::AutostartEntry>(os_linux::autostart_folder(),
+                                                    os_linux::program_file(), std::move(arguments));
+}
+
+}  // namespace
+
+BackgroundService::BackgroundService(const AppOptions& options, bool offscreen)
+    : services_(choose_services(options)), logon_entry_(choose_logon_entry(options, offscreen)) {}
+
+BackgroundService::Services BackgroundService::choose_services(const AppOptions& options) {
+  const Services none(std::make_shared<os_linux::AbsentServices>());
+  if (options.demo) return none;
+  // The person's systemd, where one answers on the session bus, stands here.
+  // Else a supervisor of our own stands here.
+  return none;
+}
+
+}  // namespace homewarden
