@@ -79,25 +79,16 @@ TEST_F(HouseWindow, WhatWasNotSentIsReadAloudAndDismissedWithKeys) {
 }
 
 // Catches: a box that shows the click instead of what holds after No, or loses the keyboard to it.
-TEST_F(HouseWindow, ServiceModeIsSwitchedWithKeys) {
+TEST_F(HouseWindow, ServiceModeStaysOnAfterEscape) {
   auto* box = shown<QCheckBox>("Run as a service");
   EXPECT_NE(box->focusPolicy() & Qt::TabFocus, 0);
-  EXPECT_THAT(box->accessibleDescription().toStdString(), HasSubstr("While this window is closed"));
   box->setFocus();
-  for (const bool on : {true, false}) {
-    QTest::keyClick(box, Qt::Key_Space);
-    settle();
-    EXPECT_EQ(box->isChecked(), on);
-  }
+  for (int press = 0; press < 2; ++press, settle()) QTest::keyClick(box, Qt::Key_Space);
+  EXPECT_FALSE(box->isChecked());
   QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
   settle();
   EXPECT_TRUE(box->isChecked());
   EXPECT_EQ(view->focusWidget(), box);
-  QTest::keyClick(box, Qt::Key_Space);
-  settle();
-  EXPECT_THAT(answer(QMessageBox::Yes), StartsWith("Stop service?: Turning this off"));
-  EXPECT_FALSE(box->isChecked());
-  EXPECT_THAT(house.services.calls, ElementsAre("install", "remove"));
 }
 
 TEST_F(HouseWindow, AnEventIsMadeSeenChangedAndDeleted) {

@@ -14,7 +14,7 @@
 namespace homewarden::windows {
 namespace {
 
-using ::testing::ElementsAre, ::testing::HasSubstr, ::testing::IsEmpty;
+using ::testing::ElementsAre, ::testing::HasSubstr;
 
 const std::string kService = "SYSTEM\\CurrentControlSet\\Services\\Wardengine";
 
@@ -27,16 +27,12 @@ struct FakeShell : Shell {
   bool works = true;
 };
 
-struct ServiceToolsTest : ::testing::Test {
-  std::string value(const std::string& key, const std::string& name) {
-    const auto found = registry.read(RegistryRoot::kLocalMachine, key, name);
-    return found && found->type == RegistryType::kString ? found->data : "(none)";
-  }
+TEST(WindowsTest, ServiceAndLogonEntryHaveTheirExactLinesAndValues) {
   FakeShell shell;
   homewarden::testing::MemoryRegistry registry;
-};
-
-TEST_F(ServiceToolsTest, InstallsAndRemovesWithTheExactLinesAndValues) {
+  const auto value = [&registry](const std::string& key, const std::string& name) {
+    return registry.read(RegistryRoot::kLocalMachine, key, name).value().data;
+  };
   ServiceTools tools(shell, registry, "C:\\WINDOWS", "C:\\Program Files\\Homewarden");
   std::vector<std::string> reports;
   tools.reported.connect([&reports](const std::string& text) { reports.push_back(text); });
@@ -53,10 +49,7 @@ TEST_F(ServiceToolsTest, InstallsAndRemovesWithTheExactLinesAndValues) {
   shell.works = false;
   tools.install();
   EXPECT_THAT(reports, ElementsAre("", "", HasSubstr("could not be installed")));
-  EXPECT_FALSE(ServiceTools(shell, registry, "", "C:\\Homewarden").is_available());
-}
 
-TEST_F(ServiceToolsTest, TheRunValueIsEmptiedNotRemoved) {
   const std::string run = "Software\\Microsoft\\Windows\\CurrentVersion\\Run";
   RunEntry entry(registry, "D:\\House");
   EXPECT_TRUE(entry.fill());
