@@ -48,9 +48,11 @@ TEST(LifeStory, TakesTheHouseOverFromAServiceThatWillNotStop) {
     house.services.obeys = false;
     house.counterpart.others = lives ? 1 : 0;
     house.content("temp.txt") = "Hall Lamp~B~12~100~12:01~on~daily~m\r\n";  // by the service
-    house.open(8999ms);
-    EXPECT_EQ(house.services.calls,
-              Texts({"stop Wardengine", "stop Wardengine", "stop Wardengine"}));
+    const Texts stops(3, "stop Wardengine");
+    house.open(2999ms);
+    EXPECT_EQ(house.services.calls, Texts(1, stops[0])) << "not three seconds apart";
+    house.loop.advance(6s);
+    EXPECT_EQ(house.services.calls, stops);
     EXPECT_EQ(house.wait_texts, Texts{"Stopping Service"});
     if (lives) house.loop.advance(5s);
     EXPECT_FALSE(house.form().visible) << "the service still has the web server's port";
