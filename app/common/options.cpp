@@ -27,8 +27,14 @@ AppOptions parse_options(const QStringList& arguments, Face face) {
   report.setFlags(QCommandLineOption::HiddenFromHelp);
   QCommandLineOption loop("report-loop", "Print how long the event loop is busy at most.");
   loop.setFlags(QCommandLineOption::HiddenFromHelp);
+  const QCommandLineOption supervise(
+      "supervise",
+      "Start the service and keep it running, for a system without a service manager.");
+  QCommandLineOption limit("stop-limit", "Kill a supervised service after so many seconds.",
+                           "seconds");
+  limit.setFlags(QCommandLineOption::HiddenFromHelp);
   parser.addOptions({folder, demo, reset, trace, loop});
-  if (face == Face::kWindow) parser.addOption(report);
+  parser.addOptions(face == Face::kWindow ? QList{report} : QList{supervise, limit});
   parser.process(arguments);
 
   AppOptions options;
@@ -39,6 +45,9 @@ AppOptions parse_options(const QStringList& arguments, Face face) {
   options.trace_serial = parser.isSet(trace);
   options.report_start = face == Face::kWindow && parser.isSet(report);
   options.report_loop = parser.isSet(loop);
+  options.supervise = face == Face::kNone && parser.isSet(supervise);
+  if (face == Face::kNone && parser.isSet(limit))
+    options.stop_limit = std::chrono::seconds(parser.value(limit).toUInt());
   return options;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStringList>
+#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -13,7 +14,9 @@ struct AppOptions {
   bool demo = false;
   bool demo_reset = false;
   bool trace_serial = false;
-  bool report_loop = false;   // print how long the event loop is busy without a break
+  bool report_loop = false;  // print how long the event loop is busy without a break
+  bool supervise = false;    // start the service, and start it again when it fails
+  std::optional<std::chrono::seconds> stop_limit;  // for a supervised service that will not end
   bool report_start = false;  // print when the window was first painted and how much memory it took
 };
 

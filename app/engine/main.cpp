@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <memory>
+#include <utility>
 
 #include "app/common/end_signals.h"
 #include "app/common/loop_report.h"
@@ -16,6 +17,8 @@
 #include "core/program/service_program.h"
 #include "core/version.h"
 #include "platform/linux/absent_services.h"
+#include "platform/linux/service_command.h"
+#include "platform/linux/supervisor.h"
 
 namespace homewarden {
 namespace {
@@ -51,6 +54,18 @@ int run(const AppOptions& options) {
   return result;
 }
 
+int supervise(const AppOptions& options) {
+  if (options.demo) {
+    standard_error().print("wardengine: the demo has no supervisor.");
+    return 1;
+  }
+  os_linux::ServiceCommand command = os_linux::service_command(options.folder);
+  if (options.trace_serial) command.arguments.push_back("--trace-serial");
+  return os_linux::Supervisor(os_linux::find_folders(options.folder).machine, std::move(command),
+                              options.stop_limit.value_or(os_linux::Supervisor::kStopLimit))
+      .run();
+}
+
 }  // namespace
 }  // namespace homewarden
 
@@ -60,5 +75,6 @@ int main(int argc, char* argv[]) {
   QCoreApplication application(argc, argv);
   QCoreApplication::setApplicationName("wardengine");
   QCoreApplication::setApplicationVersion(kVersion);
-  return run(parse_options(QCoreApplication::arguments(), Face::kNone));
+  const AppOptions options = parse_options(QCoreApplication::arguments(), Face::kNone);
+  return options.supervise ? supervise(options) : run(options);
 }
