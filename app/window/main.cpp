@@ -19,8 +19,10 @@
 #include "app/demo/demo_house.h"
 #include "app/demo/demo_line.h"
 #include "app/window/background_service.h"
+#include "app/window/service_at_exit.h"
 #include "app/window/start_report.h"
 #include "core/program/program.h"
+#include "core/program/steps.h"
 #include "core/version.h"
 #include "platform/desktop/qt_desktop.h"
 #include "platform/desktop/qt_sound_player.h"
@@ -86,8 +88,14 @@ int run(const AppOptions& options, bool offscreen) {
   if (options.report_loop) report_loop_turns();
   on_end_signal(machine.loop, [&program] { program.frm_main.close_requested(); });
 
+  ServiceAtExit service_at_exit([&machine, &background, &program] {
+    if (!program.wants_service()) return;
+    machine.store_settings();
+    background.control().start("", kServiceName);
+  });
   program.start();
   const int result = QApplication::exec();
+  if (result == 0) service_at_exit.disarm();
   program.end();  // before the windows go, which boxes that are still open belong to
   machine.store_settings();
   return result;

@@ -47,6 +47,9 @@ class Program {
   // called before the faces go; destroying the program does the same. A second call does nothing.
   void end();
 
+  // Whether the service is to have the house when this copy leaves it.
+  bool wants_service() const { return frm_main.chk_service.checked || startup_.owes_service(); }
+
   FrmWait frm_wait;
   FrmSysTray frmSysTray;
 
