@@ -18,6 +18,7 @@ using std::chrono::seconds;
 
 constexpr milliseconds kLook{5000};     // how often it is looked whether the house is still there
 constexpr milliseconds kTurnLook{200};  // and whether another supervisor has ended
+constexpr seconds kSecondLook{1};       // one that goes on now may be about to end
 constexpr seconds kTurnPatience{10};    // beyond its stop limit
 constexpr seconds kKillPatience{10};    // for a process that is dead already
 
@@ -54,12 +55,14 @@ int Supervisor::run() {
 }
 
 SupervisorFile::Taken Supervisor::take_place() {
-  const milliseconds end = uptime() + stop_limit_ + kTurnPatience;
+  const milliseconds start = uptime();
+  const milliseconds end = start + stop_limit_ + kTurnPatience;
   for (;;) {
     const SupervisorFile::Taken taken = file_.take();
     if (taken != SupervisorFile::Taken::kHasAnother) return taken;
     const auto owner = find_supervisor(path_);
-    if ((owner && !owner->stopping) || asked_ || uptime() >= end) return taken;
+    const bool stays = owner && !owner->stopping && uptime() >= start + kSecondLook;
+    if (stays || asked_ || uptime() >= end) return taken;
     asked_ = wait_readable({signals_.fd()}, uptime() + kTurnLook)[0];
   }
 }
