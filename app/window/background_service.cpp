@@ -6,6 +6,8 @@
 #include "platform/linux/absent_logon_entry.h"
 #include "platform/linux/absent_services.h"
 #include "platform/linux/autostart_entry.h"
+#include "platform/linux/service_command.h"
+#include "platform/linux/supervised_services.h"
 
 namespace homewarden {
 namespace {
@@ -24,11 +26,10 @@ BackgroundService::BackgroundService(const AppOptions& options, bool offscreen)
     : services_(choose_services(options)), logon_entry_(choose_logon_entry(options, offscreen)) {}
 
 BackgroundService::Services BackgroundService::choose_services(const AppOptions& options) {
-  const Services none(std::make_shared<os_linux::AbsentServices>());
-  if (options.demo) return none;
+  if (options.demo) return Services(std::make_shared<os_linux::AbsentServices>());
   // The person's systemd, where one answers on the session bus, stands here.
-  // Else a supervisor of our own stands here.
-  return none;
+  return Services(std::make_shared<os_linux::SupervisedServices>(
+      os_linux::find_folders(options.folder), os_linux::service_command(options.folder)));
 }
 
 }  // namespace homewarden
