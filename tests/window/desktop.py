@@ -10,7 +10,6 @@ import time
 import unittest
 
 PROGRAM = os.environ["HOMEWARDEN_PATH"]
-TITLE = "Homewarden - Demo"
 
 
 def wait_for(what, test, limit=20):
@@ -24,6 +23,7 @@ def wait_for(what, test, limit=20):
 
 
 class Desktop(unittest.TestCase):
+  title = "Homewarden - Demo"  # of the window, as a regular expression
 
   def setUp(self):
     self.home = tempfile.mkdtemp()
@@ -33,9 +33,9 @@ class Desktop(unittest.TestCase):
                         "HOMEWARDEN_WEB_ADDRESS": "127.0.0.1",
                         # What libraries keep until the end is no fault of a copy that ends itself.
                         "LSAN_OPTIONS": os.environ.get("LSAN_OPTIONS", "")}
-    display = self.start("Xvfb", "-displayfd", "1", "-noreset", "-nolisten", "tcp", "-screen", "0",
+    self.display = self.start("Xvfb", "-displayfd", "1", "-noreset", "-nolisten", "tcp", "-screen", "0",
                          "1280x900x24", stdout=subprocess.PIPE)
-    number = display.stdout.readline().decode().strip()
+    number = self.display.stdout.readline().decode().strip()
     if not number:
       self.skipTest("the system forbids it: a virtual display")
     self.environment["DISPLAY"] = ":" + number
@@ -43,8 +43,8 @@ class Desktop(unittest.TestCase):
     wait_for("the window manager",
              lambda: "window id" in self.say("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
 
-  def start(self, *command, stdout=subprocess.DEVNULL):
-    process = subprocess.Popen(command, env=self.environment, stdout=stdout,
+  def start(self, *command, stdin=None, stdout=subprocess.DEVNULL):
+    process = subprocess.Popen(command, env=self.environment, stdin=stdin, stdout=stdout,
                                stderr=subprocess.DEVNULL)
     self.addCleanup(self.end, process)
     return process
@@ -54,8 +54,8 @@ class Desktop(unittest.TestCase):
     if process.poll() is None:
       process.send_signal(signal.SIGTERM)
       process.wait(timeout=30)
-    if process.stdout:
-      process.stdout.close()
+    for stream in filter(None, (process.stdin, process.stdout)):
+      stream.close()
 
   def say(self, *command):
     return subprocess.run(command, env=self.environment, stdout=subprocess.PIPE,
@@ -69,7 +69,7 @@ class Desktop(unittest.TestCase):
 
   def window(self):
     """Another one when the program makes it anew; "0" before there is one."""
-    return (self.say("xdotool", "search", "--name", TITLE).split() or ["0"])[-1]
+    return (self.say("xdotool", "search", "--name", self.title).split() or ["0"])[-1]
 
   def tell(self, command, *arguments):
     self.say("xdotool", command, self.window(), *arguments)
