@@ -13,6 +13,6 @@ add_custom_target(assets ALL
 add_dependencies(homewarden assets)
 add_dependencies(wardengine assets)
 
-install(TARGETS homewarden cm11-emulator)
+install(TARGETS homewarden wardengine cm11-emulator)
 install(FILES ${pictures} DESTINATION ${CMAKE_INSTALL_DATADIR}/homewarden/html)
 install(FILES ${sounds} DESTINATION ${CMAKE_INSTALL_DATADIR}/homewarden)

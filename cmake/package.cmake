@@ -1,5 +1,5 @@
 # What an installed copy has beside the programs and their pages, and the Debian package of it all.
-# One package: window and emulator, and whatever runs the house besides, always have one version.
+# One package: window, service and emulator always have one version.
 
 # Texts that name the version. Manual pages are compressed without a name and a time in them, so
 # that the same sources give the same bytes.
@@ -20,7 +20,7 @@ function(install_compressed source folder name)
 endfunction()
 
 # Each program has a page in docs/man and a completion for each shell.
-foreach(program homewarden cm11-emulator)
+foreach(program homewarden wardengine cm11-emulator)
   install_manual(${CMAKE_SOURCE_DIR}/docs/man/${program}.1)
   set(completions ${CMAKE_SOURCE_DIR}/packaging/completions)
   install(FILES ${completions}/${program}.bash RENAME ${program}
@@ -46,6 +46,8 @@ file(GLOB documents CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/docs/*.md)
 install(FILES ${documents} packaging/copyright packaging/README.Debian
   DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install_compressed(${CMAKE_SOURCE_DIR}/packaging/changelog ${CMAKE_INSTALL_DOCDIR} changelog.gz)
+install(FILES packaging/lintian-overrides RENAME homewarden
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME homewarden)
@@ -58,10 +60,16 @@ set(CPACK_PACKAGE_DESCRIPTION
 hear X10 commands on the power line, arranged in rooms. It speaks to a CM11 or
 CM12 computer interface on a serial port, shows what wall transmitters do, runs
 events by the clock and by the sun, and shows the house to phones, browsers and
-televisions.
+televisions. While the window is closed, and after you have logged out, the
+service wardengine goes on with that, if you like.
 .
 The interface can be emulated: homewarden --demo shows a furnished house, and
-cm11-emulator serves any program that can speak to the real thing.")
+cm11-emulator serves any program that can speak to the real thing.
+.
+Removing the package ends the services that run and leaves every house alone,
+and with it each person's own switches: the unit of the service and the entry
+that starts the window at logon. Without the programs these do nothing;
+README.Debian says how to take them away.")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
@@ -70,8 +78,13 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA
+  ${CMAKE_SOURCE_DIR}/packaging/postinst ${CMAKE_SOURCE_DIR}/packaging/prerm)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # Found at run time, which no program's header tells: the windows' platforms (without them it does
-# not start), Wayland's, and what opens a web page.
+# not start), Wayland's, what opens a web page, and the bus on which a notification area and the
+# person's service manager answer; Debian's usual one brings the latter along.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins")
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, xdg-utils")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
+  "qt6-wayland, xdg-utils, default-dbus-session-bus | dbus-session-bus")
 include(CPack)

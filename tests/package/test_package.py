@@ -9,7 +9,7 @@ import unittest
 
 PACKAGE = os.environ["HOMEWARDEN_PACKAGE"]
 SOURCES = pathlib.Path(__file__).resolve().parents[2]
-PROGRAMS = ["homewarden", "cm11-emulator"]
+PROGRAMS = ["homewarden", "wardengine", "cm11-emulator"]
 
 # Asks zsh on a terminal what it would complete, and prints it.
 ZSH = r"""
@@ -73,6 +73,11 @@ class PackageTest(unittest.TestCase):
     self.assertIn(f"homewarden {version}", self.program("homewarden", "--version"))
     for name in PROGRAMS:
       self.assertIn(f"Homewarden {version}", self.manual(name).stdout)
+
+  def test_the_service_links_nothing_of_a_face(self):
+    linked = run("ldd", self.root / "usr/bin/wardengine").stdout
+    self.assertEqual(set(re.findall(r"libQt\w+", linked)), {"libQt6Core", "libQt6SerialPort"})
+    self.assertNotRegex(linked, r"lib(X11|xcb|wayland|GL|dbus|asound|pulse)|not found")
 
   def test_manual_and_completions_know_the_options_that_there_are(self):
     self.assertEqual(sorted(PROGRAMS), sorted(file.name for file in
