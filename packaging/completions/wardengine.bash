@@ -9,7 +9,7 @@ _wardengine() {
     compopt -o filenames
     mapfile -t COMPREPLY < <(compgen -d -- "$cur")
   else
-    mapfile -t COMPREPLY < <(compgen -W "--folder --demo --demo-reset --trace-serial
+    mapfile -t COMPREPLY < <(compgen -W "--folder --demo --demo-reset --trace-serial --supervise
       --help --help-all --version" -- "$cur")
   fi
 }
