@@ -35,6 +35,7 @@ OTHERS = {
     "platform/qt": GROUND,
     "platform/serial": GROUND + ["platform/cm11", "platform/linux"],
     "platform/store": GROUND,
+    "platform/systemd": GROUND + ["platform/linux", "platform/qt"],
     "platform/windows": GROUND,
     "ui/qt": GROUND + ["core", "ui", "platform/qt"],
     "tools/emulator": GROUND + ["platform/cm11", "platform/linux"],
