@@ -45,7 +45,8 @@ OTHERS = {
     "app/demo": GROUND + ["core", "platform/cm11", "platform/linux", "platform/qt",
                           "tools/emulator"],
     "app/window": ["*"],
-    "app/engine": GROUND + ["core", "core/program", "ui", "platform/linux", "app/common", "app/demo"],
+    "app/engine": GROUND + ["core", "core/program", "ui", "platform/linux", "platform/qt",
+                          "app/common", "app/demo"],
     "tests": ["*"],
     "bench": ["*"],
 }
@@ -57,6 +58,7 @@ ONLY_IN = {
     "sqlite3.h": "platform/store",
     "QSerialPort": "platform/serial",
     "xcb/xcb.h": "ui/qt",
+    "systemd/sd-daemon.h": "app/engine",
 }
 WIDGETS_ONLY_IN = ("ui/qt", "app/window", "tests/window", "bench")
 

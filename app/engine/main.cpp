@@ -14,6 +14,7 @@
 #include "app/common/terminal_dialogs.h"
 #include "app/demo/demo_house.h"
 #include "app/demo/demo_line.h"
+#include "app/engine/manager_news.h"
 #include "core/program/service_program.h"
 #include "core/version.h"
 #include "platform/linux/absent_services.h"
@@ -45,6 +46,7 @@ int run(const AppOptions& options) {
       report_escaped);
   print_status_lines(standard_error(), service.frm_main.Statusbar);
   print_changes(standard_error(), service.progress.caption);
+  ManagerNews news(machine.loop, service);
   if (options.report_loop) report_loop_turns();
   on_end_signal(machine.loop, [&service] { service.frm_main.close_requested(); });
 

@@ -36,6 +36,7 @@ Task<void> ServiceLife::run() {
   co_await steps_.finish(startup_.learn_settings());
   const bool is_free = co_await find_house_free();
   if (!is_free) {
+    leaving();
     loop_.quit();
     co_return;
   }
@@ -49,6 +50,7 @@ Task<void> ServiceLife::run() {
   startup_.forget_once_events();
   startup_.compute_sun_times();
   startup_.begin_work();
+  ready();
   finder_.findinterface();
 }
 
@@ -93,6 +95,7 @@ Task<void> ServiceLife::end() {
   if (state_ == State::kLeaving) co_return;
   const bool has_house = state_ == State::kHasHouse;
   state_ = State::kLeaving;
+  leaving();
   // What asked for the end may still be in the middle of a step.
   co_await pending_events(loop_);
   operations_.end(running_);

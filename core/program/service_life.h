@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/operations.h"
+#include "base/signal.h"
 #include "base/task.h"
 #include "core/module1.h"
 #include "core/program/house_shutdown.h"
@@ -32,6 +33,11 @@ class ServiceLife {
   // To be called once. Quits the loop when another copy or the window still has the house after
   // five seconds, with a line in panel 2. The delay that a person may have asked for is kept.
   void start();
+
+  // The house runs and the web server answers, or cannot; not raised where another has the house.
+  Signal<> ready;
+  // The service is about to end, whether or not it has been ready. Raised once.
+  Signal<> leaving;
 
  private:
   enum class State { kWaiting, kDelayed, kHasHouse, kLeaving };

@@ -31,6 +31,10 @@ class ServiceProgram {
 
  private:
   ServiceLife life_;
+
+ public:
+  Signal<>& ready = life_.ready;
+  Signal<>& leaving = life_.leaving;
 };
 
 }  // namespace homewarden

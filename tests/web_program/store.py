@@ -4,6 +4,7 @@ import contextlib
 import sqlite3
 
 MACHINE_KEY = r"Software\Microsoft\Windows\Homewarden"
+DELAY_KEY = r"Software\Microsoft\Windows\CurrentVersion"
 USER_KEY = r"Software\Homewarden\data"
 TYPE_KEY = r"Software\Homewarden\type"
 SCHEMA = """CREATE TABLE IF NOT EXISTS value (key TEXT NOT NULL COLLATE NOCASE,
