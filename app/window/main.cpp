@@ -22,7 +22,6 @@
 #include "app/window/service_at_exit.h"
 #include "app/window/start_report.h"
 #include "core/program/program.h"
-#include "core/program/steps.h"
 #include "core/version.h"
 #include "platform/desktop/qt_desktop.h"
 #include "platform/desktop/qt_sound_player.h"
@@ -91,7 +90,7 @@ int run(const AppOptions& options, bool offscreen) {
   ServiceAtExit service_at_exit([&machine, &background, &program] {
     if (!program.wants_service()) return;
     machine.store_settings();
-    background.control().start("", kServiceName);
+    background.start_at_exit();
   });
   program.start();
   const int result = QApplication::exec();

@@ -51,7 +51,8 @@ bool is_utf8(const std::string& text) {
 }  // namespace
 
 UserServices::UserServices(const os_linux::ServiceCommand& command, const fs::path& config_home)
-    : unit_file_(config_home / "systemd" / "user" / kUnitName),
+    : program_(command.program),
+      unit_file_(config_home / "systemd" / "user" / kUnitName),
       unit_(service_unit(command)),
       lingering_(files_, config_home / "homewarden" / "lingering") {}
 
@@ -73,6 +74,10 @@ void UserServices::stop(const std::string& machine, const std::string& service) 
 void UserServices::renew_unit() {
   const auto content = files_.read(unit_file_);
   if (content && *content != unit_ && write_unit()) manager_.reload([](const QString&) {});
+}
+
+bool UserServices::is_available() const {
+  return ::access(program_.c_str(), X_OK) == 0;
 }
 
 void UserServices::install() {

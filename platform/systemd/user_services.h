@@ -30,7 +30,7 @@ class UserServices : public ServiceControl, public ServiceInstaller {
   void start(const std::string& machine, const std::string& service) override;
   void stop(const std::string& machine, const std::string& service) override;
 
-  bool is_available() const override { return true; }
+  bool is_available() const override;
   // The service also starts with the computer, and stays when the person logs out.
   void install() override;
   void remove() override;
@@ -43,6 +43,7 @@ class UserServices : public ServiceControl, public ServiceInstaller {
   UserManager::Done after(const QString& failure, std::function<void()> next);
   void report(const QString& text);
 
+  const std::filesystem::path program_;
   const std::filesystem::path unit_file_;
   const std::string unit_;
   os_linux::PosixFiles files_;
