@@ -85,7 +85,8 @@ class House:
 
   def environment(self):
     environment = {name: value for name, value in os.environ.items()
-                   if name not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")}
+                   if name not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM",
+                                   "DBUS_SESSION_BUS_ADDRESS")}
     for name in ("HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"):
       environment[name] = self.home.name
     if not self.inside:  # a network of the test's own has addresses of all kinds
