@@ -30,11 +30,12 @@ Machine::Machine(const AppOptions& options, const os_linux::Folders& places)
     : folders(places),
       window_instance(places.machine / os_linux::kWindowLock),
       service_instance(places.machine / os_linux::kServiceLock),
+      loop(options.time_lapse),
       printing(loop),
       registry(places.machine, places.user,
                [this](std::function<void()> function) { loop.post(std::move(function)); }),
       stream({places.machine, devices_for(options)}),
-      interface_control(loop, stream),
+      interface_control(options.time_lapse.factor == 1 ? loop : interface_loop.emplace(), stream),
       web(
           loop, web_host,
           [this](int descriptor, std::function<void()> function) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <optional>
 
 #include "app/common/options.h"
 #include "app/common/standard_output.h"
@@ -33,6 +34,8 @@ struct Machine {
   os_linux::LockFileInstance window_instance;
   os_linux::LockFileInstance service_instance;
   qt::QtLoop loop;
+  // In a time lapse: the interface goes on in its own time.
+  std::optional<qt::QtLoop> interface_loop;
   PrintFromLoop printing;
   os_linux::PosixFiles files;
   store::SqliteRegistry registry;

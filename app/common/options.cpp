@@ -2,10 +2,27 @@
 
 #include <QCommandLineParser>
 #include <QFile>
+#include <cstdlib>
 
+#include "app/common/standard_output.h"
 #include "core/version.h"
 
 namespace homewarden {
+namespace {
+
+constexpr const char* kTimeLapse = "HOMEWARDEN_TIME_LAPSE";
+
+qt::TimeLapse time_lapse() {
+  const char* text = std::getenv(kTimeLapse);
+  if (!text || !*text) return {};
+  if (const auto lapse = qt::parse_time_lapse(text)) return *lapse;
+  standard_error().print(
+      std::string("Homewarden: ") + kTimeLapse + "=" + text +
+      " is no time lapse; 60@1700000000 would be one, 60 times as fast since that second.");
+  std::exit(1);
+}
+
+}  // namespace
 
 AppOptions parse_options(const QStringList& arguments, Face face) {
   QCommandLineParser parser;
@@ -44,6 +61,7 @@ AppOptions parse_options(const QStringList& arguments, Face face) {
   options.demo = parser.isSet(demo) || options.demo_reset;
   options.trace_serial = parser.isSet(trace);
   options.report_start = face == Face::kWindow && parser.isSet(report);
+  options.time_lapse = time_lapse();
   options.report_loop = parser.isSet(loop);
   options.supervise = face == Face::kNone && parser.isSet(supervise);
   if (face == Face::kNone && parser.isSet(limit))

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "platform/qt/time_lapse.h"
+
 namespace homewarden {
 
 // What the command line asks for.
@@ -17,6 +19,8 @@ struct AppOptions {
   bool report_loop = false;  // print how long the event loop is busy without a break
   bool supervise = false;    // start the service, and start it again when it fails
   std::optional<std::chrono::seconds> stop_limit;  // for a supervised service that will not end
+  // HOMEWARDEN_TIME_LAPSE: tests and measurements have not got hours.
+  qt::TimeLapse time_lapse;
   bool report_start = false;  // print when the window was first painted and how much memory it took
 };
 

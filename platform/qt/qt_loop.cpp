@@ -9,7 +9,7 @@ namespace homewarden::qt {
 
 using std::chrono::milliseconds;
 
-QtLoop::QtLoop() {
+QtLoop::QtLoop(TimeLapse lapse) : lapse_(lapse) {
   clock_.start();
   timer_.setSingleShot(true);
   timer_.setTimerType(Qt::PreciseTimer);
@@ -17,11 +17,15 @@ QtLoop::QtLoop() {
 }
 
 milliseconds QtLoop::uptime() const {
-  return milliseconds(clock_.elapsed());
+  if (lapse_.factor == 1) return milliseconds(clock_.elapsed());
+  const std::chrono::nanoseconds elapsed(clock_.nsecsElapsed());
+  return std::chrono::duration_cast<milliseconds>(elapsed * lapse_.factor);
 }
 
 LocalTime QtLoop::local_time() const {
-  const QDateTime now = QDateTime::currentDateTime();
+  QDateTime now = QDateTime::currentDateTime();
+  if (lapse_.factor != 1)
+    now.setMSecsSinceEpoch(lapse_.at(milliseconds(now.toMSecsSinceEpoch())).count());
   const QDate date = now.date();
   const QTime time = now.time();
   LocalTime local;
@@ -60,8 +64,9 @@ void QtLoop::quit() {
 
 void QtLoop::arm() {
   if (calls_.empty()) return timer_.stop();
-  const milliseconds wait = calls_.begin()->first.first - uptime();
-  timer_.start(std::max(wait, milliseconds(0)));
+  milliseconds wait = std::max(calls_.begin()->first.first - uptime(), milliseconds(0));
+  if (lapse_.factor != 1) wait = (wait + milliseconds(lapse_.factor - 1)) / lapse_.factor;
+  timer_.start(wait);
 }
 
 // One call at a time, so that input and painting come in between.

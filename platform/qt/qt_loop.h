@@ -8,13 +8,15 @@
 #include <utility>
 
 #include "platform/event_loop.h"
+#include "platform/qt/time_lapse.h"
 
 namespace homewarden::qt {
 
 // The event loop of the program on that of Qt: one timer for whatever comes due next.
 class QtLoop : public EventLoop {
  public:
-  QtLoop();
+  // All times, of both clocks and of calls, are those of the lapse.
+  explicit QtLoop(TimeLapse lapse = {});
   QtLoop(const QtLoop&) = delete;
   QtLoop& operator=(const QtLoop&) = delete;
 
@@ -39,6 +41,7 @@ class QtLoop : public EventLoop {
   void run_due();
   void run(const std::function<void()>& function) const;
 
+  const TimeLapse lapse_;
   QElapsedTimer clock_;
   QTimer timer_;
   QObject watchers_;

@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDateTime>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -45,6 +46,19 @@ TEST(QtLoop, CallsInOrderOfTimeThenOfAskingAndNotWhenCancelled) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return calls.size() == 4; }, 2000));
   EXPECT_THAT(calls, ElementsAre(1, 2, 3, 4));
   loop.cancel(cancelled);
+}
+
+TEST(QtLoop, InATimeLapseClockAndCallsRunAsFastAndWhatIsNoneIsRefused) {
+  for (const char* text : {"", "60", "60@", "@9", "0@9", "1001@9", "-2@9", "2@-9", "2x@9", "2@9 "})
+    EXPECT_FALSE(qt::parse_time_lapse(text)) << text;
+  const auto now = QDateTime::currentSecsSinceEpoch();
+  qt::QtLoop loop(qt::parse_time_lapse("600@" + std::to_string(now - 3600)).value());
+  const int month = QDateTime::fromSecsSinceEpoch(now + 599 * 3600).date().month();
+  EXPECT_EQ(loop.local_time().month, month) << "600 hours instead of one";
+  bool called = false;
+  loop.call_after(std::chrono::minutes(10), [&] { called = true; });
+  EXPECT_TRUE(QTest::qWaitFor([&] { return called; }, 30000));
+  EXPECT_GE(loop.uptime(), std::chrono::minutes(10));
 }
 
 TEST(QtLoop, InputComesBeforeACallWithoutDelay) {
