@@ -49,6 +49,10 @@ class InterfaceControl {
   // True when the port is closed (also when it was not open). Commands that wait are given up.
   virtual Task<bool> CloseInterface() = 0;
 
+  // Whether a command from the power line is on its way here and would be lost by closing now: the
+  // interface gives each away once. Not for longer than a few seconds without a new one.
+  virtual bool is_receiving() = 0;
+
   // Sends one command and returns when the interface is ready again, or has been given up for this
   // command within a bounded time. `house` is a letter A to P, `unit` 1 to 16 as decimal text,
   // `amount` 0 to 100 the percentage of the dimming range for Dim and Bright, rounded to the 22

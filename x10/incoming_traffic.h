@@ -20,6 +20,9 @@ class IncomingTraffic {
   IncomingTraffic(StatusBar& status, Operations& operations, EventLoop& loop,
                   InterfaceControl& interface_control, SeenCommands& seen);
 
+  // Whether one has come that is not recorded yet.
+  bool is_handling() const { return handling_; }
+
   // Raised for each command, before its device is recorded: house code, unit, X10 function. The
   // unit is 0 for a command to the whole house.
   Signal<const std::string&, int, int> seen_on_line;

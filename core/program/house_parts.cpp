@@ -52,8 +52,8 @@ HouseParts::HouseParts(const HousePlatform& platform, Operations::ErrorHandler o
       steps(progress, platform.loop, operations),
       startup(frm_main, frm_main, frm_main, frm_main, frm_main, steps, module1, settings,
               platform.counterpart, rooms, files, profile_switch, location, web_server),
-      shutdown(frm_main, frm_main, frm_main, steps, finder, cleanup, platform.loop, module1,
-               platform.interface_control) {
+      shutdown(frm_main, frm_main, frm_main, frm_main, steps, finder, incoming, cleanup,
+               platform.loop, module1, platform.interface_control) {
   const auto run_macros = [this](const std::string& house_code, int unit, int function) {
     macros.amacros(house_code, unit, function);
   };

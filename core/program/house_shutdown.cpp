@@ -13,14 +13,17 @@ constexpr milliseconds kStep{100};
 
 }  // namespace
 
-HouseShutdown::HouseShutdown(Window& window, Flags& flags, ProgramTimers& timers, Steps& steps,
-                             InterfaceFinder& finder, EventCleanup& cleanup, EventLoop& loop,
+HouseShutdown::HouseShutdown(Window& window, HiddenLists& lists, Flags& flags,
+                             ProgramTimers& timers, Steps& steps, InterfaceFinder& finder,
+                             IncomingTraffic& incoming, EventCleanup& cleanup, EventLoop& loop,
                              Module1& module1, InterfaceControl& interface_control)
     : window_(window),
+      lists_(lists),
       flags_(flags),
       timers_(timers),
       steps_(steps),
       finder_(finder),
+      incoming_(incoming),
       cleanup_(cleanup),
       loop_(loop),
       module1_(module1),
@@ -29,15 +32,19 @@ HouseShutdown::HouseShutdown(Window& window, Flags& flags, ProgramTimers& timers
 void HouseShutdown::take_nothing_more() {
   busy_.emplace(window_);
   finder_.stop();
-  for (Timer* timer :
-       {&timers_.timerqueue, &timers_.timerdelete, &timers_.timetimer, &timers_.eventtimer})
+  for (Timer* timer : {&timers_.timerdelete, &timers_.timetimer, &timers_.eventtimer})
     timer->set_enabled(false);
+  timers_.timerqueue.set_interval(static_cast<int>(kStep.count()));
 }
 
 Task<void> HouseShutdown::finish_commands() {
-  if (flags_.sending) co_await steps_.progress("Waiting for the last command");
-  for (; (flags_.sending || flags_.filebusy) && waited_ < kPatience; waited_ += kStep)
-    co_await Delay(loop_, kStep);
+  if (is_busy()) co_await steps_.progress("Waiting for the last command");
+  for (; is_busy() && waited_ < kPatience; waited_ += kStep) co_await Delay(loop_, kStep);
+}
+
+bool HouseShutdown::is_busy() const {
+  return flags_.sending || flags_.filebusy || !lists_.txt_queue.text.get().empty() ||
+         incoming_.is_handling() || interface_.is_receiving();
 }
 
 void HouseShutdown::remove_due_events() {
@@ -48,6 +55,8 @@ void HouseShutdown::remove_due_events() {
 
 Task<void> HouseShutdown::close_port() {
   co_await steps_.progress("Closing Port");
+  co_await finish_commands();
+  timers_.timerqueue.set_enabled(false);
   co_await steps_.finish(close_interface(interface_, module1_));
 }
 

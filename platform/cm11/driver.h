@@ -42,6 +42,9 @@ class Driver : public InterfaceControl {
   void NumericOption(int option) override;
   void ClientName(const std::string& name) override;
   Task<bool> CloseInterface() override;
+  bool is_receiving() override {
+    return handshake_.is_receiving(loop_.uptime()) || !posted_.empty();
+  }
   // 1: not sent, for certain or possibly. While the interface is unplugged a command waits until 8
   // seconds after the loss; later ones end at once.
   Task<int> SendX10(std::string house, std::string unit, int function, double amount, int option1,

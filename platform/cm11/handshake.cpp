@@ -35,6 +35,8 @@ constexpr milliseconds kUploadBegins{500};
 constexpr milliseconds kUploadGoesOn{300};
 constexpr milliseconds kUploadEnds{50};  // of silence after its last byte
 constexpr milliseconds kUploadLimit{3000};
+// A switch on the wall sends both in one go, and the interface asks once a second.
+constexpr milliseconds kFunctionComes{2500};
 // A byte this soon after the last one of an upload belongs to it, if one before it was doubled.
 constexpr milliseconds kSameUpload{8};
 constexpr milliseconds kStatusBegins{700};
@@ -165,7 +167,7 @@ void Handshake::expect_upload(std::uint8_t byte, Milliseconds now) {
     upload_byte_ = now;
     const bool separate = pause >= kSameUpload || !upload_.has_neighbours_alike();
     if ((byte == kPoll || byte == kClockRequest) && separate) {
-      end_upload();
+      end_upload(now);
       return receive(byte, now);
     }
     // One byte too many: something was doubled or slipped in before.
@@ -220,7 +222,7 @@ void Handshake::advance(Milliseconds now) {
       finish(Outcome::kUnknown, false);
       break;
     case State::kUpload:
-      end_upload();
+      end_upload(now);
       break;
     case State::kClock:
       if (const auto end = clock_->advance(local_time_(), now)) end_clock(*end, now);
@@ -233,6 +235,10 @@ void Handshake::advance(Milliseconds now) {
     }
   }
   follow_clock();
+}
+
+bool Handshake::is_receiving(Milliseconds now) const {
+  return state_ == State::kUpload || (addressed_.is_open() && now - upload_end_ < kFunctionComes);
 }
 
 std::optional<Handshake::Milliseconds> Handshake::deadline() const {
@@ -298,7 +304,8 @@ bool Handshake::serve(std::uint8_t request, std::optional<Outcome> outcome, Mill
 // or makes no sense is dropped whole, since nobody can tell which byte is missing; and from then on
 // nothing is certain about which units listen. When nothing came at all, C3 was lost: the interface
 // keeps its data and polls again.
-void Handshake::end_upload() {
+void Handshake::end_upload(Milliseconds now) {
+  upload_end_ = now;
   bool intact = upload_over_ && !upload_damaged_;
   if (intact) counts_what_follows_ = true;
   if (!upload_over_ && !counts_what_follows_) intact = upload_.accept_count_of_all();

@@ -50,6 +50,10 @@ class Handshake {
   // False while an attempt is under way, or a poll or a clock request is served.
   bool idle() const { return state_ == State::kIdle; }
 
+  // While a poll has been answered and its upload is not over, and while an address has been heard
+  // whose function is about to come: whoever has the interface then could not tell what it is for.
+  bool is_receiving(Milliseconds now) const;
+
   // Only while idle().
   void transmit(const Transmission& transmission, Milliseconds now);
   void request_status(Milliseconds now);
@@ -96,7 +100,7 @@ class Handshake {
   // Serves a poll or clock request; `outcome` is that of the attempt it came upon. False when the
   // byte is neither.
   bool serve(std::uint8_t request, std::optional<Outcome> outcome, Milliseconds now);
-  void end_upload();
+  void end_upload(Milliseconds now);
   void end_clock(ClockSetting::End end, Milliseconds now);
   void follow_clock();
   void finish(std::optional<Outcome> outcome, bool in_step);
@@ -126,6 +130,7 @@ class Handshake {
   bool upload_noise_ = false;         // bytes came that are no upload
   bool counts_what_follows_ = false;  // this interface's count has been seen not to include itself
   Milliseconds upload_begun_{0};
+  Milliseconds upload_end_{0};
   Milliseconds upload_byte_{0};  // when the last one came
   std::optional<ClockSetting> clock_;
   std::string status_;

@@ -91,6 +91,11 @@ std::vector<Heard> AddressedUnits::take(const Frame& frame) {
   return heard;
 }
 
+bool AddressedUnits::is_open() const {
+  return std::ranges::any_of(houses_,
+                             [](const House& one) { return !one.closed && !one.units.empty(); });
+}
+
 void AddressedUnits::forget() {
   houses_ = {};
 }

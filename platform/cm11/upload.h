@@ -72,6 +72,9 @@ class AddressedUnits {
   // which none was heard.
   std::vector<Heard> take(const Frame& frame);
 
+  // Whether an address has come that no function has followed yet.
+  bool is_open() const;
+
   // What was heard is no longer certain; functions are for nobody until addresses come again.
   void forget();
 

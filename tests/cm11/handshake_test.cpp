@@ -29,6 +29,7 @@ class HandshakeTest : public ::testing::Test {
   //   done             so the attempt has ended; "pending" when it has not. "ends unknown": within
   //                    half a minute of silence
   //   heard B6 Bright  the commands of others since the last "heard"
+  //   hearing, quiet   whether closing now would lose a command of others
   //   changed, same    whether another controller has been busy in house A
   void play(const std::string& conversation) {
     SCOPED_TRACE(conversation);
@@ -51,6 +52,8 @@ class HandshakeTest : public ::testing::Test {
       EXPECT_EQ(heard(), rest);
     } else if (verb == "changed" || verb == "same") {
       EXPECT_EQ(line.listeners().changed(0), verb == "changed");
+    } else if (verb == "hearing" || verb == "quiet") {
+      EXPECT_EQ(line.is_receiving(now), verb == "hearing");
     } else if (verb == "ends") {
       wait(30s);
       EXPECT_EQ(outcome(), rest);
@@ -145,6 +148,14 @@ TEST_F(HandshakeTest, TriesVaryUntilTheInterfaceIsInStep) {
   play(fails + "send A1 | > 04 | < 6A | > 04 66 | wait 1000 | unanswered");
   play("send A1 | > 04 | < 6A | > F0 04 66 | < 6A | > 00 | < 66 | wait 1000 | unknown");
   play("send A dim 16 | > 86 | wait 100 | > 64 | < EA | > 00 | < 64 | wait 7000 | < 55 | done");
+}
+
+// Catches: a port closed between an address and its function, which means nothing to the next who
+// opens it; and one that stays open for an address alone.
+TEST_F(HandshakeTest, TellsWhileItHearsACommand) {
+  play("quiet | < 5A | hearing | < 02 00 6A | wait 50 | hearing | wait 900 | < 5A | hearing");
+  play("< 02 01 62 | hearing | wait 50 | heard A4 On | quiet");
+  play("< 5A | < 02 00 66 | wait 50 | hearing | wait 2500 | quiet");
 }
 
 // Catches: a poll between any two bytes that is not served, or after which the transmission is

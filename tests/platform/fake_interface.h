@@ -41,6 +41,8 @@ class FakeInterface : public InterfaceControl {
     co_return !refuses_close;
   }
 
+  bool is_receiving() override { return receives; }
+
   Task<int> SendX10(std::string house, std::string unit, int function, double amount, int option1,
                     int option2) override {
     std::ostringstream text;
@@ -70,6 +72,7 @@ class FakeInterface : public InterfaceControl {
   std::chrono::milliseconds mains_time{0};
   std::chrono::milliseconds opening_time{0};
   std::string refused;  // what refused_ports() says
+  bool receives = false;
   bool refuses_close = false;
   bool fails = false;  // nothing that is sent goes out
 

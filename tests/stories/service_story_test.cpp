@@ -104,6 +104,22 @@ TEST(ServiceStory, KeepsTheDelayAndEndsInTheMiddleOfItWithoutAMark) {
   }
 }
 
+TEST(ServiceStory, WhatComesFromTheLineAtTheEndIsRecordedAndItsMacrosSentBeforeThePortCloses) {
+  ServiceHouse house;
+  house.content("macs.hlk") = "When~A3~Table~Lamp~turns~on~Turn~On~B12~Hall~Lamp\r\n";
+  house.serve();
+  house.notes();
+  house.interface_control.receives = true;
+  house.terminate(2s);
+  EXPECT_THAT(house.notes(), IsEmpty()) << "closed while a wall switch was being heard";
+  house.interface_control.receives = false;
+  house.receive("A3", kX10On, 5s);
+  EXPECT_TRUE(house.loop.has_quit());
+  EXPECT_EQ(house.machine("KitchenTableLamp"), "True");
+  EXPECT_EQ(house.machine("HallLamp"), "True") << "the macro's command went with the queue";
+  EXPECT_EQ(house.notes().back(), "close");
+}
+
 TEST(ServiceStory, ATerminationFinishesTheCommandThenClosesServerAndPort) {
   ServiceHouse house(kPorch);
   house.loop.set_wall_clock(2023, 6, 21, 12, 0, 50);
