@@ -24,7 +24,10 @@ ServiceLife::ServiceLife(Window& window, StatusBar& status, Flags& flags, Progra
       delay_(flags, steps, module1) {
   window.close_requested.connect([this] { operations_.start(end()); });
   registry.changed.connect([this](RegistryRoot) { look_for_window(); });
-  timers.statetimer.tick.connect([this] { look_for_window(); });
+  timers.statetimer.tick.connect([this, &registry] {
+    registry.changes(RegistryRoot::kLocalMachine);  // has found what another process wrote
+    look_for_window();
+  });
 }
 
 void ServiceLife::start() {

@@ -1,8 +1,10 @@
 """The program without a window, as a process, and how it and the window give way to each other."""
 
+import contextlib
 import os
 import pathlib
 import re
+import sqlite3
 import subprocess
 import time
 import unittest
@@ -63,6 +65,13 @@ class EngineTest(unittest.TestCase):
     window.terminate()
     self.assertEqual(window.wait(60), 0)
     wait_until(lambda: self.closeengine() == "False", "the mark that the house is free")
+
+  def test_the_flag_alone_is_enough_to_step_aside(self):
+    """Nothing else makes the engine look at the disk."""
+    database = self.house.folder / "machine" / "machine.db"
+    with contextlib.closing(sqlite3.connect(database, timeout=30)) as connection, connection:
+      connection.execute("UPDATE value SET data='True' WHERE key=? AND name='closeengine'", (MACHINE_KEY,))
+    self.assertEqual(self.house.process.wait(30), 0)
 
   def test_needs_no_face(self):
     """Nothing it has loaded, be it linked, needed by another library or found at run time, draws,
