@@ -91,7 +91,7 @@ void RequestHandler::arrived(Operations& operations, int id, const std::string& 
 
 Task<void> RequestHandler::carry_out_switches() {
   const FlagGuard switching(switching_);
-  while (!switches_.empty()) {
+  while (takes_switches_ && !switches_.empty()) {
     const FlagGuard busy(form_.busy);
     const Request request = std::move(switches_.front());
     switches_.pop_front();

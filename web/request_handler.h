@@ -29,6 +29,10 @@ class RequestHandler {
                  Module1& module1, WebServerControl& web, PageBuilder& pages, PageCache cache,
                  HouseIndex& house, DeviceCommands& commands, DeviceState& state);
 
+  // For the end: no switch begins any more; those that wait are not answered. The one that is being
+  // carried out is.
+  void take_no_more_switches() { takes_switches_ = false; }
+
  private:
   struct Request {
     int id;
@@ -59,6 +63,7 @@ class RequestHandler {
   DeviceState& state_;
   std::deque<Request> switches_;  // not begun
   bool switching_ = false;
+  bool takes_switches_ = true;
 };
 
 }  // namespace homewarden

@@ -9,7 +9,8 @@ ServiceLife::ServiceLife(Window& window, StatusBar& status, Flags& flags, Progra
                          Operations& operations, EventLoop& loop, Module1& module1,
                          Registry& registry, Steps& steps, SingleInstance& instance,
                          SingleInstance& window_instance, HouseStartup& startup,
-                         HouseShutdown& shutdown, WebServer& web_server, InterfaceFinder& finder)
+                         HouseShutdown& shutdown, RequestHandler& requests, WebServer& web_server,
+                         InterfaceFinder& finder)
     : status_(status),
       operations_(operations),
       loop_(loop),
@@ -19,6 +20,7 @@ ServiceLife::ServiceLife(Window& window, StatusBar& status, Flags& flags, Progra
       window_instance_(window_instance),
       startup_(startup),
       shutdown_(shutdown),
+      requests_(requests),
       web_server_(web_server),
       finder_(finder),
       delay_(flags, steps, module1) {
@@ -107,10 +109,11 @@ Task<void> ServiceLife::end() {
   loop_.quit();
 }
 
-// A browser whose command is on the line gets its answer; what it has sent until the server stops
-// is carried out as well.
+// A browser whose command is on the line gets its answer; others would keep the house here for as
+// long as they press.
 Task<void> ServiceLife::leave() {
   shutdown_.take_nothing_more();
+  requests_.take_no_more_switches();
   status_.panel2 = "Closing communications, please wait";
   co_await shutdown_.finish_commands();
   steps_.run([this] { web_server_.stop(); });

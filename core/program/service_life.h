@@ -13,6 +13,7 @@
 #include "platform/single_instance.h"
 #include "ui/controls.h"
 #include "ui/shared_state.h"
+#include "web/request_handler.h"
 #include "web/web_server.h"
 #include "x10/interface_finder.h"
 
@@ -27,8 +28,8 @@ class ServiceLife {
   ServiceLife(Window& window, StatusBar& status, Flags& flags, ProgramTimers& timers,
               Operations& operations, EventLoop& loop, Module1& module1, Registry& registry,
               Steps& steps, SingleInstance& instance, SingleInstance& window_instance,
-              HouseStartup& startup, HouseShutdown& shutdown, WebServer& web_server,
-              InterfaceFinder& finder);
+              HouseStartup& startup, HouseShutdown& shutdown, RequestHandler& requests,
+              WebServer& web_server, InterfaceFinder& finder);
 
   // To be called once. Quits the loop when another copy or the window still has the house after
   // five seconds, with a line in panel 2. The delay that a person may have asked for is kept.
@@ -60,6 +61,7 @@ class ServiceLife {
   SingleInstance& window_instance_;
   HouseStartup& startup_;
   HouseShutdown& shutdown_;
+  RequestHandler& requests_;
   WebServer& web_server_;
   InterfaceFinder& finder_;
   StartDelay delay_;

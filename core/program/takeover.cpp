@@ -8,6 +8,9 @@ namespace homewarden {
 namespace {
 
 constexpr int kStopTries = 3;
+constexpr int kPause = 5;
+// As long as the service may take for its last commands, and a little more.
+constexpr int kPatience = 35;
 
 }  // namespace
 
@@ -58,10 +61,19 @@ Task<bool> Takeover::is_second_copy() {
   const bool is_only_window = instance_.take();
   if (is_only_window && !service_.another_is_running()) co_return false;
   if (!is_only_window) another_runs();
-  co_await module1_.pause(5);
+  co_await module1_.pause(kPause);
+  if (is_only_window) co_await service_ends();
   const bool stays = !instance_.take();
   wait_.visible = !stays;
   co_return stays;
+}
+
+// Beside it the web server would find its port taken, and events no interface.
+Task<void> Takeover::service_ends() {
+  for (int waited = kPause; service_.another_is_running() && waited < kPatience; ++waited) {
+    co_await steps_.progress("Waiting for the service");
+    co_await module1_.pause(1);
+  }
 }
 
 Task<void> Takeover::keep_delay() {

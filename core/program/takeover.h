@@ -20,8 +20,8 @@ class Takeover {
            SingleInstance& service);
 
   // False when another window has the house and this one is to end. That one, and a service whose
-  // process still lives, are given five seconds to go; the service is then waited for no longer.
-  // The delay takes 20 seconds. Runs once.
+  // process still lives, are given five seconds to go, the service half a minute more if it needs
+  // them; after that it is waited for no longer. The delay takes 20 seconds. Runs once.
   Task<bool> run();
 
   // Whether the house is this copy's. One that ends before leaves the marks of another alone.
@@ -43,6 +43,7 @@ class Takeover {
  private:
   Task<void> stop_service();
   Task<bool> is_second_copy();
+  Task<void> service_ends();
   Task<void> keep_delay();
 
   Flags& flags_;

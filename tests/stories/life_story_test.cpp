@@ -54,7 +54,7 @@ TEST(LifeStory, TakesTheHouseOverFromAServiceThatWillNotStop) {
     house.loop.advance(6s);
     EXPECT_EQ(house.services.calls, stops);
     EXPECT_EQ(house.wait_texts, Texts{"Stopping Service"});
-    if (lives) house.loop.advance(5s);
+    if (lives) house.loop.advance(35s);
     EXPECT_FALSE(house.form().visible) << "the service still has the web server's port";
     house.loop.advance(1ms);
     EXPECT_TRUE(house.form().visible);
