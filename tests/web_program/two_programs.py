@@ -1,9 +1,11 @@
 """A house on an emulated interface in a process of its own, for window and service in turn, in time
 that runs faster."""
 
+import contextlib
 import os
 import pathlib
 import re
+import signal
 import subprocess
 import tempfile
 import threading
@@ -15,12 +17,26 @@ from store import MACHINE_KEY, USER_KEY, read_value, write_values
 WINDOW, SERVICE, EMULATOR = (PROGRAM, os.environ["WARDENGINE_PATH"], os.environ["CM11_EMULATOR_PATH"])
 
 
+class Supervised:
+  """The service as a window started it: no child of the test."""
+
+  def __init__(self, pid):
+    self.pid = pid
+
+  def wait(self, seconds):
+    wait_until(lambda: not os.path.exists(f"/proc/{self.pid}"), "the end of the service", seconds)
+    return 0
+
+  def text(self):
+    return ""
+
+
 class Machine:
   """A folder with a house. `devices` are the names of devices by their addresses, a room each ten;
   `macros` lead from one address to another, at On and Off. Minutes are those of the lapse, since
   1970, and local time is UTC."""
 
-  def __init__(self, factor, devices, macros=(), **settings):
+  def __init__(self, factor, devices, macros=(), service_mode=False, **settings):
     self.home = tempfile.TemporaryDirectory()
     self.path = pathlib.Path(self.home.name)
     self.folder = self.path / "house"
@@ -30,7 +46,10 @@ class Machine:
     self.inside = []
     write_values(self.path, "machine", MACHINE_KEY, {"webport": self.port, "port": 1})
     # Without the service mode that a first run brings.
-    write_values(self.path, "user", USER_KEY, {"run1": "True", "service": 0, **settings})
+    write_values(self.path, "user", USER_KEY,
+                 {"run1": "True", "service": int(service_mode), **settings})
+    if service_mode:
+      (self.path / "user" / "service.installed").touch()
     self.folder.mkdir()
     self.write("rmlst.hwd", [f"{name.split()[0]}~{name.split()[1]}~{address[0]}~{address[1:]}"
                              for address, name in devices.items()])
@@ -112,8 +131,22 @@ class Machine:
     key = self.devices[address].replace(" ", "")
     return read_value(self.path / "machine" / "machine.db", MACHINE_KEY, key)
 
-  def has_port(self, process):
-    folder = f"/proc/{process.pid}/fd"
+  def pids(self, name=""):
+    """Of the programs of this house, whoever started them: supervisors before services."""
+    found = []
+    for pid in (int(one) for one in os.listdir("/proc") if one.isdigit()):
+      with contextlib.suppress(OSError):
+        line = pathlib.Path(f"/proc/{pid}/cmdline").read_bytes().decode(errors="replace").split("\0")
+        if str(self.folder) in line and name in line[0]:
+          found.append(("--supervise" not in line, pid))
+    return [pid for is_served, pid in sorted(found) if is_served or not name]
+
+  def wait_for_service(self):
+    wait_until(lambda: any(map(self.has_port, self.pids(SERVICE))), "the service on the power line")
+    return Supervised(self.pids(SERVICE)[0])
+
+  def has_port(self, pid):
+    folder = f"/proc/{pid}/fd"
     try:
       return any(os.readlink(f"{folder}/{one}") == self.terminal for one in os.listdir(folder))
     except OSError:  # it has ended, or closed one just now
@@ -123,6 +156,10 @@ class Machine:
     for process in self.started:
       process.kill()
       process.wait()
+    while pids := self.pids():
+      with contextlib.suppress(ProcessLookupError):
+        os.kill(pids[0], signal.SIGKILL)
+      time.sleep(0.05)
     self.emulator.kill()
     self.emulator.wait()
     self.reader.join()
