@@ -52,9 +52,7 @@ void Startup::stop() {
 Task<void> Startup::Form_Load() {
   form_.skipdelay = false;
   wait_.visible = true;
-  steps_.run([this] {
-    module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "closeengine", "True");
-  });
+  mark_taken();
   form_.ignoreclicks = true;
   house_.begin_loading();
 
@@ -64,6 +62,7 @@ Task<void> Startup::Form_Load() {
     loop_.quit();
     co_return;
   }
+  mark_taken();  // a window or a service that has ended meanwhile left the house free
   steps_.run([this] { show_web_port(); });
   house_.mark_installed();
   form_.ignoreclicks = true;
@@ -95,6 +94,12 @@ Task<void> Startup::Form_Load() {
   form_.startuptimer.set_enabled(true);
   house_.begin_work();
   form_.visible = true;
+}
+
+void Startup::mark_taken() {
+  steps_.run([this] {
+    module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "closeengine", "True");
+  });
 }
 
 void Startup::show_web_port() {

@@ -53,6 +53,7 @@ class Startup {
 
  private:
   Task<void> Form_Load();
+  void mark_taken();
   void show_web_port();
   void set_options();
   void show_boxes();

@@ -57,15 +57,21 @@ Task<void> Takeover::stop_service() {
   }
 }
 
+// A copy that ends meanwhile may leave the house to the service.
 Task<bool> Takeover::is_second_copy() {
-  const bool is_only_window = instance_.take();
-  if (is_only_window && !service_.another_is_running()) co_return false;
-  if (!is_only_window) another_runs();
+  const bool is_first = instance_.take();
+  if (!is_first) {
+    another_runs();
+    co_await module1_.pause(kPause);
+    const bool stays = !instance_.take();
+    wait_.visible = !stays;
+    if (stays) co_return true;
+    co_await steps_.finish(stop_service());
+  }
+  if (!service_.another_is_running()) co_return false;
   co_await module1_.pause(kPause);
-  if (is_only_window) co_await service_ends();
-  const bool stays = !instance_.take();
-  wait_.visible = !stays;
-  co_return stays;
+  co_await service_ends();
+  co_return false;
 }
 
 // Beside it the web server would find its port taken, and events no interface.

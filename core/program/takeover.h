@@ -20,8 +20,9 @@ class Takeover {
            SingleInstance& service);
 
   // False when another window has the house and this one is to end. That one, and a service whose
-  // process still lives, are given five seconds to go, the service half a minute more if it needs
-  // them; after that it is waited for no longer. The delay takes 20 seconds. Runs once.
+  // process still lives, are given five seconds to go; the service, which that one may have started
+  // at its end, half a minute more if it needs them; after that it is waited for no longer. The
+  // delay takes 20 seconds. Runs once.
   Task<bool> run();
 
   // Whether the house is this copy's. One that ends before leaves the marks of another alone.

@@ -91,10 +91,23 @@ TEST(LifeStory, SecondCopyWaitsFiveSecondsAndEndsWithoutAWord) {
 
   House patient;  // the first copy ended meanwhile
   patient.instance.others = 1;
-  patient.open(4999ms);
+  patient.open(4s);
+  patient.set_machine("closeengine", "False");
+  patient.loop.advance(999ms);
   EXPECT_TRUE(patient.wait().visible);
   patient.loop.advance(1ms);
   EXPECT_TRUE(patient.form().visible);
+  EXPECT_EQ(patient.machine("closeengine"), "True");
+
+  House late;  // and left the house to the service
+  late.instance.others = 1;
+  late.open(3s);
+  late.services.state = ServiceState::kRunning;
+  late.loop.advance(4s);
+  EXPECT_EQ(late.services.calls, Texts{"stop Wardengine"});
+  EXPECT_FALSE(late.form().visible) << "the service still has the web server's port";
+  late.loop.advance(1s);
+  EXPECT_TRUE(late.form().visible);
 }
 
 TEST(LifeStory, AnotherCopyBringsTheWindowForwardHoweverItIsHidden) {
