@@ -23,7 +23,7 @@ class SupervisedServices : public ServiceControl, public ServiceInstaller {
   SupervisedServices& operator=(const SupervisedServices&) = delete;
   ~SupervisedServices() override;
 
-  // There is one service on one machine: others are unknown. It starts until it has the house.
+  // There is one service on one machine: others are unknown. It starts until it has its lock.
   ServiceState query(const std::string& machine, const std::string& service) override;
   // Does not wait, and needs no event loop. `reported` tells when nothing could be started.
   void start(const std::string& machine, const std::string& service) override;

@@ -19,8 +19,9 @@ constexpr std::string_view kHead =
     "StartLimitIntervalSec=0\n";
 
 constexpr std::string_view kRunning =
-    "# Killed or stuck, it is back within ten seconds. It ends well when the window has the "
-    "house.\n"
+    "# Killed, it is back within ten seconds, and killed it is when it has been stuck for two "
+    "minutes.\n"
+    "# It ends well when the window has the house.\n"
     "Restart=on-failure\n"
     "RestartSec=3\n"
     "WatchdogSec=120\n"

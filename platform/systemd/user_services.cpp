@@ -93,8 +93,10 @@ void UserServices::install() {
                   after("The service will not start with the computer: %1", reload));
 }
 
+// Of a unit that is not there the manager takes away what is left of it, or refuses.
 void UserServices::remove() {
   ++call_;
+  const bool is_there = files_.exists(unit_file_);
   const auto no_linger = [this] {
     lingering_.switch_off(after(stays_lingering(), [this] { report({}); }));
   };
@@ -104,7 +106,9 @@ void UserServices::remove() {
                     " cannot be deleted.");
     manager_.reload(after(kNotRead, no_linger));
   };
-  manager_.disable(after("The service could not be removed: %1", reload));
+  const auto disabled = after("The service could not be removed: %1", reload);
+  manager_.disable(
+      [disabled, is_there](const QString& error) { disabled(is_there ? error : QString()); });
 }
 
 UserManager::Done UserServices::after(const QString& failure, std::function<void()> next) {

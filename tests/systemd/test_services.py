@@ -164,6 +164,13 @@ class ServicesTest(unittest.TestCase):
     self.assertEqual(self.report_of("remove"), "")
     self.assertEqual(self.calls(self.login), [], "switched off what was refused")
 
+    self.manager.AddMethod("", "DisableUnitFiles", "asb", "a(sss)",
+                           "raise dbus.exceptions.DBusException('No such unit.', name='a.Gone')")
+    self.assertEqual(self.report_of("remove"), "", "nothing is wrong when it is not installed")
+    self.report_of("install")
+    self.assertIn("could not be removed: No such unit", self.report_of("remove"))
+    self.unit.unlink()
+
     self.unit.parent.rmdir()
     self.unit.parent.write_text("no folder")
     self.calls(self.manager)
