@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <utility>
@@ -9,13 +10,24 @@
 namespace homewarden {
 namespace {
 
+// Nobody is impatient so soon: what ends all processes at once also ends the supervisor, which
+// hands the signal on.
+constexpr time_t kPatience = 2;  // seconds
+
 int pipe_ends[2] = {-1, -1};
+time_t asked_at = 0;
 
 // A handler may do next to nothing: it hands the signal to the loop through a pipe.
 void handle(int number) {
+  timespec now{};
+  clock_gettime(CLOCK_BOOTTIME, &now);
+  if (asked_at == 0) asked_at = now.tv_sec;
+  if (now.tv_sec - asked_at > kPatience) {
+    signal(number, SIG_DFL);
+    raise(number);
+  }
   const char byte = 1;
   [[maybe_unused]] const auto written = write(pipe_ends[1], &byte, 1);
-  signal(number, SIG_DFL);
 }
 
 }  // namespace

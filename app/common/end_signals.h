@@ -7,7 +7,7 @@
 namespace homewarden {
 
 // Calls the function from the loop when the process is asked to end (interrupt, terminate, hang
-// up). Asked a second time in the same way, the process ends at once. To be called once.
+// up). Asked again some seconds later, the process ends at once. To be called once.
 void on_end_signal(qt::QtLoop& loop, std::function<void()> function);
 
 }  // namespace homewarden

@@ -44,6 +44,8 @@ class EngineTest(unittest.TestCase):
                           stdout=subprocess.PIPE) as press:
       wait_until(lambda: " > 04 " in self.house.text().split("C3 On")[-1], "the press on the wire")
       self.house.process.terminate()
+      wait_until(lambda: "Closing communications" in self.house.text(), "the end")
+      self.house.process.terminate()  # as by a supervisor that was asked as well
       self.assertEqual(press.communicate()[0], b"200")
     self.assertEqual(self.house.process.wait(60), 0)
     self.assertIn("A2 On", self.house.switched())
