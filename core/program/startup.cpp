@@ -112,7 +112,7 @@ void Startup::show_web_port() {
 void Startup::set_options() {
   show_boxes();
   fill_dim_list(form_);
-  options_set_ = true;
+  options_set_ = settings_.are_known();
 }
 
 void Startup::show_boxes() {

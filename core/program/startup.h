@@ -48,7 +48,7 @@ class Startup {
   // Whether the window has its place of the last time. False, also when that could not be read:
   // where it is now must not be stored.
   bool has_placed_window() const { return placed_; }
-  // Whether the service was stopped and nothing has been loaded yet that says whether it is wanted.
+  // Whether the service was stopped and nothing has been loaded that says whether it is wanted.
   bool owes_service() const { return takeover_.stopped_service() && !options_set_; }
 
  private:

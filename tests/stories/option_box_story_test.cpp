@@ -138,9 +138,11 @@ TEST(OptionBoxStory, TheFirstFullMinuteEverTicksServiceModeOnce) {
 
   BoxHouse unread;  // settings that cannot be read say nothing of what the person wants
   unread.registry.is_read = false;
+  unread.services.state = ServiceState::kRunning;
   unread.open(3min);
-  EXPECT_THAT(unread.services.calls, IsEmpty());
   EXPECT_EQ(unread.logon_entry.content, "missing");
+  unread.close(5s);
+  EXPECT_EQ(unread.services.calls, Texts({"stop Wardengine", "start Wardengine"}));
 }
 
 }  // namespace
