@@ -6,6 +6,8 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/linux/plain_file.h"
+
 namespace homewarden::os_linux {
 namespace {
 
@@ -30,11 +32,11 @@ bool LockFileInstance::take() {
   if (lock_.is_open()) return true;
   std::error_code ignored;
   std::filesystem::create_directories(file_.parent_path(), ignored);
-  Descriptor descriptor(::open(file_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666));
+  Descriptor descriptor = open_plain(file_, O_RDWR | O_CREAT, 0666);
   short type = F_WRLCK;
   if (!descriptor.is_open()) {
     // A file that another person made may often be read only, which is enough for a shared lock.
-    descriptor = Descriptor(::open(file_.c_str(), O_RDONLY | O_CLOEXEC));
+    descriptor = open_plain(file_, O_RDONLY);
     type = F_RDLCK;
     if (!descriptor.is_open()) return true;
     if (is_locked(descriptor.get())) return false;
@@ -51,7 +53,7 @@ void LockFileInstance::give_back() {
 
 bool LockFileInstance::another_is_running() {
   if (lock_.is_open()) return false;
-  const Descriptor descriptor(::open(file_.c_str(), O_RDONLY | O_CLOEXEC));
+  const Descriptor descriptor = open_plain(file_, O_RDONLY);
   return descriptor.is_open() && is_locked(descriptor.get());
 }
 

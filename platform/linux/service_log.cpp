@@ -9,7 +9,7 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/linux/descriptor.h"
+#include "platform/linux/plain_file.h"
 
 namespace homewarden::os_linux {
 namespace {
@@ -24,8 +24,7 @@ std::string local_time() {
 }
 
 Descriptor open_log(const std::filesystem::path& file) {
-  return Descriptor(
-      ::open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600));
+  return open_plain(file, O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW, 0600);
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "platform/linux/pidfd.h"
+#include "platform/linux/plain_file.h"
 
 namespace homewarden::os_linux {
 namespace {
@@ -33,7 +34,7 @@ std::optional<pid_t> lock_owner(int descriptor) {
 }
 
 Descriptor open_to_read(const std::filesystem::path& file) {
-  return Descriptor(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+  return open_plain(file, O_RDONLY | O_NOFOLLOW);
 }
 
 }  // namespace
@@ -48,7 +49,8 @@ SupervisorFile::~SupervisorFile() {
 SupervisorFile::Taken SupervisorFile::take() {
   std::error_code ignored;
   std::filesystem::create_directories(file_.parent_path(), ignored);
-  Descriptor descriptor(::open(file_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666));
+  // What a link leads to would be written over.
+  Descriptor descriptor = open_plain(file_, O_RDWR | O_CREAT | O_NOFOLLOW, 0666);
   if (!descriptor.is_open()) return Taken::kFailed;
   struct flock lock = whole_file();
   if (::fcntl(descriptor.get(), F_SETLK, &lock) != 0)

@@ -1,7 +1,10 @@
 // The service under its own supervisor: real processes in a house of the test's own.
 
+#include "platform/linux/supervisor.h"
+
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -14,6 +17,7 @@
 #include <thread>
 
 #include "platform/linux/detached_process.h"
+#include "platform/linux/lock_file_instance.h"
 #include "platform/linux/restart_pauses.h"
 #include "platform/linux/service_log.h"
 #include "platform/linux/supervised_services.h"
@@ -188,6 +192,26 @@ TEST_F(SupervisorTest, PausesGrowWhileItFailsSoonAndItsLogStaysSmall) {
   for (const char* name : {"log", "log.1"})
     EXPECT_LE(fs::file_size(scratch / name), ServiceLog::kRoom) << name;
   EXPECT_TRUE(content(scratch / "log").ends_with("x999\n"));
+}
+
+// A window, a service and a supervisor would hang, each at another one.
+TEST_F(SupervisorTest, PipesAndLinksInPlaceOfItsFilesHoldNothingUpAndAreNotWrittenThrough) {
+  fs::create_directories(folders.machine);
+  for (const char* name : {kSupervisorFile, kServiceLock, kWindowLock, kServiceLog})
+    ASSERT_EQ(::mkfifo((folders.machine / name).c_str(), 0600), 0);
+  services.install();
+  EXPECT_EQ(state(), ServiceState::kStopped);
+  services.stop("", "Wardengine");
+  EXPECT_FALSE(LockFileInstance(folders.machine / kWindowLock).another_is_running());
+  ServiceLog(folders.machine / kServiceLog).append("line\n");
+  for (const char* name : {kSupervisorFile, kServiceLock}) fs::remove(folders.machine / name);
+  start();
+
+  const std::string text(100, 'x');
+  std::ofstream(scratch / "letter") << text;
+  fs::create_symlink(scratch / "letter", scratch / kSupervisorFile);
+  EXPECT_EQ(SupervisorFile(scratch / kSupervisorFile).take(), SupervisorFile::Taken::kFailed);
+  EXPECT_EQ(content(scratch / "letter"), text);
 }
 
 }  // namespace
