@@ -1,5 +1,6 @@
 #include "ui/qt/window_frame.h"
 
+#include <QDialog>
 #include <QEvent>
 #include <QScopedValueRollback>
 #include <QScreen>
@@ -47,6 +48,7 @@ WindowFrame::WindowFrame(Window& form, QWidget* window)
   watch(form.raised, this, [this] {
     window_.raise();
     window_.activateWindow();
+    raise_boxes();
   });
   follow(form.visible, this, [this](bool) { show_visible(); });
 }
@@ -79,6 +81,17 @@ void WindowFrame::show_visible() {
     fit_to_screen();
   }
   window_.setVisible(form_.visible);
+}
+
+// The window manager has minimised an open box together with its window. It would stay so, and the
+// window take no click.
+void WindowFrame::raise_boxes() {
+  for (auto* box : window_.findChildren<QDialog*>(Qt::FindDirectChildrenOnly)) {
+    if (!box->isVisible()) continue;
+    box->setWindowState(box->windowState() & ~Qt::WindowMinimized);
+    box->raise();
+    box->activateWindow();
+  }
 }
 
 bool WindowFrame::is_as_placed() const {

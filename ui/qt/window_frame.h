@@ -22,6 +22,7 @@ class WindowFrame : public QObject {
   void tell_place();
   void tell_size();
   void tell_state();
+  void raise_boxes();
   void fit_to_screen();
   bool is_as_placed() const;
 
