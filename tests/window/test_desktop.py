@@ -37,18 +37,25 @@ class DesktopTest(Desktop):
     self.click_icon()
     wait_for("the place that was saved", lambda: self.place() == (211, 107, 900, 600))
 
-  def test_a_box_that_is_open_comes_back_with_its_window(self):
+  def test_a_box_that_is_open_comes_back_with_the_window(self):
     self.start("trayer", "--edge", "bottom", "--width", "20")
     self.open_program()
     wait_for("the icon", self.icon)
-    self.say("xdotool", "mousemove", *map(str, self.icon()), "click", "3", "sleep", "0.5",
-             "key", "Down", "Return")
-    box = lambda: self.say("xdotool", "search", "--onlyvisible", "--name", "About Homewarden")
-    wait_for("the box", box)
-    self.tell("windowminimize")
-    self.check_hidden()
-    self.click_icon()
-    wait_for("the box, without which the window takes no click", box)
+    about = lambda: self.say("xdotool", "search", "--onlyvisible", "--name", "About Homewarden")
+    for hidden in (False, True):  # what a box that is opened while the window is hidden lies behind
+      if hidden:
+        self.tell("windowminimize")
+        self.check_hidden()
+      self.say("xdotool", "mousemove", *map(str, self.icon()), "click", "3", "sleep", "0.5",
+               "key", "Down", "Return")
+      wait_for("the box", about)
+      if not hidden:
+        self.tell("windowminimize")
+        self.check_hidden()
+      self.click_icon()
+      wait_for("the box in front", lambda: self.active() and self.active() == about().strip())
+      self.say("xdotool", "key", "Return")
+      wait_for("its end", lambda: not about())
 
   def test_a_second_start_brings_the_first_window_forward_and_ends(self):
     self.start("trayer", "--edge", "bottom", "--width", "20")

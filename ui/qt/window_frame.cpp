@@ -1,5 +1,6 @@
 #include "ui/qt/window_frame.h"
 
+#include <QApplication>
 #include <QDialog>
 #include <QEvent>
 #include <QScopedValueRollback>
@@ -83,11 +84,16 @@ void WindowFrame::show_visible() {
   window_.setVisible(form_.visible);
 }
 
-// The window manager has minimised an open box together with its window. It would stay so, and the
-// window take no click.
+// The window manager has minimised an open box together with its window: it would stay so, and the
+// window take no click. One that was opened while the window was hidden would lie behind it.
 void WindowFrame::raise_boxes() {
-  for (auto* box : window_.findChildren<QDialog*>(Qt::FindDirectChildrenOnly)) {
-    if (!box->isVisible()) continue;
+  for (QWidget* top : QApplication::topLevelWidgets()) {
+    auto* box = qobject_cast<QDialog*>(top);
+    if (!box || !box->isVisible()) continue;
+    if (!box->parentWidget()) {
+      box->setParent(&window_, box->windowFlags());
+      box->open();
+    }
     box->setWindowState(box->windowState() & ~Qt::WindowMinimized);
     box->raise();
     box->activateWindow();
