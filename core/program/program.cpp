@@ -32,8 +32,10 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
               platform.dialogs),
       tray_(frm_main, frm_main, frm_main.imgicon, frmSysTray, house_.settings, window_,
             platform.window_call),
-      service_mode_(frm_main, frm_main, house_.operations, house_.module1, house_.settings,
-                    platform.dialogs, platform.installer, house_.notices),
+      service_call_(house_.module1, platform.loop),
+      service_mode_(frm_main, frm_main.Statusbar, frm_main, house_.operations, house_.module1,
+                    house_.settings, platform.dialogs, platform.installer, service_call_,
+                    house_.notices),
       start_options_(frm_main, frm_main.Statusbar, frm_main, house_.operations, platform.loop,
                      house_.module1, house_.settings, platform.dialogs, platform.logon_entry,
                      house_.notices),
@@ -42,8 +44,9 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
                platform.desktop, house_.startup, house_.rooms, tree_, house_.profile_switch,
                house_.events, tray_, house_.finder, service_mode_, start_options_),
       shutdown_(frm_main, frm_main.Statusbar, frm_main, frm_main, frm_wait, house_.steps, startup_,
-                service_mode_, house_.shutdown, house_.web_server, tray_, house_.operations,
-                platform.loop, house_.module1, house_.settings, platform.desktop) {
+                service_mode_, service_call_, house_.shutdown, house_.web_server, tray_,
+                house_.operations, platform.loop, house_.module1, house_.settings,
+                platform.desktop) {
   house_.scheduler.minute_begins.connect(
       [this] { house_.steps.run([this] { service_mode_.first_run(); }); });
   for (Timer* timer : {&frm_main.startuptimer, &frm_main.flashsave, &frm_main.timerhide})

@@ -74,6 +74,7 @@ class Program {
   HouseDeletion house_deletion_;
   WindowServices window_;
   Tray tray_;
+  ServiceCall service_call_;
   ServiceMode service_mode_;
   StartOptions start_options_;
   Startup startup_;

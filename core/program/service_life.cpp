@@ -23,6 +23,7 @@ ServiceLife::ServiceLife(Window& window, StatusBar& status, Flags& flags, Progra
       requests_(requests),
       web_server_(web_server),
       finder_(finder),
+      call_(module1, loop),
       delay_(flags, steps, module1) {
   window.close_requested.connect([this] { operations_.start(end()); });
   registry.changed.connect([this](RegistryRoot) { look_for_window(); });
@@ -77,6 +78,7 @@ bool ServiceLife::take_turn() {
 void ServiceLife::take_house() {
   steps_.run([this] {
     module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "closeengine", "False");
+    call_.answered();
   });
   state_ = State::kHasHouse;
 }

@@ -6,6 +6,7 @@
 #include "core/module1.h"
 #include "core/program/house_shutdown.h"
 #include "core/program/house_startup.h"
+#include "core/program/service_call.h"
 #include "core/program/start_delay.h"
 #include "core/program/steps.h"
 #include "platform/event_loop.h"
@@ -64,6 +65,7 @@ class ServiceLife {
   RequestHandler& requests_;
   WebServer& web_server_;
   InterfaceFinder& finder_;
+  ServiceCall call_;
   StartDelay delay_;
   State state_ = State::kWaiting;
   Operations::Id running_ = 0;

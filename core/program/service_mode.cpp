@@ -9,6 +9,7 @@ namespace homewarden {
 namespace {
 
 const char* const kSubject = "the background service";
+const char* const kCallSubject = "the last start of the background service";
 
 const char* const kQuestion =
     "Turning this off will disable the Web Server and also mean that your events WONT run when you "
@@ -17,16 +18,19 @@ const char* const kQuestion =
 
 }  // namespace
 
-ServiceMode::ServiceMode(OptionsPanel& options, Flags& flags, Operations& operations,
-                         Module1& module1, Settings& settings, Dialogs& dialogs,
-                         ServiceInstaller& installer, Notices& notices)
+ServiceMode::ServiceMode(OptionsPanel& options, StatusBar& status, Flags& flags,
+                         Operations& operations, Module1& module1, Settings& settings,
+                         Dialogs& dialogs, ServiceInstaller& installer, ServiceCall& call,
+                         Notices& notices)
     : box_(options.chk_service),
+      status_(status),
       flags_(flags),
       operations_(operations),
       module1_(module1),
       settings_(settings),
       dialogs_(dialogs),
       installer_(installer),
+      call_(call),
       notices_(notices) {
   box_.visible = installer.is_available();
   box_.click.connect([this] { clicked(); });
@@ -41,6 +45,13 @@ void ServiceMode::install_missing() {
   if (box_.checked && module1_.servicestatus("", kServiceName).empty()) installer_.install();
 }
 
+void ServiceMode::tell_if_it_never_came() {
+  if (!box_.checked || !call_.was_in_vain()) return;
+  notices_.tell(kCallSubject,
+                "The background service did not start when the window was closed the last time, so "
+                "that nothing ran meanwhile. Its log says why.");
+}
+
 void ServiceMode::first_run() {
   if (!installer_.is_available() || !settings_.are_known()) return;
   if (settings_.read("data", "run1", "False") != "False") return;
@@ -50,6 +61,15 @@ void ServiceMode::first_run() {
   // Not by a click, which would be lost while clicks are ignored.
   show(true);
   turn_on();
+  operations_.start(tell_first_run());
+}
+
+// After what the events of that minute say.
+Task<void> ServiceMode::tell_first_run() {
+  co_await module1_.pause(3);
+  status_.panel2 =
+      "From now on a service runs your events and web pages while this window is closed; \"Run as "
+      "a service\" on the home page switches that off";
 }
 
 void ServiceMode::stop_asking() {

@@ -8,8 +8,9 @@ namespace homewarden {
 
 Shutdown::Shutdown(Window& window, StatusBar& status, OptionsPanel& options, Flags& flags,
                    FrmWait& wait, Steps& steps, Startup& startup, ServiceMode& service_mode,
-                   HouseShutdown& house, WebServer& web_server, Tray& tray, Operations& operations,
-                   EventLoop& loop, Module1& module1, Settings& settings, Desktop& desktop)
+                   ServiceCall& call, HouseShutdown& house, WebServer& web_server, Tray& tray,
+                   Operations& operations, EventLoop& loop, Module1& module1, Settings& settings,
+                   Desktop& desktop)
     : steps_(steps),
       window_(window),
       status_(status),
@@ -18,6 +19,7 @@ Shutdown::Shutdown(Window& window, StatusBar& status, OptionsPanel& options, Fla
       wait_(wait),
       startup_(startup),
       service_mode_(service_mode),
+      call_(call),
       house_(house),
       web_server_(web_server),
       tray_(tray),
@@ -93,6 +95,8 @@ void Shutdown::Form_Resize() {
 // The service must find that the house is free. An operation that will not end keeps it until this
 // process is gone.
 Task<void> Shutdown::start_service() {
+  steps_.run([this] { service_mode_.install_missing(); });
+  steps_.run([this] { call_.made(); });
   co_await module1_.stored(RegistryRoot::kLocalMachine);
   if (!flags_.filebusy) startup_.give_house_back();
   module1_.servicestart("", kServiceName);

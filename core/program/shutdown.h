@@ -23,9 +23,9 @@ namespace homewarden {
 class Shutdown {
  public:
   Shutdown(Window& window, StatusBar& status, OptionsPanel& options, Flags& flags, FrmWait& wait,
-           Steps& steps, Startup& startup, ServiceMode& service_mode, HouseShutdown& house,
-           WebServer& web_server, Tray& tray, Operations& operations, EventLoop& loop,
-           Module1& module1, Settings& settings, Desktop& desktop);
+           Steps& steps, Startup& startup, ServiceMode& service_mode, ServiceCall& call,
+           HouseShutdown& house, WebServer& web_server, Tray& tray, Operations& operations,
+           EventLoop& loop, Module1& module1, Settings& settings, Desktop& desktop);
 
   // Runs once, however often it is asked for; quits the loop at its end. A command on its way is
   // waited for, 30 seconds at most. A copy of the program that does not have the house yet ends
@@ -48,6 +48,7 @@ class Shutdown {
   FrmWait& wait_;
   Startup& startup_;
   ServiceMode& service_mode_;
+  ServiceCall& call_;
   HouseShutdown& house_;
   WebServer& web_server_;
   Tray& tray_;

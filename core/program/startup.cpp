@@ -86,6 +86,7 @@ Task<void> Startup::Form_Load() {
   steps_.run([this] { set_options(); });
   steps_.run([this] { start_options_.renew_logon(); });
   steps_.run([this] { service_mode_.install_missing(); });
+  steps_.run([this] { service_mode_.tell_if_it_never_came(); });
   co_await steps_.progress("Loading Events");
   co_await steps_.finish(events_.loadevents());
 

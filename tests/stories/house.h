@@ -35,6 +35,7 @@ class House : public FakeWorld {
     set_machine("port", "2");
     settings.write("type", "KitchenTableLamp", "bulb");
     settings.write("type", "HallLamp", "bulb2");
+    settings.write("data", "run1", "True");  // not new to this person
   }
 
   // Starts the program; what escapes from an operation fails the test.

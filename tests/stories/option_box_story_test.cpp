@@ -7,6 +7,8 @@ namespace {
 
 class BoxHouse : public EventHouse {
  public:
+  BoxHouse() { settings.remove("data", "run1"); }
+
   CheckBox& service() { return form().chk_service; }
   CheckBox& logon() { return form().chk_lww; }
   std::string stored(const std::string& key) { return settings.read("data", key, "none"); }
@@ -121,6 +123,27 @@ TEST(OptionBoxStory, ClicksBeforeTheDelayedStepDoNothingAndNothingIsShownThatIsN
   EXPECT_EQ(demo.logon_entry.content, "missing");
 }
 
+TEST(OptionBoxStory, AServiceThatNeverCameIsToldOnce) {
+  const std::string key = kMachineKey + "\\Service";
+  const auto asked = [&key](BoxHouse& house) {
+    return house.registry.read(RegistryRoot::kLocalMachine, key, "asked")->data;
+  };
+  BoxHouse house;
+  house.settings.write("data", "service", "1");
+  house.open_connected_at(12, 0, 30);
+  house.close(5s);
+  const std::string call = asked(house);
+  EXPECT_NE(call, "");
+  for (const bool in_time : {true, false}) {
+    BoxHouse next;
+    next.settings.write("data", "service", "1");
+    next.registry.write(RegistryRoot::kLocalMachine, key, "asked", {RegistryType::kString, call});
+    next.open_connected_at(12, in_time ? 1 : 3, 0);
+    EXPECT_EQ(next.notice().find("did not start") != std::string::npos, !in_time);
+    EXPECT_EQ(asked(next), "") << "told for good";
+  }
+}
+
 TEST(OptionBoxStory, TheFirstFullMinuteEverTicksServiceModeOnce) {
   BoxHouse house;
   house.open_connected_at(12, 0, 30);
@@ -131,6 +154,8 @@ TEST(OptionBoxStory, TheFirstFullMinuteEverTicksServiceModeOnce) {
   EXPECT_TRUE(house.service().checked);
   EXPECT_EQ(house.services.calls, Texts{"install"}) << "lost with the clicks that are ignored";
   EXPECT_EQ(house.stored("service") + house.stored("run1"), "1True");
+  house.loop.advance(4s);
+  EXPECT_THAT(house.status(), HasSubstr("From now on a service runs")) << "nobody was told";
   house.form().ignoreclicks = false;
   house.tick(house.service(), false);
   house.run_until(12, 3);
