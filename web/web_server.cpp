@@ -73,8 +73,7 @@ WebServer::WebServer(WebPanel& panel, StatusBar& status, FrmServer& form, Operat
 
 void WebServer::startserver() {
   form_.loaded = true;
-  const std::string port =
-      module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, "webport", kDefaultPort);
+  const std::string port = stored_port();
   if (!web_.Listening() && !listen(port)) {
     // A port that could not be read is not written over.
     if (module1_.is_known(RegistryRoot::kLocalMachine)) store_port(kFallbackPort);
@@ -85,6 +84,19 @@ void WebServer::startserver() {
   }
   show_state();
   tell_failure();
+}
+
+void WebServer::start_on_stored_port() {
+  form_.loaded = true;
+  const std::string port = stored_port();
+  if (!web_.Listening() && !listen(port))
+    failure_ = "The web server waits for port " + port + ", which the service still has";
+  show_state();
+  tell_failure();
+}
+
+std::string WebServer::stored_port() {
+  return module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, "webport", kDefaultPort);
 }
 
 void WebServer::tell_failure() {

@@ -28,6 +28,9 @@ class WebServer {
   // at all stands under the name of the password file. A server that does not run or lets nobody in
   // is told in the status line.
   void startserver();
+  // The same on the stored port alone: for as long as it may be another program of this house that
+  // has it. Nothing is stored.
+  void start_on_stored_port();
   // Tells it once more, for when another message has taken its place. Nothing when all is well.
   void tell_failure();
   // Unloads the form; requests that wait are given up. Nothing happens when it is not loaded.
@@ -37,6 +40,7 @@ class WebServer {
   class Occupied;
 
   bool listen(const std::string& port);
+  std::string stored_port();
   void store_port(const std::string& port);
   void show_state();
   Task<void> save_port();

@@ -23,7 +23,11 @@ HouseStartup::HouseStartup(HiddenLists& lists, Flags& flags, OnceRemoval& once,
       files_(files),
       profiles_(profiles),
       location_(location),
-      web_server_(web_server) {}
+      web_server_(web_server) {
+  timers.statetimer.tick.connect([this] {
+    if (waits_for_port_) steps_.run([this] { start_web_server(); });
+  });
+}
 
 void HouseStartup::begin_loading() {
   flags_.formloading = true;
@@ -70,8 +74,17 @@ void HouseStartup::compute_sun_times() {
   steps_.run([this] { location_.dosunset(); });
 }
 
+// A service that would not stop may still have the port: another one would be stored for good.
+void HouseStartup::start_web_server() {
+  waits_for_port_ = counterpart_.another_is_running();
+  if (waits_for_port_)
+    web_server_.start_on_stored_port();
+  else
+    web_server_.startserver();
+}
+
 void HouseStartup::begin_work() {
-  steps_.run([this] { web_server_.startserver(); });
+  steps_.run([this] { start_web_server(); });
   timers_.timerdelete.set_enabled(true);
   flags_.formloading = false;
 }

@@ -43,6 +43,7 @@ class HouseStartup {
 
  private:
   void recover_files();
+  void start_web_server();
 
   HiddenLists& lists_;
   Flags& flags_;
@@ -58,6 +59,7 @@ class HouseStartup {
   ProfileSwitch& profiles_;
   Location& location_;
   WebServer& web_server_;
+  bool waits_for_port_ = false;
 };
 
 }  // namespace homewarden

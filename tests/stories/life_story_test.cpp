@@ -55,10 +55,19 @@ TEST(LifeStory, TakesTheHouseOverFromAServiceThatWillNotStop) {
     EXPECT_EQ(house.services.calls, stops);
     EXPECT_EQ(house.wait_texts, Texts{"Stopping Service"});
     if (lives) house.loop.advance(35s);
+    if (lives) house.web.taken_ports = {"80"};
     EXPECT_FALSE(house.form().visible) << "the service still has the web server's port";
     house.loop.advance(1ms);
     EXPECT_TRUE(house.form().visible);
     EXPECT_EQ(house.files.exists(House::file("temp.txt")), lives) << "recovered under its hands";
+    if (!lives) continue;
+    house.loop.advance(5s);
+    EXPECT_EQ(house.machine("webport"), "(none)") << "the port of a moment was stored for good";
+    EXPECT_THAT(house.status_texts, Contains(HasSubstr("waits for port 80")));
+    house.counterpart.others = 0;
+    house.web.taken_ports.clear();
+    house.loop.advance(2s);
+    EXPECT_TRUE(house.web.Listening());
   }
 }
 
