@@ -90,10 +90,10 @@ void UserManager::wait_for_sign() {
   send(bus_, question, kLongPatience, context_, [this](const BusAnswer&) { is_silent_ = false; });
 }
 
-void UserManager::start_unit() {
+void UserManager::start_unit(Done done) {
   QDBusMessage call = manager_call("StartUnit");
   call << QString(kUnitName) << QStringLiteral("replace");
-  ask(call, [](const QString&) {});
+  ask(call, std::move(done));
 }
 
 void UserManager::stop_unit() {

@@ -24,12 +24,13 @@ class UserManager {
   // minute has passed.
   ServiceState state();
 
-  // These do not wait. What they ask for is done in the order of asking.
-  void start_unit();
-  void stop_unit();
-
   // With an empty text when it went well, else with the manager's words.
   using Done = std::function<void(const QString& error)>;
+
+  // These do not wait. What they ask for is done in the order of asking. Starting is done when the
+  // manager has taken the order.
+  void start_unit(Done done);
+  void stop_unit();
   void enable(const QString& unit_file, Done done);
   void disable(Done done);
   // Has it read its unit files anew.

@@ -15,6 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 
 const char* const kServiceName = "Wardengine";
+constexpr int kLongestReason = 200;
 
 const QString kNotRead =
     QStringLiteral("The service manager did not take over the change of the service: %1");
@@ -40,6 +41,13 @@ QString stays_lingering() {
          user_name();
 }
 
+// The manager's words as part of a sentence.
+QString reason_in(const QString& error) {
+  QString reason = error.simplified().left(kLongestReason);
+  while (reason.endsWith('.')) reason.chop(1);
+  return reason;
+}
+
 QString shown(const fs::path& file) {
   return QString::fromStdString(file.string());
 }
@@ -63,7 +71,9 @@ ServiceState UserServices::query(const std::string& machine, const std::string& 
 void UserServices::start(const std::string& machine, const std::string& service) {
   if (!is_ours(machine, service)) return;
   renew_unit();
-  manager_.start_unit();
+  manager_.start_unit([this](const QString& error) {
+    if (!error.isEmpty()) report("The service could not be started: " + reason_in(error) + ".");
+  });
 }
 
 void UserServices::stop(const std::string& machine, const std::string& service) {
@@ -115,9 +125,7 @@ UserManager::Done UserServices::after(const QString& failure, std::function<void
   return [this, call = call_, failure, next = std::move(next)](const QString& error) {
     if (call != call_) return;
     if (error.isEmpty()) return next();
-    QString reason = error.trimmed();
-    while (reason.endsWith('.')) reason.chop(1);
-    report(failure.arg(reason));
+    report(failure.arg(reason_in(error)));
   };
 }
 
