@@ -31,8 +31,9 @@ struct HousePlatform {
   Dialogs& dialogs;
   WebServerControl& web;
 
-  std::filesystem::path folder;  // the application folder: data files, html/, sounds
-  std::string windows_folder;    // where the service tools lie; "" where there are none
+  std::filesystem::path folder;     // the application folder: data files, html/, sounds
+  std::string windows_folder;       // where the service tools lie; "" where there are none
+  std::string folder_trouble = {};  // what is wrong with the application folder, for a person
 };
 
 // What a program with a window needs.

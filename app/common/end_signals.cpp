@@ -38,7 +38,9 @@ void on_end_signal(qt::QtLoop& loop, std::function<void()> function) {
     char byte = 0;
     while (read(pipe_ends[0], &byte, 1) == 1) function();
   });
-  for (const int number : {SIGINT, SIGTERM, SIGHUP}) signal(number, handle);
+  for (const int number : {SIGINT, SIGTERM}) signal(number, handle);
+  // nohup has it ignored, so that the program outlives its terminal.
+  if (signal(SIGHUP, handle) == SIG_IGN) signal(SIGHUP, SIG_IGN);
 }
 
 }  // namespace homewarden

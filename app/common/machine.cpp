@@ -42,9 +42,10 @@ Machine::Machine(const AppOptions& options, const os_linux::Folders& places)
             loop.watch_readable(descriptor, std::move(function));
           },
           web_limits()) {
-  if (!os_linux::fill_application_folder(places.application))
-    standard_error().print("Homewarden: the folder " + places.application.string() +
-                           " cannot be written; changes will be lost.");
+  if (os_linux::fill_application_folder(places.application)) return;
+  folder_trouble = "The folder " + places.application.string() +
+                   " cannot be written: changes of the house will be lost.";
+  standard_error().print("Homewarden: " + folder_trouble);
 }
 
 HousePlatform Machine::platform(ServiceControl& services, SingleInstance& instance,
@@ -59,7 +60,8 @@ HousePlatform Machine::platform(ServiceControl& services, SingleInstance& instan
           dialogs,
           web,
           folders.application,
-          ""};
+          "",
+          folder_trouble};
 }
 
 void Machine::store_settings() {

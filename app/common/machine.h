@@ -31,6 +31,7 @@ struct Machine {
   void store_settings();
 
   os_linux::Folders folders;
+  std::string folder_trouble;  // "" when all is well
   os_linux::LockFileInstance window_instance;
   os_linux::LockFileInstance service_instance;
   qt::QtLoop loop;

@@ -55,6 +55,10 @@ AppOptions parse_options(const QStringList& arguments, Face face) {
   parser.process(arguments);
 
   AppOptions options;
+  if (parser.value(folder).contains(QChar::ReplacementCharacter)) {
+    standard_error().print("Homewarden: the name given with --folder is not in UTF-8.");
+    std::exit(1);
+  }
   if (parser.isSet(folder))
     options.folder = std::filesystem::path(QFile::encodeName(parser.value(folder)).toStdString());
   options.demo_reset = parser.isSet(reset);

@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "base/code_page.h"
 #include "ui/notice_faces.h"
 #include "x10/interface_state.h"
 
@@ -54,6 +55,7 @@ HouseParts::HouseParts(const HousePlatform& platform, Operations::ErrorHandler o
               platform.counterpart, rooms, files, profile_switch, location, web_server),
       shutdown(frm_main, frm_main, frm_main, frm_main, steps, finder, incoming, cleanup,
                platform.loop, module1, platform.interface_control) {
+  notices.tell("the folder of the house", from_utf8(platform.folder_trouble));
   const auto run_macros = [this](const std::string& house_code, int unit, int function) {
     macros.amacros(house_code, unit, function);
   };

@@ -26,7 +26,11 @@ nanoseconds exact_uptime() {
 sigset_t end_signals() {
   sigset_t set;
   sigemptyset(&set);
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&set, signal);
+  for (const int signal : {SIGINT, SIGTERM}) sigaddset(&set, signal);
+  // nohup has it ignored, so that the program outlives its terminal.
+  struct sigaction hang_up {};
+  sigaction(SIGHUP, nullptr, &hang_up);
+  if (hang_up.sa_handler != SIG_IGN) sigaddset(&set, SIGHUP);
   return set;
 }
 
