@@ -2,6 +2,8 @@
 
 #include <fcntl.h>
 #include <stdlib.h>
+#include <sys/epoll.h>
+#include <sys/inotify.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <termios.h>
@@ -70,6 +72,7 @@ std::string PseudoTerminal::open() {
       return error;
     }
   }
+  watch_closing();
   std::string error = make_link();
   if (!error.empty()) close();
   return error;
@@ -87,8 +90,31 @@ bool PseudoTerminal::open_pair() {
   return true;
 }
 
+// Does without where the system has no watch left.
+void PseudoTerminal::watch_closing() {
+  closing_ = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+  if (inotify_add_watch(closing_, path_.c_str(), IN_CLOSE) < 0) return;
+  both_ = epoll_create1(EPOLL_CLOEXEC);
+  epoll_event input{};
+  input.events = EPOLLIN;
+  const bool watched = epoll_ctl(both_, EPOLL_CTL_ADD, master_, &input) == 0 &&
+                       epoll_ctl(both_, EPOLL_CTL_ADD, closing_, &input) == 0;
+  if (!watched) close_and_forget(both_);
+}
+
+// A port of the machine forgets who had it alone when the last program closes it; the terminal does
+// not, since it is held open here.
+void PseudoTerminal::see_closing() {
+  alignas(inotify_event) std::array<char, 1024> events{};
+  bool closed = false;
+  while (::read(closing_, events.data(), events.size()) > 0) closed = true;
+  if (closed) ioctl(slave_, TIOCNXCL);
+}
+
 void PseudoTerminal::close() {
   if (is_open()) remove_link();
+  close_and_forget(both_);
+  close_and_forget(closing_);
   close_and_forget(slave_);
   close_and_forget(master_);
 }
@@ -129,6 +155,7 @@ void PseudoTerminal::write(std::string_view bytes) {
 }
 
 std::string PseudoTerminal::read() {
+  if (is_open()) see_closing();
   std::string bytes;
   std::array<char, 256> chunk{};
   while (is_open()) {

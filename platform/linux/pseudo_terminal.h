@@ -7,7 +7,8 @@ namespace homewarden::os_linux {
 
 // A serial port that exists only in this machine: another program opens path() and finds at its far
 // end what is written and read here. Like a port with a cable, it takes no notice of programs that
-// open and close it; only close() is seen by them, as the loss of the port.
+// open and close it; only close() is seen by them, as the loss of the port. A program that was
+// killed with the port for itself alone (TIOCEXCL) leaves it to the next one.
 class PseudoTerminal {
  public:
   // `link`, if not empty, is the path of a symbolic link that leads to the terminal while it is
@@ -24,7 +25,7 @@ class PseudoTerminal {
   bool is_open() const { return master_ >= 0; }
 
   // To be watched for input; -1 when not open.
-  int fd() const { return master_; }
+  int fd() const { return both_ >= 0 ? both_ : master_; }
 
   // What other programs open; the last one when not open.
   const std::string& path() const { return path_; }
@@ -37,13 +38,17 @@ class PseudoTerminal {
 
  private:
   bool open_pair();
+  void watch_closing();
+  void see_closing();
   std::string make_link() const;
   void remove_link() const;
 
   std::string link_;
   std::string path_;
   int master_ = -1;
-  int slave_ = -1;  // held so that the terminal outlives the programs that use it
+  int slave_ = -1;    // held so that the terminal outlives the programs that use it
+  int closing_ = -1;  // tells of programs that close it
+  int both_ = -1;     // is readable when master_ or closing_ is
 };
 
 }  // namespace homewarden::os_linux

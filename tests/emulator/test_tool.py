@@ -73,6 +73,28 @@ class ToolTest(unittest.TestCase):
     self.assertEqual(tool.process.wait(10), 0)
     self.assertFalse(link.is_symlink(), "something is left behind")
 
+  def test_a_program_that_had_the_port_alone_and_was_killed_leaves_it_to_the_next(self):
+    path = Tool(self).line()
+    os.chmod(path, 0o666)
+    user = 65534 if os.getuid() == 0 else None  # for root no port is busy
+    script = "import fcntl, os, sys, termios; port = os.open(sys.argv[1], os.O_RDWR | os.O_NOCTTY);" \
+             "fcntl.ioctl(port, termios.TIOCEXCL); print(flush=True); sys.stdin.read()"
+    take = lambda: subprocess.Popen(["/usr/bin/python3", "-c", script, path], user=user, text=True,
+                                    stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                    stderr=subprocess.PIPE)
+    with take() as first:
+      first.stdout.readline()
+      with take() as second:
+        self.assertIn("busy", second.communicate()[1])
+      first.kill()
+    end = time.monotonic() + 10
+    while True:
+      with take() as next_one:
+        error = next_one.communicate()[1]
+      if not error:
+        return
+      self.assertLess(time.monotonic(), end, error)
+
   def test_waits_for_nobody_who_reads_what_it_prints(self):
     tool = Tool(self, "--fast")
     client = Client(self, tool.line())
