@@ -43,8 +43,6 @@ bool is_set(const char* name) {
 bool choose_offscreen() {
   if (is_set("QT_QPA_PLATFORM")) return std::getenv("QT_QPA_PLATFORM") == std::string("offscreen");
   if (is_set("DISPLAY") || is_set("WAYLAND_DISPLAY")) return false;
-  print_line(standard_output(),
-             "There is no display: Homewarden runs without a window and prints its status here.");
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
   return true;
 }
@@ -106,6 +104,7 @@ int run(const AppOptions& options, bool offscreen) {
 int main(int argc, char* argv[]) {
   using namespace homewarden;
   os_linux::prepare_standard_streams();
+  const bool is_chosen = is_set("QT_QPA_PLATFORM");
   const bool offscreen = choose_offscreen();
   QApplication application(argc, argv);
   // No display name: the desktop would add it to the title of every window and box.
@@ -114,5 +113,9 @@ int main(int argc, char* argv[]) {
   QApplication::setDesktopFileName("homewarden");
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setWindowIcon(QIcon(":/icons/homewarden.png"));
-  return run(parse_options(QApplication::arguments(), Face::kWindow), offscreen);
+  const AppOptions options = parse_options(QApplication::arguments(), Face::kWindow);
+  if (offscreen && !is_chosen)
+    print_line(standard_output(),
+               "There is no display: Homewarden runs without a window and prints its status here.");
+  return run(options, offscreen);
 }
