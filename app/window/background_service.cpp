@@ -20,10 +20,10 @@ const char* const kSystemctl = "/usr/bin/systemctl";
 
 std::unique_ptr<LogonEntry> choose_logon_entry(const AppOptions& options, bool offscreen) {
   if (options.demo || offscreen) return std::make_unique<os_linux::AbsentLogonEntry>();
-  std::vector<std::string> arguments;
-  if (options.folder) arguments = {"--folder", std::filesystem::absolute(*options.folder).string()};
-  return std::make_unique<os_linux::AutostartEntry>(os_linux::autostart_folder(),
-                                                    os_linux::program_file(), std::move(arguments));
+  // On the same house as the service.
+  const os_linux::ServiceCommand same = os_linux::service_command(options.folder);
+  return std::make_unique<os_linux::AutostartEntry>(
+      os_linux::autostart_folder(), os_linux::program_file(), same.arguments, same.environment);
 }
 
 }  // namespace

@@ -47,8 +47,11 @@ std::string exec_argument(std::string_view argument) {
   return text + "\"";
 }
 
-std::string entry(const std::filesystem::path& program, const std::vector<std::string>& arguments) {
-  std::string command = exec_argument(program.string());
+std::string entry(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+                  const std::vector<std::string>& environment) {
+  std::string command = environment.empty() ? "" : "env ";
+  for (const std::string& variable : environment) command += exec_argument(variable) + " ";
+  command += exec_argument(program.string());
   for (const std::string& argument : arguments) command += " " + exec_argument(argument);
   return "[Desktop Entry]\nType=Application\nName=Homewarden\n"
          "Comment=Switch, dim and time lamps and appliances over the power line\n"
@@ -65,8 +68,9 @@ std::filesystem::path autostart_folder() {
 
 AutostartEntry::AutostartEntry(const std::filesystem::path& folder,
                                const std::filesystem::path& program,
-                               const std::vector<std::string>& arguments)
-    : file_(folder / "homewarden.desktop"), content_(entry(program, arguments)) {}
+                               const std::vector<std::string>& arguments,
+                               const std::vector<std::string>& environment)
+    : file_(folder / "homewarden.desktop"), content_(entry(program, arguments, environment)) {}
 
 bool AutostartEntry::is_switched_off() {
   const auto content = files_.read(file_);

@@ -17,9 +17,10 @@ std::filesystem::path autostart_folder();
 // go: an entry of the same name that is installed for all must not come to light.
 class AutostartEntry : public LogonEntry {
  public:
-  // What is to be started, with its arguments.
+  // What is to be started, with its arguments and what its environment has to hold, NAME=value.
   AutostartEntry(const std::filesystem::path& folder, const std::filesystem::path& program,
-                 const std::vector<std::string>& arguments);
+                 const std::vector<std::string>& arguments,
+                 const std::vector<std::string>& environment);
 
   bool is_available() const override { return true; }
   // As desktops mark an entry that their own settings leave out.

@@ -37,10 +37,11 @@ TEST_F(AutostartEntryTest, IsValidAndStartsTheProgramOnItsHouse) {
   const fs::path folder = scratch / kOddName;
   const fs::path program = folder / "homewarden";
   fs::create_directories(folder);
-  std::ofstream(program) << "#!/bin/sh\nprintf '%s|' \"$@\" >\"${0%/*}/begun\"\n"
+  std::ofstream(program) << "#!/bin/sh\nprintf '%s|' \"$@\" \"$HOUSE\" >\"${0%/*}/begun\"\n"
                             "mv \"${0%/*}/begun\" \"${0%/*}/started\"\n";
   fs::permissions(program, fs::perms::owner_all);
-  os_linux::AutostartEntry entry(file.parent_path(), program, {"--folder", "100%f" + kOddName});
+  os_linux::AutostartEntry entry(file.parent_path(), program, {"--folder", "100%f" + kOddName},
+                                 {"HOUSE=" + kOddName});
   ASSERT_TRUE(entry.fill());
   EXPECT_TRUE(succeeds("desktop-file-validate " + file.string()));
   EXPECT_TRUE(succeeds("env -u DBUS_SESSION_BUS_ADDRESS HOME=" + scratch.path().string() +
@@ -48,11 +49,11 @@ TEST_F(AutostartEntryTest, IsValidAndStartsTheProgramOnItsHouse) {
                        file.string()));
   for (int i = 0; i < 600 && !fs::exists(folder / "started"); ++i)
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
-  EXPECT_EQ(read(folder / "started"), "--folder|100%f" + kOddName + "|");
+  EXPECT_EQ(read(folder / "started"), "--folder|100%f" + kOddName + "|" + kOddName + "|");
 }
 
 TEST_F(AutostartEntryTest, IsEmptiedReplacedWholeAndLeftWhenSwitchedOff) {
-  os_linux::AutostartEntry entry(file.parent_path(), "/usr/bin/homewarden", {});
+  os_linux::AutostartEntry entry(file.parent_path(), "/usr/bin/homewarden", {}, {});
   EXPECT_FALSE(entry.is_switched_off());
   ASSERT_TRUE(entry.fill());
   const std::string filled = read(file);
@@ -66,7 +67,7 @@ TEST_F(AutostartEntryTest, IsEmptiedReplacedWholeAndLeftWhenSwitchedOff) {
   EXPECT_EQ(fs::file_size(file), 0u);
 
   std::ofstream(scratch / "no folder") << "";
-  os_linux::AutostartEntry nowhere(scratch / "no folder", "/usr/bin/homewarden", {});
+  os_linux::AutostartEntry nowhere(scratch / "no folder", "/usr/bin/homewarden", {}, {});
   EXPECT_FALSE(nowhere.fill());
   EXPECT_FALSE(nowhere.is_switched_off());
 }
