@@ -13,7 +13,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <iterator>
+#include <sstream>
 #include <thread>
 
 #include "platform/linux/detached_process.h"
@@ -30,9 +30,11 @@ namespace {
 namespace fs = std::filesystem;
 using std::chrono::seconds;
 
+// Of a process that has just ended nothing can be read; the iterator of a stream would throw.
 std::string content(const fs::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
+  std::ostringstream text;
+  text << std::ifstream(file, std::ios::binary).rdbuf();
+  return text.str();
 }
 
 class SupervisorTest : public ::testing::Test {
