@@ -47,8 +47,7 @@ std::string head_of(const char* title, const char* style, const char* script) {
          title +
          " - Homewarden</title>\r\n"
          "  <meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\r\n"
-         "  <meta name=\"color-scheme\" content=\"dark\">\r\n"
-         "  <meta name=\"theme-color\" content=\"#101820\">\r\n"
+         "  <meta name=\"color-scheme\" content=\"light dark\">\r\n"
          "  <link rel=\"icon\" type=\"image/png\" href=\"/homewarden.png\">\r\n"
          "  <link rel=\"stylesheet\" href=\"/homewarden-base.css\">\r\n"
          "  <link rel=\"stylesheet\" href=\"/" +
