@@ -131,7 +131,7 @@ class Bench {
   void press_card() {
     std::vector<QWidget*> cards;
     for (QWidget* widget : house_.view().findChildren<QWidget*>())
-      if (dynamic_cast<view::DeviceButton*>(widget)) cards.push_back(widget);
+      if (dynamic_cast<view::DeviceCard*>(widget)) cards.push_back(widget);
     QTest::mouseClick(cards.at(samples_done_ % kDevices), Qt::LeftButton);
   }
 

@@ -131,7 +131,7 @@ class Bench {
     std::vector<double> times;
     std::vector<QWidget*> cards;
     for (QWidget* widget : house_.view().findChildren<QWidget*>())
-      if (dynamic_cast<view::DeviceButton*>(widget)) cards.push_back(widget);
+      if (dynamic_cast<view::DeviceCard*>(widget)) cards.push_back(widget);
     for (int i = 0; i < presses_; ++i) {
       first_byte_ = {};
       const auto pressed = Clock::now();

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <optional>
+#include <string>
 
 #include "ui/controls.h"
 
@@ -11,6 +13,21 @@ enum class CardState {
   kIdle,
   kWaiting,  // a press waits for its turn
   kSending,  // a command to it is on its way
+};
+
+// What a device's card shows besides its name and picture.
+struct CardFace {
+  bool on = false;
+  int level = 0;  // percent; 0 when off
+  bool dimmable = false;
+  CardState state = CardState::kIdle;
+  // What the last press that waits or is being sent asks for; nothing when the command comes from
+  // elsewhere.
+  std::optional<int> wished;  // percent; 0 is off
+  bool wishes_level = false;  // by the slider
+  std::string address;        // "A3"; as the room list has it
+
+  bool operator==(const CardFace&) const = default;
 };
 
 // The devices of one room: ten slots, each a picture, a name, a brightness slider, and what became
@@ -26,7 +43,7 @@ struct HousePanel {
   std::array<Picture, kSlots> device;
   std::array<Label, kSlots> devicename;
   std::array<Slider, kSlots> image1;
-  std::array<Property<CardState>, kSlots> cardstate;
+  std::array<Property<CardFace>, kSlots> cardface;
   // Shown when the last command to the device could not be sent; a click sends it again.
   std::array<Label, kSlots> lab_notsent;
 };

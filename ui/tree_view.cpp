@@ -35,6 +35,12 @@ void TreeView::remove(TreeNode* node) {
   changed();
 }
 
+void TreeView::set_level(TreeNode& node, std::optional<int> level) {
+  if (node.level == level) return;
+  node.level = level;
+  if (!is_changing()) level_changed(node);
+}
+
 void TreeView::forget_keys(const TreeNode& node) {
   for (const auto& child : node.children) forget_keys(*child);
   by_key_.erase(node.key);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -13,6 +14,8 @@ namespace homewarden {
 struct TreeNode {
   std::string key;
   std::string text;
+  // Of a device: percent, 0 when off. Nothing for what cannot be switched.
+  std::optional<int> level;
   TreeNode* parent = nullptr;
   std::vector<std::unique_ptr<TreeNode>> children;
 };
@@ -46,6 +49,9 @@ struct TreeView : Control {
   // Removes the node with everything below it; pointers to them are good no longer. When one of
   // them was selected, nothing is.
   void remove(TreeNode* node);
+  // Tells it when it is another one, outside of a batch.
+  void set_level(TreeNode& node, std::optional<int> level);
+  Signal<const TreeNode&> level_changed;
   const std::vector<std::unique_ptr<TreeNode>>& roots() const { return root_.children; }
   std::size_t size() const { return by_key_.size(); }
 

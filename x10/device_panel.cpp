@@ -47,6 +47,7 @@ DevicePanel::DevicePanel(HousePanel& panel, const Flags& flags, Operations& oper
     show_device(key);
   });
   presses.changed.connect([this](const std::string& key) { show_device(key); });
+  state.changed_elsewhere.connect([this] { show_again(); });
 }
 
 void DevicePanel::show_room(const std::string& room) {
@@ -82,18 +83,29 @@ void DevicePanel::empty(int Index) {
   panel_.devicename[at(Index)].caption = std::string();
   panel_.image1[at(Index)].visible = false;
   panel_.lab_notsent[at(Index)].visible = false;
-  panel_.cardstate[at(Index)] = CardState::kIdle;
+  panel_.cardface[at(Index)] = CardFace();
 }
 
 void DevicePanel::show_slot(int Index) {
   const std::string& key = slots_[at(Index)].key;
-  const bool sending = !key.empty() && key == sending_to_;
-  const bool waiting = presses_.waits(key);
-  panel_.cardstate[at(Index)] = sending   ? CardState::kSending
-                                : waiting ? CardState::kWaiting
-                                          : CardState::kIdle;
-  panel_.lab_notsent[at(Index)].visible = !waiting && state_.not_sent(key).has_value();
+  panel_.lab_notsent[at(Index)].visible = !presses_.waits(key) && state_.not_sent(key).has_value();
   set_picture(Index, key, state_.getlaststatus(key));
+  panel_.cardface[at(Index)] = face_of(slots_[at(Index)]);
+}
+
+CardFace DevicePanel::face_of(const Slot& slot) {
+  CardFace face;
+  face.on = state_.getlaststatus(slot.key);
+  face.level = face.on ? state_.level(slot.key) : 0;
+  face.dimmable = house_.type_of(slot.key).dimmable;
+  face.address = slot.device.house_code + std::to_string(slot.device.unit);
+  if (!slot.key.empty() && slot.key == sending_to_)
+    face.state = CardState::kSending;
+  else if (presses_.waits(slot.key))
+    face.state = CardState::kWaiting;
+  if (const auto order = presses_.wished(slot.key)) face.wished = order->on ? order->level : 0;
+  face.wishes_level = presses_.wished_level(slot.key).has_value();
+  return face;
 }
 
 void DevicePanel::show_device(const std::string& key) {

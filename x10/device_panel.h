@@ -62,6 +62,7 @@ class DevicePanel {
   void fill(int Index, const Device& device);
   void empty(int Index);
   void show_slot(int Index);
+  CardFace face_of(const Slot& slot);
   void show_device(const std::string& key);
   void set_picture(int slot, const std::string& fullname, bool on);
 

@@ -56,6 +56,8 @@ class DeviceState {
   void forget(const std::string& keyname);
 
   Signal<const StateChange&> changed;
+  // Another process has recorded something: whoever shows states looks at all of them.
+  Signal<> changed_elsewhere;
 
  private:
   Module1& module1_;

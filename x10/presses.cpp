@@ -50,6 +50,11 @@ std::optional<int> Presses::wished_level(const std::string& device_key) {
   return last && last->is_level ? std::optional(last->order.level) : std::nullopt;
 }
 
+std::optional<DeviceOrder> Presses::wished(const std::string& device_key) {
+  const Press* last = last_of(device_key);
+  return last ? std::optional(last->order) : std::nullopt;
+}
+
 void Presses::add(const Device& device, DeviceOrder order, bool is_level) {
   waiting_.push_back({device, device.key(), order, is_level, commands_.line_moment()});
   changed(device.key());

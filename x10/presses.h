@@ -35,6 +35,9 @@ class Presses {
   // when the last press of the device was none of a slider.
   std::optional<int> wished_level(const std::string& device_key);
 
+  // What the last press of the device asks for, as long as it waits or is being sent.
+  std::optional<DeviceOrder> wished(const std::string& device_key);
+
   // A press of the device with this key began to wait or got its turn. A device that has gone
   // meanwhile is passed over.
   Signal<const std::string&> changed;

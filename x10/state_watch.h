@@ -4,15 +4,15 @@
 
 #include "platform/registry.h"
 #include "ui/shared_state.h"
-#include "x10/device_panel.h"
+#include "x10/device_state.h"
 
 namespace homewarden {
 
-// Shows on the cards what another process has recorded, about a second later at most.
+// Has it told what another process has recorded, about a second later at most.
 class StateWatch {
  public:
-  StateWatch(ProgramTimers& timers, Registry& registry, DevicePanel& devices)
-      : registry_(registry), devices_(devices) {
+  StateWatch(ProgramTimers& timers, Registry& registry, DeviceState& state)
+      : registry_(registry), state_(state) {
     timers.statetimer.tick.connect([this] { look(); });
     registry.changed.connect([this](RegistryRoot) { look(); });
   }
@@ -23,11 +23,11 @@ class StateWatch {
     const std::uint64_t changes = registry_.changes(RegistryRoot::kLocalMachine);
     if (changes == seen_) return;
     seen_ = changes;
-    devices_.show_again();
+    state_.changed_elsewhere();
   }
 
   Registry& registry_;
-  DevicePanel& devices_;
+  DeviceState& state_;
   std::uint64_t seen_ = 0;
 };
 

@@ -26,6 +26,7 @@
 #include "platform/desktop/qt_desktop.h"
 #include "platform/desktop/qt_sound_player.h"
 #include "platform/linux/window_call_pipe.h"
+#include "ui/qt/appearance.h"
 #include "ui/qt/main_window_view.h"
 #include "ui/qt/qt_dialogs.h"
 #include "ui/qt/tray_view.h"
@@ -114,6 +115,7 @@ int main(int argc, char* argv[]) {
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setWindowIcon(QIcon(":/icons/homewarden.png"));
   const AppOptions options = parse_options(QApplication::arguments(), Face::kWindow);
+  view::Appearance appearance;
   if (offscreen && !is_chosen)
     print_line(standard_output(),
                "There is no display: Homewarden runs without a window and prints its status here.");

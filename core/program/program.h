@@ -11,6 +11,7 @@
 #include "core/house/house_deletion.h"
 #include "core/house/house_editor.h"
 #include "core/house/navigation_tree.h"
+#include "core/house/tree_levels.h"
 #include "core/program/house_parts.h"
 #include "core/program/service_mode.h"
 #include "core/program/shutdown.h"
@@ -65,6 +66,7 @@ class Program {
   DevicePanel devices_;
   StateWatch state_watch_;
   NavigationTree tree_;
+  TreeLevels tree_levels_;
   EventEditor editor_;
   EventDeletion event_deletion_;
   RunEventNow run_event_now_;

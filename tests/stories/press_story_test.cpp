@@ -22,7 +22,8 @@ class PressStory : public ::testing::Test {
   std::vector<std::string> line() { return house.line(); }
   std::vector<CardState> cards() {
     std::vector<CardState> states;
-    for (int i = 0; i < 5; ++i) states.push_back(form().cardstate[static_cast<std::size_t>(i)]);
+    for (int i = 0; i < 5; ++i)
+      states.push_back(form().cardface[static_cast<std::size_t>(i)].get().state);
     return states;
   }
 

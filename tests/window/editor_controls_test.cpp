@@ -132,7 +132,7 @@ TEST_F(EditorControlsTest, AFlashingButtonMovesNothing) {
   form.frm_event.visible = true;
   for (const char* caption : {"Save", "Save this timed event & go on"}) {
     form.Command6.caption = caption;
-    settle();
+    for (int turn = 0; turn < 3; ++turn) settle();
     const auto places = [this] {
       std::vector<QRect> found;
       for (auto* button : view->findChildren<QPushButton*>())

@@ -1,15 +1,16 @@
 #include "ui/qt/device_card.h"
 
 #include <QApplication>
-#include <QGridLayout>
 #include <QMouseEvent>
-#include <QPainter>
-#include <QProxyStyle>
 #include <QSignalBlocker>
-#include <utility>
+#include <algorithm>
 
 #include "platform/qt/text_codec.h"
 #include "ui/qt/bindings.h"
+#include "ui/qt/card_layout.h"
+#include "ui/qt/house_style.h"
+#include "ui/qt/line_icons.h"
+#include "ui/qt/motion.h"
 #include "ui/qt/tip_text.h"
 #include "ui/qt/watch.h"
 #include "ui/qt/wheel_guard.h"
@@ -17,146 +18,180 @@
 namespace homewarden::view {
 namespace {
 
-constexpr int kCardWidth = 176;
-constexpr double kCorner = 12;
 constexpr int kSettledMilliseconds = 350;
-
-// A click beside the handle brings it there, as people expect of a dimmer.
-class JumpStyle : public QProxyStyle {
- public:
-  explicit JumpStyle(QObject* owner) { setParent(owner); }
-  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                QStyleHintReturn* data) const override {
-    if (hint == SH_Slider_AbsoluteSetButtons) return Qt::LeftButton;
-    return QProxyStyle::styleHint(hint, option, widget, data);
-  }
-};
+constexpr int kFullyOn = 100;
 
 }  // namespace
 
 DeviceCard::DeviceCard(HousePanel& panel, std::size_t slot, QWidget* parent)
-    : QWidget(parent),
+    : QAbstractButton(parent),
       picture_(panel.device[slot]),
       name_(panel.devicename[slot]),
       slider_(panel.image1[slot]),
-      button_(new DeviceButton(this)),
-      caption_(new QLabel(this)),
-      bar_(new QSlider(Qt::Vertical, this)),
-      level_(new QLabel(this)),
-      foot_(new CardFoot(panel.cardstate[slot], panel.lab_notsent[slot], this)) {
-  foot_->set_neighbour(button_);
-  lay_out();
+      not_sent_(panel.lab_notsent[slot]),
+      face_(panel.cardface[slot]),
+      bar_(new QSlider(Qt::Horizontal, this)),
+      retry_(new QPushButton(tr("Retry"), this)) {
+  setCursor(Qt::PointingHandCursor);
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_Hover);
+  setCheckable(false);
+  turning_.setStartValue(0.0);
+  turning_.setEndValue(0.0);
+  connect(&turning_, &QVariantAnimation::valueChanged, this, [this] { update(); });
   bind_picture();
   bind_name(panel.lab_room);
   bind_slider();
-  follow(panel.cardstate[slot], this, [this](CardState) { show_state(); });
-  watch(panel.lab_notsent[slot].visible.changed, this, [this] { show_state(); });
-}
-
-void DeviceCard::lay_out() {
-  auto* grid = new QGridLayout(this);
-  grid->setContentsMargins(16, 16, 14, 8);
-  grid->setHorizontalSpacing(8);
-  grid->setVerticalSpacing(6);
-  grid->addWidget(button_, 0, 0, Qt::AlignHCenter | Qt::AlignTop);
-  grid->addWidget(bar_, 0, 1, Qt::AlignHCenter);
-  grid->addWidget(caption_, 1, 0);
-  grid->addWidget(level_, 1, 1, Qt::AlignHCenter | Qt::AlignTop);
-  grid->addWidget(foot_, 2, 0, 1, 2);
-  grid->setColumnStretch(0, 1);
-  caption_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
-  caption_->setWordWrap(true);
-  caption_->setTextFormat(Qt::PlainText);
-  caption_->setMinimumHeight(2 * fontMetrics().lineSpacing());
-  // The widest text, so that the card does not move while a slider does.
-  level_->setMinimumWidth(fontMetrics().horizontalAdvance("100 %"));
-  level_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+  bind_retry();
+  follow(face_, this, [this](const CardFace&) { show_face(); });
 }
 
 QSize DeviceCard::sizeHint() const {
-  const int width = std::max(kCardWidth, fontMetrics().horizontalAdvance('x') * 23);
-  // A long name takes more lines.
-  return QSize(width,
-               std::max(layout()->sizeHint().height(), layout()->totalHeightForWidth(width)));
+  return CardLayout::wanted(fontMetrics()).grownBy({kRing, kRing, kRing, kRing});
+}
+
+QSize DeviceCard::minimumSizeHint() const {
+  return CardLayout::least(fontMetrics()).grownBy({kRing, kRing, kRing, kRing});
 }
 
 void DeviceCard::bind_picture() {
   follow(picture_.visible, this, [this](bool visible) {
     drop_input();
+    new_device_ = true;
     setVisible(visible);
   });
-  follow(picture_.file, this,
-         [this](const std::string& file) { button_->set_picture(QString::fromStdString(file)); });
+  watch(picture_.file.changed, this, [this] { update(); });
   follow(picture_.tool_tip, this, [this](const std::string& tip) {
-    button_->setToolTip(tip_text(tip));
-    show_state();
+    setToolTip(tip_text(tip));
+    describe();
   });
-  connect(button_, &QAbstractButton::clicked, this, [this] { picture_.click(); });
+  connect(this, &QAbstractButton::clicked, this, [this] { picture_.click(); });
 }
 
 void DeviceCard::bind_name(Label& room) {
   follow(name_.caption, this, [this](const std::string& text) {
     drop_input();
-    const QString name = qt::from_code_page(text);
-    caption_->setText(name);
-    button_->setAccessibleName(name);
-    bar_->setAccessibleName(tr("Brightness of %1").arg(name));
+    new_device_ = true;
+    shown_name_ = qt::from_code_page(text);
+    setAccessibleName(shown_name_);
+    bar_->setAccessibleName(tr("Brightness of %1").arg(shown_name_));
+    retry_->setAccessibleName(tr("Send to %1 again").arg(shown_name_));
+    update();
   });
   // Another room may have a device of the same name in this slot.
-  watch(room.caption.changed, this, [this] { drop_input(); });
+  watch(room.caption.changed, this, [this] {
+    drop_input();
+    new_device_ = true;
+  });
 }
 
 void DeviceCard::bind_slider() {
-  bar_->setStyle(new JumpStyle(bar_));
   guard_wheel(bar_);
   bar_->setRange(slider_.minimum, slider_.maximum);
   bar_->setPageStep(10);
   bar_->setSingleStep(5);
-  bar_->setMinimumHeight(DeviceButton::kSide);
-  follow(slider_.visible, this, [this](bool visible) {
-    bar_->setVisible(visible);
-    level_->setVisible(visible);
-  });
+  follow(slider_.visible, this, [this](bool) { lay_out(); });
   follow(slider_.tool_tip, this, [this](const std::string& tip) {
     bar_->setToolTip(tip_text(tip));
-    show_state();
+    bar_->setAccessibleDescription(qt::from_code_page(tip));
   });
   follow(slider_.value, this, [this](int) { show_value(); });
   watch(slider_.put_back, this, [this] { drop_input(); });
   settled_.setSingleShot(true);
   settled_.setInterval(kSettledMilliseconds);
   connect(&settled_, &QTimer::timeout, this, [this] { commit_slider(); });
-  connect(bar_, &QSlider::valueChanged, this, [this](int value) {
-    show_level(value);
+  connect(bar_, &QSlider::valueChanged, this, [this] {
+    update();
     if (!bar_->isSliderDown()) settled_.start();
   });
   connect(bar_, &QSlider::sliderReleased, this, [this] { commit_slider(); });
 }
 
-// A screen reader says it with the picture and with the slider.
-void DeviceCard::show_state() {
-  button_->set_dimmed(foot_->state() == CardState::kWaiting);
-  const QString words = foot_->words();
-  const auto described = [&words](const std::string& tip) {
-    const QString text = qt::from_code_page(tip);
-    return words.isEmpty() ? text : words + " " + text;
-  };
-  button_->setAccessibleDescription(described(picture_.tool_tip));
-  bar_->setAccessibleDescription(described(slider_.tool_tip));
+void DeviceCard::bind_retry() {
+  set_kind(retry_, ButtonKind::kDanger);
+  retry_->setIcon(make_icon(LineIcon::kRetry));
+  retry_->setCursor(Qt::PointingHandCursor);
+  follow(not_sent_.tool_tip, this,
+         [this](const std::string& tip) { retry_->setToolTip(tip_text(tip)); });
+  watch(not_sent_.visible.changed, this, [this] { show_face(); });
+  connect(retry_, &QPushButton::clicked, this, [this] { not_sent_.click(); });
+}
+
+bool DeviceCard::is_not_sent() const {
+  return face_.get().state == CardState::kIdle && not_sent_.visible;
+}
+
+QString DeviceCard::words() const {
+  const CardFace& face = face_;
+  if (bar_->isSliderDown() || settled_.isActive()) return tr("%1 %").arg(bar_->value());
+  const QString wished = !face.wished        ? QString()
+                         : *face.wished == 0 ? tr("off")
+                         : face.wishes_level ? tr("%1 %").arg(*face.wished)
+                                             : tr("on");
+  switch (face.state) {
+    case CardState::kWaiting:
+      return wished.isEmpty() ? tr("Waiting") : tr("Waiting: %1").arg(wished);
+    case CardState::kSending:
+      if (wished.isEmpty()) return tr("Sending");
+      return (face.wishes_level ? tr("Setting %1") : tr("Turning %1")).arg(wished);
+    case CardState::kIdle:
+      break;
+  }
+  if (is_not_sent()) return tr("Not sent");
+  if (!face.on) return tr("Off");
+  return face.dimmable && face.level < kFullyOn ? tr("%1 %").arg(face.level) : tr("On");
+}
+
+void DeviceCard::show_face() {
+  move_to(face_.get().on, std::exchange(new_device_, false));
+  const CardState state = face_.get().state;
+  set_tone(bar_, state == CardState::kSending   ? SliderTone::kSending
+                 : state == CardState::kWaiting ? SliderTone::kWaiting
+                 : face_.get().on               ? SliderTone::kOn
+                                                : SliderTone::kOff);
+  lay_out();
+  describe();
   update();
 }
 
-// A level below the bar's range is told in the number.
+// A screen reader hears the state with the name.
+void DeviceCard::describe() {
+  setAccessibleDescription(words() + ". " + qt::from_code_page(picture_.tool_tip.get()));
+}
+
+void DeviceCard::move_to(bool on, bool at_once) {
+  const double target = on ? 1.0 : 0.0;
+  if (turning_.endValue().toDouble() == target && !at_once) return;
+  const double now = lit();
+  turning_.stop();
+  turning_.setStartValue(at_once ? target : now);
+  turning_.setEndValue(target);
+  set_motion(turning_, at_once ? 0 : motion_milliseconds(*this));
+  turning_.start();
+}
+
+double DeviceCard::lit() const {
+  return turning_.currentValue().isValid() ? turning_.currentValue().toDouble() : 0.0;
+}
+
+void DeviceCard::lay_out() {
+  const CardLayout places(QRectF(rect()).adjusted(kRing, kRing, -kRing, -kRing), fontMetrics());
+  const bool retries = is_not_sent();
+  if (!retries && retry_->hasFocus()) setFocus();
+  bar_->setGeometry(places.low.toRect());
+  bar_->setVisible(slider_.visible && !retries);
+  const QSize size = retry_->sizeHint().boundedTo(places.low.size().toSize());
+  retry_->setGeometry(
+      QRect(places.low.center().toPoint() - QPoint(size.width(), 32) / 2, QSize(size.width(), 32)));
+  retry_->setVisible(retries);
+}
+
 void DeviceCard::show_value() {
   settled_.stop();
   const QSignalBlocker quiet(bar_);
   bar_->setValue(slider_.value);
   shown_ = bar_->value();
-  show_level(slider_.value);
-}
-
-void DeviceCard::show_level(int level) {
-  level_->setText(tr("%1 %").arg(level));
+  update();
 }
 
 // Dragging over many positions is one move, as are steps that follow each other quickly.
@@ -172,8 +207,7 @@ void DeviceCard::commit_slider() {
 
 // What is held down is let go without effect, and the slider goes back.
 void DeviceCard::drop_input() {
-  button_->setDown(false);
-  caption_pressed_ = false;
+  setDown(false);
   if (bar_->isSliderDown()) {
     const QSignalBlocker quiet(bar_);
     QMouseEvent release(QEvent::MouseButtonRelease, QPointF(), bar_->mapToGlobal(QPointF()),
@@ -184,36 +218,45 @@ void DeviceCard::drop_input() {
   show_value();
 }
 
-// The name switches the device as the picture does.
-void DeviceCard::mousePressEvent(QMouseEvent* event) {
-  caption_pressed_ =
-      event->button() == Qt::LeftButton && caption_->geometry().contains(event->pos());
-  if (!caption_pressed_) QWidget::mousePressEvent(event);
+void DeviceCard::resizeEvent(QResizeEvent* event) {
+  QAbstractButton::resizeEvent(event);
+  lay_out();
 }
 
-void DeviceCard::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton) return QWidget::mouseReleaseEvent(event);
-  const bool pressed = std::exchange(caption_pressed_, false);
-  if (pressed && caption_->geometry().contains(event->pos())) name_.click();
+void DeviceCard::changeEvent(QEvent* event) {
+  QAbstractButton::changeEvent(event);
+  if (event->type() == QEvent::FontChange) lay_out();
 }
 
-void DeviceCard::paintEvent(QPaintEvent* /*event*/) {
-  QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  QPen edge(palette().color(QPalette::WindowText), 1);
-  if (foot_->state() != CardState::kIdle) {
-    edge = QPen(palette().color(QPalette::Highlight), 2);
-  } else if (foot_->warns()) {
-    edge = QPen(CardFoot::warning_colour(palette()), 2);
-  } else {
-    QColor soft = edge.color();
-    soft.setAlpha(38);
-    edge.setColor(soft);
+// After a key, not after a press of the mouse.
+void DeviceCard::focusInEvent(QFocusEvent* event) {
+  shows_focus_ = event->reason() != Qt::MouseFocusReason;
+  QAbstractButton::focusInEvent(event);
+}
+
+void DeviceCard::keyPressEvent(QKeyEvent* event) {
+  shows_focus_ = true;
+  update();
+  if (event->key() == Qt::Key_Plus || event->key() == Qt::Key_Minus) {
+    if (bar_->isVisible())
+      bar_->triggerAction(event->key() == Qt::Key_Plus ? QSlider::SliderPageStepAdd
+                                                       : QSlider::SliderPageStepSub);
+    return;
   }
-  painter.setPen(edge);
-  painter.setBrush(palette().color(QPalette::Base));
-  const double inset = edge.widthF() / 2;
-  painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), kCorner, kCorner);
+  if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+    QAbstractButton::keyPressEvent(event);
+  else if (!event->isAutoRepeat())  // a key held down switches once
+    click();
+}
+
+void DeviceCard::enterEvent(QEnterEvent* event) {
+  QAbstractButton::enterEvent(event);
+  update();
+}
+
+void DeviceCard::leaveEvent(QEvent* event) {
+  QAbstractButton::leaveEvent(event);
+  update();
 }
 
 }  // namespace homewarden::view

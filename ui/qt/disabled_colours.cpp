@@ -3,7 +3,7 @@
 #include <QEvent>
 #include <QScopedValueRollback>
 
-#include "ui/qt/page.h"
+#include "ui/qt/look.h"
 
 namespace homewarden::view {
 namespace {

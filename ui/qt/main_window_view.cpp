@@ -5,12 +5,14 @@
 #include <QAbstractSlider>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QPainter>
 #include <QSplitter>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <utility>
 
 #include "platform/qt/text_codec.h"
+#include "ui/qt/look.h"
 #include "ui/qt/pages.h"
 #include "ui/qt/popup_menu.h"
 #include "ui/qt/status_bar_view.h"
@@ -18,9 +20,10 @@
 #include "ui/qt/watch.h"
 #include "ui/qt/window_frame.h"
 
-// The icons lie in a static library, which the linker would leave out unasked.
-static void load_icons() {
+// The pictures lie in a static library, which the linker would leave out unasked.
+static void load_pictures() {
   Q_INIT_RESOURCE(icons);
+  Q_INIT_RESOURCE(pictures);
 }
 
 namespace homewarden::view {
@@ -29,6 +32,17 @@ namespace {
 // What a small screen with large text has room for; pages scroll.
 constexpr int kLeastWidth = 560;
 constexpr int kLeastHeight = 340;
+
+// The ground of the tree, with a line towards the page.
+class Side : public QWidget {
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    const Look& look = look_of(palette());
+    painter.fillRect(rect(), look.side);
+    painter.fillRect(QRect(width() - 1, 0, 1, height()), look.line);
+  }
+};
 
 bool is_input(QEvent::Type type) {
   switch (type) {
@@ -53,7 +67,7 @@ bool is_input(QEvent::Type type) {
 
 MainWindowView::MainWindowView(FrmMain& form)
     : form_(form), pages_(new QStackedWidget), no_page_(new QWidget), cover_(new QWidget(this)) {
-  load_icons();
+  load_pictures();
   setMinimumSize(kLeastWidth, kLeastHeight);
   cover_->setCursor(Qt::BusyCursor);
   cover_->hide();
@@ -82,19 +96,19 @@ void MainWindowView::build() {
   splitter->addWidget(build_side());
   splitter->addWidget(pages_);
   splitter->setStretchFactor(1, 1);
-  splitter->setSizes({240, 720});
+  splitter->setSizes({264, 720});
   setCentralWidget(splitter);
   setStatusBar(new StatusBarView(form_.Statusbar, this));
   for (Menu* menu : {&form_.mnuPopup, &form_.mnuPopup1, &form_.sspp3}) add_menu(*menu);
 }
 
 QWidget* MainWindowView::build_side() {
-  auto* side = new QWidget;
-  side->setAutoFillBackground(true);
-  side->setBackgroundRole(QPalette::Base);
+  auto* side = new Side;
   auto* rows = new QVBoxLayout(side);
-  rows->setContentsMargins(8, 12, 4, 8);
-  rows->addWidget(new TreePane(form_.Tree, side), 1);
+  rows->setContentsMargins(0, 12, 0, 8);
+  rows->addWidget(new TreePane(
+                      form_.Tree, [this] { form_.Label3.click(); }, side),
+                  1);
   auto* menu = new QToolButton(side);
   menu->setAutoRaise(true);
   menu->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);

@@ -2,6 +2,8 @@
 
 #include <QEvent>
 
+#include "ui/qt/look.h"
+
 namespace homewarden::view {
 namespace {
 
@@ -41,14 +43,8 @@ class QuietLabel : public QLabel {
 
 }  // namespace
 
-QColor mixed(const QColor& colour, const QColor& other, int percent) {
-  const auto mix = [percent](int a, int b) { return (a * percent + b * (100 - percent)) / 100; };
-  return QColor(mix(colour.red(), other.red()), mix(colour.green(), other.green()),
-                mix(colour.blue(), other.blue()));
-}
-
 QColor quiet_text_colour(const QPalette& palette) {
-  return mixed(palette.color(QPalette::WindowText), palette.color(QPalette::Window), 68);
+  return look_of(palette).quiet;
 }
 
 QLabel* make_heading(const QString& text, QWidget* parent) {

@@ -45,8 +45,6 @@ QLabel* make_heading(const QString& text, QWidget* parent);
 // A wrapped text that explains; stays readable when the desktop turns dark or light.
 QLabel* make_quiet_label(QWidget* parent);
 
-// `percent` of one colour, the rest of the other.
-QColor mixed(const QColor& colour, const QColor& other, int percent);
 // The colour of text that explains, on the widget's background.
 QColor quiet_text_colour(const QPalette& palette);
 

@@ -6,7 +6,7 @@
 
 #include "platform/qt/text_codec.h"
 #include "ui/qt/bindings.h"
-#include "ui/qt/card_foot.h"
+#include "ui/qt/look.h"
 #include "ui/qt/tip_text.h"
 #include "ui/qt/watch.h"
 
@@ -20,9 +20,6 @@ constexpr const char* kUnsent =
     "QPushButton { padding: 0 6px; border: 1px solid transparent; border-radius: 6px; color: %1;"
     " text-decoration: underline; }"
     "QPushButton:focus { border-color: %1; }";
-
-const QColor kGood(0x3f, 0xa9, 0x5c);
-const QColor kBad(0xe0, 0x7b, 0x2a);
 
 QPixmap light(const QColor& colour, double ratio) {
   QPixmap pixmap(QSize(kLight, kLight) * ratio);
@@ -57,9 +54,16 @@ StatusBarView::StatusBarView(StatusBar& control, QWidget* parent)
       state_(new ElidedLabel(this)) {
   setSizeGripEnabled(false);
   setStyleSheet("QStatusBar::item { border: none; }");
-  setContentsMargins(8, 2, 10, 3);
+  setContentsMargins(12, 2, 12, 2);
+  QFont small = font();
+  small.setPointSizeF(small.pointSizeF() * 0.86);
+  setFont(small);
+  for (QLabel* label : {clock_, static_cast<QLabel*>(status_), static_cast<QLabel*>(state_)})
+    label->setFont(small);
+  unsent_->setFont(small);
+  setMinimumHeight(32);
   recolour();
-  clock_->setMinimumWidth(fontMetrics().horizontalAdvance("00:00:00"));
+  clock_->setMinimumWidth(clock_->fontMetrics().horizontalAdvance("00:00:00") + 20);
   clock_->setAccessibleName(tr("Clock"));
   status_->setAccessibleName(tr("Status"));
   state_->setAccessibleName(tr("Interface"));
@@ -81,12 +85,19 @@ StatusBarView::StatusBarView(StatusBar& control, QWidget* parent)
 }
 
 void StatusBarView::recolour() {
-  unsent_->setStyleSheet(QString(kUnsent).arg(CardFoot::warning_colour(palette()).name()));
+  unsent_->setStyleSheet(QString(kUnsent).arg(look_of(palette()).failed.name()));
 }
 
 void StatusBarView::changeEvent(QEvent* event) {
   QStatusBar::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) recolour();
+}
+
+void StatusBarView::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  const Look& look = look_of(palette());
+  painter.fillRect(rect(), look.side);
+  painter.fillRect(QRect(0, 0, width(), 1), look.line);
 }
 
 void StatusBarView::resizeEvent(QResizeEvent* event) {
@@ -105,7 +116,8 @@ void StatusBarView::show_state(const StatusBar& control) {
   state_->setText(state);
   fit_state();
   light_->setVisible(!state.isEmpty());
-  light_->setPixmap(light(state == "STATUS: Ready" ? kGood : kBad, devicePixelRatioF()));
+  const Look& look = look_of(palette());
+  light_->setPixmap(light(state == "STATUS: Ready" ? look.ok : look.failed, devicePixelRatioF()));
   const std::string& more = control.panel3_tip;
   const std::string tip = control.panel3.get() + (more.empty() ? "" : "\n" + more);
   for (QLabel* label : {light_, static_cast<QLabel*>(state_)}) {

@@ -1,31 +1,43 @@
 #include "ui/qt/tree_model.h"
 
+#include <algorithm>
+
 #include "platform/qt/text_codec.h"
+#include "ui/qt/page.h"
 
 namespace homewarden::view {
 namespace {
 
 using Nodes = std::vector<std::unique_ptr<TreeNode>>;
 
-// The same picture when selected: the desktop would tint it with the colour it lies on.
-QIcon untinted(const char* file) {
-  QIcon icon(file);
-  icon.addFile(file, QSize(), QIcon::Selected);
-  return icon;
+constexpr int kFullyOn = 100;
+
+QString spoken(const TreeNode& node) {
+  const QString name = qt::from_code_page(node.text);
+  if (!node.parent) {
+    const int on = count_on(node);
+    return on == 0 ? name : tr("%1, %2 on").arg(name).arg(on);
+  }
+  const QString room = qt::from_code_page(node.parent->text);
+  const QString level = level_words(node);
+  const QString state = level.isEmpty() ? tr("off") : level;
+  return tr("%1, device in %2, %3").arg(name, room, state);
 }
 
 }  // namespace
 
-TreeModel::TreeModel(TreeView& tree, QObject* parent)
-    : QAbstractItemModel(parent),
-      tree_(tree),
-      fixed_icons_{{"Home", untinted(":/icons/home.png")},
-                   {"Events", untinted(":/icons/events.png")},
-                   {"Macros", untinted(":/icons/macros.png")},
-                   {"Web Server", untinted(":/icons/web.png")},
-                   {"Profiles", untinted(":/icons/profiles.png")}},
-      room_icon_(untinted(":/icons/room.png")),
-      device_icon_(untinted(":/icons/device.png")) {
+int count_on(const TreeNode& room) {
+  return static_cast<int>(std::count_if(room.children.begin(), room.children.end(),
+                                        [](const auto& node) { return node->level > 0; }));
+}
+
+QString level_words(const TreeNode& node) {
+  const int level = node.level.value_or(0);
+  if (level == 0) return {};
+  return level < kFullyOn ? tr("%1 %").arg(level) : tr("On");
+}
+
+TreeModel::TreeModel(TreeView& tree, QObject* parent) : QAbstractItemModel(parent), tree_(tree) {
   number_rows();
 }
 
@@ -80,20 +92,18 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
   switch (role) {
     case Qt::DisplayRole:
       return qt::from_code_page(node.text);
-    case Qt::DecorationRole:
-      return icon_of(node);
     case Qt::AccessibleTextRole:
-      return qt::from_code_page(node.parent ? node.text + ", device in " + node.parent->text
-                                            : node.text);
+      return spoken(node);
     default:
       return {};
   }
 }
 
-QIcon TreeModel::icon_of(const TreeNode& node) const {
-  if (node.parent) return device_icon_;
-  const auto fixed = fixed_icons_.find(node.key);
-  return fixed == fixed_icons_.end() ? room_icon_ : fixed->second;
+void TreeModel::show_level(const TreeNode& node) {
+  for (const TreeNode* shown = &node; shown; shown = shown->parent) {
+    const QModelIndex index = index_of(shown);
+    if (index.isValid()) emit dataChanged(index, index);
+  }
 }
 
 }  // namespace homewarden::view

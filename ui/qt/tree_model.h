@@ -1,13 +1,17 @@
 #pragma once
 
 #include <QAbstractItemModel>
-#include <QIcon>
-#include <map>
-#include <string>
+#include <unordered_map>
 
 #include "ui/tree_view.h"
 
 namespace homewarden::view {
+
+// What devices below a room are on.
+int count_on(const TreeNode& room);
+
+// "On", "40 %"; empty for a device that is off and for what is none.
+QString level_words(const TreeNode& node);
 
 // Shows the nodes of a TreeView to Qt without copying them.
 class TreeModel : public QAbstractItemModel {
@@ -25,15 +29,13 @@ class TreeModel : public QAbstractItemModel {
 
   // The nodes have changed; everything is shown anew.
   void reload();
+  // A device was switched.
+  void show_level(const TreeNode& node);
 
  private:
-  QIcon icon_of(const TreeNode& node) const;
   void number_rows();
 
   TreeView& tree_;
-  std::map<std::string, QIcon> fixed_icons_;
-  QIcon room_icon_;
-  QIcon device_icon_;
   std::unordered_map<const TreeNode*, int> rows_;  // a node does not know its place
 };
 

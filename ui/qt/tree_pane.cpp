@@ -7,7 +7,8 @@
 
 #include "ui/key_codes.h"
 #include "ui/qt/bindings.h"
-#include "ui/qt/disabled_colours.h"
+#include "ui/qt/page.h"
+#include "ui/qt/tree_rows.h"
 #include "ui/qt/watch.h"
 
 namespace homewarden::view {
@@ -28,22 +29,27 @@ bool presses(const QKeyEvent& event) {
 
 }  // namespace
 
-TreePane::TreePane(TreeView& tree, QWidget* parent)
-    : QTreeView(parent), tree_(tree), model_(new TreeModel(tree, this)) {
+TreePane::TreePane(TreeView& tree, std::function<void()> add_room, QWidget* parent)
+    : QTreeView(parent),
+      tree_(tree),
+      model_(new TreeModel(tree, this)),
+      add_room_(std::move(add_room)) {
   setModel(model_);
+  setItemDelegate(new TreeRows(this));
   setHeaderHidden(true);
-  setUniformRowHeights(true);
-  setIconSize(QSize(20, 20));
   setFrameShape(QFrame::NoFrame);
+  setMouseTracking(true);
+  viewport()->setAutoFillBackground(false);
   setEditTriggers(NoEditTriggers);
   setExpandsOnDoubleClick(false);
-  setIndentation(18);
-  setTextElideMode(Qt::ElideRight);
-  setStyleSheet("QTreeView::item { padding: 2px; }");
+  setIndentation(TreeRows::kIndentation);
   setMinimumWidth(170);
-  keep_readable_when_disabled(this, QPalette::Base);
   bind_common(tree, this, tr("Rooms and devices"));
   watch(tree.nodes_changed, this, [this] { nodes_changed(); });
+  watch(tree.level_changed, this, [this](const TreeNode& node) {
+    model_->show_level(node);
+    viewport()->update();  // a row reaches beyond what Qt takes for it
+  });
   watch(tree.selected.changed, this, [this] { selected_changed(); });
   follow(tree.root_lines, this, [this](bool lines) { setRootIsDecorated(lines); });
   connect(this, &QTreeView::expanded, this,
@@ -102,26 +108,98 @@ void TreePane::keyPressEvent(QKeyEvent* event) {
   }
 }
 
+QRect TreePane::visualRect(const QModelIndex& index) const {
+  QRect row = QTreeView::visualRect(index);
+  if (index.isValid() && row.isValid())
+    row.setTop(row.top() + TreeRows::caption_height(index, *this));
+  return row;
+}
+
+// The node that a press there means. None on the arrow that opens and closes a room, and none on
+// the caption above the first room.
+QModelIndex TreePane::node_at(const QPoint& place) const {
+  const QModelIndex index = indexAt(place);
+  if (!index.isValid()) return {};
+  QRect row = visualRect(index);
+  if (!TreeRows::has_arrow(index)) row.setLeft(0);
+  return row.contains(place) ? index : QModelIndex();
+}
+
+QRect TreePane::plus_place() const {
+  for (int row = 0; row < model_->rowCount({}); ++row) {
+    const QModelIndex index = model_->index(row, 0, {});
+    if (TreeRows::caption_height(index, *this) == 0) continue;
+    const int height = TreeRows::caption_height(index, *this);
+    const QRect caption(0, visualRect(index).top() - height, viewport()->width(), height);
+    return TreeRows::plus_place(caption);
+  }
+  return {};
+}
+
 void TreePane::mousePressEvent(QMouseEvent* event) {
+  plus_pressed_ = event->button() == Qt::LeftButton && plus_place().contains(event->pos());
+  const QModelIndex under = indexAt(event->pos());
+  const bool on_caption = under.isValid() && event->pos().y() < visualRect(under).top();
+  if (on_caption) return viewport()->update();
   QTreeView::mousePressEvent(event);
   pressed_.clear();
   if (event->button() != Qt::LeftButton) return;
-  // On the arrow that opens and closes a room the button is not over the node.
-  const QModelIndex index = indexAt(event->pos());
-  if (index.isValid() && visualRect(index).contains(event->pos()))
-    pressed_ = TreeModel::node_of(index)->key;
+  const QModelIndex index = node_at(event->pos());
+  if (index.isValid()) pressed_ = TreeModel::node_of(index)->key;
   tree_.mouse_down(kLeftButton);
 }
 
 void TreePane::mouseReleaseEvent(QMouseEvent* event) {
   QTreeView::mouseReleaseEvent(event);
   if (event->button() != Qt::LeftButton) return;
+  if (std::exchange(plus_pressed_, false)) {
+    viewport()->update();
+    if (plus_place().contains(event->pos())) add_room_();
+    return;
+  }
   const std::string key = std::exchange(pressed_, {});
-  const QModelIndex index = indexAt(event->pos());
-  if (!key.empty() && index.isValid() && visualRect(index).contains(event->pos()) &&
-      TreeModel::node_of(index)->key == key)
-    click(index);
+  const QModelIndex index = node_at(event->pos());
+  if (!key.empty() && index.isValid() && TreeModel::node_of(index)->key == key) click(index);
 }
+
+void TreePane::mouseMoveEvent(QMouseEvent* event) {
+  QTreeView::mouseMoveEvent(event);
+  hover(event->pos());
+}
+
+void TreePane::leaveEvent(QEvent* event) {
+  QTreeView::leaveEvent(event);
+  hover({-1, -1});
+}
+
+void TreePane::hover(const QPoint& place) {
+  const QModelIndex index = node_at(place);
+  const bool on_plus = plus_place().contains(place);
+  if (hovered_ == index && plus_hovered_ == on_plus) return;
+  hovered_ = index;
+  plus_hovered_ = on_plus;
+  viewport()->setCursor(on_plus ? Qt::PointingHandCursor : Qt::ArrowCursor);
+  viewport()->setToolTip(on_plus ? tr("Add a new room") : QString());
+  viewport()->update();
+}
+
+void TreePane::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                       const QModelIndex& index) const {
+  TreeRows::Row row;
+  row.place = QRect(0, option.rect.top(), viewport()->width(), option.rect.height());
+  row.caption = TreeRows::caption_height(index, *this);
+  row.selected = index == currentIndex();
+  row.over = index == hovered_;
+  row.open = isExpanded(index);
+  row.focus = row.selected && hasFocus();
+  row.plus_over = plus_hovered_;
+  row.plus_pressed = plus_pressed_;
+  TreeRows::draw(*painter, *this, row, *TreeModel::node_of(index));
+}
+
+// A row draws its arrow itself.
+void TreePane::drawBranches(QPainter* /*painter*/, const QRect& /*rect*/,
+                            const QModelIndex& /*index*/) const {}
 
 // Asked for with the right button or the menu key.
 void TreePane::contextMenuEvent(QContextMenuEvent* event) {

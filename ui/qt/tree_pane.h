@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QPersistentModelIndex>
 #include <QTreeView>
+#include <functional>
 #include <set>
 #include <string>
 
@@ -12,9 +14,18 @@ namespace homewarden::view {
 // until they are clicked.
 class TreePane : public QTreeView {
  public:
-  TreePane(TreeView& tree, QWidget* parent = nullptr);
+  // `add_room` is what the sign beside the caption of the rooms does.
+  TreePane(TreeView& tree, std::function<void()> add_room, QWidget* parent = nullptr);
+
+  // Without the caption above the first room.
+  QRect visualRect(const QModelIndex& index) const override;
 
  protected:
+  void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+  void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -28,9 +39,16 @@ class TreePane : public QTreeView {
   void selected_changed();
   void room_closed(const QModelIndex& room);
   void click(const QModelIndex& index);
+  QModelIndex node_at(const QPoint& place) const;
+  QRect plus_place() const;
+  void hover(const QPoint& place);
 
   TreeView& tree_;
   TreeModel* model_;
+  std::function<void()> add_room_;
+  QPersistentModelIndex hovered_;
+  bool plus_hovered_ = false;
+  bool plus_pressed_ = false;
   std::set<std::string> open_rooms_;  // by key: nodes are new after every change
   std::string pressed_;               // the key of the node on which the left button went down
 };
