@@ -2,6 +2,7 @@
 
 #include "ui/controls.h"
 #include "ui/event_panel.h"
+#include "ui/finder_panel.h"
 #include "ui/home_panel.h"
 #include "ui/house_panel.h"
 #include "ui/macro_panel.h"
@@ -25,6 +26,7 @@ struct FrmMain : Window,
                  AddDevicePanel,
                  EventPanel,
                  MacroPanel,
+                 FinderPanel,
                  WebPanel,
                  ProfilePanel,
                  SpeechPanel,

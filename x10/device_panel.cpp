@@ -142,6 +142,16 @@ Task<void> DevicePanel::press(Device device) {
   presses_.toggle(device);
 }
 
+Task<void> DevicePanel::order(Device device, DeviceOrder order) {
+  const bool possible = co_await can_switch(device);
+  if (!possible) co_return;
+  playfile(folder_ / "1b1.wav");
+  if (order.on && order.level < kToggle)
+    presses_.set_level(device, order.level);
+  else
+    presses_.repeat(device, order);
+}
+
 Task<bool> DevicePanel::can_switch(Device device) {
   if (!flags_.connected) {
     std::string text =

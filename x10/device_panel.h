@@ -38,6 +38,8 @@ class DevicePanel {
   Task<void> deviceclicked(int Index, int adim = 0);
   // The same for a device of the house, whether or not it has a slot.
   Task<void> press(Device device);
+  // The same as an order, whatever the device is now.
+  Task<void> order(Device device, DeviceOrder order);
 
   // Give slot 0 to 9 the picture, tip and slider of a device that is on or off. The type is that of
   // the key text, an appliance module when none is stored for it; one that cannot be dimmed has no

@@ -22,6 +22,8 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
       profiles_(frm_main, frm_main, frm_main, frm_main, frm_main, house_.operations, platform.loop,
                 house_.module1, platform.dialogs, house_.profile_switch, house_.events,
                 house_.cleanup),
+      anything_(frm_main, frm_main, frm_main, house_.operations, platform.loop, house_.house,
+                house_.device_state, devices_, house_.location, platform.folder),
       house_editor_(frm_main, frm_main, frm_main, frm_main, house_.operations, house_.module1,
                     house_.settings, platform.dialogs, house_.files.rooms, house_.rooms,
                     house_.events, tree_),

@@ -8,6 +8,7 @@
 #include "automation/profiles.h"
 #include "automation/run_event_now.h"
 #include "base/operations.h"
+#include "core/house/finder.h"
 #include "core/house/house_deletion.h"
 #include "core/house/house_editor.h"
 #include "core/house/navigation_tree.h"
@@ -72,6 +73,7 @@ class Program {
   RunEventNow run_event_now_;
   MacroEditor macro_editor_;
   Profiles profiles_;
+  Finder anything_;
   HouseEditor house_editor_;
   HouseDeletion house_deletion_;
   WindowServices window_;

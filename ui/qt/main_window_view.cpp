@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "platform/qt/text_codec.h"
+#include "ui/qt/finder_view.h"
 #include "ui/qt/look.h"
 #include "ui/qt/pages.h"
 #include "ui/qt/popup_menu.h"
@@ -99,6 +100,7 @@ void MainWindowView::build() {
   splitter->setSizes({264, 720});
   setCentralWidget(splitter);
   setStatusBar(new StatusBarView(form_.Statusbar, this));
+  new FinderView(form_, this);
   for (Menu* menu : {&form_.mnuPopup, &form_.mnuPopup1, &form_.sspp3}) add_menu(*menu);
 }
 
