@@ -41,12 +41,18 @@ std::optional<int> percent_of(std::string word) {
   return number && *number <= kFullyOn ? number : std::nullopt;
 }
 
-int match_word(const std::string& word, const std::vector<std::string>& called) {
-  int best = 0;
-  for (const std::string& candidate : called) {
-    const auto at = candidate.find(word);
+struct WordMatch {
+  int score = 0;
+  std::size_t position = 0;
+};
+
+WordMatch match_word(const std::string& word, const std::vector<std::string>& called) {
+  WordMatch best;
+  for (std::size_t i = 0; i < called.size(); ++i) {
+    const auto at = called[i].find(word);
     if (at == std::string::npos) continue;
-    best = std::max(best, at > 0 ? kInside : candidate == word ? kWhole : kBeginning);
+    const int score = at > 0 ? kInside : called[i] == word ? kWhole : kBeginning;
+    if (score > best.score) best = {score, i};
   }
   return best;
 }
@@ -74,14 +80,21 @@ FindWords find_words(std::string_view text) {
 
 int match(const std::vector<std::string>& names, std::string_view called,
           std::string_view also_called) {
-  const auto first = split_words(called);
-  const auto second = split_words(also_called);
+  auto first = split_words(called);
+  auto second = split_words(also_called);
   int sum = 1;
   for (const std::string& word : names) {
-    const int in_first = match_word(word, first);
-    const int score = std::max(in_first > 0 ? in_first + kFirstText : 0, match_word(word, second));
-    if (score == 0) return 0;
-    sum += score;
+    const WordMatch in_first = match_word(word, first);
+    const WordMatch in_second = match_word(word, second);
+    if (in_first.score == 0 && in_second.score == 0) return 0;
+    // "l" behind "liv" means another word.
+    if (in_first.score > 0 && in_first.score + kFirstText >= in_second.score) {
+      sum += in_first.score + kFirstText;
+      first[in_first.position].clear();
+    } else {
+      sum += in_second.score;
+      second[in_second.position].clear();
+    }
   }
   return sum;
 }

@@ -50,6 +50,11 @@ bool shows_focus(const QStyleOption* option) {
   return has(option, QStyle::State_HasFocus) && has(option, QStyle::State_KeyboardFocusChange);
 }
 
+bool has_no_frame(const QStyleOption* option) {
+  const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+  return frame && frame->lineWidth == 0;
+}
+
 struct Surface {
   QColor fill;
   QColor border;
@@ -202,6 +207,7 @@ void HouseStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
       return draw_button(option, painter, widget);
     case PE_PanelLineEdit:
       // Inside another control that one has the frame.
+      if (has_no_frame(option)) return;
       if (!widget || !qobject_cast<QComboBox*>(widget->parentWidget())) draw_field(option, painter);
       return;
     case PE_IndicatorCheckBox:
