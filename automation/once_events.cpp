@@ -54,6 +54,12 @@ void OnceEvents::queue(const EventRecord& event) {
   tell();
 }
 
+void OnceEvents::edit(const ListFile::Edit& edit) {
+  for (std::string& slot : removal_.once_removal)
+    if (const auto edited = edit(slot)) slot = *edited;
+  remember();
+}
+
 void OnceEvents::removed(std::string& slot) {
   not_removed_.erase(slot);
   slot.clear();

@@ -6,6 +6,7 @@
 
 #include "automation/event_memory.h"
 #include "automation/event_record.h"
+#include "core/list_file.h"
 #include "core/notices.h"
 #include "ui/shared_state.h"
 
@@ -24,6 +25,9 @@ class OnceEvents {
   // With all slots in use the event stays in the list and runs again at its next time; that is told
   // until it is queued or gone from the list.
   void queue(const EventRecord& event);
+
+  // Changes the keys of those that wait as the list of events was changed.
+  void edit(const ListFile::Edit& edit);
 
   // What became of the event in a slot; the first one empties it.
   void removed(std::string& slot);

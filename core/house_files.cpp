@@ -15,6 +15,7 @@ HouseFiles::HouseFiles(Files& files, const std::filesystem::path& folder)
     : rooms(files, folder / "rmlst.hwd", folder / "tc.tmp"),
       events(files, folder / "evelst.hwd", folder / "temp.txt"),
       macros(files, folder / "macs.hlk", folder / "tempmac.txt"),
+      changes(files, folder),
       files_(files),
       events_left_(files, folder / "evelst.hwd", folder / "tcev.tmp"),
       macros_left_(files, folder / "macs.hlk", folder / "tcmac.tmp"),
@@ -105,6 +106,7 @@ bool HouseFiles::finish_deletion() {
 void HouseFiles::recover() {
   discard_unfinished(files_, decided_);
   for (ListFile* list : {&events_left_, &macros_left_, &rooms, &events, &macros}) list->recover();
+  changes.recover();
   if (!files_.exists(decided_)) return;
   finish_deletion();
   give_up_deletion();

@@ -3,6 +3,7 @@
 #include <array>
 #include <filesystem>
 
+#include "core/list_changes.h"
 #include "core/list_file.h"
 #include "platform/files.h"
 
@@ -20,6 +21,9 @@ class HouseFiles {
   ListFile rooms;   // rmlst.hwd, by way of tc.tmp
   ListFile events;  // evelst.hwd, by way of temp.txt
   ListFile macros;  // macs.hlk, by way of tempmac.txt
+
+  // Renaming can change these and the lists of all profiles.
+  ListChanges changes;
 
   // The lines that a deletion leaves out of each list. The lists of events and macros stay
   // untouched without a choice.

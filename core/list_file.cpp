@@ -28,7 +28,14 @@ std::optional<std::string> ListFile::content() {
 }
 
 bool ListFile::write_scratch(const Choice& left_out, std::string_view added) {
-  Change change{left_out, std::string(added), std::nullopt};
+  return begin({left_out, nullptr, std::string(added), std::nullopt});
+}
+
+bool ListFile::write_edited(const Edit& edit) {
+  return begin({nullptr, edit, "", std::nullopt});
+}
+
+bool ListFile::begin(Change change) {
   if (exists()) {
     change.made_from = files_.read_settled(file_);
     if (!change.made_from) return false;
@@ -44,8 +51,11 @@ bool ListFile::write_change() {
   std::string kept;
   kept.reserve(old.size() + change_->added.size() + kLineEnd.size());
   LineReader reader(old);
-  while (const auto line = reader.next())
-    if (!change_->left_out(*line)) kept.append(*line).append(kLineEnd);
+  while (const auto line = reader.next()) {
+    if (change_->left_out && change_->left_out(*line)) continue;
+    const auto edited = change_->edit ? change_->edit(*line) : std::nullopt;
+    kept.append(edited ? *edited : *line).append(kLineEnd);
+  }
   if (!change_->added.empty()) kept.append(change_->added).append(kLineEnd);
   return files_.write(scratch_, kept);
 }

@@ -19,6 +19,8 @@ namespace homewarden {
 class ListFile {
  public:
   using Choice = std::function<bool(std::string_view line)>;
+  // What is written in the place of a line; nothing for a line that stays.
+  using Edit = std::function<std::optional<std::string>(std::string_view line)>;
 
   ListFile(Files& files, std::filesystem::path file, std::filesystem::path scratch);
 
@@ -32,6 +34,9 @@ class ListFile {
   // is "". False, with the list as it was, when the list cannot be read or the scratch file cannot
   // be written. The choice must be good until the scratch file is used or removed.
   bool write_scratch(const Choice& left_out, std::string_view added = {});
+
+  // Writes all lines into the scratch file, edited. Otherwise as above.
+  bool write_edited(const Edit& edit);
 
   // Puts the scratch file in the place of the list. When that has changed since write_scratch(),
   // the change is made to what it holds now; when it has gone, nothing is left out of it. False,
@@ -57,10 +62,12 @@ class ListFile {
   // What the scratch file holds, and the list it was made from; nothing for one that was missing.
   struct Change {
     Choice left_out;
+    Edit edit;
     std::string added;
     std::optional<std::string> made_from;
   };
 
+  bool begin(Change change);
   bool write_change();
   std::optional<bool> bring_up_to_date();
 

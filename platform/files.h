@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace homewarden {
 
@@ -35,6 +36,11 @@ class Files {
   // Whether anything has the name, be it a folder or a link that leads nowhere: true is no promise
   // that it can be read. True also when that cannot be told.
   virtual bool exists(const std::filesystem::path& file) = 0;
+
+  // Names of the files in a folder that end so, letter case ignored, in the order of their names;
+  // folders are left out. Nothing when the folder cannot be read: it may hold some all the same.
+  virtual std::optional<std::vector<std::string>> names_ending(const std::filesystem::path& folder,
+                                                               std::string_view ending) = 0;
 
   // The whole content. Nothing when the file is missing or cannot be read.
   virtual std::optional<std::string> read(const std::filesystem::path& file) = 0;

@@ -3,6 +3,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "ui/controls.h"
 
@@ -30,8 +31,36 @@ struct CardFace {
   bool operator==(const CardFace&) const = default;
 };
 
+// What a card's menu asks for besides another room.
+enum class CardOrder { kRename, kChange, kDelete };
+
+// The devices of a room that the ten slots show at a time.
+struct RoomPage {
+  int first = 1;  // counted from 1
+  int last = 1;
+  int on = 0;  // how many are
+  bool operator==(const RoomPage&) const = default;
+};
+
+// Where a device gets another name, room, address or type, or a room another name: beside the cards
+// of the room.
+struct ChangePanel {
+  Frame frm_change{false};
+  Label lab_change;
+  bool of_room = false;  // set before the frame is shown: there is a name and nothing else
+  TextBox txt_changename;
+  ComboBox lst_changeroom;
+  ComboBox lst_changecode;
+  ComboBox lst_changenumber;
+  ComboBox lst_changetype;
+  Label lab_changehint;   // what may be as it is, and should be known
+  Label lab_changewrong;  // why it was not saved
+  Button cmd_change{"Save"};
+  Button cmd_cancelchange{"Cancel"};
+};
+
 // The devices of one room: ten slots, each a picture, a name, a brightness slider, and what became
-// of the last press.
+// of the last press. More devices are on further pages of ten.
 struct HousePanel {
   HousePanel();
 
@@ -39,11 +68,33 @@ struct HousePanel {
 
   Frame frm_devices{false};
   Label lab_room;
-  Label lab_nodevices{"This room has no devices yet. Go to Home and choose \"Add a new device\"."};
+  Label lab_count;  // "3 of 17 on"
+  Label lab_nodevices{"This room has no devices yet."};
+  Button cmd_roomoff{"Turn room off"};
+  Button cmd_adddevice{"Add device"};
+  Label lab_nextaddress;  // "Next free address: A 16"
+  MenuEntry mnu_renameroom{"Rename"};
+  MenuEntry mnu_deleteroom{"Delete"};
+
+  Property<std::vector<RoomPage>> pages;  // one at least
+  Property<int> page{0};                  // the one that the slots show, from 0
+  Signal<int> page_chosen;
+
+  // False while commands cannot reach the line, as far as is known.
+  Property<bool> line_is_up{true};
   std::array<Picture, kSlots> device;
   std::array<Label, kSlots> devicename;
   std::array<Slider, kSlots> image1;
   std::array<Property<CardFace>, kSlots> cardface;
+  // A person moved the slider below its least level: the device is to be off.
+  std::array<Signal<>, kSlots> slid_off;
+  // The menu of slot 0 to 9.
+  Signal<int, CardOrder> card_order;
+  Property<std::vector<std::string>> other_rooms;  // that a device can be moved to
+  Signal<int, const std::string&> moved_to;        // one of these
+
+  ChangePanel change;
+
   // Shown when the last command to the device could not be sent; a click sends it again.
   std::array<Label, kSlots> lab_notsent;
 };

@@ -1,6 +1,8 @@
 #include "x10/device_panel.h"
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "base/text.h"
 #include "core/asking.h"
@@ -35,11 +37,15 @@ DevicePanel::DevicePanel(HousePanel& panel, const Flags& flags, Operations& oper
     panel.devicename[at(i)].click.connect(click);
     panel.image1[at(i)].moved.connect(
         [this, &operations, i] { operations.start(slider_moved(i)); });
+    panel.slid_off[at(i)].connect([this, &operations, i] { operations.start(slid_off(i)); });
     panel.lab_notsent[at(i)].click.connect(
         [this, &operations, i] { operations.start(try_again(i)); });
   }
+  panel.page_chosen.connect([this](int page) { show_page(page); });
+  panel.cmd_roomoff.click.connect([this, &operations] { operations.start(turn_room_off()); });
   state.changed.connect([this](const StateChange& change) {
     show_device(change.key);
+    show_counts();
     if (change.source == Source::kWindow) playfile(folder_ / "1b2.wav");
   });
   commands.sending_to.connect([this](const std::string& key, bool begins) {
@@ -51,16 +57,70 @@ DevicePanel::DevicePanel(HousePanel& panel, const Flags& flags, Operations& oper
 }
 
 void DevicePanel::show_room(const std::string& room) {
+  if (room != room_) page_ = 0;
   room_ = room;
   panel_.lab_room.caption = room;
-  const auto devices = house_.devices_in(room);
+  fill_slots();
+}
+
+void DevicePanel::turn_to(const Device& device) {
+  const auto devices = house_.devices_in(room_);
+  const auto found = std::find_if(devices.begin(), devices.end(),
+                                  [&device](const Device* one) { return *one == device; });
+  if (found != devices.end())
+    show_page(static_cast<int>(found - devices.begin()) / HousePanel::kSlots);
+}
+
+void DevicePanel::follow_room(const std::string& from, const std::string& to) {
+  if (room_ == from) room_ = to;
+}
+
+std::optional<Device> DevicePanel::device_in(int Index) const {
+  const Slot& slot = slots_[at(Index)];
+  return slot.key.empty() ? std::nullopt : std::optional(slot.device);
+}
+
+void DevicePanel::show_page(int page) {
+  if (page == page_) return;
+  page_ = page;
+  fill_slots();
+}
+
+void DevicePanel::fill_slots() {
+  const auto devices = house_.devices_in(room_);
+  const int count = static_cast<int>(devices.size());
+  page_ = std::clamp(page_, 0, std::max(0, count - 1) / HousePanel::kSlots);
   panel_.lab_nodevices.visible = devices.empty();
+  panel_.page = page_;
   for (int i = 0; i < HousePanel::kSlots; ++i) {
-    if (at(i) < devices.size())
-      fill(i, *devices[at(i)]);
+    const int number = page_ * HousePanel::kSlots + i;
+    if (number < count)
+      fill(i, *devices[at(number)]);
     else
       empty(i);
   }
+  show_counts();
+}
+
+void DevicePanel::show_counts() {
+  const auto devices = house_.devices_in(room_);
+  std::vector<RoomPage> pages;
+  int on = 0;
+  int number = 0;
+  for (const Device* device : devices) {
+    if (number++ % HousePanel::kSlots == 0) pages.push_back({number, number, 0});
+    pages.back().last = number;
+    if (!state_.getlaststatus(device->key())) continue;
+    ++on;
+    ++pages.back().on;
+  }
+  if (pages.empty()) pages.emplace_back();
+  panel_.pages = std::move(pages);
+  panel_.lab_count.caption =
+      on == 0 ? "All off" : std::to_string(on) + " of " + std::to_string(number) + " on";
+  panel_.lab_count.visible = number > 0;
+  panel_.cmd_roomoff.visible = number > 0;
+  panel_.cmd_roomoff.enabled = on > 0;
 }
 
 void DevicePanel::show_again() {
@@ -173,6 +233,41 @@ Task<void> DevicePanel::slider_moved(int Index) {
   const bool found = co_await find_device(Index, device);
   if (!found) co_return;
   co_await set_level(std::move(device), level);
+}
+
+bool DevicePanel::will_be_on(const std::string& key) {
+  const auto order = presses_.wished(key);
+  return order ? order->on : state_.getlaststatus(key);
+}
+
+Task<void> DevicePanel::slid_off(int Index) {
+  playfile(folder_ / "1b2.wav");
+  Device device;
+  const bool found = co_await find_device(Index, device);
+  bool possible = found && will_be_on(device.key());
+  if (possible) possible = co_await can_switch(device);
+  if (possible && will_be_on(device.key()))
+    presses_.toggle(device);
+  else
+    panel_.image1[at(Index)].put_back();
+}
+
+Task<void> DevicePanel::turn_room_off() {
+  std::vector<Device> devices;
+  for (const Device* device : house_.devices_in(room_))
+    if (device->has_address()) devices.push_back(*device);
+  if (devices.empty()) co_return;
+  const bool possible = co_await can_switch(devices.front());
+  if (!possible) co_return;
+  playfile(folder_ / "1b1.wav");
+  for (const Device& device : devices) {
+    if (!house_.same_as(device)) continue;  // the message may have been read for a while
+    const auto missed = state_.not_sent(device.key());
+    if (will_be_on(device.key()))
+      presses_.toggle(device);
+    else if (missed && !missed->on && !presses_.wished(device.key()))
+      presses_.repeat(device, *missed);
+  }
 }
 
 // What cannot be done puts the slider back.

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "base/operations.h"
@@ -25,9 +26,17 @@ class DevicePanel {
               DeviceState& state, DeviceCommands& commands, Presses& presses, Dialogs& dialogs,
               SoundPlayer& sounds, std::filesystem::path folder);
 
-  // Fills the slots with the first ten devices of a room, in the order of the list; a room that is
-  // not there empties them.
+  // Fills the slots with ten devices of a room, in the order of the list: of a room that is not
+  // shown yet the first ones, else those of the page that is shown. A room that is not there
+  // empties them.
   void show_room(const std::string& room);
+  // Shows the page of the room that has the device; nothing happens for a device of another room.
+  void turn_to(const Device& device);
+  // The room that is shown has got another name; the slots stay until show_again().
+  void follow_room(const std::string& from, const std::string& to);
+  const std::string& room() const { return room_; }
+  // What slot 0 to 9 shows; nothing for an empty one.
+  std::optional<Device> device_in(int Index) const;
   // Fills the slots anew: the house or what is recorded of it may have changed.
   void show_again();
 
@@ -40,6 +49,10 @@ class DevicePanel {
   Task<void> press(Device device);
   // The same as an order, whatever the device is now.
   Task<void> order(Device device, DeviceOrder order);
+
+  // Presses every device of the room that is on, or is to be, and sends an "off" that did not get
+  // through again. Shows a message without an interface.
+  Task<void> turn_room_off();
 
   // Give slot 0 to 9 the picture, tip and slider of a device that is on or off. The type is that of
   // the key text, an appliance module when none is stored for it; one that cannot be dimmed has no
@@ -58,7 +71,12 @@ class DevicePanel {
 
   Task<void> slider_moved(int Index);
   Task<void> set_level(Device device, int level);
+  Task<void> slid_off(int Index);
   Task<void> try_again(int Index);
+  void show_page(int page);
+  void fill_slots();
+  void show_counts();
+  bool will_be_on(const std::string& key);
   Task<bool> can_switch(Device device);
   Task<bool> find_device(int Index, Device& device);
   void fill(int Index, const Device& device);
@@ -77,6 +95,7 @@ class DevicePanel {
   SoundPlayer& sounds_;
   std::filesystem::path folder_;
   std::string room_;
+  int page_ = 0;
   std::array<Slot, HousePanel::kSlots> slots_;
   std::string sending_to_;  // key of the device that a command is on its way to
 };

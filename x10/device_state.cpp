@@ -25,7 +25,8 @@ std::string value_name(const std::string& key) {
 
 void DeviceState::setstatus(const std::string& keyname, DeviceOrder state, Source source,
                             bool sent) {
-  const std::string key = without_blanks(keyname);
+  std::string key = without_blanks(keyname);
+  if (const auto now = renamed_.find(to_lower(key)); now != renamed_.end()) key = now->second;
   const auto write = [this](const std::string& folder, const std::string& name,
                             const std::string& text) {
     module1_.regwrite(RegistryRoot::kLocalMachine, folder, name, text);
@@ -63,6 +64,30 @@ void DeviceState::forget(const std::string& keyname) {
   module1_.regdelete(RegistryRoot::kLocalMachine, kMachineKey, value_name(key));
   module1_.regdelete(RegistryRoot::kLocalMachine, kMachineKey, "dim" + key);
   module1_.regdelete(RegistryRoot::kLocalMachine, kNotSentKey, key);
+}
+
+void DeviceState::copy(const std::string& from, const std::string& to) {
+  const auto copy_value = [this](const std::string& folder, const std::string& old_name,
+                                 const std::string& new_name) {
+    const std::string text = module1_.regread(RegistryRoot::kLocalMachine, folder, old_name, "");
+    if (!text.empty())
+      module1_.regwrite(RegistryRoot::kLocalMachine, folder, new_name, text);
+    else if (!module1_.regread(RegistryRoot::kLocalMachine, folder, new_name, "").empty())
+      module1_.regdelete(RegistryRoot::kLocalMachine, folder, new_name);
+  };
+  copy_value(kMachineKey, value_name(from), value_name(to));
+  copy_value(kMachineKey, "dim" + from, "dim" + to);
+  copy_value(kNotSentKey, from, to);
+}
+
+void DeviceState::follow(const std::string& from, const std::string& to) {
+  for (auto& [old_key, key] : renamed_)
+    if (equals_ignoring_case(key, from)) key = to;
+  renamed_[to_lower(from)] = to;
+}
+
+void DeviceState::stop_following(const std::function<bool(const std::string&)>& is_a_device) {
+  std::erase_if(renamed_, [&is_a_device](const auto& entry) { return is_a_device(entry.first); });
 }
 
 }  // namespace homewarden

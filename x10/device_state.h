@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <map>
 #include <optional>
 #include <string>
 
@@ -55,12 +57,20 @@ class DeviceState {
   // of which nothing is recorded.
   void forget(const std::string& keyname);
 
+  // Records of one device what is recorded of another, also that nothing is. Nobody is told.
+  void copy(const std::string& from, const std::string& to);
+  // From now on what is recorded under the first key, by a command that was on its way when the
+  // device got its new name, goes to the second one; until a device has the first key again.
+  void follow(const std::string& from, const std::string& to);
+  void stop_following(const std::function<bool(const std::string&)>& is_a_device);
+
   Signal<const StateChange&> changed;
   // Another process has recorded something: whoever shows states looks at all of them.
   Signal<> changed_elsewhere;
 
  private:
   Module1& module1_;
+  std::map<std::string, std::string> renamed_;  // by the lower-case key of before
 };
 
 }  // namespace homewarden

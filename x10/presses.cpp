@@ -40,6 +40,14 @@ void Presses::repeat(const Device& device, DeviceOrder order) {
   add(device, order, false);
 }
 
+void Presses::follow(const Device& from, const Device& to) {
+  for (Press& press : waiting_) {
+    if (press.device != from) continue;
+    press.device = to;
+    press.key = to.key();
+  }
+}
+
 bool Presses::waits(const std::string& device_key) const {
   return std::any_of(waiting_.begin(), waiting_.end(),
                      [&device_key](const Press& press) { return press.key == device_key; });

@@ -28,6 +28,9 @@ class Presses {
   // Sends an order again, behind the presses that wait. It is never merged with one of them.
   void repeat(const Device& device, DeviceOrder order);
 
+  // The device has become another one, of another name or address: what waits is for that.
+  void follow(const Device& from, const Device& to);
+
   // Whether a press of the device waits. False as well for one that is being sent. The key is one
   // of Device::key(), with its letter case.
   bool waits(const std::string& device_key) const;

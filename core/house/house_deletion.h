@@ -38,8 +38,11 @@ class HouseDeletion {
   // along when the person says so; what is stored of deleted devices goes too.
   Task<void> deletetree(int KeyCode);
 
- private:
   using Item = HouseRemoval::Item;
+  // The same for something that need not be selected.
+  Task<void> delete_item(Item item);
+
+ private:
   // What a person has decided.
   struct Wishes {
     bool events = false;
@@ -51,7 +54,6 @@ class HouseDeletion {
     std::set<std::string> keys;  // of the devices, lower-case
   };
 
-  Task<void> delete_item(Item item);
   // Nothing when the item is to stay.
   Task<std::optional<Wishes>> ask_wishes(Item item);
   Task<bool> ask_about(std::string text, std::string title, std::string description);

@@ -15,12 +15,6 @@
 namespace homewarden {
 namespace {
 
-std::string type_code(const std::string& display_name) {
-  for (const DeviceType& type : device_types())
-    if (type.display_name == display_name) return std::string(type.code);
-  return std::string(device_types().front().code);
-}
-
 std::string line_of(const ListLine& entry) {
   if (!entry.device) return entry.room + "~~~";
   return entry.room + "~" + entry.device->name + "~" + entry.device->code();
@@ -92,8 +86,8 @@ Task<void> HouseEditor::add_device() {
     co_return;
   }
   const Device device = std::get<Device>(checked);
-  Addition addition{ListLine{device.room, device}, type_code(device_panel_.lst_devicetype.text),
-                    rooms_.view()};
+  Addition addition{ListLine{device.room, device},
+                    type_code(device_panel_.lst_devicetype.text.get()), rooms_.view()};
   co_await carry_out(std::move(addition));
 }
 

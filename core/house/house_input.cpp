@@ -1,6 +1,8 @@
 #include "core/house/house_input.h"
 
 #include <algorithm>
+#include <array>
+#include <numeric>
 
 #include "base/code_page.h"
 #include "base/text.h"
@@ -72,6 +74,12 @@ std::variant<Device, std::string> check_device(std::string_view room, std::strin
   return device;
 }
 
+std::string type_code(std::string_view display_name) {
+  for (const DeviceType& type : device_types())
+    if (type.display_name == display_name) return std::string(type.code);
+  return std::string(device_types().front().code);
+}
+
 std::string room_conflict(std::string_view room, const HouseIndex& house) {
   for (const char* node : kFixedNodes)
     if (same_name(room, node))
@@ -98,6 +106,31 @@ std::string device_conflict(const Device& device, const HouseIndex& house) {
     return "The program keeps something else under " + quoted(key) +
            ", the names of room and device together. Please choose another name.";
   return "";
+}
+
+std::optional<std::pair<std::string, int>> next_free_address(const HouseIndex& house,
+                                                             std::string_view room) {
+  constexpr int kLetters = 16;
+  constexpr int kUnits = 16;
+  std::array<std::array<bool, kUnits>, kLetters> taken{};
+  std::array<int, kLetters> uses{};  // in the room
+  for (const Device& device : house.devices()) {
+    if (!device.has_address()) continue;
+    const auto letter = static_cast<std::size_t>(to_lower(device.house_code)[0] - 'a');
+    taken[letter][static_cast<std::size_t>(device.unit - 1)] = true;
+    if (device.room == room) ++uses[letter];
+  }
+  std::array<std::size_t, kLetters> letters{};
+  std::iota(letters.begin(), letters.end(), std::size_t{0});
+  std::stable_sort(letters.begin(), letters.end(),
+                   [&uses](std::size_t a, std::size_t b) { return uses[a] > uses[b]; });
+  for (const std::size_t letter : letters) {
+    const auto free = std::find(taken[letter].begin(), taken[letter].end(), false);
+    if (free == taken[letter].end()) continue;
+    return std::pair(std::string(1, static_cast<char>('A' + letter)),
+                     static_cast<int>(free - taken[letter].begin()) + 1);
+  }
+  return std::nullopt;
 }
 
 const Device* at_same_address(const Device& device, const HouseIndex& house) {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -21,11 +23,19 @@ std::variant<Device, std::string> check_device(std::string_view room, std::strin
                                                std::string_view house_code, std::string_view unit,
                                                const std::vector<std::string>& rooms);
 
+// The code of the type with this display name; an appliance module's for any other text.
+std::string type_code(std::string_view display_name);
+
 // What keeps a new room or device, whose own fields are in order, out of this house: it would take
 // the name or the stored state of what is there. "" when nothing does. Two names are the same when
 // only letter case or blanks at their ends differ.
 std::string room_conflict(std::string_view room, const HouseIndex& house);
 std::string device_conflict(const Device& device, const HouseIndex& house);
+
+// An address that no device has: of the house code that the room uses most, or else the first one
+// with room; "A1" in an empty house. Nothing when all 256 are taken.
+std::optional<std::pair<std::string, int>> next_free_address(const HouseIndex& house,
+                                                             std::string_view room);
 
 // The first device that has the address of this one; nullptr when none has.
 const Device* at_same_address(const Device& device, const HouseIndex& house);

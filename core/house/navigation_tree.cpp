@@ -85,6 +85,18 @@ void NavigationTree::select_again() {
   if (form_.frm_devices.visible) devices_.show_again();
 }
 
+void NavigationTree::follow(const Device& from, const Device& to) {
+  if (selected_room_ != from.room || selected_key_ != from.tree_key()) return;
+  const bool stays = to.room == from.room;
+  selected_key_ = stays ? to.tree_key() : from.room;
+  if (!stays) selected_room_.clear();
+}
+
+void NavigationTree::follow_room(const std::string& from, const std::string& to) {
+  if (selected_room_ == from) selected_room_ = to;
+  if (selected_room_.empty() && selected_key_ == from) selected_key_ = to;
+}
+
 // A device's node below the room of then, or else that room. The key is no help alone: it goes to
 // another room when that has a device of the same name and address first.
 TreeNode* NavigationTree::selected_before() const {
@@ -113,6 +125,7 @@ void NavigationTree::show_selected() {
   const FlagGuard quiet(quiet_);
   if (node.parent) {
     show_room(node.parent->text);
+    if (const Device* device = device_of(node)) devices_.turn_to(*device);
   } else if (node.text == kHome) {
     rooms_.gohome();
   } else if (node.text == kWebServer) {

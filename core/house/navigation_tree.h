@@ -24,6 +24,11 @@ class NavigationTree {
   // shown stays.
   void loadtree();
 
+  // Before loadtree(): what was selected under its old name is selected under the new one. For a
+  // device that moved, the room that it left.
+  void follow(const Device& from, const Device& to);
+  void follow_room(const std::string& from, const std::string& to);
+
   // The device of a node below a room; nullptr when the house has it no more.
   const Device* device_of(const TreeNode& node) const;
 

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "x10/interface_state.h"
+
 namespace homewarden {
 
 Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
@@ -31,6 +33,11 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
                       platform.loop, house_.module1, house_.settings, platform.dialogs,
                       house_.files, house_.house, house_.rooms, house_.events, house_.device_state,
                       tree_),
+      house_changes_(frm_main, frm_main, frm_main.Statusbar, house_.module1, house_.settings,
+                     house_.files, house_.house, house_.rooms, house_.events, house_.once_events,
+                     house_.device_state, presses_, devices_, tree_),
+      room_editing_(frm_main, frm_main, frm_main, house_.operations, house_.settings, house_.house,
+                    devices_, house_changes_, house_deletion_),
       window_(frm_main, frm_main, frm_main, frm_main, house_.operations, platform.desktop,
               platform.dialogs),
       tray_(frm_main, frm_main, frm_main.imgicon, frmSysTray, house_.settings, window_,
@@ -50,6 +57,7 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
                 service_mode_, service_call_, house_.shutdown, house_.web_server, tray_,
                 house_.operations, platform.loop, house_.module1, house_.settings,
                 platform.desktop) {
+  show_line_state(frm_main.Statusbar, frm_main);
   house_.scheduler.minute_begins.connect(
       [this] { house_.steps.run([this] { service_mode_.first_run(); }); });
   for (Timer* timer : {&frm_main.startuptimer, &frm_main.flashsave, &frm_main.timerhide})

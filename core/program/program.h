@@ -9,9 +9,11 @@
 #include "automation/run_event_now.h"
 #include "base/operations.h"
 #include "core/house/finder.h"
+#include "core/house/house_changes.h"
 #include "core/house/house_deletion.h"
 #include "core/house/house_editor.h"
 #include "core/house/navigation_tree.h"
+#include "core/house/room_editing.h"
 #include "core/house/tree_levels.h"
 #include "core/program/house_parts.h"
 #include "core/program/service_mode.h"
@@ -76,6 +78,8 @@ class Program {
   Finder anything_;
   HouseEditor house_editor_;
   HouseDeletion house_deletion_;
+  HouseChanges house_changes_;
+  RoomEditing room_editing_;
   WindowServices window_;
   Tray tray_;
   ServiceCall service_call_;

@@ -5,11 +5,13 @@
 #include <time.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <system_error>
 #include <utility>
 
+#include "base/text.h"
 #include "platform/linux/descriptor.h"
 #include "platform/linux/existing_name.h"
 #include "platform/linux/writer_watch.h"
@@ -94,6 +96,22 @@ const std::filesystem::path& PosixFiles::find(const std::filesystem::path& file)
 
 bool PosixFiles::exists(const std::filesystem::path& file) {
   return is_taken(find(file));
+}
+
+std::optional<std::vector<std::string>> PosixFiles::names_ending(
+    const std::filesystem::path& folder, std::string_view ending) {
+  std::error_code failed;
+  std::vector<std::string> names;
+  const std::string wanted = to_lower(ending);
+  std::filesystem::directory_iterator entry(folder, failed);
+  for (; !failed && entry != std::filesystem::directory_iterator(); entry.increment(failed)) {
+    std::string name = entry->path().filename().string();
+    if (to_lower(name).ends_with(wanted) && !entry->is_directory(failed))
+      names.push_back(std::move(name));
+  }
+  if (failed) return std::nullopt;
+  std::sort(names.begin(), names.end());
+  return names;
 }
 
 std::optional<std::string> PosixFiles::read(const std::filesystem::path& file) {

@@ -10,6 +10,8 @@ namespace homewarden::os_linux {
 class PosixFiles : public Files {
  public:
   bool exists(const std::filesystem::path& file) override;
+  std::optional<std::vector<std::string>> names_ending(const std::filesystem::path& folder,
+                                                       std::string_view ending) override;
   // Also nothing for what is no regular file, and for more than 64 MiB.
   std::optional<std::string> read(const std::filesystem::path& file) override;
   std::optional<std::string> read_settled(const std::filesystem::path& file) override;

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "base/text.h"
 #include "platform/files.h"
@@ -21,6 +22,15 @@ class MemoryFiles : public Files {
   using path = std::filesystem::path;
 
   bool exists(const path& file) override { return has(find(file)); }
+
+  std::optional<std::vector<std::string>> names_ending(const path& folder,
+                                                       std::string_view ending) override {
+    std::vector<std::string> names;
+    for (const auto& [file, content] : contents)
+      if (file.parent_path() == folder && to_lower(file.string()).ends_with(to_lower(ending)))
+        names.push_back(file.filename().string());
+    return names;
+  }
 
   std::optional<std::string> read(const path& file) override {
     const auto found = contents.find(find(file));

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "base/operations.h"
+#include "base/task.h"
+#include "core/house/house_changes.h"
+#include "core/house/house_deletion.h"
+#include "core/house_index.h"
+#include "core/settings.h"
+#include "ui/house_panel.h"
+#include "ui/panel_stack.h"
+#include "x10/device_panel.h"
+
+namespace homewarden {
+
+// What a person does to the house from the page of a room: the menus of the room and its cards, the
+// form beside them, and the way to a new device.
+class RoomEditing {
+ public:
+  RoomEditing(HousePanel& panel, AddDevicePanel& adding, PanelStack& panels, Operations& operations,
+              Settings& settings, HouseIndex& house, DevicePanel& devices, HouseChanges& changes,
+              HouseDeletion& deletion);
+
+ private:
+  void edit_device(const Device& device, CardOrder what);
+  void edit_room();
+  void close();
+  void show_hint();
+  void look_at_house();
+  void add_device();
+  Task<void> save();
+  Task<std::string> save_room(std::string from, std::string name);
+  Task<std::string> save_device(Device from);
+  Task<void> move(Device device, std::string room);
+
+  HousePanel& panel_;
+  ChangePanel& form_;
+  AddDevicePanel& adding_;
+  PanelStack& panels_;
+  Settings& settings_;
+  HouseIndex& house_;
+  DevicePanel& devices_;
+  HouseChanges& changes_;
+  HouseDeletion& deletion_;
+  std::optional<Device> edited_;  // nothing: the room
+  std::string room_;              // as the form was opened
+  bool saving_ = false;
+};
+
+}  // namespace homewarden
