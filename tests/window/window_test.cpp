@@ -248,7 +248,7 @@ TEST_F(WindowTest, ACardSaysWhatItIsAndWhatBecameOfAPress) {
   EXPECT_EQ(says(lamp), "Off");
   lamp.on = true;
   lamp.level = 40;
-  EXPECT_EQ(says(lamp), "40 %");
+  EXPECT_EQ(says(lamp), "40\u00A0%");
   lamp.state = CardState::kWaiting;
   lamp.wished = 0;
   EXPECT_EQ(says(lamp), "Waiting: off");
@@ -256,7 +256,7 @@ TEST_F(WindowTest, ACardSaysWhatItIsAndWhatBecameOfAPress) {
   EXPECT_EQ(says(lamp), "Turning off");
   lamp.wished = 70;
   lamp.wishes_level = true;
-  EXPECT_EQ(says(lamp), "Setting 70 %");
+  EXPECT_EQ(says(lamp), "Setting 70\u00A0%");
   lamp.wished.reset();
   EXPECT_EQ(says(lamp), "Sending") << "an event's";
   EXPECT_TRUE(card->accessibleDescription().contains("Sending"));

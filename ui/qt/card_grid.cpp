@@ -1,6 +1,6 @@
 #include "ui/qt/card_grid.h"
 
-#include <QEvent>
+#include <QKeyEvent>
 #include <algorithm>
 
 #include "ui/qt/device_card.h"
@@ -35,16 +35,73 @@ void CardGrid::resizeEvent(QResizeEvent* event) {
 }
 
 bool CardGrid::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent ||
-      event->type() == QEvent::LayoutRequest || event->type() == QEvent::FontChange)
-    arrange();
+  switch (event->type()) {
+    case QEvent::ShowToParent:
+    case QEvent::HideToParent:
+    case QEvent::LayoutRequest:
+    case QEvent::FontChange:
+      arrange();
+      break;
+    case QEvent::FocusIn:
+      make_stop(static_cast<QWidget*>(watched));
+      break;
+    case QEvent::KeyPress: {
+      const auto& key = static_cast<const QKeyEvent&>(*event);
+      if (key.modifiers() == Qt::NoModifier || key.modifiers() == Qt::KeypadModifier)
+        return move_focus(static_cast<QWidget*>(watched), key.key());
+      break;
+    }
+    default:
+      break;
+  }
   return QWidget::eventFilter(watched, event);
+}
+
+bool CardGrid::move_focus(const QWidget* from, int key) {
+  const auto place = shown_.indexOf(from);
+  if (place < 0) return false;
+  const auto last = shown_.size() - 1;
+  auto to = place;
+  switch (key) {
+    case Qt::Key_Left:
+      to = place - 1;
+      break;
+    case Qt::Key_Right:
+      to = place + 1;
+      break;
+    case Qt::Key_Up:
+      to = place - columns_;
+      break;
+    case Qt::Key_Down:  // into a shorter last row too
+      to = place / columns_ == last / columns_ ? last + 1 : std::min(place + columns_, last);
+      break;
+    case Qt::Key_Home:
+      to = 0;
+      break;
+    case Qt::Key_End:
+      to = last;
+      break;
+    default:
+      return false;
+  }
+  if (to >= 0 && to <= last) shown_[to]->setFocus(Qt::TabFocusReason);
+  return true;
+}
+
+void CardGrid::make_stop(QWidget* card) {
+  stop_ = card;
+  for (QWidget* one : shown_) one->setFocusPolicy(one == card ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
+void CardGrid::focus_first() {
+  if (!shown_.isEmpty()) shown_.front()->setFocus(Qt::TabFocusReason);
 }
 
 // As many columns as have room for their words; rows so high that two fill the page.
 void CardGrid::arrange() {
   QSize least;
-  QList<QWidget*> shown;
+  QList<QWidget*>& shown = shown_;
+  shown.clear();
   for (QWidget* card : cards_) {
     if (card->isHidden()) continue;
     shown << card;
@@ -63,6 +120,8 @@ void CardGrid::arrange() {
   const int least_height = std::max(kLeastHeight, least.height() - 2 * ring);
   const int card_height =
       std::clamp((page_height_ - kGap) / 2, least_height, std::max(least_height, kMostHeight));
+  columns_ = columns;
+  if (!shown.contains(stop_)) make_stop(shown.front());
   int place = 0;
   for (QWidget* card : shown) {
     const int x = (place % columns) * (card_width + kGap);

@@ -6,13 +6,16 @@
 namespace homewarden::view {
 
 // Puts the cards that are shown side by side, in as many columns as fit, in rows of equal height
-// that use the room there is.
+// that use the room there is. The grid is one stop of the Tab key; arrows move within it.
 class CardGrid : public QWidget {
  public:
   using QWidget::QWidget;
 
   // A child of the grid.
   void add(QWidget* card);
+
+  // Gives the keyboard to the first card.
+  void focus_first();
 
   // What the page has room for below the grid's top without scrolling.
   void set_page_height(int height);
@@ -23,8 +26,13 @@ class CardGrid : public QWidget {
 
  private:
   void arrange();
+  bool move_focus(const QWidget* from, int key);
+  void make_stop(QWidget* card);
 
   QList<QWidget*> cards_;
+  QList<QWidget*> shown_;
+  QWidget* stop_ = nullptr;  // where Tab comes in
+  int columns_ = 1;
   int page_height_ = 0;
 };
 

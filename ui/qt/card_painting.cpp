@@ -16,6 +16,7 @@ namespace {
 
 constexpr double kGlowReach = 152;  // at a picture of 112
 constexpr double kGlowPicture = 112;
+constexpr double kUnplugged = 0.45;
 
 QFont scaled(QFont font, double factor, bool bold) {
   if (font.pointSizeF() > 0)
@@ -75,7 +76,7 @@ void DeviceCard::draw_surface(QPainter& painter) const {
   const double width = is_not_sent() || on > 0.5 ? 1.5 : 1;
   draw_box(painter, places.card, kCardCorner, between(off_ground, on_ground, on), Qt::transparent);
   if (on > 0) {
-    const double level = std::max(face_.get().level, 10) / 100.0;
+    const double level = std::max(glow(), 0.1);
     const double reach = kGlowReach * places.picture.width() / kGlowPicture;
     QRadialGradient glow(places.picture.center(), reach);
     glow.setColorAt(0.3, faded(look.glow, on * (0.06 + 0.40 * level)));
@@ -98,12 +99,12 @@ void DeviceCard::draw_picture(QPainter& painter) const {
   const QString name = QString::fromStdString(file);
   const auto draw = [&](const std::string& source, double opacity) {
     if (opacity <= 0) return;
-    painter.setOpacity(opacity);
+    painter.setOpacity(is_up() ? opacity : kUnplugged * opacity);
     painter.drawPixmap(places.picture.topLeft(), device_picture(source, side, devicePixelRatioF()));
     painter.setOpacity(1);
   };
   const double on = lit();
-  const double bright = 0.7 + 0.3 * std::max(face_.get().level, 0) / 100.0;
+  const double bright = 0.7 + 0.3 * glow();
   const bool moving = on > 0 && on < 1;
   if (!moving) return draw(file, face_.get().on ? bright : 1);
   // Both pictures of a device lie side by side and differ in the ending alone.
@@ -120,14 +121,15 @@ void DeviceCard::draw_picture(QPainter& painter) const {
 void DeviceCard::draw_words(QPainter& painter) const {
   const Look& look = look_of(palette());
   const CardLayout places(QRectF(rect()).adjusted(kRing, kRing, -kRing, -kRing), fontMetrics());
-  painter.setPen(look.text);
+  const QColor quiet = face_.get().on ? look.quiet_on : look.quiet;
+  painter.setPen(is_up() ? look.text : quiet);
   painter.setFont(scaled(font(), 1.14, true));
   painter.drawText(places.name, Qt::AlignCenter,
                    painter.fontMetrics().elidedText(shown_name_, Qt::ElideRight,
                                                     static_cast<int>(places.name.width())));
   const bool shows_address = underMouse() || (hasFocus() && shows_focus_);
   if (!shows_address) return;
-  painter.setPen(face_.get().on ? look.quiet_on : look.quiet);
+  painter.setPen(quiet);
   painter.setFont(scaled(font(), 0.86, false));
   painter.drawText(places.top, Qt::AlignLeft | Qt::AlignVCenter, spaced(face_.get().address));
 }
@@ -156,6 +158,8 @@ void DeviceCard::draw_pill(QPainter& painter) const {
     pill.fill = look.failed_ground;
     pill.icon = LineIcon::kWarning;
     pill.has_icon = true;
+  } else if (!is_up()) {
+    pill.words = face_.get().on ? look.quiet_on : look.quiet;
   } else if (face_.get().on) {
     pill.fill = look.amber;
     pill.border = look.line_on;

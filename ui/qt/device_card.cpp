@@ -7,6 +7,7 @@
 
 #include "platform/qt/text_codec.h"
 #include "ui/qt/bindings.h"
+#include "ui/qt/card_access.h"
 #include "ui/qt/card_layout.h"
 #include "ui/qt/house_style.h"
 #include "ui/qt/line_icons.h"
@@ -20,30 +21,41 @@ namespace {
 
 constexpr int kSettledMilliseconds = 350;
 constexpr int kFullyOn = 100;
+// Between the left end of the slider, which is "Off", and its least level.
+constexpr int kOffGap = 10;
+constexpr const char* kPercent = "%1\u00A0%";
 
 }  // namespace
 
 DeviceCard::DeviceCard(HousePanel& panel, std::size_t slot, QWidget* parent)
     : QAbstractButton(parent),
+      panel_(panel),
+      slot_(slot),
       picture_(panel.device[slot]),
       name_(panel.devicename[slot]),
       slider_(panel.image1[slot]),
       not_sent_(panel.lab_notsent[slot]),
       face_(panel.cardface[slot]),
       bar_(new QSlider(Qt::Horizontal, this)),
-      retry_(new QPushButton(tr("Retry"), this)) {
+      retry_(new QPushButton(tr("Retry"), this)),
+      menu_(new CardMenuButton(this)) {
   setCursor(Qt::PointingHandCursor);
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_Hover);
   setCheckable(false);
-  turning_.setStartValue(0.0);
-  turning_.setEndValue(0.0);
+  turning_.setStartValue(QPointF());
+  turning_.setEndValue(QPointF());
   connect(&turning_, &QVariantAnimation::valueChanged, this, [this] { update(); });
   bind_picture();
-  bind_name(panel.lab_room);
+  bind_name();
   bind_slider();
   bind_retry();
+  menu_->setAccessibleName(tr("Menu"));
+  menu_->setToolTip(tr("Rename, change, move or delete"));
+  connect(menu_, &QToolButton::clicked, this,
+          [this] { show_menu(menu_->mapToGlobal(QPoint(0, menu_->height()))); });
   follow(face_, this, [this](const CardFace&) { show_face(); });
+  watch(panel.line_is_up.changed, this, [this] { show_face(); });
 }
 
 QSize DeviceCard::sizeHint() const {
@@ -68,26 +80,30 @@ void DeviceCard::bind_picture() {
   connect(this, &QAbstractButton::clicked, this, [this] { picture_.click(); });
 }
 
-void DeviceCard::bind_name(Label& room) {
-  follow(name_.caption, this, [this](const std::string& text) {
+void DeviceCard::bind_name() {
+  const auto another_device = [this] {
     drop_input();
     new_device_ = true;
-    shown_name_ = qt::from_code_page(text);
-    setAccessibleName(shown_name_);
-    bar_->setAccessibleName(tr("Brightness of %1").arg(shown_name_));
-    retry_->setAccessibleName(tr("Send to %1 again").arg(shown_name_));
-    update();
-  });
+    show_name();
+  };
+  follow(name_.caption, this, [another_device](const std::string&) { another_device(); });
   // Another room may have a device of the same name in this slot.
-  watch(room.caption.changed, this, [this] {
-    drop_input();
-    new_device_ = true;
-  });
+  watch(panel_.lab_room.caption.changed, this, another_device);
+}
+
+void DeviceCard::show_name() {
+  shown_name_ = qt::from_code_page(name_.caption.get());
+  setAccessibleName(shown_name_ + ", " + qt::from_code_page(panel_.lab_room.caption.get()));
+  bar_->setAccessibleName(tr("Brightness of %1").arg(shown_name_));
+  retry_->setAccessibleName(tr("Send to %1 again").arg(shown_name_));
+  menu_->setAccessibleDescription(shown_name_);
+  update();
 }
 
 void DeviceCard::bind_slider() {
   guard_wheel(bar_);
-  bar_->setRange(slider_.minimum, slider_.maximum);
+  bar_->setRange(slider_.minimum - kOffGap, slider_.maximum);
+  bar_->setFocusPolicy(Qt::ClickFocus);  // + and - on the card move it
   bar_->setPageStep(10);
   bar_->setSingleStep(5);
   follow(slider_.visible, this, [this](bool) { lay_out(); });
@@ -100,7 +116,8 @@ void DeviceCard::bind_slider() {
   settled_.setSingleShot(true);
   settled_.setInterval(kSettledMilliseconds);
   connect(&settled_, &QTimer::timeout, this, [this] { commit_slider(); });
-  connect(bar_, &QSlider::valueChanged, this, [this] {
+  connect(bar_, &QSlider::valueChanged, this, [this](int position) {
+    keep_from_gap(position);
     update();
     if (!bar_->isSliderDown()) settled_.start();
   });
@@ -123,10 +140,13 @@ bool DeviceCard::is_not_sent() const {
 
 QString DeviceCard::words() const {
   const CardFace& face = face_;
-  if (bar_->isSliderDown() || settled_.isActive()) return tr("%1 %").arg(bar_->value());
+  if (bar_->isSliderDown() || settled_.isActive()) {
+    const int level = level_of(bar_->value());
+    return level == 0 ? tr("Off") : tr(kPercent).arg(level);
+  }
   const QString wished = !face.wished        ? QString()
                          : *face.wished == 0 ? tr("off")
-                         : face.wishes_level ? tr("%1 %").arg(*face.wished)
+                         : face.wishes_level ? tr(kPercent).arg(*face.wished)
                                              : tr("on");
   switch (face.state) {
     case CardState::kWaiting:
@@ -139,39 +159,50 @@ QString DeviceCard::words() const {
   }
   if (is_not_sent()) return tr("Not sent");
   if (!face.on) return tr("Off");
-  return face.dimmable && face.level < kFullyOn ? tr("%1 %").arg(face.level) : tr("On");
+  return face.dimmable && face.level < kFullyOn ? tr(kPercent).arg(face.level) : tr("On");
 }
 
 void DeviceCard::show_face() {
-  move_to(face_.get().on, std::exchange(new_device_, false));
+  move_to(face_.get().on, face_.get().level, std::exchange(new_device_, false));
+  if (!bar_->isSliderDown() && !settled_.isActive()) place_bar();
   const CardState state = face_.get().state;
   set_tone(bar_, state == CardState::kSending   ? SliderTone::kSending
                  : state == CardState::kWaiting ? SliderTone::kWaiting
-                 : face_.get().on               ? SliderTone::kOn
+                 : face_.get().on && is_up()    ? SliderTone::kOn
                                                 : SliderTone::kOff);
   lay_out();
   describe();
   update();
 }
 
-// A screen reader hears the state with the name.
+// Whether it is on and how brightly a screen reader hears from the card itself (card_access.cpp).
 void DeviceCard::describe() {
-  setAccessibleDescription(words() + ". " + qt::from_code_page(picture_.tool_tip.get()));
+  QString state;
+  if (is_not_sent() || face_.get().state != CardState::kIdle) state = words() + ". ";
+  if (!is_up()) state += tr("The interface is not connected. ");
+  const QString description = state + qt::from_code_page(picture_.tool_tip.get());
+  const bool told = description == accessibleDescription();
+  setAccessibleDescription(description);
+  announce_card(*this, !told);
 }
 
-void DeviceCard::move_to(bool on, bool at_once) {
-  const double target = on ? 1.0 : 0.0;
-  if (turning_.endValue().toDouble() == target && !at_once) return;
-  const double now = lit();
+void DeviceCard::move_to(bool on, int level, bool at_once) {
+  const QPointF target(on ? 1.0 : 0.0, on ? level / 100.0 : glow());
+  if (turning_.endValue().toPointF() == target && !at_once) return;
+  const QPointF now(lit(), lit() > 0 ? glow() : target.y());
   turning_.stop();
   turning_.setStartValue(at_once ? target : now);
   turning_.setEndValue(target);
-  set_motion(turning_, at_once ? 0 : motion_milliseconds(*this));
+  set_motion(turning_, at_once || !isVisible() ? 0 : motion_milliseconds(*this));
   turning_.start();
 }
 
 double DeviceCard::lit() const {
-  return turning_.currentValue().isValid() ? turning_.currentValue().toDouble() : 0.0;
+  return turning_.currentValue().toPointF().x();
+}
+
+double DeviceCard::glow() const {
+  return turning_.currentValue().toPointF().y();
 }
 
 void DeviceCard::lay_out() {
@@ -184,14 +215,44 @@ void DeviceCard::lay_out() {
   retry_->setGeometry(
       QRect(places.low.center().toPoint() - QPoint(size.width(), 32) / 2, QSize(size.width(), 32)));
   retry_->setVisible(retries);
+  menu_->move(static_cast<int>(places.top.right()) - menu_->width() + 4,
+              static_cast<int>(places.top.top()));
 }
 
 void DeviceCard::show_value() {
   settled_.stop();
-  const QSignalBlocker quiet(bar_);
-  bar_->setValue(slider_.value);
-  shown_ = bar_->value();
+  place_bar();
   update();
+}
+
+// Where the device is to be, or is. What is off stands at the left end.
+void DeviceCard::place_bar() {
+  const CardFace& face = face_;
+  int position = std::clamp(slider_.value.get(), slider_.minimum, slider_.maximum);
+  if (face.wished && !face.wishes_level)
+    position = *face.wished == 0 ? bar_->minimum() : slider_.maximum;
+  else if (!face.wished && !face.on && position == slider_.minimum)
+    position = bar_->minimum();
+  const QSignalBlocker quiet(bar_);
+  bar_->setValue(position);
+  shown_ = at_ = bar_->value();
+}
+
+int DeviceCard::level_of(int position) const {
+  return position < slider_.minimum ? 0 : position;
+}
+
+// There is nothing between off and the least level: a drag goes to what is nearer, a step on to the
+// other side.
+void DeviceCard::keep_from_gap(int position) {
+  const int off = bar_->minimum();
+  if (position > off && position < slider_.minimum) {
+    const bool to_off = bar_->isSliderDown() ? position < off + kOffGap / 2 : at_ >= position;
+    position = to_off ? off : slider_.minimum;
+    const QSignalBlocker quiet(bar_);
+    bar_->setValue(position);
+  }
+  at_ = position;
 }
 
 // Dragging over many positions is one move, as are steps that follow each other quickly.
@@ -201,6 +262,7 @@ void DeviceCard::commit_slider() {
   const int position = bar_->value();
   if (position == shown_) return show_value();
   shown_ = position;
+  if (level_of(position) == 0) return panel_.slid_off[slot_]();
   slider_.value = position;
   slider_.moved();
 }
@@ -230,32 +292,78 @@ void DeviceCard::changeEvent(QEvent* event) {
 
 // After a key, not after a press of the mouse.
 void DeviceCard::focusInEvent(QFocusEvent* event) {
-  shows_focus_ = event->reason() != Qt::MouseFocusReason;
+  if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason)
+    shows_focus_ = event->reason() != Qt::MouseFocusReason;
   QAbstractButton::focusInEvent(event);
+  show_corner();
 }
 
+void DeviceCard::focusOutEvent(QFocusEvent* event) {
+  QAbstractButton::focusOutEvent(event);
+  show_corner();
+}
+
+// A key held down switches once.
 void DeviceCard::keyPressEvent(QKeyEvent* event) {
   shows_focus_ = true;
+  show_corner();
   update();
-  if (event->key() == Qt::Key_Plus || event->key() == Qt::Key_Minus) {
-    if (bar_->isVisible())
-      bar_->triggerAction(event->key() == Qt::Key_Plus ? QSlider::SliderPageStepAdd
-                                                       : QSlider::SliderPageStepSub);
-    return;
+  if (!takes(*event)) QAbstractButton::keyPressEvent(event);
+}
+
+bool DeviceCard::takes(const QKeyEvent& event) {
+  const int slot = static_cast<int>(slot_);
+  switch (event.key()) {
+    case Qt::Key_Plus:
+    case Qt::Key_Minus:
+      if (bar_->isVisible())
+        bar_->triggerAction(event.key() == Qt::Key_Plus ? QSlider::SliderPageStepAdd
+                                                        : QSlider::SliderPageStepSub);
+      return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (!event.isAutoRepeat()) click();
+      return true;
+    case Qt::Key_F2:
+      panel_.card_order(slot, CardOrder::kRename);
+      return true;
+    case Qt::Key_D:
+      if (event.modifiers() != Qt::ControlModifier) return false;
+      panel_.card_order(slot, CardOrder::kDelete);
+      return true;
+    case Qt::Key_Delete:
+      panel_.card_order(slot, CardOrder::kDelete);
+      return true;
+    default:
+      return false;
   }
-  if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
-    QAbstractButton::keyPressEvent(event);
-  else if (!event->isAutoRepeat())  // a key held down switches once
-    click();
+}
+
+void DeviceCard::contextMenuEvent(QContextMenuEvent* event) {
+  const bool by_key = event->reason() == QContextMenuEvent::Keyboard;
+  show_menu(by_key ? menu_->mapToGlobal(QPoint(0, menu_->height())) : event->globalPos());
+}
+
+void DeviceCard::show_menu(const QPoint& place) {
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  fill_card_menu(*menu, panel_, static_cast<int>(slot_));
+  menu->popup(place);
+}
+
+void DeviceCard::show_corner() {
+  menu_->set_shown(underMouse() || (hasFocus() && shows_focus_));
 }
 
 void DeviceCard::enterEvent(QEnterEvent* event) {
   QAbstractButton::enterEvent(event);
+  show_corner();
   update();
 }
 
 void DeviceCard::leaveEvent(QEvent* event) {
   QAbstractButton::leaveEvent(event);
+  show_corner();
   update();
 }
 

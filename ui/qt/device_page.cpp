@@ -1,37 +1,96 @@
+#include <QKeyEvent>
+#include <QPainter>
 #include <QResizeEvent>
+#include <QScrollBar>
+#include <algorithm>
 
 #include "ui/qt/bindings.h"
+#include "ui/qt/card_access.h"
+#include "ui/qt/card_add.h"
 #include "ui/qt/card_grid.h"
 #include "ui/qt/device_card.h"
+#include "ui/qt/device_page_empty.h"
+#include "ui/qt/device_page_form.h"
+#include "ui/qt/device_page_heading.h"
 #include "ui/qt/page.h"
 #include "ui/qt/pages.h"
+#include "ui/qt/watch.h"
 
 namespace homewarden::view {
 namespace {
 
+constexpr int kFormWidth = 336;
+constexpr int kGap = 16;
+constexpr int kLeastBeside = 720;  // the form goes above the cards on a narrower page
+
 // Its cards grow with the window.
 class DevicePage : public Page {
  public:
-  explicit DevicePage(HousePanel& panel) : Page(QString(), 0), grid_(new CardGrid(body())) {
+  explicit DevicePage(HousePanel& panel)
+      : Page(QString(), 0),
+        panel_(panel),
+        heading_(new RoomHeading(panel, title(), body())),
+        columns_(new QBoxLayout(QBoxLayout::RightToLeft)),
+        grid_(new CardGrid(body())),
+        form_(new ChangeForm(panel.change, body())) {
+    make_cards_accessible();
     bind(panel.lab_room, title());
-    bind(panel.lab_nodevices, add_text(QString()));
+    rows()->setSpacing(20);
+    rows()->addWidget(heading_);
+    rows()->addWidget(new EmptyRoom(panel, body()));
     for (std::size_t slot = 0; slot < HousePanel::kSlots; ++slot)
       grid_->add(new DeviceCard(panel, slot, grid_));
-    rows()->addWidget(grid_);
+    grid_->add(new AddCard(panel, grid_));
+    // The form comes first: above the cards, or to their right.
+    columns_->setSpacing(kGap);
+    columns_->addWidget(form_, 0, Qt::AlignTop);
+    columns_->addWidget(grid_, 1);
+    rows()->addLayout(columns_);
     add_rest();
-    // The cards begin below the title's words, their rings reach out to the left.
-    title()->setIndent(DeviceCard::kRing);
+    watch(panel.change.frm_change.visible.changed, this, [this] { place_form(); });
+    place_form();
   }
 
  protected:
   void resizeEvent(QResizeEvent* event) override {
+    place_form();
     Page::resizeEvent(event);
-    const int above = kMargin + title()->sizeHint().height() + rows()->spacing();
+    const int above = kMargin + heading_->height() + rows()->spacing();
     grid_->set_page_height(event->size().height() - above - kMargin);
   }
 
+  void keyPressEvent(QKeyEvent* event) override {
+    const int page = panel_.page;
+    const int last = static_cast<int>(panel_.pages.get().size()) - 1;
+    if (event->key() == Qt::Key_PageDown && page < last)
+      turn(page + 1);
+    else if (event->key() == Qt::Key_PageUp && page > 0)
+      turn(page - 1);
+    else if (event->key() == Qt::Key_F2)
+      panel_.mnu_renameroom.click();
+    else
+      Page::keyPressEvent(event);
+  }
+
  private:
+  void turn(int page) {
+    panel_.page_chosen(page);
+    verticalScrollBar()->setValue(0);
+    grid_->focus_first();
+  }
+
+  void place_form() {
+    const bool beside = width() >= kLeastBeside * fontMetrics().height() / 18;
+    columns_->setDirection(beside ? QBoxLayout::RightToLeft : QBoxLayout::TopToBottom);
+    form_->setFixedWidth(beside ? kFormWidth * std::max(18, fontMetrics().height()) / 18
+                                : std::max(200, width() - 2 * kMargin - 8));
+  }
+
+  HousePanel& panel_;
+  RoomHeading* heading_;
+  QBoxLayout* columns_;
   CardGrid* grid_;
+  ChangeForm* form_;
 };
 
 }  // namespace

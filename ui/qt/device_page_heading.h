@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QPushButton>
+#include <QWidget>
+
+#include "ui/house_panel.h"
+
+class QHBoxLayout;
+
+namespace homewarden::view {
+
+// "11 to 17", with a badge of how many of them are on: shows this page of the room.
+class PageButton : public QAbstractButton {
+ public:
+  PageButton(HousePanel& panel, int page, QWidget* parent);
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override { return sizeHint(); }
+
+  void show_page(const RoomPage& page);
+  void set_ends(bool first, bool last);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QString badge() const;
+
+  int on_ = 0;
+  bool first_ = false;
+  bool last_ = false;
+};
+
+// The pages of a room, as one control. Of very many those around the one that is shown, with an
+// arrow at either end.
+class PageButtons : public QWidget {
+ public:
+  PageButtons(HousePanel& panel, QWidget* parent);
+
+ private:
+  void show_pages();
+  void turn(int by);
+
+  HousePanel& panel_;
+  QHBoxLayout* row_;
+  QPushButton* back_;
+  QPushButton* on_;
+  QList<PageButton*> buttons_;
+};
+
+// The name of the room and how many of its devices are on; its pages, "Turn room off" and its menu.
+class RoomHeading : public QWidget {
+ public:
+  RoomHeading(HousePanel& panel, QWidget* title, QWidget* parent);
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void lay_out();
+
+  QWidget* words_;
+  QWidget* buttons_;
+  PageButtons* pages_;
+};
+
+}  // namespace homewarden::view
