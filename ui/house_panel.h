@@ -106,6 +106,7 @@ struct AddRoomPanel {
   Frame frm_addroom{false};
   TextBox txt_roomname;
   Button Command3{"Save"};
+  Signal<> room_abandoned;  // with the Escape key
 };
 
 // A device is added.
@@ -119,6 +120,7 @@ struct AddDevicePanel {
   ComboBox lst_device;
   ComboBox lst_devicetype;
   Button Command4{"Save"};
+  Signal<> device_abandoned;  // with the Escape key
 };
 
 }  // namespace homewarden

@@ -155,9 +155,10 @@ Task<HouseEditor::Outcome> HouseEditor::add_to_list(const Addition& addition) {
   }
 }
 
-Task<bool> HouseEditor::may_share(const Device& added, std::string other) {
-  std::string text = other + " has this address (" + added.house_code + std::to_string(added.unit) +
-                     ") already. Do you want to add \"" + added.name + "\" all the same?";
+Task<bool> HouseEditor::may_share(const Device& device, std::string other) {
+  std::string text = other + " has this address (" + device.house_code +
+                     std::to_string(device.unit) + ") already. Do you want to add \"" +
+                     device.name + "\" all the same?";
   std::string title = "Same address";
   const bool wanted = co_await ask(dialogs_, std::move(text), std::move(title), Answer::kNo);
   co_return wanted;
@@ -193,7 +194,9 @@ Task<void> HouseEditor::show_added(const Addition& addition) {
       addition.entry.device ? addition.entry.device->name : addition.entry.room;
   if (box.text.get() != name) co_return;
   box.text = std::string();
-  if (rooms_.view() == addition.seen_from) rooms_.gohome();
+  if (rooms_.view() != addition.seen_from) co_return;
+  rooms_.gohome();
+  added(addition.entry);
 }
 
 TextBox& HouseEditor::name_box(const Addition& addition) {

@@ -5,6 +5,7 @@
 
 #include "automation/event_list.h"
 #include "base/operations.h"
+#include "base/signal.h"
 #include "base/task.h"
 #include "core/devices.h"
 #include "core/house/navigation_tree.h"
@@ -34,6 +35,9 @@ class HouseEditor {
   Task<void> add_room();
   Task<void> add_device();
 
+  // Raised when a room or a device is in the list and whoever added it has been taken home.
+  Signal<const ListLine&> added;
+
  private:
   struct Addition {
     ListLine entry;
@@ -47,7 +51,7 @@ class HouseEditor {
   Task<Outcome> add_to_list(const Addition& addition);
   Task<bool> write(const Addition& addition);
   Task<bool> write_device(const Device& device, const std::string& type);
-  Task<bool> may_share(const Device& added, std::string other);
+  Task<bool> may_share(const Device& device, std::string other);
   Task<void> show_added(const Addition& addition);
   TextBox& name_box(const Addition& addition);
   Task<void> refuse(std::string text);

@@ -23,15 +23,19 @@ void choose(ComboBox& list, const ComboBox& like, const std::string& text) {
 
 }  // namespace
 
-RoomEditing::RoomEditing(HousePanel& panel, AddDevicePanel& adding, PanelStack& panels,
-                         Operations& operations, Settings& settings, HouseIndex& house,
-                         DevicePanel& devices, HouseChanges& changes, HouseDeletion& deletion)
+RoomEditing::RoomEditing(HousePanel& panel, AddRoomPanel& adding_room, AddDevicePanel& adding,
+                         PanelStack& panels, TreeView& tree, Operations& operations,
+                         Settings& settings, HouseIndex& house, RoomList& rooms,
+                         DevicePanel& devices, HouseEditor& editor, HouseChanges& changes,
+                         HouseDeletion& deletion)
     : panel_(panel),
       form_(panel.change),
       adding_(adding),
       panels_(panels),
+      tree_(tree),
       settings_(settings),
       house_(house),
+      rooms_(rooms),
       devices_(devices),
       changes_(changes),
       deletion_(deletion) {
@@ -64,6 +68,9 @@ RoomEditing::RoomEditing(HousePanel& panel, AddDevicePanel& adding, PanelStack& 
     if (!panel_.frm_devices.visible) close();
   });
   house.changed.connect([this] { look_at_house(); });
+  editor.added.connect([this](const ListLine& entry) { added(entry); });
+  adding.device_abandoned.connect([this] { go_back(); });
+  adding_room.room_abandoned.connect([this] { rooms_.gohome(); });
 }
 
 // Which rooms there are to move to, and which address is free.
@@ -202,7 +209,22 @@ void RoomEditing::add_device() {
     adding_.lst_housecode.text = free->first;
     adding_.lst_device.text = std::to_string(free->second);
   }
+  added_from_ = room;
   adding_.txt_devname.set_focus();
+}
+
+// Whoever came from a room goes back to it, where the new device is.
+void RoomEditing::added(const ListLine& entry) {
+  if (!entry.device || entry.device->room != added_from_) return;
+  go_back();
+  devices_.turn_to(*entry.device);
+}
+
+void RoomEditing::go_back() {
+  TreeNode* room = added_from_.empty() ? nullptr : tree_.find(added_from_);
+  added_from_.clear();
+  rooms_.gohome();  // the room may be selected all the time
+  if (room) tree_.selected = room;
 }
 
 }  // namespace homewarden

@@ -7,7 +7,9 @@
 #include "base/task.h"
 #include "core/house/house_changes.h"
 #include "core/house/house_deletion.h"
+#include "core/house/house_editor.h"
 #include "core/house_index.h"
+#include "core/lists/room_list.h"
 #include "core/settings.h"
 #include "ui/house_panel.h"
 #include "ui/panel_stack.h"
@@ -19,9 +21,10 @@ namespace homewarden {
 // form beside them, and the way to a new device.
 class RoomEditing {
  public:
-  RoomEditing(HousePanel& panel, AddDevicePanel& adding, PanelStack& panels, Operations& operations,
-              Settings& settings, HouseIndex& house, DevicePanel& devices, HouseChanges& changes,
-              HouseDeletion& deletion);
+  RoomEditing(HousePanel& panel, AddRoomPanel& adding_room, AddDevicePanel& adding,
+              PanelStack& panels, TreeView& tree, Operations& operations, Settings& settings,
+              HouseIndex& house, RoomList& rooms, DevicePanel& devices, HouseEditor& editor,
+              HouseChanges& changes, HouseDeletion& deletion);
 
  private:
   void edit_device(const Device& device, CardOrder what);
@@ -30,6 +33,8 @@ class RoomEditing {
   void show_hint();
   void look_at_house();
   void add_device();
+  void added(const ListLine& entry);
+  void go_back();
   Task<void> save();
   Task<std::string> save_room(std::string from, std::string name);
   Task<std::string> save_device(Device from);
@@ -39,13 +44,16 @@ class RoomEditing {
   ChangePanel& form_;
   AddDevicePanel& adding_;
   PanelStack& panels_;
+  TreeView& tree_;
   Settings& settings_;
   HouseIndex& house_;
+  RoomList& rooms_;
   DevicePanel& devices_;
   HouseChanges& changes_;
   HouseDeletion& deletion_;
   std::optional<Device> edited_;  // nothing: the room
   std::string room_;              // as the form was opened
+  std::string added_from_;  // the room whose page led to the panel for new devices; "" for none
   bool saving_ = false;
 };
 

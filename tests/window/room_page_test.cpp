@@ -152,11 +152,18 @@ TEST_F(RoomPageTest, ARoomIsRenamedAndANewDeviceGetsTheNextAddress) {
   EXPECT_EQ(shown<QComboBox>("House code")->currentText(), "D");
   EXPECT_EQ(shown<QComboBox>("Device number")->currentText(), "8");
   EXPECT_TRUE(shown<QLineEdit>("Device name")->hasFocus());
+  type_text(shown<QLineEdit>("Device name"), "Zebra");
+  QTest::keyClick(shown<QLineEdit>("Device name"), Qt::Key_Return);
+  settle(2s);
+  EXPECT_EQ(card("Zebra")->accessibleName(), "Zebra, Stairs") << "one is thrown out of the room";
   open_node("Cellar");
   EXPECT_EQ(cards().size(), 0u);
   click(shown<QPushButton>("Add device"));
   EXPECT_EQ(shown<QComboBox>("Room")->currentText(), "Cellar");
   EXPECT_EQ(shown<QComboBox>("House code")->currentText(), "A");
+  QTest::keyClick(shown<QLineEdit>("Device name"), Qt::Key_Escape);
+  EXPECT_TRUE(house.form().frm_devices.visible);
+  EXPECT_EQ(house.form().lab_room.caption.get(), "Cellar");
 }
 
 TEST_F(RoomPageTest, ArrowsMoveBetweenCardsAndTabLeavesThem) {

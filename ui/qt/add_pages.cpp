@@ -1,4 +1,5 @@
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <utility>
@@ -31,6 +32,23 @@ class NameBox : public QLineEdit {
   bool clicked_ = false;
 };
 
+// Escape leaves it.
+class AddPage : public Page {
+ public:
+  AddPage(const QString& title, const Signal<>& left) : Page(title, 520), left_(left) {}
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Escape)
+      left_();
+    else
+      Page::keyPressEvent(event);
+  }
+
+ private:
+  const Signal<>& left_;
+};
+
 QLineEdit* make_line(TextBox& control, const QString& name, QWidget* parent) {
   auto* line = new NameBox(parent);
   bind(control, line, name);
@@ -48,7 +66,7 @@ void add_button(Button& control, QLineEdit* line, Page* page) {
 }  // namespace
 
 QWidget* make_add_room_page(AddRoomPanel& panel) {
-  auto* page = new Page(tr("Add a new room"), 520);
+  auto* page = new AddPage(tr("Add a new room"), panel.room_abandoned);
   page->add_text(tr("Type in your room name below, then click on Save"));
   QLineEdit* name = make_line(panel.txt_roomname, tr("Room name"), page->body());
   page->rows()->addWidget(name);
@@ -58,7 +76,7 @@ QWidget* make_add_room_page(AddRoomPanel& panel) {
 }
 
 QWidget* make_add_device_page(AddDevicePanel& panel) {
-  auto* page = new Page(tr("Add a new device"), 520);
+  auto* page = new AddPage(tr("Add a new device"), panel.device_abandoned);
   QWidget* body = page->body();
   page->add_text(
       tr("Please select the room you wish to add the new device to from this drop down list"));

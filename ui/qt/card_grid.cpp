@@ -23,10 +23,15 @@ void CardGrid::add(QWidget* card) {
   cards_ << card;
 }
 
-void CardGrid::set_page_height(int height) {
-  if (page_height_ == height) return;
+void CardGrid::set_page(int height, int scroll_bar) {
+  if (page_height_ == height && scroll_bar_ == scroll_bar) return;
   page_height_ = height;
+  scroll_bar_ = scroll_bar;
   arrange();
+}
+
+void CardGrid::focus_again() {
+  if (stop_ && stop_->isVisible()) stop_->setFocus(Qt::TabFocusReason);
 }
 
 void CardGrid::resizeEvent(QResizeEvent* event) {
@@ -115,7 +120,8 @@ void CardGrid::arrange() {
   const int free = width() - 2 * ring;
   const int least_width = least.width() - 2 * ring;
   int columns = shown.size() <= kFewCards ? kFewColumns : kMostColumns;
-  while (columns > 1 && (free - (columns - 1) * kGap) / columns < least_width) --columns;
+  const int wide = free + scroll_bar_;
+  while (columns > 1 && (wide - (columns - 1) * kGap) / columns < least_width) --columns;
   const int card_width = std::min(kMostWidth, (free - (columns - 1) * kGap) / columns);
   const int least_height = std::max(kLeastHeight, least.height() - 2 * ring);
   const int card_height =

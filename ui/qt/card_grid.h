@@ -14,11 +14,13 @@ class CardGrid : public QWidget {
   // A child of the grid.
   void add(QWidget* card);
 
-  // Gives the keyboard to the first card.
+  // Give the keyboard to the first card, and to the one that had it last.
   void focus_first();
+  void focus_again();
 
-  // What the page has room for below the grid's top without scrolling.
-  void set_page_height(int height);
+  // What the page has room for below the grid's top without scrolling. `scroll_bar` is what the
+  // page is narrower for one that it has now: with it or without, there are as many columns.
+  void set_page(int height, int scroll_bar);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -34,6 +36,7 @@ class CardGrid : public QWidget {
   QWidget* stop_ = nullptr;  // where Tab comes in
   int columns_ = 1;
   int page_height_ = 0;
+  int scroll_bar_ = 0;
 };
 
 }  // namespace homewarden::view

@@ -1,7 +1,6 @@
 // How a device's card is drawn.
 
 #include <QPainter>
-#include <QPainterPath>
 #include <QRadialGradient>
 #include <algorithm>
 
@@ -56,6 +55,7 @@ struct Pill {
 
 void DeviceCard::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
   draw_surface(painter);
   draw_picture(painter);
   draw_words(painter);
@@ -78,16 +78,13 @@ void DeviceCard::draw_surface(QPainter& painter) const {
   if (on > 0) {
     const double level = std::max(glow(), 0.1);
     const double reach = kGlowReach * places.picture.width() / kGlowPicture;
-    QRadialGradient glow(places.picture.center(), reach);
-    glow.setColorAt(0.3, faded(look.glow, on * (0.06 + 0.40 * level)));
-    glow.setColorAt(0.62, faded(look.glow, on * (0.02 + 0.14 * level)));
-    glow.setColorAt(1, faded(look.glow, 0));
-    painter.save();
-    QPainterPath inside;
-    inside.addRoundedRect(places.card, kCardCorner, kCardCorner);
-    painter.setClipPath(inside);
-    painter.fillRect(places.card, glow);
-    painter.restore();
+    QRadialGradient glow_colours(places.picture.center(), reach);
+    glow_colours.setColorAt(0.3, faded(look.glow, on * (0.06 + 0.40 * level)));
+    glow_colours.setColorAt(0.62, faded(look.glow, on * (0.02 + 0.14 * level)));
+    glow_colours.setColorAt(1, faded(look.glow, 0));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(glow_colours);
+    painter.drawRoundedRect(places.card, kCardCorner, kCardCorner);
   }
   draw_box(painter, places.card, kCardCorner, Qt::transparent, border, width);
 }

@@ -47,7 +47,7 @@ class DevicePage : public Page {
     columns_->addWidget(grid_, 1);
     rows()->addLayout(columns_);
     add_rest();
-    watch(panel.change.frm_change.visible.changed, this, [this] { place_form(); });
+    watch(panel.change.frm_change.visible.changed, this, [this] { form_turned(); });
     place_form();
   }
 
@@ -56,7 +56,7 @@ class DevicePage : public Page {
     place_form();
     Page::resizeEvent(event);
     const int above = kMargin + heading_->height() + rows()->spacing();
-    grid_->set_page_height(event->size().height() - above - kMargin);
+    grid_->set_page(event->size().height() - above - kMargin, width() - event->size().width());
   }
 
   void keyPressEvent(QKeyEvent* event) override {
@@ -79,11 +79,19 @@ class DevicePage : public Page {
     grid_->focus_first();
   }
 
+  void form_turned() {
+    place_form();
+    if (panel_.change.frm_change.visible)
+      ensureWidgetVisible(form_);
+    else if (isVisible() && (!focusWidget() || !focusWidget()->isVisible()))
+      grid_->focus_again();
+  }
+
   void place_form() {
     const bool beside = width() >= kLeastBeside * fontMetrics().height() / 18;
     columns_->setDirection(beside ? QBoxLayout::RightToLeft : QBoxLayout::TopToBottom);
     form_->setFixedWidth(beside ? kFormWidth * std::max(18, fontMetrics().height()) / 18
-                                : std::max(200, width() - 2 * kMargin - 8));
+                                : std::max(200, viewport()->width() - 2 * kMargin));
   }
 
   HousePanel& panel_;

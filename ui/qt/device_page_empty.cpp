@@ -53,7 +53,6 @@ EmptyRoom::EmptyRoom(HousePanel& panel, QWidget* parent) : QWidget(parent) {
   rows->addWidget(sentence, 0, Qt::AlignHCenter);
   auto* button = make_button(panel.cmd_adddevice, this);
   set_kind(button, ButtonKind::kPrimary);
-  button->setIcon(make_icon(LineIcon::kPlus));
   rows->addWidget(button, 0, Qt::AlignHCenter);
   follow(panel.lab_nodevices.visible, this, [this](bool empty) { setVisible(empty); });
 }

@@ -13,6 +13,7 @@ namespace homewarden::view {
 namespace {
 
 constexpr int kMargin = 20;
+constexpr int kRing = 4;  // as far as the cards beside it begin below their rings
 
 // Says why something was not saved, in the colour of what failed.
 class FailureLabel : public QLabel {
@@ -38,7 +39,7 @@ class FailureLabel : public QLabel {
 
 ChangeForm::ChangeForm(ChangePanel& panel, QWidget* parent) : QWidget(parent), panel_(panel) {
   auto* rows = new QVBoxLayout(this);
-  rows->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  rows->setContentsMargins(kMargin, kMargin + kRing, kMargin, kMargin);
   rows->setSpacing(8);
   QLabel* heading = make_heading(QString(), this);
   bind(panel.lab_change, heading);
@@ -95,7 +96,7 @@ ChangeForm::ChangeForm(ChangePanel& panel, QWidget* parent) : QWidget(parent), p
 void ChangeForm::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   const Look& look = look_of(palette());
-  draw_box(painter, rect(), kBoxCorner, look.side, look.line);
+  draw_box(painter, rect().adjusted(0, kRing, 0, 0), kBoxCorner, look.side, look.line);
 }
 
 void ChangeForm::keyPressEvent(QKeyEvent* event) {

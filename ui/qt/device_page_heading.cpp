@@ -23,6 +23,9 @@ constexpr int kHeight = 36;
 constexpr int kSide = 14;
 constexpr int kBadgeGap = 8;
 constexpr int kShownPages = 4;
+constexpr int kRing = 4;  // the cards below begin so far to the right
+constexpr int kGap = 12;
+constexpr int kRowGap = 12;
 
 }  // namespace
 
@@ -139,8 +142,9 @@ void PageButtons::show_pages() {
     buttons_ << new PageButton(panel_, static_cast<int>(buttons_.size()), this);
     row_->insertWidget(row_->count() - 1, buttons_.back());
   }
-  const int first = std::clamp(panel_.page - kShownPages / 2, 0, std::max(0, count - kShownPages));
-  const int last = std::min(count, first + kShownPages) - 1;
+  const int shown = narrow_ ? 1 : kShownPages;
+  const int first = std::clamp(panel_.page - shown / 2, 0, std::max(0, count - shown));
+  const int last = std::min(count, first + shown) - 1;
   for (int page = 0; page < buttons_.size(); ++page) {
     PageButton& button = *buttons_[page];
     if (page < count) button.show_page(pages[static_cast<std::size_t>(page)]);
@@ -148,17 +152,33 @@ void PageButtons::show_pages() {
     button.set_ends(page == first, page == last);
     button.setVisible(page >= first && page <= last);
   }
-  for (QPushButton* arrow : {back_, on_}) arrow->setVisible(count > kShownPages);
+  for (QPushButton* arrow : {back_, on_}) arrow->setVisible(count > shown);
   back_->setEnabled(panel_.page > 0);
   on_->setEnabled(panel_.page < count - 1);
   setVisible(count > 1);
 }
 
+void PageButtons::set_narrow(bool narrow) {
+  if (narrow_ == narrow) return;
+  narrow_ = narrow;
+  show_pages();
+}
+
+int PageButtons::full_width() const {
+  const int count = static_cast<int>(panel_.pages.get().size());
+  int width = count > kShownPages ? 2 * back_->sizeHint().width() : 0;
+  int widest = 0;
+  for (int page = 0; page < count; ++page)
+    widest = std::max(widest, buttons_[page]->sizeHint().width());
+  return width + std::min(count, kShownPages) * widest;
+}
+
 RoomHeading::RoomHeading(HousePanel& panel, QWidget* title, QWidget* parent)
     : QWidget(parent),
+      panel_(panel),
       words_(new QWidget(this)),
-      buttons_(new QWidget(this)),
-      pages_(new PageButtons(panel, buttons_)) {
+      pages_(new PageButtons(panel, this)),
+      actions_(new QWidget(this)) {
   auto* words = new QVBoxLayout(words_);
   words->setContentsMargins(4, 0, 0, 0);
   words->setSpacing(0);
@@ -168,15 +188,14 @@ RoomHeading::RoomHeading(HousePanel& panel, QWidget* title, QWidget* parent)
   bind(panel.lab_count, count);
   words->addWidget(count);
 
-  auto* row = new QHBoxLayout(buttons_);
+  auto* row = new QHBoxLayout(actions_);
   row->setContentsMargins(0, 0, 4, 0);
   row->setSpacing(12);
-  row->addWidget(pages_);
-  auto* off = new QPushButton(buttons_);
+  auto* off = new QPushButton(actions_);
   bind(panel.cmd_roomoff, off);
   off->setIcon(make_icon(LineIcon::kPower));
   row->addWidget(off);
-  auto* more = new QToolButton(buttons_);
+  auto* more = new QToolButton(actions_);
   more->setAutoRaise(true);
   more->setIcon(make_icon(LineIcon::kMore));
   more->setFixedSize(kHeight, kHeight);
@@ -202,23 +221,39 @@ void RoomHeading::resizeEvent(QResizeEvent* event) {
   lay_out();
 }
 
-// Beside each other, or the buttons below.
+// All beside each other; or the pages below; or the words above all.
 void RoomHeading::lay_out() {
   const QSize words = words_->sizeHint();
-  const QSize buttons = buttons_->sizeHint();
-  const bool below = words.width() + 16 + buttons.width() > width();
-  const int height =
-      below ? words.height() + 12 + buttons.height() : std::max(words.height(), buttons.height());
-  const int buttons_width = std::min(buttons.width(), width());
-  if (below) {
-    words_->setGeometry(0, 0, width(), words.height());
-    buttons_->setGeometry(0, words.height() + 12, buttons_width, buttons.height());
+  const QSize actions = actions_->sizeHint();
+  const bool has_pages = panel_.pages.get().size() > 1;
+  const int full = has_pages ? pages_->full_width() : 0;
+  pages_->set_narrow(full > width() - kRing);
+  const QSize pages =
+      has_pages ? QSize(std::min(full, width() - kRing), pages_->sizeHint().height()) : QSize(0, 0);
+  const bool beside = words.width() + actions.width() + kGap <= width();
+  const bool one_row =
+      beside && words.width() + pages.width() + actions.width() + 2 * kGap <= width();
+  const int first = beside ? std::max(words.height(), actions.height()) : words.height();
+  words_->setGeometry(0, 0, beside ? width() - actions.width() - kGap : width(), words.height());
+  int bottom = first;
+  if (beside) {
+    actions_->setGeometry(width() - actions.width(), (first - actions.height()) / 2,
+                          actions.width(), actions.height());
   } else {
-    words_->setGeometry(0, 0, width() - buttons.width() - 16, words.height());
-    buttons_->setGeometry(width() - buttons_width, (height - buttons.height()) / 2, buttons_width,
-                          buttons.height());
+    actions_->setGeometry(kRing, bottom + kRowGap, std::min(actions.width(), width() - kRing),
+                          actions.height());
+    bottom += kRowGap + actions.height();
   }
-  if (minimumHeight() != height) setFixedHeight(height);
+  if (one_row) {
+    words_->resize(width() - actions.width() - pages.width() - 2 * kGap, words.height());
+    pages_->setGeometry(width() - actions.width() - kGap - pages.width(),
+                        (first - pages.height()) / 2, pages.width(), pages.height());
+  } else if (has_pages) {
+    const int narrow = std::min(pages.width(), pages_->sizeHint().width());
+    pages_->setGeometry(kRing, bottom + kRowGap, narrow, pages.height());
+    bottom += kRowGap + pages.height();
+  }
+  if (minimumHeight() != bottom) setFixedHeight(bottom);
 }
 
 }  // namespace homewarden::view

@@ -36,6 +36,11 @@ class PageButtons : public QWidget {
  public:
   PageButtons(HousePanel& panel, QWidget* parent);
 
+  // Whether only the page that is shown has a button, between the arrows.
+  void set_narrow(bool narrow);
+  // How wide it is with all its buttons.
+  int full_width() const;
+
  private:
   void show_pages();
   void turn(int by);
@@ -45,6 +50,7 @@ class PageButtons : public QWidget {
   QPushButton* back_;
   QPushButton* on_;
   QList<PageButton*> buttons_;
+  bool narrow_ = false;
 };
 
 // The name of the room and how many of its devices are on; its pages, "Turn room off" and its menu.
@@ -58,9 +64,10 @@ class RoomHeading : public QWidget {
  private:
   void lay_out();
 
+  HousePanel& panel_;
   QWidget* words_;
-  QWidget* buttons_;
   PageButtons* pages_;
+  QWidget* actions_;
 };
 
 }  // namespace homewarden::view
