@@ -41,6 +41,7 @@ DevicePanel::DevicePanel(HousePanel& panel, const Flags& flags, Operations& oper
     panel.lab_notsent[at(i)].click.connect(
         [this, &operations, i] { operations.start(try_again(i)); });
   }
+  panel.line_is_up.changed.connect([this] { show_counts(); });
   panel.page_chosen.connect([this](int page) { show_page(page); });
   panel.cmd_roomoff.click.connect([this, &operations] { operations.start(turn_room_off()); });
   state.changed.connect([this](const StateChange& change) {
@@ -117,7 +118,9 @@ void DevicePanel::show_counts() {
   if (pages.empty()) pages.emplace_back();
   panel_.pages = std::move(pages);
   panel_.lab_count.caption =
-      on == 0 ? "All off" : std::to_string(on) + " of " + std::to_string(number) + " on";
+      (on == 0 ? std::string("All off")
+               : std::to_string(on) + " of " + std::to_string(number) + " on") +
+      (panel_.line_is_up ? "" : ", as far as known");
   panel_.lab_count.visible = number > 0;
   panel_.cmd_roomoff.visible = number > 0;
   panel_.cmd_roomoff.enabled = on > 0;

@@ -156,6 +156,7 @@ void DeviceCard::draw_pill(QPainter& painter) const {
     pill.icon = LineIcon::kWarning;
     pill.has_icon = true;
   } else if (!is_up()) {
+    pill.border = face_.get().on ? look.rim : look.line;
     pill.words = face_.get().on ? look.quiet_on : look.quiet;
   } else if (face_.get().on) {
     pill.fill = look.amber;

@@ -93,7 +93,9 @@ void DeviceCard::bind_name() {
 
 void DeviceCard::show_name() {
   shown_name_ = qt::from_code_page(name_.caption.get());
-  setAccessibleName(shown_name_ + ", " + qt::from_code_page(panel_.lab_room.caption.get()));
+  setAccessibleName(shown_name_.isEmpty()
+                        ? QString()
+                        : shown_name_ + ", " + qt::from_code_page(panel_.lab_room.caption.get()));
   bar_->setAccessibleName(tr("Brightness of %1").arg(shown_name_));
   retry_->setAccessibleName(tr("Send to %1 again").arg(shown_name_));
   menu_->setAccessibleDescription(shown_name_);
