@@ -42,6 +42,16 @@ struct FilesContract : ::testing::Test {
 using Kinds = ::testing::Types<OnDisk, InMemory>;
 TYPED_TEST_SUITE(FilesContract, Kinds);
 
+// Catches: a profile from a system that writes "HOLIDAY.TXT", which a new name would pass over.
+TYPED_TEST(FilesContract, FilesAreListedByTheEndingOfTheirNames) {
+  Files& files = this->kind.files;
+  for (const char* name : {"Work.txt", "HOLIDAY.TXT", "evelst.hwd"})
+    EXPECT_TRUE(files.write(this->kind.path(name), "x"));
+  const auto names = files.names_ending(this->kind.path("Work.txt").parent_path(), ".txt");
+  ASSERT_TRUE(names);
+  EXPECT_EQ(*names, (std::vector<std::string>{"HOLIDAY.TXT", "Work.txt"}));
+}
+
 TEST(PosixFiles, NobodyElseMayReadASecretAlsoWhereAnOpenFileWas) {
   ScratchFolder folder;
   PosixFiles files;
