@@ -18,6 +18,9 @@ class Desktop {
 
   // Shows the address in the person's browser. False when the browser did not start.
   virtual bool open_address(const std::string& address) = 0;
+
+  // Starts another copy of this program with a house to try things in. False when it did not start.
+  virtual bool start_demo() = 0;
 };
 
 }  // namespace homewarden

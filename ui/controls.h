@@ -120,9 +120,10 @@ struct Picture : Control {
 
 struct StatusBar : Control {
   StatusBar() { unsent.visible = false; }
-  Property<std::string> panel1;  // the clock
-  Property<std::string> panel2;  // the status line
-  Property<std::string> panel3;  // the state of the interface
+  Property<std::string> panel1;   // the clock
+  Property<std::string> panel2;   // the status line
+  Property<std::string> subject;  // "Living Room, Table Lamp": whom panel 2 tells of; or ""
+  Property<std::string> panel3;   // the state of the interface
   Property<std::string> panel3_tip;
   Label unsent;  // a link: how many commands could not be sent
 };

@@ -3,8 +3,10 @@
 #include "ui/controls.h"
 #include "ui/event_panel.h"
 #include "ui/finder_panel.h"
+#include "ui/first_run_panel.h"
 #include "ui/home_panel.h"
 #include "ui/house_panel.h"
+#include "ui/interface_panel.h"
 #include "ui/macro_panel.h"
 #include "ui/navigation_pane.h"
 #include "ui/panel_stack.h"
@@ -21,6 +23,8 @@ struct FrmMain : Window,
                  NavigationPane,
                  HomePanel,
                  OptionsPanel,
+                 InterfacePanel,
+                 FirstRunPanel,
                  HousePanel,
                  AddRoomPanel,
                  AddDevicePanel,

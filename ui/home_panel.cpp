@@ -5,6 +5,8 @@ namespace homewarden {
 HomePanel::HomePanel() {
   lab_norooms.visible = false;
   lab_notice.visible = false;
+  lab_morechips.visible = false;
+  cmd_alloff.visible = false;
 }
 
 OptionsPanel::OptionsPanel() {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -35,6 +36,8 @@ struct TreeView : Control {
   // Null: none, as after a right click beside all nodes. Logic may set it too; a face shows it.
   Property<TreeNode*> selected{nullptr};
   Property<bool> root_lines{false};
+  // Keys of the rooms whose devices are shown. A face sets it, and shows what logic sets.
+  Property<std::set<std::string>> open_rooms;
   Signal<> click;         // the selected node was clicked
   Signal<int> key_press;  // the character typed; it concerns the selected node, if there is one
   // 1: the left button went down. 2: a person asks for the menu of the selected node, with the

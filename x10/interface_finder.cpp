@@ -19,11 +19,14 @@ constexpr int kLongestInterval = 60;
 
 }  // namespace
 
-InterfaceFinder::InterfaceFinder(Window& window, HomePanel& home, StatusBar& status, Flags& flags,
+InterfaceFinder::InterfaceFinder(Window& window, HomePanel& home, InterfacePanel& panel,
+                                 const FirstRunPanel& first_run, StatusBar& status, Flags& flags,
                                  ProgramTimers& timers, Operations& operations, EventLoop& loop,
                                  Module1& module1, InterfaceControl& interface_control,
                                  Dialogs& dialogs, Notices& notices)
     : window_(window),
+      panel_(panel),
+      first_run_(first_run),
       status_(status),
       flags_(flags),
       timers_(timers),
@@ -114,6 +117,11 @@ void InterfaceFinder::report_failure(bool stored_port_failed) {
             "backup batteries installed."
           : "Sorry, Could not find a CM11 or CM12 Home Control Interface on any of your computer "
             "ports. Cant control your interface until it`s sorted.";
+  if (first_run_.is_first_run) {
+    panel_.lab_notfound.caption = std::move(text);
+    panel_.lab_notfound.visible = true;
+    return;
+  }
   std::string title = stored_port_failed ? "Error" : "ERROR!";
   message_ =
       operations_.start(tell(dialogs_, std::move(text), std::move(title), MessageIcon::kCritical));

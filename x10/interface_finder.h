@@ -10,7 +10,9 @@
 #include "platform/dialogs.h"
 #include "platform/interface_control.h"
 #include "ui/busy_window.h"
+#include "ui/first_run_panel.h"
 #include "ui/home_panel.h"
+#include "ui/interface_panel.h"
 #include "ui/shared_state.h"
 #include "x10/port_trial.h"
 
@@ -22,13 +24,15 @@ namespace homewarden {
 // so.
 class InterfaceFinder {
  public:
-  InterfaceFinder(Window& window, HomePanel& home, StatusBar& status, Flags& flags,
+  InterfaceFinder(Window& window, HomePanel& home, InterfacePanel& panel,
+                  const FirstRunPanel& first_run, StatusBar& status, Flags& flags,
                   ProgramTimers& timers, Operations& operations, EventLoop& loop, Module1& module1,
                   InterfaceControl& interface_control, Dialogs& dialogs, Notices& notices);
 
   // Begins a search, ending one that runs. The window is disabled until it has ended. When nothing
-  // was found a message says so, and ports are looked at again and again, at most a minute apart,
-  // until an interface answers, which closes the message.
+  // was found a message says so, on the page of the first run where that is shown, and ports are
+  // looked at again and again, at most a minute apart, until an interface answers, which closes the
+  // message.
   void findinterface();
 
   // Ends what runs, and its message; nothing is searched from now on, whatever is clicked.
@@ -51,6 +55,8 @@ class InterfaceFinder {
   Task<void> ask_for_port();      // Label63
 
   Window& window_;
+  InterfacePanel& panel_;
+  const FirstRunPanel& first_run_;
   std::optional<BusyWindow> busy_;  // during the first search
   StatusBar& status_;
   Flags& flags_;

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "core/house/settings_page.h"
+#include "core/house/status_subject.h"
 #include "x10/interface_state.h"
 
 namespace homewarden {
@@ -14,6 +16,16 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
       state_watch_(frm_main, platform.registry, house_.device_state),
       tree_(frm_main, house_.operations, platform.loop, house_.rooms, house_.house, devices_),
       tree_levels_(frm_main.Tree, tree_, house_.device_state),
+      interface_overview_(frm_main, frm_main, frm_main.Statusbar, frm_main, house_.module1,
+                          house_.notices),
+      home_overview_(frm_main, frm_main, frm_main, frm_main.Tree, frm_main, house_.operations,
+                     platform.loop, house_.house, house_.device_state, house_.commands, presses_,
+                     devices_, platform.folder),
+      home_times_(frm_main, frm_main, frm_main, frm_main, house_.operations, platform.loop,
+                  house_.house, house_.location),
+      first_run_(frm_main, frm_main, frm_main, frm_main, frm_main, frm_main.Tree,
+                 frm_main.Statusbar, house_.operations, platform.loop, house_.house, house_.notices,
+                 house_.device_state, house_.commands, presses_, devices_, platform.desktop),
       editor_(frm_main, frm_main.Tree, frm_main.Statusbar, frm_main, frm_main, house_.operations,
               platform.loop, house_.module1, platform.dialogs, house_.files.events, house_.events),
       event_deletion_(frm_main, frm_main, house_.operations, house_.module1, platform.dialogs,
@@ -54,11 +66,14 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
                house_.settings, house_.steps, platform.instance, platform.counterpart,
                platform.desktop, house_.startup, house_.rooms, tree_, house_.profile_switch,
                house_.events, tray_, house_.finder, service_mode_, start_options_),
-      shutdown_(frm_main, frm_main.Statusbar, frm_main, frm_main, frm_wait, house_.steps, startup_,
-                service_mode_, service_call_, house_.shutdown, house_.web_server, tray_,
-                house_.operations, platform.loop, house_.module1, house_.settings,
-                platform.desktop) {
+      shutdown_(frm_main, frm_main.Tree, frm_main.Statusbar, frm_main, frm_main, frm_wait,
+                house_.steps, startup_, service_mode_, service_call_, house_.shutdown,
+                house_.web_server, tray_, house_.operations, platform.loop, house_.module1,
+                house_.settings, platform.desktop) {
   show_line_state(frm_main.Statusbar, frm_main);
+  show_status_subject(frm_main.Statusbar, house_.house);
+  join_settings_page(frm_main, frm_main, frm_main.Tree, frm_main.Statusbar, house_.notices,
+                     platform.desktop, platform.folder);
   house_.scheduler.minute_begins.connect(
       [this] { house_.steps.run([this] { service_mode_.first_run(); }); });
   for (Timer* timer : {&frm_main.startuptimer, &frm_main.flashsave, &frm_main.timerhide})

@@ -9,9 +9,13 @@
 #include "automation/run_event_now.h"
 #include "base/operations.h"
 #include "core/house/finder.h"
+#include "core/house/first_run.h"
+#include "core/house/home_overview.h"
+#include "core/house/home_times.h"
 #include "core/house/house_changes.h"
 #include "core/house/house_deletion.h"
 #include "core/house/house_editor.h"
+#include "core/house/interface_overview.h"
 #include "core/house/navigation_tree.h"
 #include "core/house/room_editing.h"
 #include "core/house/tree_levels.h"
@@ -70,6 +74,10 @@ class Program {
   StateWatch state_watch_;
   NavigationTree tree_;
   TreeLevels tree_levels_;
+  InterfaceOverview interface_overview_;
+  HomeOverview home_overview_;
+  HomeTimes home_times_;
+  FirstRun first_run_;
   EventEditor editor_;
   EventDeletion event_deletion_;
   RunEventNow run_event_now_;

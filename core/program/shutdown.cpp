@@ -1,18 +1,20 @@
 #include "core/program/shutdown.h"
 
 #include "base/text.h"
+#include "core/program/window_memory.h"
 #include "core/program/window_position.h"
 #include "platform/waiting.h"
 
 namespace homewarden {
 
-Shutdown::Shutdown(Window& window, StatusBar& status, OptionsPanel& options, Flags& flags,
-                   FrmWait& wait, Steps& steps, Startup& startup, ServiceMode& service_mode,
-                   ServiceCall& call, HouseShutdown& house, WebServer& web_server, Tray& tray,
-                   Operations& operations, EventLoop& loop, Module1& module1, Settings& settings,
-                   Desktop& desktop)
+Shutdown::Shutdown(Window& window, const TreeView& tree, StatusBar& status, OptionsPanel& options,
+                   Flags& flags, FrmWait& wait, Steps& steps, Startup& startup,
+                   ServiceMode& service_mode, ServiceCall& call, HouseShutdown& house,
+                   WebServer& web_server, Tray& tray, Operations& operations, EventLoop& loop,
+                   Module1& module1, Settings& settings, Desktop& desktop)
     : steps_(steps),
       window_(window),
+      tree_(tree),
       status_(status),
       options_(options),
       flags_(flags),
@@ -73,7 +75,11 @@ Task<void> Shutdown::leave() {
   co_await house_.finish_commands();
   house_.remove_due_events();
   co_await house_.close_port();
-  if (startup_.has_placed_window()) steps_.run([this] { save_place(window_, settings_); });
+  if (startup_.has_placed_window())
+    steps_.run([this] {
+      save_place(window_, settings_);
+      save_view(tree_, settings_);
+    });
   co_await steps_.progress("Starting Service");
 }
 

@@ -22,10 +22,11 @@ namespace homewarden {
 // The end of the program, and the window's way into hiding.
 class Shutdown {
  public:
-  Shutdown(Window& window, StatusBar& status, OptionsPanel& options, Flags& flags, FrmWait& wait,
-           Steps& steps, Startup& startup, ServiceMode& service_mode, ServiceCall& call,
-           HouseShutdown& house, WebServer& web_server, Tray& tray, Operations& operations,
-           EventLoop& loop, Module1& module1, Settings& settings, Desktop& desktop);
+  Shutdown(Window& window, const TreeView& tree, StatusBar& status, OptionsPanel& options,
+           Flags& flags, FrmWait& wait, Steps& steps, Startup& startup, ServiceMode& service_mode,
+           ServiceCall& call, HouseShutdown& house, WebServer& web_server, Tray& tray,
+           Operations& operations, EventLoop& loop, Module1& module1, Settings& settings,
+           Desktop& desktop);
 
   // Runs once, however often it is asked for; quits the loop at its end. A command on its way is
   // waited for, 30 seconds at most. A copy of the program that does not have the house yet ends
@@ -42,6 +43,7 @@ class Shutdown {
 
   Steps& steps_;
   Window& window_;
+  const TreeView& tree_;
   StatusBar& status_;
   OptionsPanel& options_;
   Flags& flags_;

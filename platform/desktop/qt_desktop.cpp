@@ -1,7 +1,9 @@
 #include "platform/desktop/qt_desktop.h"
 
+#include <QCoreApplication>
 #include <QDesktopServices>
 #include <QGuiApplication>
+#include <QProcess>
 #include <QScreen>
 #include <QStandardPaths>
 #include <QUrl>
@@ -35,6 +37,10 @@ bool QtDesktop::finds_browser() {
 
 bool QtDesktop::open_address(const std::string& address) {
   return QDesktopServices::openUrl(QUrl(qt::from_code_page(address)));
+}
+
+bool QtDesktop::start_demo() {
+  return QProcess::startDetached(QCoreApplication::applicationFilePath(), {"--demo"});
 }
 
 }  // namespace homewarden::desktop

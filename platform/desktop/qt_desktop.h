@@ -11,6 +11,7 @@ class QtDesktop : public Desktop {
   float screen_height() const override;
   bool finds_browser() override;
   bool open_address(const std::string& address) override;
+  bool start_demo() override;
 };
 
 }  // namespace homewarden::desktop

@@ -72,11 +72,17 @@ class FakeDesktop : public Desktop {
     return browser_starts;
   }
 
-  float width = 15360;
-  float height = 11520;
+  bool start_demo() override {
+    ++demos;
+    return true;
+  }
+
+  float width = 28800;
+  float height = 16200;
   bool has_browser = true;
   bool browser_starts = true;
   std::vector<std::string> opened;
+  int demos = 0;
 };
 
 class FakeSounds : public SoundPlayer {

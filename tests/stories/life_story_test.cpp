@@ -287,7 +287,7 @@ TEST(LifeStory, TheWindowKeepsItsSizeAndFitsTheScreen) {
   EXPECT_EQ(house.form().left.get(), 100.0F) << "off the screen";
   EXPECT_EQ(house.form().top.get(), -300.0F);
   EXPECT_EQ(house.form().width.get(), 12000.0F);
-  EXPECT_EQ(house.form().height.get(), 9600.0F);
+  EXPECT_EQ(house.form().height.get(), 10800.0F);
   house.form().height = 9000.5F;
   house.close();
   EXPECT_EQ(house.settings.read("data", "width", ""), "12000");

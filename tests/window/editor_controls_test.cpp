@@ -20,7 +20,7 @@ struct EditorControlsTest : FormWindow {
   }
 
   QComboBox* show_city() {
-    form.frm_home.visible = true;
+    form.frm_settings.visible = true;
     return named<QComboBox>("City");
   }
   // Lets the layouts become final.

@@ -30,6 +30,8 @@ struct FormWindow : ::testing::Test {
     view = std::make_unique<view::MainWindowView>(form);
     form.visible = true;
     EXPECT_TRUE(QTest::qWaitForWindowExposed(view.get()));
+    view->resize(1100, 700);  // more than the screen of the tests has
+    QApplication::processEvents();
   }
 
   template <class Widget>

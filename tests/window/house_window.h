@@ -26,6 +26,8 @@ class HouseWindow : public ::testing::Test {
     dialogs.set_parent(view.get());
     settle(2s);
     EXPECT_TRUE(QTest::qWaitForWindowExposed(view.get()));
+    view->resize(1100, 700);  // more than the screen of the tests has
+    QApplication::processEvents();
   }
 
   // Lets the window and the house go on.

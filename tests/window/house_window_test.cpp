@@ -20,14 +20,61 @@ class HouseBuildingTest : public HouseWindow {
   std::string rooms() { return house.content("rmlst.hwd"); }
 };
 
+// Catches: a newcomer who has to reach for the mouse, or to read.
+TEST_F(HouseBuildingTest, FromAnEmptyWindowToALampThatSwitchesByTypingAlone) {
+  for (const char* text : {"Den", "Lamp"}) {
+    auto* box = qobject_cast<QLineEdit*>(view->focusWidget());
+    ASSERT_TRUE(box) << "nowhere to type " << text;
+    type_text(box, text);
+    QTest::keyClick(box, Qt::Key_Return);
+    settle(1s);
+  }
+  settle(2s);
+  EXPECT_EQ(rooms(), "Den~~~\r\nDen~Lamp~A~1\r\n");
+  EXPECT_THAT(house.line(), ElementsAre(EndsWith("A1 2")));
+  QTest::keyClick(view->focusWidget(), Qt::Key_Space);  // "Try it" once more
+  settle(3s);
+  EXPECT_THAT(house.line(), ElementsAre(EndsWith("A1 3")));
+  QTest::keyClick(view->focusWidget(), Qt::Key_Escape);
+  settle();
+  EXPECT_TRUE(shown<QAbstractButton>("Den, 1 off"));
+  click(shown<QAbstractButton>("Den, 1 off"));
+  EXPECT_EQ(house.form().lab_room.caption.get(), "Den");
+  EXPECT_FALSE(QApplication::activeModalWidget());
+}
+
+// Catches: chips that show and do not switch, or lose the keyboard with the first press.
+TEST_F(HouseWindow, WhatIsOnIsSwitchedOnTheHomePageWithMouseAndKeys) {
+  house.interface_control.CommandReceived("A3", 2);
+  house.interface_control.CommandReceived("B12", 2);
+  settle(1s);
+  auto* lamp = shown<QAbstractButton>("Table Lamp, Kitchen");
+  EXPECT_TRUE(lamp->isChecked());
+  click(lamp);
+  settle(3s);
+  EXPECT_FALSE(lamp->isChecked());
+  auto* other = shown<QAbstractButton>("Lamp, Hall");
+  other->setFocus(Qt::TabFocusReason);
+  QTest::keyClick(other, Qt::Key_Space);
+  settle(3s);
+  EXPECT_EQ(view->focusWidget(), other);
+  EXPECT_THAT(house.line(), ElementsAre(EndsWith("A3 3"), EndsWith("B12 3")));
+  EXPECT_EQ(house.form().lab_home.caption.get(), "Everything is off");
+}
+
 TEST_F(HouseBuildingTest, RoomsDevicesAndAMacroAreAddedAndTakenAway) {
+  house.form().txt_roomname.text = "Attic";
+  click(shown<QPushButton>("Save"));
+  settle(1s);
+  QTest::keyClick(view->focusWidget(), Qt::Key_Escape);
+  settle();
   for (const char* room : {"B\u00fcro", "Hall"}) {
-    click(shown<QPushButton>("Add a new room"));
+    click(shown<QAbstractButton>("Add a new room"));
     type_name("Room name", room);
     click(shown<QPushButton>("Save"));
   }
   for (const auto& [room, device] : {std::pair("B\u00fcro", "Lamp"), std::pair("Hall", "Bell")}) {
-    click(shown<QPushButton>("Add a new device"));
+    click(shown<QAbstractButton>("Add a new device"));
     type("Room", room);
     type_name("Device name", device);
     type("House code", "B");
@@ -35,7 +82,7 @@ TEST_F(HouseBuildingTest, RoomsDevicesAndAMacroAreAddedAndTakenAway) {
     type("Device type", "Light Module (dimmable)");
     click(shown<QPushButton>("Save"));
   }
-  EXPECT_EQ(rooms(), "B\xFCro~~~\r\nHall~~~\r\nB\xFCro~Lamp~B~1\r\nHall~Bell~B~12\r\n");
+  EXPECT_EQ(rooms(), "Attic~~~\r\nB\xFCro~~~\r\nHall~~~\r\nB\xFCro~Lamp~B~1\r\nHall~Bell~B~12\r\n");
 
   open_node("Macros");
   type("Trigger device", "Hall Bell B12");
@@ -58,7 +105,7 @@ TEST_F(HouseBuildingTest, RoomsDevicesAndAMacroAreAddedAndTakenAway) {
   EXPECT_THAT(answer(QMessageBox::Yes),
               HasSubstr("DELETE any devices you have setup in this room!"));
   settle(20s);
-  EXPECT_EQ(rooms(), "B\xFCro~~~\r\nB\xFCro~Lamp~B~1\r\n");
+  EXPECT_EQ(rooms(), "Attic~~~\r\nB\xFCro~~~\r\nB\xFCro~Lamp~B~1\r\n");
   EXPECT_THAT(house.form().lst_eventdevice.items.get(), SizeIs(1));
 }
 
@@ -80,6 +127,7 @@ TEST_F(HouseWindow, WhatWasNotSentIsReadAloudAndDismissedWithKeys) {
 
 // Catches: a box that shows the click instead of what holds after No, or loses the keyboard to it.
 TEST_F(HouseWindow, ServiceModeStaysOnAfterEscape) {
+  click(shown<QAbstractButton>("Settings"));
   auto* box = shown<QCheckBox>("Run as a service");
   EXPECT_NE(box->focusPolicy() & Qt::TabFocus, 0);
   box->setFocus();

@@ -23,6 +23,7 @@ struct PanelTest : FormWindow {
 };
 
 TEST_F(PanelTest, TypingInTheMiddleOfABoxStaysThere) {
+  show(form.frm_settings);
   form.com_city.text = "Hall";
   auto* box = named<QComboBox>("City");
   ASSERT_TRUE(box);
@@ -62,13 +63,53 @@ TEST_F(PanelTest, EnterInTheLineOfAFormSavesIt) {
 }
 
 TEST_F(PanelTest, NothingIsCutOffOnASmallScreen) {
-  view->resize(788, 640);
-  for (Frame* panel : {&form.frm_home, &form.frm_addroom, &form.frm_adddevice, &form.Frame4}) {
-    show(*panel);
-    for (auto* page : shown<QScrollArea>())
-      EXPECT_LE(page->widget()->minimumSizeHint().width(), page->width());
-    panel->visible = false;
+  const QFont usual = QApplication::font();
+  form.tiles = std::vector<RoomTile>(3, RoomTile{"A room with a long name", {true, false}});
+  HomeChip chip;
+  chip.name = "A lamp with a long name";
+  chip.level = 40;
+  form.chips = std::vector<HomeChip>(3, chip);
+  form.coming = std::vector<ComingEvent>(2, ComingEvent{"06:45", true, "Lamp on", "Tomorrow"});
+  form.lab_interfacehelp.caption = "Plug it in again, it is found by itself.";
+  for (const bool large : {false, true}) {
+    QFont font = usual;
+    if (large) font.setPointSizeF(usual.pointSizeF() * 2);
+    QApplication::setFont(font);
+    view->resize(large ? 788 : 440, 640);
+    for (Frame* panel :
+         {&form.frm_home, &form.frm_settings, &form.frm_addroom, &form.frm_adddevice}) {
+      for (const bool first : {false, true}) {
+        form.is_first_run = first;
+        show(*panel);
+        QTest::qWait(20);
+        for (auto* page : shown<QScrollArea>())
+          EXPECT_LE(page->widget()->minimumSizeHint().width(), page->width()) << large << first;
+      }
+      panel->visible = false;
+    }
   }
+  QApplication::setFont(usual);
+}
+
+// Catches: a rail that leads nowhere, a tree that stays over the page or does not come back.
+TEST_F(PanelTest, ANarrowWindowHasARailFromWhichTheTreeOpens) {
+  form.Tree.add(form.Tree.add(nullptr, "Den", "Den"), "Lamp~A~1", "Lamp");
+  auto* tree = view->findChild<QTreeView*>();
+  view->resize(1100, 640);
+  EXPECT_TRUE(tree->isVisible());
+  view->resize(640, 640);
+  EXPECT_FALSE(tree->isVisible());
+  QTest::mouseClick(named<QAbstractButton>("Events"), Qt::LeftButton);
+  EXPECT_EQ(form.Tree.selected.get(), form.Tree.find("Events"));
+  QTest::mouseClick(named<QAbstractButton>("Rooms"), Qt::LeftButton);
+  ASSERT_TRUE(tree->isVisible());
+  QTest::mouseClick(tree->viewport(), Qt::LeftButton, {},
+                    tree->visualRect(tree->model()->index(2, 0)).center());
+  EXPECT_EQ(form.Tree.selected.get(), form.Tree.find("Den"));
+  EXPECT_FALSE(tree->isVisible());
+  view->resize(1100, 640);
+  EXPECT_TRUE(tree->isVisible());
+  EXPECT_FALSE(tree->window()->windowFlags().testFlag(Qt::Popup) && tree->window() != view.get());
 }
 
 TEST_F(PanelTest, TheMacroListShowsTheSelectionThatItsControlHas) {

@@ -304,6 +304,9 @@ TEST(Look, WordsAreReadableOnEverythingTheyStandOn) {
 
 TEST_F(WindowTest, BoxesTellTheirControlsOnceAndListenToThem) {
   int clicks_of_box = 0;
+  form.frm_home.visible = false;
+  form.frm_settings.visible = true;
+  QApplication::processEvents();
   form.Check1.click.connect([&] { ++clicks_of_box; });
   QCheckBox* box = nullptr;
   for (QCheckBox* candidate : shown<QCheckBox>())
@@ -366,8 +369,9 @@ TEST_F(WindowTest, PlaceAndPanelFollowTheForm) {
 
 TEST_F(WindowTest, EverythingHasANameForAScreenReader) {
   show_devices();
-  for (Frame* frame : {&form.frm_addroom, &form.frm_adddevice, &form.frm_event, &form.frm_macros,
-                       &form.Frame4, &form.Frame5, &form.Frame3, &form.frm_home})
+  for (Frame* frame :
+       {&form.frm_addroom, &form.frm_adddevice, &form.frm_event, &form.frm_macros, &form.Frame4,
+        &form.Frame5, &form.Frame3, &form.frm_settings, &form.frm_home})
     frame->visible = true;
   int named = 0;
   for (QWidget* widget : view->findChildren<QWidget*>()) {

@@ -1,79 +1,187 @@
-#include <QCheckBox>
-#include <QComboBox>
 #include <QPushButton>
+#include <QStackedWidget>
+#include <utility>
 
+#include "platform/qt/text_codec.h"
 #include "ui/qt/bindings.h"
+#include "ui/qt/first_run_page.h"
+#include "ui/qt/flow_grid.h"
+#include "ui/qt/halves.h"
+#include "ui/qt/home_boxes.h"
+#include "ui/qt/home_tiles.h"
+#include "ui/qt/line_icons.h"
+#include "ui/qt/link_button.h"
 #include "ui/qt/page.h"
 #include "ui/qt/pages.h"
+#include "ui/qt/scaled_label.h"
 #include "ui/qt/watch.h"
 
 namespace homewarden::view {
 namespace {
 
-void add_links(HomePanel& home, Page* page) {
-  auto* links = new QVBoxLayout;
-  links->setSpacing(2);
-  links->setContentsMargins(0, 0, 0, 0);
-  for (Label* link : {&home.Label3, &home.Label4, &home.Label5, &home.Label51, &home.Label63})
-    links->addWidget(make_link(*link, page->body()));
-  page->rows()->addLayout(links);
-}
+constexpr int kChipWidth = 27;  // in letters
+constexpr int kTileWidth = 31;
+constexpr int kAsideWidth = 50;
+constexpr int kBeside = 104;  // so wide a page has room for two columns
 
-void add_box(CheckBox& control, QVBoxLayout* rows, QWidget* frame) {
-  auto* box = new QCheckBox(frame);
-  bind(control, box);
-  rows->addWidget(box);
-}
+class HomePage : public Page {
+ public:
+  HomePage(HomePanel& home, InterfacePanel& interface)
+      : Page(QString(), 0),
+        home_(home),
+        chips_(new FlowGrid(kChipWidth, FlowGrid::Fill::kKeep, 12, body())),
+        tiles_(new FlowGrid(kTileWidth, FlowGrid::Fill::kStretch, 12, body())),
+        add_room_(new AddTile(qt::from_code_page(home.Label3.caption.get()), tiles_)),
+        halves_(new Halves(kBeside, kAsideWidth, body())) {
+    bind(home.lab_home, title());
+    bind(home.lab_today, subtitle());
+    show_subtitle();
+    add_all_off();
+    follow(home.chips, this, [this](const std::vector<HomeChip>& chips) { show_chips(chips); });
+    rows()->setSpacing(20);
+    rows()->addWidget(chips_);
+    auto* more = make_quiet_label(body());
+    bind(home.lab_morechips, more);
+    rows()->addWidget(more);
+    fill_rooms();
+    fill_aside(interface);
+    rows()->addWidget(halves_);
+    add_rest();
+  }
 
-// Today's sun times; no empty line before there are any.
-void add_sun_times(Label& control, QVBoxLayout* rows, QWidget* frame) {
-  auto* times = new QLabel(frame);
-  times->setWordWrap(true);
-  bind(control, times);
-  rows->addWidget(times);
-  follow(control.caption, times, [times, &control](const std::string& text) {
-    times->setVisible(control.visible && !text.empty());
-  });
-}
+ private:
+  void add_all_off() {
+    QPushButton* button = make_button(home_.cmd_alloff, body());
+    button->setIcon(make_icon(LineIcon::kPower));
+    add_action(button);
+  }
 
-void add_settings(OptionsPanel& options, Page* page) {
-  auto* frame = new QWidget(page->body());
-  bind_common(options.Frame1, frame, tr("Location and start-up settings"));
-  auto* rows = new QVBoxLayout(frame);
-  rows->setContentsMargins(0, Page::kHeadingGap, 0, 0);
-  rows->setSpacing(10);
-  rows->addWidget(make_heading(tr("Location"), frame));
-  add_sun_times(options.lab_sunset, rows, frame);
-  auto* city = new QHBoxLayout;
-  city->setSpacing(18);
-  city->addWidget(new QLabel(tr("City:"), frame));
-  city->addWidget(make_combo(options.com_city, tr("City"), frame), 1);
-  rows->addLayout(city);
-  add_box(options.Check1, rows, frame);
-  rows->addSpacing(Page::kHeadingGap);
-  rows->addWidget(make_heading(tr("Start-up"), frame));
-  for (CheckBox* box : {&options.chk_lww, &options.chk_service, &options.chk_startup})
-    add_box(*box, rows, frame);
-  page->rows()->addWidget(frame);
-}
+  void fill_rooms() {
+    QWidget* half = halves_->left_half();
+    QVBoxLayout* column = halves_->left();
+    auto* head = new QHBoxLayout;
+    head->addWidget(make_heading(tr("Rooms"), half));
+    head->addStretch();
+    head->addWidget(new LinkButton(home_.Label4, 1, LineIcon::kPlus, half));
+    column->addLayout(head);
+    tiles_->setParent(half);
+    column->addWidget(tiles_);
+    QObject::connect(add_room_, &QAbstractButton::clicked, this, [this] { home_.Label3.click(); });
+    follow(home_.tiles, this, [this](const std::vector<RoomTile>& tiles) { show_tiles(tiles); });
+    auto* hints = new QVBoxLayout;
+    hints->setSpacing(2);
+    column->addLayout(hints);
+    for (const char* text :
+         {"To remove a room, highlight the room in the left hand list and then press CTRL & D",
+          "To remove a device, highlight the device in the left hand list and then press CTRL & "
+          "D"}) {
+      auto* hint = new ScaledLabel(0.86, false, ScaledLabel::Tone::kQuiet, half);
+      hint->setWordWrap(true);
+      hint->setText(tr(text));
+      hints->addWidget(hint);
+    }
+    column->addStretch();
+  }
+
+  void fill_aside(InterfacePanel& interface) {
+    QWidget* half = halves_->right_half();
+    QVBoxLayout* column = halves_->right();
+    auto* head = new QHBoxLayout;
+    head->addWidget(make_heading(tr("Next events"), half));
+    // As high as the head of the rooms beside it.
+    head->addStrut(36);
+    column->addLayout(head);
+    column->addWidget(make_coming_box(home_, half));
+    column->addWidget(make_interface_box(interface, home_, half));
+    column->addWidget(make_notice_box(home_.lab_notice, half));
+    column->addStretch();
+  }
+
+  // A chip stays the same widget as long as its device is shown.
+  void show_chips(const std::vector<HomeChip>& chips) {
+    QHash<QString, ChipButton*> before = std::exchange(chip_of_, {});
+    QList<QWidget*> cells;
+    for (const HomeChip& chip : chips) {
+      const QString key = qt::from_code_page(chip.key);
+      ChipButton* button = before.take(key);
+      if (!button) button = make_chip(chip.key);
+      button->show_chip(chip);
+      if (!chip_of_.contains(key)) cells << button;
+      chip_of_[key] = button;
+    }
+    for (ChipButton* gone : std::as_const(before)) retire(gone);
+    chips_->set_cells(cells);
+    chips_->setVisible(!cells.isEmpty());
+  }
+
+  ChipButton* make_chip(const std::string& key) {
+    auto* button = new ChipButton(chips_);
+    connect(button, &QAbstractButton::clicked, this, [this, key] { home_.chip_pressed(key); });
+    return button;
+  }
+
+  void show_tiles(const std::vector<RoomTile>& tiles) {
+    while (tile_buttons_.size() > static_cast<qsizetype>(tiles.size()))
+      retire(tile_buttons_.takeLast());
+    while (tile_buttons_.size() < static_cast<qsizetype>(tiles.size()))
+      tile_buttons_ << make_tile(static_cast<std::size_t>(tile_buttons_.size()));
+    QList<QWidget*> cells;
+    for (std::size_t place = 0; place < tiles.size(); ++place) {
+      auto* button = tile_buttons_[static_cast<qsizetype>(place)];
+      button->show_tile(tiles[place]);
+      cells << button;
+    }
+    cells << add_room_;
+    tiles_->set_cells(cells);
+  }
+
+  TileButton* make_tile(std::size_t place) {
+    auto* button = new TileButton(tiles_);
+    connect(button, &QAbstractButton::clicked, this, [this, place] {
+      const auto& tiles = home_.tiles.get();
+      if (place < tiles.size()) home_.tile_pressed(std::string(tiles[place].name));
+    });
+    return button;
+  }
+
+  // It may be the one that is being pressed.
+  static void retire(QWidget* widget) {
+    widget->hide();
+    widget->deleteLater();
+  }
+
+  HomePanel& home_;
+  FlowGrid* chips_;
+  FlowGrid* tiles_;
+  AddTile* add_room_;
+  Halves* halves_;
+  QHash<QString, ChipButton*> chip_of_;
+  QList<TileButton*> tile_buttons_;
+};
+
+// The page of the house, or that of its beginning.
+class HomeStack : public QStackedWidget {
+ public:
+  explicit HomeStack(FrmMain& form) {
+    follow(form.is_first_run, this, [this, &form](bool first) {
+      QWidget*& page = first ? first_run_ : home_;
+      if (!page) {
+        page = first ? make_first_run_page(form, form, form, form, form) : new HomePage(form, form);
+        addWidget(page);
+      }
+      setCurrentWidget(page);
+    });
+  }
+
+ private:
+  QWidget* home_ = nullptr;
+  QWidget* first_run_ = nullptr;
+};
 
 }  // namespace
 
-QWidget* make_home_page(HomePanel& home, OptionsPanel& options) {
-  auto* page = new Page(tr("Welcome to Homewarden"));
-  page->rows()->addWidget(make_notice(home.lab_notice, page->body()));
-  page->add_text(
-      tr("Choose a room on the left to see its devices. Click a device to switch it, and move its "
-         "slider to dim it."));
-  bind(home.lab_norooms, page->add_text({}, false));
-  add_links(home, page);
-  page->add_text(
-      tr("To remove a room, highlight the room in the left hand list and then press CTRL & D"));
-  page->add_text(
-      tr("To remove a device, highlight the device in the left hand list and then press CTRL & D"));
-  add_settings(options, page);
-  page->add_rest();
-  return page;
+QWidget* make_home_page(FrmMain& form) {
+  return new HomeStack(form);
 }
 
 }  // namespace homewarden::view

@@ -5,19 +5,18 @@
 #include <QAbstractSlider>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QPainter>
 #include <QSplitter>
-#include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "platform/qt/text_codec.h"
+#include "ui/qt/banner.h"
 #include "ui/qt/finder_view.h"
-#include "ui/qt/look.h"
 #include "ui/qt/pages.h"
 #include "ui/qt/popup_menu.h"
+#include "ui/qt/side_pane.h"
 #include "ui/qt/status_bar_view.h"
-#include "ui/qt/tree_pane.h"
 #include "ui/qt/watch.h"
 #include "ui/qt/window_frame.h"
 
@@ -31,19 +30,13 @@ namespace homewarden::view {
 namespace {
 
 // What a small screen with large text has room for; pages scroll.
-constexpr int kLeastWidth = 560;
+constexpr int kLeastWidth = 440;
 constexpr int kLeastHeight = 340;
 
-// The ground of the tree, with a line towards the page.
-class Side : public QWidget {
- protected:
-  void paintEvent(QPaintEvent* /*event*/) override {
-    QPainter painter(this);
-    const Look& look = look_of(palette());
-    painter.fillRect(rect(), look.side);
-    painter.fillRect(QRect(width() - 1, 0, 1, height()), look.line);
-  }
-};
+// Below this width the side is a rail. Counted at letters of kUsualLetter pixels: large text has
+// the layout of a smaller window.
+constexpr int kNarrow = 960;
+constexpr int kUsualLetter = 14;
 
 bool is_input(QEvent::Type type) {
   switch (type) {
@@ -81,7 +74,7 @@ MainWindowView::MainWindowView(FrmMain& form)
 
 void MainWindowView::build() {
   pages_->addWidget(no_page_);
-  add_page(form_.frm_home, [this] { return make_home_page(form_, form_); });
+  add_page(form_.frm_home, [this] { return make_home_page(form_); });
   add_page(form_.frm_devices, [this] { return make_device_page(form_); });
   add_page(form_.frm_addroom, [this] { return make_add_room_page(form_); });
   add_page(form_.frm_adddevice, [this] { return make_add_device_page(form_); });
@@ -90,38 +83,27 @@ void MainWindowView::build() {
   add_page(form_.Frame4, [this] { return make_web_page(form_); });
   add_page(form_.Frame5, [this] { return make_profiles_page(form_); });
   add_page(form_.Frame3, [] { return make_speech_page(); });
+  add_page(form_.frm_settings, [this] { return make_options_page(form_, form_, form_); });
 
-  auto* splitter = new QSplitter;
+  splitter_ = new QSplitter;
+  QSplitter* splitter = splitter_;
   splitter->setChildrenCollapsible(false);
   splitter->setHandleWidth(1);
-  splitter->addWidget(build_side());
-  splitter->addWidget(pages_);
+  side_ = new SidePane(form_);
+  splitter->addWidget(side_);
+  auto* right = new QWidget;
+  auto* rows = new QVBoxLayout(right);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setSpacing(0);
+  rows->addWidget(make_banner(form_, right));
+  rows->addWidget(pages_, 1);
+  splitter->addWidget(right);
   splitter->setStretchFactor(1, 1);
-  splitter->setSizes({264, 720});
+  splitter->setSizes({side_width_, 720});
   setCentralWidget(splitter);
   setStatusBar(new StatusBarView(form_.Statusbar, this));
   new FinderView(form_, this);
   for (Menu* menu : {&form_.mnuPopup, &form_.mnuPopup1, &form_.sspp3}) add_menu(*menu);
-}
-
-QWidget* MainWindowView::build_side() {
-  auto* side = new Side;
-  auto* rows = new QVBoxLayout(side);
-  rows->setContentsMargins(0, 12, 0, 8);
-  rows->addWidget(new TreePane(
-                      form_.Tree, [this] { form_.Label3.click(); }, side),
-                  1);
-  auto* menu = new QToolButton(side);
-  menu->setAutoRaise(true);
-  menu->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-  menu->setIcon(QIcon(":/icons/homewarden.png"));
-  menu->setIconSize(QSize(22, 22));
-  menu->setText(tr("&Menu"));
-  menu->setToolTip(tr("About Homewarden, Exit"));
-  menu->setAccessibleName(tr("Menu"));
-  connect(menu, &QToolButton::clicked, this, [this] { form_.sspp3.popped_up(); });
-  rows->addWidget(menu);
-  return side;
 }
 
 // A page is built when it is first shown: most people open few of them in one sitting.
@@ -202,6 +184,24 @@ void MainWindowView::note_device(const QEvent& event) {
 void MainWindowView::resizeEvent(QResizeEvent* event) {
   QMainWindow::resizeEvent(event);
   cover_->setGeometry(rect());
+  fit_side();
+}
+
+void MainWindowView::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::FontChange) fit_side();
+}
+
+void MainWindowView::fit_side() {
+  if (!side_) return;
+  const int letter = std::max(1, QFontInfo(font()).pixelSize());
+  // The usual letter, and smaller ones alike.
+  const bool narrow = width() * kUsualLetter < kNarrow * std::max(letter, kUsualLetter);
+  if (narrow == side_->is_narrow()) return;
+  if (narrow) side_width_ = side_->width();
+  side_->set_narrow(narrow);
+  const int side = narrow ? side_->minimumWidth() : side_width_;
+  splitter_->setSizes({side, width() - side});
 }
 
 }  // namespace homewarden::view

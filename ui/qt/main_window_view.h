@@ -1,12 +1,15 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QSplitter>
 #include <QStackedWidget>
 #include <functional>
 
 #include "ui/frm_main.h"
 
 namespace homewarden::view {
+
+class SidePane;
 
 // The main window: shows the form and hands on what a person does with it.
 class MainWindowView : public QMainWindow {
@@ -15,20 +18,24 @@ class MainWindowView : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void build();
-  QWidget* build_side();
   void add_page(Frame& frame, std::function<QWidget*()> make);
   void add_menu(Menu& menu);
+  void fit_side();
   void show_pointer();
   void note_device(const QEvent& event);
   static bool lets_go(QWidget& widget, const QEvent& event);
   QPoint place_of_menu() const;
 
   FrmMain& form_;
+  QSplitter* splitter_ = nullptr;
+  SidePane* side_ = nullptr;
+  int side_width_ = 264;  // when it is no rail
   QStackedWidget* pages_;
   QWidget* no_page_;
   QWidget* cover_;  // lies over everything while the window is busy

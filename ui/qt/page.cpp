@@ -1,72 +1,38 @@
 #include "ui/qt/page.h"
 
-#include <QEvent>
-
 #include "ui/qt/look.h"
+#include "ui/qt/scaled_label.h"
 
 namespace homewarden::view {
-namespace {
-
-QFont scaled(QFont font, double factor, QFont::Weight weight) {
-  font.setPointSizeF(font.pointSizeF() * factor);
-  font.setWeight(weight);
-  return font;
-}
-
-// Stays readable when the desktop turns dark or light.
-class QuietLabel : public QLabel {
- public:
-  explicit QuietLabel(QWidget* parent) : QLabel(parent) {
-    setForegroundRole(QPalette::WindowText);  // on a list it would be another
-  }
-
- protected:
-  void changeEvent(QEvent* event) override {
-    QLabel::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange && !updating_) recolour();
-  }
-  void showEvent(QShowEvent* event) override {
-    QLabel::showEvent(event);
-    recolour();
-  }
-
- private:
-  void recolour() {
-    updating_ = true;
-    QPalette colours = parentWidget() ? parentWidget()->palette() : palette();
-    colours.setColor(QPalette::WindowText, quiet_text_colour(colours));
-    setPalette(colours);
-    updating_ = false;
-  }
-  bool updating_ = false;
-};
-
-}  // namespace
-
 QColor quiet_text_colour(const QPalette& palette) {
   return look_of(palette).quiet;
 }
 
 QLabel* make_heading(const QString& text, QWidget* parent) {
-  auto* label = new QLabel(text, parent);
-  label->setFont(scaled(label->font(), 1.2, QFont::DemiBold));
+  auto* label = new ScaledLabel(1.14, true, ScaledLabel::Tone::kText, parent);
+  label->setText(text);
   return label;
 }
 
 QLabel* make_quiet_label(QWidget* parent) {
-  auto* label = new QuietLabel(parent);
+  auto* label = new ScaledLabel(1.0, false, ScaledLabel::Tone::kQuiet, parent);
   label->setWordWrap(true);
   return label;
 }
 
 Page::Page(const QString& title, int max_width, QWidget* parent)
-    : QScrollArea(parent), body_(new QWidget), rows_(new QVBoxLayout), title_(new QLabel(title)) {
+    : QScrollArea(parent),
+      body_(new QWidget),
+      rows_(new QVBoxLayout),
+      head_(new QHBoxLayout),
+      title_(new ScaledLabel(2.0, true)),
+      subtitle_(make_quiet_label(body_)) {
   setFrameShape(QFrame::NoFrame);
   setWidgetResizable(true);
   setFocusPolicy(Qt::NoFocus);
   auto* outer = new QWidget;
   auto* columns = new QHBoxLayout(outer);
-  columns->setContentsMargins(kMargin, kMargin - 6, kMargin, kMargin - 6);
+  columns->setContentsMargins(kMargin, kMargin - 4, kMargin, kMargin - 4);
   columns->addWidget(body_, 1);
   if (max_width > 0) {
     body_->setMaximumWidth(max_width);
@@ -75,10 +41,26 @@ Page::Page(const QString& title, int max_width, QWidget* parent)
   body_->setLayout(rows_);
   rows_->setContentsMargins(0, 0, 0, 0);
   rows_->setSpacing(12);
-  title_->setFont(scaled(title_->font(), 1.7, QFont::DemiBold));
-  title_->setTextFormat(Qt::PlainText);
-  rows_->addWidget(title_);
+  title_->setText(title);
+  title_->setWordWrap(true);
+  subtitle_->setTextFormat(Qt::PlainText);
+  subtitle_->hide();
+  auto* words = new QVBoxLayout;
+  words->setSpacing(0);
+  words->addWidget(title_);
+  words->addWidget(subtitle_);
+  head_->setSpacing(12);
+  head_->addLayout(words, 1);
+  rows_->addLayout(head_);
   setWidget(outer);
+}
+
+void Page::add_action(QWidget* action) {
+  head_->addWidget(action, 0, Qt::AlignVCenter);
+}
+
+void Page::show_subtitle() {
+  subtitle_->show();
 }
 
 QLabel* Page::add_text(const QString& text, bool quiet) {

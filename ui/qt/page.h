@@ -16,7 +16,7 @@ inline QString tr(const char* text) {
 // read. It scrolls when the window is small.
 class Page : public QScrollArea {
  public:
-  static constexpr int kMargin = 28;
+  static constexpr int kMargin = 32;
   static constexpr int kTextWidth = 720;
   static constexpr int kHeadingGap = 10;  // above a heading, beside the distance of all rows
 
@@ -26,6 +26,11 @@ class Page : public QScrollArea {
   QVBoxLayout* rows() { return rows_; }
   QWidget* body() { return body_; }
   QLabel* title() { return title_; }
+  // A quiet line below the title; hidden until it is shown.
+  QLabel* subtitle() { return subtitle_; }
+  void show_subtitle();
+  // Beside the title, at the right end.
+  void add_action(QWidget* action);
 
   // A paragraph, wrapped. Quiet text explains; the other says something.
   QLabel* add_text(const QString& text, bool quiet = true);
@@ -38,7 +43,9 @@ class Page : public QScrollArea {
  private:
   QWidget* body_;
   QVBoxLayout* rows_;
+  QHBoxLayout* head_;
   QLabel* title_;
+  QLabel* subtitle_;
 };
 
 QLabel* make_heading(const QString& text, QWidget* parent);

@@ -3,6 +3,7 @@
 #include <QWidget>
 
 #include "ui/event_panel.h"
+#include "ui/frm_main.h"
 #include "ui/home_panel.h"
 #include "ui/house_panel.h"
 #include "ui/macro_panel.h"
@@ -11,7 +12,8 @@
 namespace homewarden::view {
 
 // The panels of the main window, each built and laid out by one function.
-QWidget* make_home_page(HomePanel& home, OptionsPanel& options);
+QWidget* make_home_page(FrmMain& form);
+QWidget* make_options_page(OptionsPanel& options, InterfacePanel& interface, HomePanel& home);
 QWidget* make_device_page(HousePanel& panel);
 QWidget* make_add_room_page(AddRoomPanel& panel);
 QWidget* make_add_device_page(AddDevicePanel& panel);

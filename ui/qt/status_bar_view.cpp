@@ -7,6 +7,7 @@
 #include "platform/qt/text_codec.h"
 #include "ui/qt/bindings.h"
 #include "ui/qt/look.h"
+#include "ui/qt/scaled_label.h"
 #include "ui/qt/tip_text.h"
 #include "ui/qt/watch.h"
 
@@ -39,10 +40,21 @@ QSize ElidedLabel::minimumSizeHint() const {
   return QSize(fontMetrics().horizontalAdvance('x') * 8, QLabel::minimumSizeHint().height());
 }
 
+void ElidedLabel::set_text(const QString& subject, const QString& text) {
+  subject_ = subject.isEmpty() ? QString() : subject + ": ";
+  setText(text);
+  update();
+}
+
 void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
-  painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter, shown);
+  const int alignment = Qt::AlignLeft | Qt::AlignVCenter;
+  const QString subject = fontMetrics().elidedText(subject_, Qt::ElideRight, width());
+  painter.drawText(rect(), alignment, subject);
+  const int left = fontMetrics().horizontalAdvance(subject);
+  if (!subject_.isEmpty()) painter.setPen(look_of(palette()).quiet);
+  const QRect rest = rect().adjusted(left, 0, 0, 0);
+  painter.drawText(rest, alignment, fontMetrics().elidedText(text(), Qt::ElideRight, rest.width()));
 }
 
 StatusBarView::StatusBarView(StatusBar& control, QWidget* parent)
@@ -55,15 +67,9 @@ StatusBarView::StatusBarView(StatusBar& control, QWidget* parent)
   setSizeGripEnabled(false);
   setStyleSheet("QStatusBar::item { border: none; }");
   setContentsMargins(12, 2, 12, 2);
-  QFont small = font();
-  small.setPointSizeF(small.pointSizeF() * 0.86);
-  setFont(small);
-  for (QLabel* label : {clock_, static_cast<QLabel*>(status_), static_cast<QLabel*>(state_)})
-    label->setFont(small);
-  unsent_->setFont(small);
   setMinimumHeight(32);
   recolour();
-  clock_->setMinimumWidth(clock_->fontMetrics().horizontalAdvance("00:00:00") + 20);
+  resize_words();
   clock_->setAccessibleName(tr("Clock"));
   status_->setAccessibleName(tr("Status"));
   state_->setAccessibleName(tr("Interface"));
@@ -74,14 +80,34 @@ StatusBarView::StatusBarView(StatusBar& control, QWidget* parent)
   addPermanentWidget(state_);
   follow(control.panel1, this,
          [this](const std::string& text) { clock_->setText(qt::from_code_page(text)); });
-  follow(control.panel2, this, [this](const std::string& text) {
-    status_->setText(qt::from_code_page(text));
+  const auto show_status = [this, &control](const std::string&) {
+    const std::string& subject = control.subject;
+    const std::string text = (subject.empty() ? "" : subject + ": ") + control.panel2.get();
+    status_->set_text(qt::from_code_page(subject), qt::from_code_page(control.panel2.get()));
     status_->setToolTip(tip_text(text));
     status_->setAccessibleDescription(qt::from_code_page(text));
-  });
+  };
+  follow(control.panel2, this, show_status);
+  follow(control.subject, this, show_status);
   const auto show = [this, &control](const std::string&) { show_state(control); };
+  redraw_light_ = [this, &control] { show_state(control); };
   follow(control.panel3, this, show);
   follow(control.panel3_tip, this, show);
+}
+
+// A factor of the desktop's size, also after that has changed.
+void StatusBarView::resize_words() {
+  const QFont small = scaled_font(0.86);
+  for (QWidget* part : {static_cast<QWidget*>(clock_), static_cast<QWidget*>(status_),
+                        static_cast<QWidget*>(state_), static_cast<QWidget*>(unsent_)})
+    part->setFont(small);
+  clock_->setMinimumWidth(clock_->fontMetrics().horizontalAdvance("00:00:00") + 20);
+  fit_state();
+}
+
+bool StatusBarView::event(QEvent* event) {
+  if (event->type() == QEvent::ApplicationFontChange) resize_words();
+  return QStatusBar::event(event);
 }
 
 void StatusBarView::recolour() {
@@ -90,7 +116,9 @@ void StatusBarView::recolour() {
 
 void StatusBarView::changeEvent(QEvent* event) {
   QStatusBar::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange) recolour();
+  if (event->type() != QEvent::PaletteChange) return;
+  recolour();
+  if (redraw_light_) redraw_light_();
 }
 
 void StatusBarView::paintEvent(QPaintEvent* /*event*/) {
@@ -117,7 +145,9 @@ void StatusBarView::show_state(const StatusBar& control) {
   fit_state();
   light_->setVisible(!state.isEmpty());
   const Look& look = look_of(palette());
-  light_->setPixmap(light(state == "STATUS: Ready" ? look.ok : look.failed, devicePixelRatioF()));
+  const bool looking = state.contains("looking") && !state.contains("unplugged");
+  const QColor colour = state == "STATUS: Ready" ? look.ok : looking ? look.link : look.failed;
+  light_->setPixmap(light(colour, devicePixelRatioF()));
   const std::string& more = control.panel3_tip;
   const std::string tip = control.panel3.get() + (more.empty() ? "" : "\n" + more);
   for (QLabel* label : {light_, static_cast<QLabel*>(state_)}) {

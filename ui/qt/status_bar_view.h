@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QStatusBar>
+#include <functional>
 
 #include "ui/controls.h"
 
@@ -13,9 +14,14 @@ class ElidedLabel : public QLabel {
  public:
   using QLabel::QLabel;
   QSize minimumSizeHint() const override;
+  // What the text is about stands before it, in a stronger colour.
+  void set_text(const QString& subject, const QString& text);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QString subject_;
 };
 
 // The clock, the status line, a link that says how many commands could not be sent, and the state
@@ -25,6 +31,7 @@ class StatusBarView : public QStatusBar {
   explicit StatusBarView(StatusBar& control, QWidget* parent = nullptr);
 
  protected:
+  bool event(QEvent* event) override;
   void changeEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -33,6 +40,9 @@ class StatusBarView : public QStatusBar {
   void show_state(const StatusBar& control);
   void fit_state();
   void recolour();
+  void resize_words();
+
+  std::function<void()> redraw_light_;  // in the colours of now
 
   QLabel* clock_;
   ElidedLabel* status_;

@@ -43,7 +43,6 @@ TreePane::TreePane(TreeView& tree, std::function<void()> add_room, QWidget* pare
   setEditTriggers(NoEditTriggers);
   setExpandsOnDoubleClick(false);
   setIndentation(TreeRows::kIndentation);
-  setMinimumWidth(170);
   bind_common(tree, this, tr("Rooms and devices"));
   watch(tree.nodes_changed, this, [this] { nodes_changed(); });
   watch(tree.level_changed, this, [this](const TreeNode& node) {
@@ -52,8 +51,12 @@ TreePane::TreePane(TreeView& tree, std::function<void()> add_room, QWidget* pare
   });
   watch(tree.selected.changed, this, [this] { selected_changed(); });
   follow(tree.root_lines, this, [this](bool lines) { setRootIsDecorated(lines); });
-  connect(this, &QTreeView::expanded, this,
-          [this](const QModelIndex& index) { open_rooms_.insert(TreeModel::node_of(index)->key); });
+  watch(tree.open_rooms.changed, this, [this] { show_open_rooms(); });
+  connect(this, &QTreeView::expanded, this, [this](const QModelIndex& index) {
+    auto open = tree_.open_rooms.get();
+    open.insert(TreeModel::node_of(index)->key);
+    tree_.open_rooms = std::move(open);
+  });
   connect(this, &QTreeView::collapsed, this,
           [this](const QModelIndex& index) { room_closed(index); });
   nodes_changed();
@@ -61,10 +64,16 @@ TreePane::TreePane(TreeView& tree, std::function<void()> add_room, QWidget* pare
 
 void TreePane::nodes_changed() {
   model_->reload();
-  for (const std::string& key : open_rooms_)
-    if (const TreeNode* room = tree_.find(key)) setExpanded(model_->index_of(room), true);
+  show_open_rooms();
   // Also when it is none: a tree that was never told selects its first node with the focus.
   setCurrentIndex(model_->index_of(tree_.selected));
+}
+
+void TreePane::show_open_rooms() {
+  if (tree_.is_changing()) return;  // shown with the new nodes
+  const auto open = tree_.open_rooms.get();
+  for (const auto& room : tree_.roots())
+    setExpanded(model_->index_of(room.get()), open.contains(room->key));
 }
 
 void TreePane::selected_changed() {
@@ -75,7 +84,9 @@ void TreePane::selected_changed() {
 
 // A device that cannot be seen any more must not be what a key acts on.
 void TreePane::room_closed(const QModelIndex& room) {
-  open_rooms_.erase(TreeModel::node_of(room)->key);
+  auto open = tree_.open_rooms.get();
+  open.erase(TreeModel::node_of(room)->key);
+  tree_.open_rooms = std::move(open);
   if (currentIndex().isValid() && currentIndex().parent() == room) setCurrentIndex(room);
 }
 
@@ -191,7 +202,7 @@ void TreePane::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
   row.selected = index == currentIndex();
   row.over = index == hovered_;
   row.open = isExpanded(index);
-  row.focus = row.selected && hasFocus();
+  row.focus = row.selected && hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange);
   row.plus_over = plus_hovered_;
   row.plus_pressed = plus_pressed_;
   TreeRows::draw(*painter, *this, row, *TreeModel::node_of(index));

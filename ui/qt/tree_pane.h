@@ -3,7 +3,6 @@
 #include <QPersistentModelIndex>
 #include <QTreeView>
 #include <functional>
-#include <set>
 #include <string>
 
 #include "ui/qt/tree_model.h"
@@ -36,6 +35,7 @@ class TreePane : public QTreeView {
 
  private:
   void nodes_changed();
+  void show_open_rooms();
   void selected_changed();
   void room_closed(const QModelIndex& room);
   void click(const QModelIndex& index);
@@ -49,8 +49,7 @@ class TreePane : public QTreeView {
   QPersistentModelIndex hovered_;
   bool plus_hovered_ = false;
   bool plus_pressed_ = false;
-  std::set<std::string> open_rooms_;  // by key: nodes are new after every change
-  std::string pressed_;               // the key of the node on which the left button went down
+  std::string pressed_;  // the key of the node on which the left button went down
 };
 
 }  // namespace homewarden::view

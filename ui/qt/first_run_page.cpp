@@ -1,0 +1,283 @@
+#include "ui/qt/first_run_page.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPushButton>
+
+#include "platform/qt/text_codec.h"
+#include "ui/qt/bindings.h"
+#include "ui/qt/box.h"
+#include "ui/qt/flow_grid.h"
+#include "ui/qt/home_boxes.h"
+#include "ui/qt/house_style.h"
+#include "ui/qt/line_icons.h"
+#include "ui/qt/link_button.h"
+#include "ui/qt/page.h"
+#include "ui/qt/scaled_label.h"
+#include "ui/qt/shapes.h"
+#include "ui/qt/watch.h"
+
+namespace homewarden::view {
+namespace {
+
+constexpr int kStepWidth = 36;  // in letters
+
+// The number of a step; a tick when it is done.
+class StepNumber : public QWidget {
+ public:
+  StepNumber(int number, QWidget* parent) : QWidget(parent), number_(number) {
+    setFixedSize(28, 28);
+  }
+  void set_done(bool done) {
+    done_ = done;
+    update();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    const Look& look = look_of(palette());
+    draw_box(painter, rect(), 14, Qt::transparent, done_ ? look.ok : look.focus, 1.5);
+    if (done_) return draw_icon(painter, LineIcon::kCheck, centred(rect(), 18), look.ok);
+    painter.setFont(scaled_font(1, true));
+    painter.setPen(look.link);
+    painter.drawText(rect(), Qt::AlignCenter, QString::number(number_));
+  }
+
+ private:
+  int number_;
+  bool done_ = false;
+};
+
+struct Step {
+  Box* box;
+  StepNumber* number;
+};
+
+Step make_step(int number, const QString& title, QWidget* parent) {
+  auto* box = new Box(parent);
+  box->rows()->setSpacing(12);
+  auto* head = new QHBoxLayout;
+  head->setSpacing(12);
+  auto* sign = new StepNumber(number, box);
+  head->addWidget(sign, 0, Qt::AlignTop);
+  QLabel* words = make_heading(title, box);
+  words->setWordWrap(true);
+  head->addWidget(words, 1);
+  box->rows()->addLayout(head);
+  return {box, sign};
+}
+
+class FirstRunPage : public Page {
+ public:
+  FirstRunPage(FirstRunPanel& panel, InterfacePanel& interface, HomePanel& home,
+               AddRoomPanel& add_room, AddDevicePanel& add_device)
+      : Page(tr("Welcome to Homewarden"), 0), panel_(panel) {
+    subtitle()->setText(
+        tr("Your house has no rooms yet. Three steps to the first lamp that switches."));
+    show_subtitle();
+    rows()->setSpacing(20);
+    rows()->addWidget(make_notice_box(home.lab_notice, body()));
+    rows()->addWidget(new FirstRunPicture(body()));
+    auto* steps = new FlowGrid(kStepWidth, FlowGrid::Fill::kStretch, 16, body());
+    steps->set_cells({make_connect(interface, home, steps), make_room(add_room, steps),
+                      make_lamp(add_device, steps)});
+    rows()->addWidget(steps);
+    add_demo();
+    add_rest();
+    follow(panel.step, this, [this](FirstStep) { show_step(); });
+  }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Escape)
+      panel_.first_run_left();
+    else
+      Page::keyPressEvent(event);
+  }
+  void showEvent(QShowEvent* event) override {
+    Page::showEvent(event);
+    focus_next();
+  }
+
+ private:
+  QWidget* make_connect(InterfacePanel& interface, HomePanel& home, QWidget* parent) {
+    const Step step = make_step(1, tr("Connect the interface"), parent);
+    QVBoxLayout* rows = step.box->rows();
+    auto* state = new QHBoxLayout;
+    auto* dot = new Dot(step.box);
+    follow_condition(interface, dot);
+    state->setSpacing(12);
+    state->addWidget(dot);
+    auto* words = new ScaledLabel(1, true, ScaledLabel::Tone::kText, step.box);
+    words->setWordWrap(true);
+    bind(interface.lab_interface, words);
+    state->addWidget(words, 1);
+    rows->addLayout(state);
+    auto* help = new QLabel(step.box);
+    help->setWordWrap(true);
+    help->setTextFormat(Qt::PlainText);
+    rows->addWidget(help);
+    rows->addWidget(make_command_field(interface, step.box));
+    auto* failed = new ScaledLabel(0.86, false, ScaledLabel::Tone::kFailed, step.box);
+    failed->setWordWrap(true);
+    bind(interface.lab_notfound, failed);
+    rows->addWidget(failed);
+    rows->addStretch();
+    auto* links = new QVBoxLayout;
+    links->setSpacing(0);
+    rows->addLayout(links);
+    for (Label* link : {&home.Label51, &home.Label63})
+      links->addWidget(new LinkButton(*link, 0.93, std::nullopt, step.box));
+    const auto show = [&interface, help, number = step.number] {
+      const auto condition = interface.condition.get();
+      number->set_done(condition == InterfaceCondition::kConnected);
+      if (condition == InterfaceCondition::kConnected)
+        help->setText(tr("It is ready."));
+      else if (condition == InterfaceCondition::kRefused)
+        help->setText(tr("Run this command once, then log off and on:"));
+      else
+        help->setText(tr("Plug it into the mains and into this computer. It is found by itself."));
+      if (condition == InterfaceCondition::kRefused && interface.lab_command.caption.get().empty())
+        help->setText(qt::from_code_page(interface.lab_interfacehelp.caption.get()));
+    };
+    show();
+    watch(interface.condition.changed, help, show);
+    watch(interface.lab_command.caption.changed, help, show);
+    return step.box;
+  }
+
+  QWidget* make_room(AddRoomPanel& panel, QWidget* parent) {
+    const Step step = make_step(2, tr("Name a room"), parent);
+    QVBoxLayout* rows = step.box->rows();
+    room_number_ = step.number;
+    auto* hint = new QLabel(tr("Type in your room name below, then click on Save"), step.box);
+    hint->setWordWrap(true);
+    rows->addWidget(hint);
+    room_ = new QLineEdit(step.box);
+    bind(panel.txt_roomname, room_, tr("Room name"));
+    room_->setPlaceholderText(tr("Living Room"));
+    rows->addWidget(room_);
+    room_done_ = new ScaledLabel(1.14, true, ScaledLabel::Tone::kText, step.box);
+    bind(panel_.lab_firstroom, room_done_);
+    rows->addWidget(room_done_);
+    rows->addStretch();
+    room_save_ = make_button(panel.Command3, step.box);
+    set_kind(room_save_, ButtonKind::kPrimary);
+    rows->addWidget(room_save_);
+    // Without a name there is nothing to save, and nothing to complain about.
+    follow(panel.txt_roomname.text, this,
+           [this](const std::string& text) { room_save_->setEnabled(!text.empty()); });
+    connect(room_, &QLineEdit::returnPressed, room_save_, &QPushButton::click);
+    return step.box;
+  }
+
+  QWidget* make_lamp(AddDevicePanel& panel, QWidget* parent) {
+    const Step step = make_step(3, tr("Add a lamp and try it"), parent);
+    QVBoxLayout* rows = step.box->rows();
+    lamp_number_ = step.number;
+    auto* hint = new QLabel(
+        tr("Set the wheels of its module to the address shown here, press Try it, and see the "
+           "lamp."),
+        step.box);
+    hint->setWordWrap(true);
+    rows->addWidget(hint);
+    fields_ = new QWidget(step.box);
+    auto* fields = new QVBoxLayout(fields_);
+    fields->setContentsMargins(0, 0, 0, 0);
+    fields->setSpacing(8);
+    lamp_ = new QLineEdit(fields_);
+    bind(panel.txt_devname, lamp_, tr("Device name"));
+    lamp_->setPlaceholderText(tr("Table Lamp"));
+    fields->addWidget(lamp_);
+    auto* address = new QHBoxLayout;
+    address->setSpacing(8);
+    address->addWidget(new QLabel(tr("Address"), fields_));
+    address->addWidget(make_short_combo(panel.lst_housecode, tr("House code"), fields_), 1);
+    address->addWidget(make_short_combo(panel.lst_device, tr("Device number"), fields_), 1);
+    fields->addLayout(address);
+    rows->addWidget(fields_);
+    auto* words = new ScaledLabel(1.14, true, ScaledLabel::Tone::kText, step.box);
+    words->setWordWrap(true);
+    bind(panel_.lab_firstlamp, words);
+    rows->addWidget(words);
+    rows->addStretch();
+    try_ = make_button(panel_.cmd_try, step.box);
+    try_->setIcon(make_icon(LineIcon::kPower));
+    rows->addWidget(try_);
+    open_ = make_button(panel_.cmd_open, step.box);
+    set_kind(open_, ButtonKind::kPrimary);
+    rows->addWidget(open_);
+    follow(panel.txt_devname.text, this, [this](const std::string& text) {
+      lamp_named_ = !text.empty();
+      show_try();
+    });
+    connect(lamp_, &QLineEdit::returnPressed, try_, &QPushButton::click);
+    return step.box;
+  }
+
+  void add_demo() {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(12);
+    QPushButton* demo = make_button(panel_.cmd_demo, body());
+    demo->setIcon(make_icon(LineIcon::kHome));
+    row->addWidget(demo);
+    QLabel* words = make_quiet_label(body());
+    words->setText(tr("It needs no interface and changes nothing of yours."));
+    row->addWidget(words, 1);
+    rows()->addLayout(row);
+  }
+
+  void show_step() {
+    const FirstStep step = panel_.step;
+    room_->setVisible(step == FirstStep::kRoom);
+    room_save_->setVisible(step == FirstStep::kRoom);
+    room_done_->setVisible(step != FirstStep::kRoom);
+    room_number_->set_done(step != FirstStep::kRoom);
+    lamp_number_->set_done(step == FirstStep::kTry);
+    fields_->setEnabled(step == FirstStep::kLamp);
+    fields_->setVisible(step != FirstStep::kTry);
+    set_kind(try_, step == FirstStep::kLamp ? ButtonKind::kPrimary : ButtonKind::kPlain);
+    show_try();
+    focus_next();
+  }
+
+  void show_try() {
+    const FirstStep step = panel_.step;
+    try_->setEnabled(step == FirstStep::kTry || (step == FirstStep::kLamp && lamp_named_));
+  }
+
+  // Where the next thing is typed.
+  void focus_next() {
+    switch (panel_.step.get()) {
+      case FirstStep::kRoom:
+        return room_->setFocus(Qt::OtherFocusReason);
+      case FirstStep::kLamp:
+        return lamp_->setFocus(Qt::OtherFocusReason);
+      case FirstStep::kTry:
+        return try_->setFocus(Qt::OtherFocusReason);
+    }
+  }
+
+  FirstRunPanel& panel_;
+  StepNumber* room_number_ = nullptr;
+  StepNumber* lamp_number_ = nullptr;
+  QLineEdit* room_ = nullptr;
+  QLabel* room_done_ = nullptr;
+  QPushButton* room_save_ = nullptr;
+  QWidget* fields_ = nullptr;
+  QLineEdit* lamp_ = nullptr;
+  QPushButton* try_ = nullptr;
+  QPushButton* open_ = nullptr;
+  bool lamp_named_ = false;
+};
+
+}  // namespace
+
+QWidget* make_first_run_page(FirstRunPanel& panel, InterfacePanel& interface, HomePanel& home,
+                             AddRoomPanel& add_room, AddDevicePanel& add_device) {
+  return new FirstRunPage(panel, interface, home, add_room, add_device);
+}
+
+}  // namespace homewarden::view

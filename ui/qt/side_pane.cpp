@@ -1,0 +1,197 @@
+#include "ui/qt/side_pane.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QSvgRenderer>
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "platform/qt/text_codec.h"
+#include "ui/qt/box.h"
+#include "ui/qt/line_icons.h"
+#include "ui/qt/look.h"
+#include "ui/qt/page.h"
+#include "ui/qt/scaled_label.h"
+#include "ui/qt/shapes.h"
+#include "ui/qt/tree_pane.h"
+#include "ui/qt/watch.h"
+
+namespace homewarden::view {
+namespace {
+
+constexpr int kLogo = 28;
+constexpr int kRow = 36;
+constexpr int kSign = 20;
+constexpr int kLeastWidth = 216;
+constexpr int kMostWidth = 360;
+constexpr int kPopUpWidth = 264;
+
+// As a pop-up it has a ground and a border of its own.
+class Ground : public QWidget {
+ public:
+  using QWidget::QWidget;
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    if (!isWindow()) return;
+    QPainter painter(this);
+    const Look& look = look_of(palette());
+    painter.fillRect(rect(), look.line);
+    painter.fillRect(rect().adjusted(1, 1, -1, -1), look.side);
+  }
+};
+
+class Logo : public QWidget {
+ public:
+  explicit Logo(QWidget* parent) : QWidget(parent) { setFixedSize(kLogo, kLogo); }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    static QSvgRenderer drawing(QString(":/pictures/homewarden.svg"));
+    QPainter painter(this);
+    drawing.render(&painter, rect());
+  }
+};
+
+}  // namespace
+
+FootRow::FootRow(QWidget* parent) : QAbstractButton(parent) {
+  setCheckable(true);
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_Hover);
+}
+
+QSize FootRow::sizeHint() const {
+  return {120, std::max(kRow, fontMetrics().height() + 12)};
+}
+
+void FootRow::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  const Look& look = look_of(palette());
+  const QColor ground = isChecked()    ? look.selected
+                        : isDown()     ? look.press
+                        : underMouse() ? look.over
+                                       : QColor(Qt::transparent);
+  draw_box(painter, rect(), kControlCorner, ground, Qt::transparent);
+  if (isChecked())
+    draw_box(painter, QRectF(0, 8, 3, height() - 16), 1.5, look.focus, Qt::transparent);
+  if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange))
+    draw_box(painter, rect(), kControlCorner, Qt::transparent, look.focus, 2);
+  draw_icon(painter, LineIcon::kGear, QRectF(8, height() / 2.0 - kSign / 2.0, kSign, kSign),
+            isChecked() ? look.text : look.quiet);
+  QFont words = font();
+  words.setBold(isChecked());
+  painter.setFont(words);
+  painter.setPen(look.text);
+  const QRect place(40, 0, width() - 44, height());
+  painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft,
+                   painter.fontMetrics().elidedText(text(), Qt::ElideRight, place.width()));
+}
+
+SidePane::SidePane(FrmMain& form, QWidget* parent)
+    : QWidget(parent),
+      rail_(new Rail(
+          form, [this] { open(); }, this)),
+      whole_(new Ground(this)) {
+  auto* around = new QVBoxLayout(this);
+  around->setContentsMargins(0, 0, 1, 0);
+  around->setSpacing(0);
+  around->addWidget(rail_);
+  around->addWidget(whole_);
+  rail_->hide();
+  auto* rows = new QVBoxLayout(whole_);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setSpacing(0);
+  rows->addWidget(make_brand());
+  auto* tree = new TreePane(
+      form.Tree, [&form] { form.Label3.click(); }, whole_);
+  rows->addWidget(tree, 1);
+  rows->addWidget(new Rule(whole_));
+  rows->addWidget(make_foot(form));
+  setMinimumWidth(kLeastWidth);
+  setMaximumWidth(kMostWidth);
+  // What was looked for is shown; and a window that takes no input has no pop-up that does.
+  const auto close = [this] {
+    if (narrow_) whole_->hide();
+  };
+  watch(form.Tree.click, this, close);
+  watch(form.cmd_settings.click, this, close);
+  watch(form.Label3.click, this, close);
+  watch(form.enabled.changed, this, close);
+}
+
+void SidePane::set_narrow(bool narrow) {
+  if (narrow_ == narrow) return;
+  narrow_ = narrow;
+  whole_->hide();
+  rail_->setVisible(narrow);
+  if (narrow) {
+    layout()->removeWidget(whole_);
+    whole_->setParent(this, Qt::Popup);
+    setFixedWidth(Rail::kWidth + 1);
+  } else {
+    whole_->setParent(this, Qt::Widget);
+    layout()->addWidget(whole_);
+    whole_->show();
+    setMinimumWidth(kLeastWidth);
+    setMaximumWidth(kMostWidth);
+  }
+}
+
+void SidePane::open() {
+  const QPoint place = mapToGlobal(QPoint(width(), 0));
+  whole_->setGeometry(QRect(place, QSize(kPopUpWidth, height())));
+  whole_->show();
+  whole_->findChild<TreePane*>()->setFocus(Qt::PopupFocusReason);
+}
+
+QWidget* SidePane::make_brand() {
+  auto* brand = new QWidget(whole_);
+  auto* columns = new QHBoxLayout(brand);
+  columns->setContentsMargins(20, 14, 12, 12);
+  columns->setSpacing(12);
+  columns->addWidget(new Logo(brand));
+  auto* name = new ScaledLabel(1.14, true, ScaledLabel::Tone::kText, brand);
+  name->setText("Homewarden");
+  name->setMinimumWidth(1);
+  columns->addWidget(name, 1);
+  return brand;
+}
+
+QWidget* SidePane::make_foot(FrmMain& form) {
+  auto* foot = new QWidget(whole_);
+  auto* columns = new QHBoxLayout(foot);
+  columns->setContentsMargins(12, 8, 12, 8);
+  columns->setSpacing(4);
+  auto* gear = new FootRow(foot);
+  gear->setText(qt::from_code_page(form.cmd_settings.caption.get()));
+  gear->setAccessibleName(gear->text());
+  gear->setToolTip(tr("Location, start-up, interface"));
+  columns->addWidget(gear, 1);
+  connect(gear, &QAbstractButton::clicked, gear, [&form, gear] {
+    gear->setChecked(true);  // a second press changes nothing
+    form.cmd_settings.click();
+  });
+  follow(form.frm_settings.visible, gear, [gear](bool visible) { gear->setChecked(visible); });
+  auto* menu = new QToolButton(foot);
+  menu->setAutoRaise(true);
+  menu->setIcon(make_icon(LineIcon::kMore));
+  menu->setIconSize({kSign, kSign});
+  menu->setMinimumSize(32, 32);
+  menu->setToolTip(tr("About Homewarden, Exit"));
+  menu->setAccessibleName(tr("Menu"));
+  menu->setFocusPolicy(Qt::StrongFocus);
+  columns->addWidget(menu);
+  connect(menu, &QToolButton::clicked, menu, [&form] { form.sspp3.popped_up(); });
+  return foot;
+}
+
+void SidePane::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  const Look& look = look_of(palette());
+  painter.fillRect(rect(), look.side);
+  painter.fillRect(QRect(width() - 1, 0, 1, height()), look.line);
+}
+
+}  // namespace homewarden::view
