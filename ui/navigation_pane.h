@@ -10,6 +10,7 @@ struct NavigationPane {
   NavigationPane() { mnuPopup.entries = {&mnu_deletetree}; }
 
   TreeView Tree;
+  Property<int> side_width{264};  // in pixels, where the window has room for the tree
   Menu mnuPopup{"Menu1"};
   MenuEntry mnu_deletetree{"Delete this item"};
 };

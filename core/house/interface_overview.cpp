@@ -92,8 +92,7 @@ void InterfaceOverview::show() {
   panel_.lab_interfacehelp.caption = help_for(now, refused);
   panel_.lab_command.caption =
       now == InterfaceCondition::kRefused ? command_in(refused) : std::string();
-  panel_.cmd_look.visible =
-      now == InterfaceCondition::kUnplugged || now == InterfaceCondition::kMissing;
+  panel_.cmd_look.visible = now == InterfaceCondition::kMissing;  // unplugged, the banner has it
   if (now == InterfaceCondition::kConnected) panel_.lab_notfound.visible = false;
   panel_.condition = now;
 }

@@ -66,10 +66,10 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
                house_.settings, house_.steps, platform.instance, platform.counterpart,
                platform.desktop, house_.startup, house_.rooms, tree_, house_.profile_switch,
                house_.events, tray_, house_.finder, service_mode_, start_options_),
-      shutdown_(frm_main, frm_main.Tree, frm_main.Statusbar, frm_main, frm_main, frm_wait,
-                house_.steps, startup_, service_mode_, service_call_, house_.shutdown,
-                house_.web_server, tray_, house_.operations, platform.loop, house_.module1,
-                house_.settings, platform.desktop) {
+      shutdown_(frm_main, frm_main, frm_main.Statusbar, frm_main, frm_main, frm_wait, house_.steps,
+                startup_, service_mode_, service_call_, house_.shutdown, house_.web_server, tray_,
+                house_.operations, platform.loop, house_.module1, house_.settings,
+                platform.desktop) {
   show_line_state(frm_main.Statusbar, frm_main);
   show_status_subject(frm_main.Statusbar, house_.house);
   join_settings_page(frm_main, frm_main, frm_main.Tree, frm_main.Statusbar, house_.notices,

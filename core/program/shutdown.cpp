@@ -7,14 +7,14 @@
 
 namespace homewarden {
 
-Shutdown::Shutdown(Window& window, const TreeView& tree, StatusBar& status, OptionsPanel& options,
-                   Flags& flags, FrmWait& wait, Steps& steps, Startup& startup,
-                   ServiceMode& service_mode, ServiceCall& call, HouseShutdown& house,
-                   WebServer& web_server, Tray& tray, Operations& operations, EventLoop& loop,
-                   Module1& module1, Settings& settings, Desktop& desktop)
+Shutdown::Shutdown(Window& window, const NavigationPane& pane, StatusBar& status,
+                   OptionsPanel& options, Flags& flags, FrmWait& wait, Steps& steps,
+                   Startup& startup, ServiceMode& service_mode, ServiceCall& call,
+                   HouseShutdown& house, WebServer& web_server, Tray& tray, Operations& operations,
+                   EventLoop& loop, Module1& module1, Settings& settings, Desktop& desktop)
     : steps_(steps),
       window_(window),
-      tree_(tree),
+      pane_(pane),
       status_(status),
       options_(options),
       flags_(flags),
@@ -78,7 +78,7 @@ Task<void> Shutdown::leave() {
   if (startup_.has_placed_window())
     steps_.run([this] {
       save_place(window_, settings_);
-      save_view(tree_, settings_);
+      save_view(pane_, settings_);
     });
   co_await steps_.progress("Starting Service");
 }

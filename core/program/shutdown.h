@@ -22,7 +22,7 @@ namespace homewarden {
 // The end of the program, and the window's way into hiding.
 class Shutdown {
  public:
-  Shutdown(Window& window, const TreeView& tree, StatusBar& status, OptionsPanel& options,
+  Shutdown(Window& window, const NavigationPane& pane, StatusBar& status, OptionsPanel& options,
            Flags& flags, FrmWait& wait, Steps& steps, Startup& startup, ServiceMode& service_mode,
            ServiceCall& call, HouseShutdown& house, WebServer& web_server, Tray& tray,
            Operations& operations, EventLoop& loop, Module1& module1, Settings& settings,
@@ -43,7 +43,7 @@ class Shutdown {
 
   Steps& steps_;
   Window& window_;
-  const TreeView& tree_;
+  const NavigationPane& pane_;
   StatusBar& status_;
   OptionsPanel& options_;
   Flags& flags_;

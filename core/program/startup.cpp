@@ -80,7 +80,7 @@ Task<void> Startup::Form_Load() {
   steps_.run([this] {
     place_window(form_, settings_, desktop_);
     placed_ = settings_.are_known();
-    restore_view(form_.Tree, settings_);
+    restore_view(form_, settings_);
   });
   steps_.run([this] { form_.com_profile.text = profiles_.active(); });
   fill_event_columns(form_);

@@ -4,6 +4,8 @@
 #include <string>
 #include <utility>
 
+#include "base/text.h"
+
 namespace homewarden {
 namespace {
 
@@ -11,7 +13,10 @@ constexpr char kBetween = '~';  // no room's name has one
 
 }  // namespace
 
-void restore_view(TreeView& tree, Settings& settings) {
+void restore_view(NavigationPane& pane, Settings& settings) {
+  TreeView& tree = pane.Tree;
+  const int width = to_integer16(settings.read("data", "sidewidth", "")).value_or(0);
+  if (width > 0) pane.side_width = width;
   std::set<std::string> open;
   std::string rooms = settings.read("data", "openrooms", "");
   while (!rooms.empty()) {
@@ -25,7 +30,9 @@ void restore_view(TreeView& tree, Settings& settings) {
   if (node && !node->parent) tree.selected = node;
 }
 
-void save_view(const TreeView& tree, Settings& settings) {
+void save_view(const NavigationPane& pane, Settings& settings) {
+  const TreeView& tree = pane.Tree;
+  settings.write("data", "sidewidth", std::to_string(pane.side_width.get()));
   std::string rooms;
   for (const std::string& room : tree.open_rooms.get())
     rooms += (rooms.empty() ? "" : std::string(1, kBetween)) + room;

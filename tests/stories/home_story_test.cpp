@@ -206,8 +206,10 @@ TEST_F(HomeStory, OpenRoomsAndTheLastPanelComeBack) {
   House later("Den~One~A~1\r\n");
   later.settings.write("data", "openrooms", "Den~Hall");
   later.settings.write("data", "panel", "Den");
+  later.settings.write("data", "sidewidth", "300");
   later.open_connected();
   EXPECT_EQ(later.form().Tree.open_rooms.get(), std::set<std::string>{"Den"});
+  EXPECT_EQ(later.form().side_width.get(), 300);
   EXPECT_EQ(later.form().lab_room.caption.get(), "Den");
   EXPECT_TRUE(later.form().frm_devices.visible);
   later.click(later.form().cmd_settings);

@@ -84,7 +84,7 @@ class HouseWindow : public ::testing::Test {
   }
 
   void open_node(const QString& text) {
-    auto* tree = view->findChild<QTreeView*>();
+    auto* tree = shown<QTreeView>("Rooms and devices");
     const auto found = tree->model()->match(tree->model()->index(0, 0), Qt::DisplayRole, text, 1,
                                             Qt::MatchExactly | Qt::MatchRecursive);
     ASSERT_EQ(found.size(), 1);

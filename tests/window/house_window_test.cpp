@@ -62,6 +62,28 @@ TEST_F(HouseWindow, WhatIsOnIsSwitchedOnTheHomePageWithMouseAndKeys) {
   EXPECT_EQ(house.form().lab_home.caption.get(), "Everything is off");
 }
 
+// Catches: a banner of one page, or one that does not go.
+TEST_F(HouseWindow, AnUnpluggedInterfaceIsSaidOverEveryPage) {
+  for (const char* node : {"Events", "Kitchen", "Home"}) {
+    house.interface_control.TroubleChanged("STATUS: Interface unplugged, looking for it");
+    open_node(node);
+    const auto labels = view->findChildren<QLabel*>();
+    const auto said = std::count_if(labels.begin(), labels.end(), [](const QLabel* label) {
+      return label->isVisible() && label->text() == "The interface is unplugged.";
+    });
+    EXPECT_EQ(said, std::string(node) == "Home" ? 2 : 1) << node;
+    QApplication::processEvents();
+    house.interface_control.TroubleChanged("");
+    for (auto* button : view->findChildren<QPushButton*>())
+      EXPECT_FALSE(button->isVisible() && button->text() == "Look for it now") << node;
+  }
+  house.interface_control.TroubleChanged("STATUS: Interface unplugged, looking for it");
+  house.notes();
+  click(shown<QPushButton>("Look for it now"));
+  settle(2s);
+  EXPECT_THAT(house.notes(), Contains("open"));
+}
+
 TEST_F(HouseBuildingTest, RoomsDevicesAndAMacroAreAddedAndTakenAway) {
   house.form().txt_roomname.text = "Attic";
   click(shown<QPushButton>("Save"));
@@ -114,7 +136,7 @@ TEST_F(HouseWindow, WhatWasNotSentIsReadAloudAndDismissedWithKeys) {
   house.interface_control.fails = true;
   house.form().txt_queue.text = "2A3~";
   settle(6s);
-  auto* link = shown<QPushButton>("1 not sent");
+  auto* link = shown<QAbstractButton>("1 not sent");
   const QString said = "1 command could not be sent: Kitchen Table Lamp.";
   EXPECT_TRUE(link->accessibleDescription().startsWith(said));
   EXPECT_EQ(shown<QLabel>("Interface")->accessibleDescription(), said);

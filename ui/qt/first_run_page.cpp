@@ -74,8 +74,6 @@ class FirstRunPage : public Page {
   FirstRunPage(FirstRunPanel& panel, InterfacePanel& interface, HomePanel& home,
                AddRoomPanel& add_room, AddDevicePanel& add_device)
       : Page(tr("Welcome to Homewarden"), 0), panel_(panel) {
-    subtitle()->setText(
-        tr("Your house has no rooms yet. Three steps to the first lamp that switches."));
     show_subtitle();
     rows()->setSpacing(20);
     rows()->addWidget(make_notice_box(home.lab_notice, body()));
@@ -152,9 +150,9 @@ class FirstRunPage : public Page {
     const Step step = make_step(2, tr("Name a room"), parent);
     QVBoxLayout* rows = step.box->rows();
     room_number_ = step.number;
-    auto* hint = new QLabel(tr("Type in your room name below, then click on Save"), step.box);
-    hint->setWordWrap(true);
-    rows->addWidget(hint);
+    room_hint_ = new QLabel(tr("Type in your room name below, then click on Save"), step.box);
+    room_hint_->setWordWrap(true);
+    rows->addWidget(room_hint_);
     room_ = new QLineEdit(step.box);
     bind(panel.txt_roomname, room_, tr("Room name"));
     room_->setPlaceholderText(tr("Living Room"));
@@ -231,6 +229,12 @@ class FirstRunPage : public Page {
 
   void show_step() {
     const FirstStep step = panel_.step;
+    subtitle()->setText(
+        step == FirstStep::kRoom
+            ? tr("Your house has no rooms yet. Three steps to the first lamp that switches.")
+        : step == FirstStep::kLamp ? tr("One more step to the first lamp that switches.")
+                                   : tr("That is all. Rooms and devices can be added any time."));
+    room_hint_->setVisible(step == FirstStep::kRoom);
     room_->setVisible(step == FirstStep::kRoom);
     room_save_->setVisible(step == FirstStep::kRoom);
     room_done_->setVisible(step != FirstStep::kRoom);
@@ -263,6 +267,7 @@ class FirstRunPage : public Page {
   FirstRunPanel& panel_;
   StepNumber* room_number_ = nullptr;
   StepNumber* lamp_number_ = nullptr;
+  QLabel* room_hint_ = nullptr;
   QLineEdit* room_ = nullptr;
   QLabel* room_done_ = nullptr;
   QPushButton* room_save_ = nullptr;

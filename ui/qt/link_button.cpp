@@ -71,7 +71,7 @@ void LinkButton::paintEvent(QPaintEvent* /*event*/) {
   QFont font = words_font();
   font.setUnderline(underMouse());
   painter.setFont(font);
-  painter.setPen(look.link);
+  painter.setPen(failed_ ? look.failed : look.link);
   painter.drawText(rect().adjusted(words_left(), 0, -kSide, 0), kWords, text());
   if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange))
     draw_focus(painter, rect(), kControlCorner, look);

@@ -14,6 +14,9 @@ class LinkButton : public QAbstractButton {
   // `factor` of the desktop's size.
   LinkButton(Label& control, double factor, std::optional<LineIcon> icon, QWidget* parent);
 
+  // In the colour of what went wrong.
+  void set_failed() { failed_ = true; }
+
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
   bool hasHeightForWidth() const override { return true; }
@@ -28,6 +31,7 @@ class LinkButton : public QAbstractButton {
 
   double factor_;
   std::optional<LineIcon> icon_;
+  bool failed_ = false;
 };
 
 }  // namespace homewarden::view

@@ -99,7 +99,10 @@ void MainWindowView::build() {
   rows->addWidget(pages_, 1);
   splitter->addWidget(right);
   splitter->setStretchFactor(1, 1);
-  splitter->setSizes({side_width_, 720});
+  connect(splitter, &QSplitter::splitterMoved, this, [this] {
+    if (!side_->is_narrow()) form_.side_width = side_->width();
+  });
+  follow(form_.side_width, this, [this](int) { show_side_width(); });
   setCentralWidget(splitter);
   setStatusBar(new StatusBarView(form_.Statusbar, this));
   new FinderView(form_, this);
@@ -192,16 +195,20 @@ void MainWindowView::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange) fit_side();
 }
 
+// The side keeps to its own limits.
+void MainWindowView::show_side_width() {
+  const int side = side_->is_narrow() ? side_->minimumWidth() : form_.side_width.get();
+  splitter_->setSizes({side, std::max(1, width() - side)});
+}
+
 void MainWindowView::fit_side() {
   if (!side_) return;
   const int letter = std::max(1, QFontInfo(font()).pixelSize());
   // The usual letter, and smaller ones alike.
   const bool narrow = width() * kUsualLetter < kNarrow * std::max(letter, kUsualLetter);
   if (narrow == side_->is_narrow()) return;
-  if (narrow) side_width_ = side_->width();
   side_->set_narrow(narrow);
-  const int side = narrow ? side_->minimumWidth() : side_width_;
-  splitter_->setSizes({side, width() - side});
+  show_side_width();
 }
 
 }  // namespace homewarden::view

@@ -27,6 +27,7 @@ class MainWindowView : public QMainWindow {
   void add_page(Frame& frame, std::function<QWidget*()> make);
   void add_menu(Menu& menu);
   void fit_side();
+  void show_side_width();
   void show_pointer();
   void note_device(const QEvent& event);
   static bool lets_go(QWidget& widget, const QEvent& event);
@@ -35,7 +36,6 @@ class MainWindowView : public QMainWindow {
   FrmMain& form_;
   QSplitter* splitter_ = nullptr;
   SidePane* side_ = nullptr;
-  int side_width_ = 264;  // when it is no rail
   QStackedWidget* pages_;
   QWidget* no_page_;
   QWidget* cover_;  // lies over everything while the window is busy

@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "platform/qt/text_codec.h"
-#include "ui/qt/bindings.h"
 #include "ui/qt/look.h"
 #include "ui/qt/scaled_label.h"
 #include "ui/qt/tip_text.h"
@@ -15,12 +14,6 @@ namespace homewarden::view {
 namespace {
 
 constexpr int kLight = 10;
-
-// In the colour of the same words on a card, and no higher than the bar.
-constexpr const char* kUnsent =
-    "QPushButton { padding: 0 6px; border: 1px solid transparent; border-radius: 6px; color: %1;"
-    " text-decoration: underline; }"
-    "QPushButton:focus { border-color: %1; }";
 
 QPixmap light(const QColor& colour, double ratio) {
   QPixmap pixmap(QSize(kLight, kLight) * ratio);
@@ -61,14 +54,13 @@ StatusBarView::StatusBarView(StatusBar& control, QWidget* parent)
     : QStatusBar(parent),
       clock_(new QLabel(this)),
       status_(new ElidedLabel(this)),
-      unsent_(make_link(control.unsent, this)),
+      unsent_(new LinkButton(control.unsent, 0.86, std::nullopt, this)),
       light_(new QLabel(this)),
       state_(new ElidedLabel(this)) {
   setSizeGripEnabled(false);
-  setStyleSheet("QStatusBar::item { border: none; }");
+  unsent_->set_failed();
   setContentsMargins(12, 2, 12, 2);
   setMinimumHeight(32);
-  recolour();
   resize_words();
   clock_->setAccessibleName(tr("Clock"));
   status_->setAccessibleName(tr("Status"));
@@ -98,9 +90,8 @@ StatusBarView::StatusBarView(StatusBar& control, QWidget* parent)
 // A factor of the desktop's size, also after that has changed.
 void StatusBarView::resize_words() {
   const QFont small = scaled_font(0.86);
-  for (QWidget* part : {static_cast<QWidget*>(clock_), static_cast<QWidget*>(status_),
-                        static_cast<QWidget*>(state_), static_cast<QWidget*>(unsent_)})
-    part->setFont(small);
+  for (QLabel* label : {clock_, static_cast<QLabel*>(status_), static_cast<QLabel*>(state_)})
+    label->setFont(small);
   clock_->setMinimumWidth(clock_->fontMetrics().horizontalAdvance("00:00:00") + 20);
   fit_state();
 }
@@ -110,15 +101,9 @@ bool StatusBarView::event(QEvent* event) {
   return QStatusBar::event(event);
 }
 
-void StatusBarView::recolour() {
-  unsent_->setStyleSheet(QString(kUnsent).arg(look_of(palette()).failed.name()));
-}
-
 void StatusBarView::changeEvent(QEvent* event) {
   QStatusBar::changeEvent(event);
-  if (event->type() != QEvent::PaletteChange) return;
-  recolour();
-  if (redraw_light_) redraw_light_();
+  if (event->type() == QEvent::PaletteChange && redraw_light_) redraw_light_();
 }
 
 void StatusBarView::paintEvent(QPaintEvent* /*event*/) {

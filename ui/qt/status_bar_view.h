@@ -1,11 +1,11 @@
 #pragma once
 
 #include <QLabel>
-#include <QPushButton>
 #include <QStatusBar>
 #include <functional>
 
 #include "ui/controls.h"
+#include "ui/qt/link_button.h"
 
 namespace homewarden::view {
 
@@ -39,14 +39,13 @@ class StatusBarView : public QStatusBar {
  private:
   void show_state(const StatusBar& control);
   void fit_state();
-  void recolour();
   void resize_words();
 
   std::function<void()> redraw_light_;  // in the colours of now
 
   QLabel* clock_;
   ElidedLabel* status_;
-  QPushButton* unsent_;
+  LinkButton* unsent_;
   QLabel* light_;
   ElidedLabel* state_;
 };
