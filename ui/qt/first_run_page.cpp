@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
+#include <QTimer>
 
 #include "platform/qt/text_codec.h"
 #include "ui/qt/bindings.h"
@@ -252,16 +253,15 @@ class FirstRunPage : public Page {
     try_->setEnabled(step == FirstStep::kTry || (step == FirstStep::kLamp && lamp_named_));
   }
 
-  // Where the next thing is typed.
+  // Where the next thing is typed, also when a small window has to scroll there.
   void focus_next() {
-    switch (panel_.step.get()) {
-      case FirstStep::kRoom:
-        return room_->setFocus(Qt::OtherFocusReason);
-      case FirstStep::kLamp:
-        return lamp_->setFocus(Qt::OtherFocusReason);
-      case FirstStep::kTry:
-        return try_->setFocus(Qt::OtherFocusReason);
-    }
+    const FirstStep step = panel_.step;
+    QWidget* next = step == FirstStep::kRoom   ? static_cast<QWidget*>(room_)
+                    : step == FirstStep::kLamp ? static_cast<QWidget*>(lamp_)
+                                               : static_cast<QWidget*>(try_);
+    next->setFocus(Qt::OtherFocusReason);
+    if (step == FirstStep::kRoom) return;
+    QTimer::singleShot(0, next, [this, next] { ensureWidgetVisible(next); });
   }
 
   FirstRunPanel& panel_;
