@@ -74,6 +74,9 @@ Rail::Rail(FrmMain& form, std::function<void()> open_tree, QWidget* parent)
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins((kWidth - kSide) / 2, 8, (kWidth - kSide) / 2, 8);
   rows->setSpacing(4);
+  auto* find = new RailButton(LineIcon::kSearch, tr("Find anything"), this);
+  connect(find, &QAbstractButton::clicked, this, [this] { form_.opened(); });
+  rows->addWidget(find);
   for (std::size_t place = 0; place < std::size(kIcons); ++place) {
     const char* name = kFixedNodes[place];
     auto* button = new RailButton(kIcons[place], name, this);

@@ -26,6 +26,7 @@ constexpr int kSign = 20;
 constexpr int kLeastWidth = 216;
 constexpr int kMostWidth = 360;
 constexpr int kPopUpWidth = 264;
+constexpr const char* kFindKeys = "Ctrl+K";
 
 // As a pop-up it has a ground and a border of its own.
 class Ground : public QWidget {
@@ -51,6 +52,40 @@ class Logo : public QWidget {
     static QSvgRenderer drawing(QString(":/pictures/homewarden.svg"));
     QPainter painter(this);
     drawing.render(&painter, rect());
+  }
+};
+
+// Looks like a field; a press opens the finder.
+class FindButton : public QAbstractButton {
+ public:
+  explicit FindButton(QWidget* parent) : QAbstractButton(parent) {
+    setText(tr("Find anything"));
+    setAccessibleName(text());
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
+    setCursor(Qt::IBeamCursor);
+  }
+  QSize sizeHint() const override { return {120, std::max(kRow, fontMetrics().height() + 12)}; }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    const Look& look = look_of(palette());
+    draw_box(painter, rect(), kControlCorner, look.field, underMouse() ? look.edge : look.line);
+    if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange))
+      draw_box(painter, rect(), kControlCorner, Qt::transparent, look.focus, 2);
+    draw_icon(painter, LineIcon::kSearch, QRectF(10, height() / 2.0 - 9, 18, 18), look.quiet);
+    painter.setFont(scaled_font(0.86));
+    const int keys = painter.fontMetrics().horizontalAdvance(kFindKeys) + 12;
+    const QRect cap(width() - keys - 8, (height() - painter.fontMetrics().height()) / 2 - 2, keys,
+                    painter.fontMetrics().height() + 4);
+    draw_box(painter, cap, 4, Qt::transparent, look.line);
+    painter.setPen(look.quiet);
+    painter.drawText(cap, Qt::AlignCenter, kFindKeys);
+    painter.setFont(font());
+    const QRect words(36, 0, cap.left() - 40, height());
+    painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeft,
+                     painter.fontMetrics().elidedText(text(), Qt::ElideRight, words.width()));
   }
 };
 
@@ -104,6 +139,12 @@ SidePane::SidePane(FrmMain& form, QWidget* parent)
   rows->setContentsMargins(0, 0, 0, 0);
   rows->setSpacing(0);
   rows->addWidget(make_brand());
+  auto* find = new FindButton(whole_);
+  auto* find_place = new QHBoxLayout;
+  find_place->setContentsMargins(12, 0, 12, 8);
+  find_place->addWidget(find);
+  rows->addLayout(find_place);
+  connect(find, &QAbstractButton::clicked, this, [&form] { form.opened(); });
   auto* tree = new TreePane(
       form.Tree, [&form] { form.Label3.click(); }, whole_);
   rows->addWidget(tree, 1);
@@ -117,6 +158,7 @@ SidePane::SidePane(FrmMain& form, QWidget* parent)
   };
   watch(form.Tree.click, this, close);
   watch(form.cmd_settings.click, this, close);
+  watch(form.opened, this, close);
   watch(form.Label3.click, this, close);
   watch(form.enabled.changed, this, close);
 }
