@@ -40,9 +40,14 @@ std::optional<int> clock_time(std::string_view time) {
 }
 
 // The two characters behind the colon are a signed number of hours.
+long hours_behind(std::string_view time, std::string_view name) {
+  if (time.size() < name.size() + 2) return 0;
+  return std::lround(leading_number(time.substr(name.size() + 1, 2)));
+}
+
 std::optional<int> sun_time(std::string_view time, std::string_view name, std::optional<Date> sun) {
   if (!sun || time.size() < name.size() + 2) return std::nullopt;
-  const long hours = std::lround(leading_number(time.substr(name.size() + 1, 2)));
+  const long hours = hours_behind(time, name);
   const int minutes = minute_of_day(std::chrono::floor<std::chrono::minutes>(*sun));
   const long due = (minutes + hours * 60) % kDay;
   return static_cast<int>((due + kDay) % kDay);
@@ -54,14 +59,36 @@ std::optional<int> sun_time(std::string_view time, std::string_view name, std::o
 std::optional<int> due_minute(std::string_view time, std::optional<Date> sunrise,
                               std::optional<Date> sunset) {
   if (!time.empty() && is_digit(time.front())) return clock_time(time);
-  if (contains_ignoring_case(time, kSunrise)) return sun_time(time, kSunrise, sunrise);
-  if (contains_ignoring_case(time, kSunset)) return sun_time(time, kSunset, sunset);
+  switch (sun_of(time)) {
+    case Sun::kRise:
+      return sun_time(time, kSunrise, sunrise);
+    case Sun::kSet:
+      return sun_time(time, kSunset, sunset);
+    case Sun::kNone:
+      break;
+  }
   return std::nullopt;
+}
+
+Sun sun_of(std::string_view time) {
+  if (!time.empty() && is_digit(time.front())) return Sun::kNone;
+  if (contains_ignoring_case(time, kSunrise)) return Sun::kRise;
+  return contains_ignoring_case(time, kSunset) ? Sun::kSet : Sun::kNone;
+}
+
+int sun_offset(std::string_view time) {
+  const Sun sun = sun_of(time);
+  if (sun == Sun::kNone) return 0;
+  return static_cast<int>(hours_behind(time, sun == Sun::kRise ? kSunrise : kSunset));
 }
 
 char weekday_letter(Minute minute) {
   const std::chrono::weekday day(std::chrono::floor<std::chrono::days>(minute));
   return "rmtwufs"[day.c_encoding()];
+}
+
+bool is_on_day(const EventRecord& event, Minute minute) {
+  return contains_ignoring_case(event.days, std::string(1, weekday_letter(minute)));
 }
 
 std::optional<int> event_level(const EventRecord& event) {

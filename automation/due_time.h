@@ -14,8 +14,19 @@ namespace homewarden {
 std::optional<int> due_minute(std::string_view time, std::optional<Date> sunrise,
                               std::optional<Date> sunset);
 
+// What a time counts from, as due_minute() reads it.
+enum class Sun { kNone, kRise, kSet };
+Sun sun_of(std::string_view time);
+
+// The hours behind a sun time, as due_minute() reads them; 0 for what is no number. Other times
+// have none.
+int sun_offset(std::string_view time);
+
 // The letter of the event list for the day of this minute: "mtwufs" from Monday, "r" on Sunday.
 char weekday_letter(Minute minute);
+
+// Whether the day of the minute is among the event's, whatever the case of its letters.
+bool is_on_day(const EventRecord& event, Minute minute);
 
 // The level that an "on" event sets, 0 to 100; nothing when the field is none.
 std::optional<int> event_level(const EventRecord& event);

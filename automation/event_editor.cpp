@@ -15,6 +15,8 @@ namespace {
 
 constexpr int kFlashInterval = 1000;
 constexpr std::string_view kNoLevelText = " %";
+const char* const kBeginning = "New event";
+const char* const kChanging = "Change event";
 const char* const kNoDay =
     "No day of the week is checked, so this event will never run.\r\n\r\nDo you want to save it "
     "all "
@@ -45,10 +47,15 @@ EventEditor::EventEditor(EventPanel& panel, TreeView& tree, StatusBar& status, F
       events_(events),
       list_(list),
       writer_(status, flags, loop, module1, events) {
-  panel.Command5.click.connect([this] { new_event(); });
+  panel.Command5.click.connect([this] {
+    new_event();
+    panel_.editor_open = true;
+    panel_.lst_eventdevice.set_focus();
+  });
   panel.mnu_newevent.click.connect([this] { panel_.Command5.click(); });
   panel.Command6.click.connect([this, &operations] { operations.start(save()); });
   panel.cmd_cancel.click.connect([this] { cancel(); });
+  panel.cmd_deleteevent.click.connect([this] { delete_edited(); });
   panel.lst_action.text.changed.connect([this] { show_dim_choice(); });
   panel.lst_hour.text.changed.connect([this] { offer_minutes(); });
   panel.lst_hour.click.connect([this, &operations] { operations.start(hour_chosen()); });
@@ -69,6 +76,15 @@ void EventEditor::cancel() {
   if (edited_) new_event();
 }
 
+// The list takes input again before it is asked to delete.
+void EventEditor::delete_edited() {
+  if (!edited_) return;
+  const EventRecord event = *edited_;
+  cancel();
+  list_.select(event);
+  panel_.mnu_delevent.click();
+}
+
 void EventEditor::edit_selected() {
   const auto event = list_.selected();
   if (!event || !panel_.ListView1.enabled) return;
@@ -77,6 +93,9 @@ void EventEditor::edit_selected() {
   panel_.flashsave.set_interval(kFlashInterval);
   panel_.Command5.bold = false;
   panel_.cmd_cancel.visible = true;
+  panel_.cmd_deleteevent.visible = true;
+  panel_.lab_eventtitle.caption = kChanging;
+  panel_.editor_open = true;
   edited_ = event;
   ++session_;
 
@@ -93,7 +112,7 @@ void EventEditor::edit_selected() {
 }
 
 Task<void> EventEditor::save() {
-  CheckedInput checked = check_input(input());
+  CheckedInput checked = check_input(input_in(panel_));
   if (auto* wrong = std::get_if<std::string>(&checked)) {
     std::string text = std::move(*wrong);
     co_await tell(dialogs_, std::move(text), "Please check", MessageIcon::kExclamation);
@@ -185,22 +204,12 @@ void EventEditor::end_editing() {
   closed_.reset();
   tree_.enabled = true;
   panel_.cmd_cancel.visible = false;
+  panel_.cmd_deleteevent.visible = false;
+  panel_.lab_eventtitle.caption = kBeginning;
+  panel_.editor_open = false;
   panel_.flashsave.set_interval(0);
   panel_.Command5.bold = true;
   panel_.Command6.bold = true;
-}
-
-EventInput EventEditor::input() const {
-  EventInput input{panel_.lst_eventdevice.text,
-                   panel_.lst_action.text,
-                   panel_.lst_dim.text,
-                   panel_.lst_hour.text,
-                   panel_.lst_min.text,
-                   panel_.lst_freq.text,
-                   {}};
-  for (std::size_t day = 0; day < input.days.size(); ++day)
-    input.days[day] = panel_.days[day].checked;
-  return input;
 }
 
 }  // namespace homewarden

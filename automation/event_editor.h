@@ -19,7 +19,7 @@
 
 namespace homewarden {
 
-// The boxes above the event list: a new event, or one that was double-clicked. While an event is
+// The boxes beside the event list: a new event, or one that was double-clicked. While an event is
 // edited the list and the tree take no input, "Save" flashes and "Cancel" is there.
 class EventEditor {
  public:
@@ -58,7 +58,7 @@ class EventEditor {
   void show_dim_choice();
   void offer_minutes();
   void end_editing();
-  EventInput input() const;
+  void delete_edited();
 
   EventPanel& panel_;
   TreeView& tree_;

@@ -132,6 +132,19 @@ TimeParts split_time(std::string_view time) {
   return {std::string(time.substr(0, colon)), std::string(time.substr(colon + 1))};
 }
 
+EventInput input_in(const EventPanel& panel) {
+  EventInput input{panel.lst_eventdevice.text,
+                   panel.lst_action.text,
+                   panel.lst_dim.text,
+                   panel.lst_hour.text,
+                   panel.lst_min.text,
+                   panel.lst_freq.text,
+                   {}};
+  for (std::size_t day = 0; day < input.days.size(); ++day)
+    input.days[day] = panel.days[day].checked;
+  return input;
+}
+
 CheckedInput check_input(const EventInput& input) {
   EventRecord event;
   std::string wrong = check_device(input, event);

@@ -7,6 +7,7 @@
 #include <variant>
 
 #include "automation/event_record.h"
+#include "ui/event_panel.h"
 
 namespace homewarden {
 
@@ -40,6 +41,9 @@ struct EventInput {
   std::string freq;
   std::array<bool, 7> days{};  // Monday first
 };
+
+// As it stands in the boxes of the panel now.
+EventInput input_in(const EventPanel& panel);
 
 // The event, written as the event list wants it ("7" becomes "07", "SSET" becomes "sSet"), or what
 // is wrong, in words for a person. Any device with a name and an address will do, whether or not it

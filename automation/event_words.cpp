@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <chrono>
 #include <cstdlib>
 
 #include "automation/due_time.h"
 #include "base/text.h"
+#include "core/dates.h"
 
 namespace homewarden {
 namespace {
@@ -19,6 +19,7 @@ using std::chrono::minutes;
 
 constexpr int kFullyOn = 100;
 constexpr int kEvening = 18;
+const char* const kPercent = "\xA0%";  // with a no-break space
 constexpr std::array<std::string_view, 7> kDays = {"Monday", "Tuesday",  "Wednesday", "Thursday",
                                                    "Friday", "Saturday", "Sunday"};
 
@@ -26,23 +27,18 @@ constexpr std::array<std::string_view, 7> kDays = {"Monday", "Tuesday",  "Wednes
 std::array<bool, 7> chosen_days(std::string_view letters) {
   std::array<bool, 7> chosen{};
   for (std::size_t day = 0; day < chosen.size(); ++day)
-    chosen[day] = letters.find(kDayLetters[day]) != std::string_view::npos;
+    chosen[day] = contains_ignoring_case(letters, kDayLetters.substr(day, 1));
   return chosen;
 }
 
-std::string capitalised(std::string text) {
-  if (!text.empty() && text.front() >= 'a' && text.front() <= 'z')
-    text.front() = static_cast<char>(text.front() - 'a' + 'A');
-  return text;
-}
-
-std::string offset_in_words(std::string_view offset, std::string_view event) {
-  const int count = static_cast<int>(leading_number(std::string(offset)));
-  const std::string name(event);
-  if (count == 0) return name;
-  const int amount = std::abs(count);
-  return std::to_string(amount) + (amount == 1 ? " hour " : " hours ") +
-         (count > 0 ? "after " : "before ") + name;
+std::string days_of(const EventRecord& event) {
+  std::string which = days_in_words(event.days);
+  if (event.freq != "once") return which;
+  const auto chosen = chosen_days(event.days);
+  const auto count = std::count(chosen.begin(), chosen.end(), true);
+  if (count == 7) return "once";
+  if (count == 1) return "once, on " + which.substr(0, which.size() - 1);
+  return "once, " + which;
 }
 
 std::size_t day_of_week(Minute when) {
@@ -52,11 +48,17 @@ std::size_t day_of_week(Minute when) {
 
 }  // namespace
 
+std::string capitalised(std::string text) {
+  if (!text.empty() && text.front() >= 'a' && text.front() <= 'z')
+    text.front() = static_cast<char>(text.front() - 'a' + 'A');
+  return text;
+}
+
 std::string days_in_words(std::string_view letters) {
   const auto chosen = chosen_days(letters);
   const auto count = std::count(chosen.begin(), chosen.end(), true);
   if (count == 7) return "every day";
-  if (count == 0) return "never";
+  if (count == 0) return "on no day";
   const bool saturday = chosen[5];
   const bool sunday = chosen[6];
   if (count == 5 && !saturday && !sunday) return "weekdays";
@@ -71,31 +73,37 @@ std::string days_in_words(std::string_view letters) {
 }
 
 std::string time_in_words(std::string_view time) {
-  if (time.starts_with("sSet:")) return offset_in_words(time.substr(5), "sunset");
-  if (time.starts_with("sRise:")) return offset_in_words(time.substr(6), "sunrise");
-  return std::string(time);
+  const Sun sun = sun_of(time);
+  if (sun == Sun::kNone) return time.empty() ? "no time" : std::string(time);
+  const std::string name = sun == Sun::kRise ? "sunrise" : "sunset";
+  const int offset = sun_offset(time);
+  if (offset == 0) return name;
+  const int amount = std::abs(offset);
+  return std::to_string(amount) + (amount == 1 ? " hour " : " hours ") +
+         (offset > 0 ? "after " : "before ") + name;
 }
 
 std::string action_in_words(const EventRecord& event) {
   if (event.action != "on") return "off";
   const auto level = event_level(event);
-  return level && *level < kFullyOn ? "on at " + std::to_string(*level) + " %" : "on";
+  return level && *level < kFullyOn ? "on at " + std::to_string(*level) + kPercent : "on";
 }
 
 std::string event_in_words(const EventRecord& event, std::string_view device) {
-  const std::string time = time_in_words(event.time);
-  std::string days = days_in_words(event.days);
-  if (event.freq == "once") {
-    if (days.ends_with("days") && days != "weekdays") days.pop_back();
-    days = "once, " + days;
-  }
-  const bool relative = time.find(' ') != std::string::npos;
-  return capitalised(days) + (relative ? " " : " at ") + time + ", " + std::string(device) + " " +
-         action_in_words(event);
+  const bool after_sun = sun_offset(event.time) != 0;
+  return capitalised(days_of(event)) + (after_sun ? " " : " at ") + time_in_words(event.time) +
+         ", " + std::string(device) + " " + action_in_words(event);
+}
+
+std::string occasion_in_words(const EventRecord& event) {
+  const Sun sun = sun_of(event.time);
+  if (sun == Sun::kNone) return days_of(event);
+  return days_of(event) + (sun_offset(event.time) == 0 ? " at " : ", ") + time_in_words(event.time);
 }
 
 std::string until_in_words(Minute when, Minute now) {
   const auto left = when - now;
+  if (left < minutes(1)) return "now";
   if (left < hours(1)) return "in " + std::to_string(left.count()) + " min";
   const auto ahead = (floor<days>(when) - floor<days>(now)).count();
   if (ahead <= 0 || left < hours(6))
@@ -105,16 +113,13 @@ std::string until_in_words(Minute when, Minute now) {
 
 std::string day_in_words(Minute when, Minute now) {
   const auto ahead = (floor<days>(when) - floor<days>(now)).count();
-  const auto hour = (when - floor<days>(when)) / hours(1);
-  if (ahead == 0) return hour >= kEvening ? "tonight" : "today";
+  if (ahead <= 0) return minute_of_day(when) >= kEvening * 60 ? "tonight" : "today";
   if (ahead == 1) return "tomorrow";
-  return std::string(kDays[day_of_week(when)]);
+  return std::string(kDays[day_of_week(when)]) + (ahead < 7 ? "" : " next week");
 }
 
 std::string clock_in_words(Minute when) {
-  const auto since = (when - floor<days>(when)).count();
-  const auto two = [](long number) { return (number < 10 ? "0" : "") + std::to_string(number); };
-  return two(since / 60) + ":" + two(since % 60);
+  return hh_mm(when);
 }
 
 }  // namespace homewarden

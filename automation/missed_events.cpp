@@ -46,8 +46,7 @@ CatchUp plan_catch_up(std::vector<DueEvent> missed, const std::vector<DueEvent>&
 }
 
 bool runs_on_day(const DueEvent& due) {
-  return contains_ignoring_case(due.event.days, std::string(1, weekday_letter(due.due))) &&
-         why_never_run(due.event).empty();
+  return is_on_day(due.event, due.due) && why_never_run(due.event).empty();
 }
 
 std::string address_of(const EventRecord& event) {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "automation/due_time.h"
+#include "automation/event_input.h"
 #include "automation/event_target.h"
 #include "core/asking.h"
 
@@ -12,6 +13,7 @@ RunEventNow::RunEventNow(EventPanel& panel, Operations& operations, Dialogs& dia
                          EventList& list, DeviceCommands& commands)
     : panel_(panel), dialogs_(dialogs), list_(list), commands_(commands) {
   panel.mnu_runeventnow.click.connect([this, &operations] { operations.start(run()); });
+  panel.cmd_runnow.click.connect([this, &operations] { operations.start(run_boxes()); });
 }
 
 Task<void> RunEventNow::run() {
@@ -20,12 +22,26 @@ Task<void> RunEventNow::run() {
     co_return;
   }
   const auto event = list_.selected();
-  if (!event) co_return;
-  SwitchTarget target = target_of(*event);
-  if (event->action == "on") {
-    const auto level = event_level(*event);
+  if (event) co_await carry_out(*event);
+}
+
+Task<void> RunEventNow::run_boxes() {
+  CheckedInput checked = check_input(input_in(panel_));
+  if (auto* wrong = std::get_if<std::string>(&checked)) {
+    std::string text = std::move(*wrong);
+    co_await tell(dialogs_, std::move(text), "Please check", MessageIcon::kExclamation);
+    co_return;
+  }
+  EventRecord event = std::get<EventRecord>(std::move(checked));
+  co_await carry_out(std::move(event));
+}
+
+Task<void> RunEventNow::carry_out(EventRecord event) {
+  SwitchTarget target = target_of(event);
+  if (event.action == "on") {
+    const auto level = event_level(event);
     if (level) co_await commands_.turnon(std::move(target), *level, Source::kWindow);
-  } else if (event->action == "off") {
+  } else if (event.action == "off") {
     co_await commands_.turnoff(std::move(target), Source::kWindow);
   }
 }

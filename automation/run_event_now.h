@@ -9,8 +9,9 @@
 
 namespace homewarden {
 
-// "Run this event now" in the menu of the event list: carries out the selected event whatever its
-// time and days; a once-event stays in the list.
+// Carries out an event at once whatever its time and days: the selected one with "Run this event
+// now" in the menu of the event list, and what stands in the boxes with "Run now". A once-event
+// stays in the list.
 class RunEventNow {
  public:
   RunEventNow(EventPanel& panel, Operations& operations, Dialogs& dialogs, EventList& list,
@@ -19,8 +20,12 @@ class RunEventNow {
   // Says so when the list is empty. Does nothing when no event is selected, or when its action or
   // level is none. Returns when the command has been sent or given up.
   Task<void> run();
+  // What is no event yet is refused with the message that Save has for it.
+  Task<void> run_boxes();
 
  private:
+  Task<void> carry_out(EventRecord event);
+
   EventPanel& panel_;
   Dialogs& dialogs_;
   EventList& list_;

@@ -30,6 +30,13 @@ EventPanel::EventPanel() {
     days[day].caption = kDayCaptions[day];
     days[day].tool_tip = kDayNames[day];
   }
+  lst_eventorder.items = std::vector<std::string>{kByNextRun, kByDevice, kByRoom};
+  lst_eventorder.text = kByNextRun;
+  txt_eventfilter.tool_tip = "Shows the events whose words hold all of these";
+  chk_columns.tool_tip = "Shows the events as they are stored, in eight columns";
+  cmd_runnow.tool_tip = "Click here to carry this event out now";
+  cmd_deleteevent.tool_tip = "Click here to delete this event";
+  cmd_deleteevent.visible = false;
   lab_noevents.visible = false;
   lab_eventnotice.visible = false;
   lab_undo.visible = false;

@@ -31,6 +31,10 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
       event_deletion_(frm_main, frm_main, house_.operations, house_.module1, platform.dialogs,
                       house_.house, house_.files.events, house_.events),
       run_event_now_(frm_main, house_.operations, platform.dialogs, house_.events, house_.commands),
+      event_outlook_(
+          frm_main, house_.house, platform.loop,
+          [this](std::chrono::local_days day) { return house_.location.sun_times(day); },
+          [this] { return house_.profile_switch.active(); }),
       macro_editor_(frm_main, frm_main, house_.operations, platform.loop, house_.module1,
                     platform.dialogs, house_.files.macros, house_.events),
       profiles_(frm_main, frm_main, frm_main, frm_main, frm_main, house_.operations, platform.loop,
@@ -76,7 +80,9 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
                      platform.desktop, platform.folder);
   house_.scheduler.minute_begins.connect(
       [this] { house_.steps.run([this] { service_mode_.first_run(); }); });
-  for (Timer* timer : {&frm_main.startuptimer, &frm_main.flashsave, &frm_main.timerhide})
+  frm_main.lab_sunset.caption.changed.connect([this] { event_outlook_.refresh(); });
+  for (Timer* timer :
+       {&frm_main.startuptimer, &frm_main.flashsave, &frm_main.eventclock, &frm_main.timerhide})
     timers_.emplace_back(platform.loop, *timer);
 }
 

@@ -4,6 +4,7 @@
 
 #include "automation/event_deletion.h"
 #include "automation/event_editor.h"
+#include "automation/event_outlook.h"
 #include "automation/macro_editor.h"
 #include "automation/profiles.h"
 #include "automation/run_event_now.h"
@@ -81,6 +82,7 @@ class Program {
   EventEditor editor_;
   EventDeletion event_deletion_;
   RunEventNow run_event_now_;
+  EventOutlook event_outlook_;
   MacroEditor macro_editor_;
   Profiles profiles_;
   Finder anything_;
