@@ -71,6 +71,7 @@ void EventOutlook::order() {
                                                      : by_next_run(planned_, now);
   const std::string filter = panel_.txt_eventfilter.text;
   std::erase_if(faces, [&filter](const EventFace& face) { return !lets_through(filter, face); });
+  panel_.lab_nomatch.visible = faces.empty() && !planned_.empty();
   panel_.eventfaces = std::move(faces);
   panel_.lab_eventcount.caption = count_text();
 }

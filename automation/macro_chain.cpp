@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <deque>
 #include <map>
+#include <set>
 #include <string>
 #include <unordered_map>
 
@@ -45,6 +46,26 @@ std::vector<MacroEnd> endless_chain(const std::vector<Macro>& macros, const Macr
   chain.push_back(added.trigger);
   std::reverse(chain.begin(), chain.end());
   return chain;
+}
+
+// What nothing sets off, or what sets nothing off, is on no way round; without it hardly anything
+// is left to be looked at.
+std::vector<MacroEnd> endless_chain_among(std::vector<Macro> macros) {
+  for (std::size_t before = macros.size() + 1; macros.size() < before;) {
+    before = macros.size();
+    std::set<std::string> triggers;
+    std::set<std::string> targets;
+    for (const Macro& macro : macros) {
+      triggers.insert(link(macro.trigger));
+      targets.insert(link(macro.target));
+    }
+    std::erase_if(macros, [&](const Macro& macro) {
+      return !targets.contains(link(macro.trigger)) || !triggers.contains(link(macro.target));
+    });
+  }
+  for (const Macro& macro : macros)
+    if (auto chain = endless_chain(macros, macro); !chain.empty()) return chain;
+  return {};
 }
 
 }  // namespace homewarden

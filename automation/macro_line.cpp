@@ -141,9 +141,12 @@ ListFile::Choice lines_of_macro(std::string_view content, std::string_view shown
   return lines_of_key(content, replace_all(shown, " ", "~"), is_key);
 }
 
+std::string event_words(const MacroEnd& end) {
+  return std::string(words_of(end.function));
+}
+
 std::string in_words(const MacroEnd& end) {
-  return (end.name.empty() ? "" : end.name + " ") + end.code() + " " +
-         std::string(words_of(end.function));
+  return (end.name.empty() ? "" : end.name + " ") + end.code() + " " + event_words(end);
 }
 
 }  // namespace homewarden

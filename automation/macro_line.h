@@ -48,6 +48,9 @@ std::string shown_macro(std::string_view line);
 // None for an empty text.
 ListFile::Choice lines_of_macro(std::string_view content, std::string_view shown);
 
+// What happens to the end: "turns on", "turns off", "turns dim"; "" for another function.
+std::string event_words(const MacroEnd& end);
+
 // "Hall Lamp A1 turns on", without a name "A1 turns on". The function must be 2, 3 or 4.
 std::string in_words(const MacroEnd& end);
 

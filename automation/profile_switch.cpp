@@ -37,6 +37,11 @@ std::string ProfileSwitch::active() const {
   return could_be_a_file(name) ? name : kDefaultProfile;
 }
 
+std::optional<std::string> ProfileSwitch::events_of(const std::string& profile) const {
+  if (profile == active()) return events_.content();
+  return could_be_a_file(profile) ? files_.read(parked_file(profile)) : std::nullopt;
+}
+
 bool ProfileSwitch::park() {
   recover();
   if (files_.exists(staged_)) return false;  // an earlier switch can neither go on nor back

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -24,6 +25,10 @@ class ProfileSwitch {
 
   // The active profile; "Standard" when none is stored or what is stored could be no file name.
   std::string active() const;
+
+  // The lines of the events of a profile, of the active one as they are now. Nothing when it has
+  // none, or when its file cannot be read.
+  std::optional<std::string> events_of(const std::string& profile) const;
 
   // Each of the three steps answers false, with the active profile and its events as they were,
   // when it cannot be done. The last two go on when the disk has the setting that decides: a moment

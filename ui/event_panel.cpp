@@ -38,6 +38,7 @@ EventPanel::EventPanel() {
   cmd_deleteevent.tool_tip = "Click here to delete this event";
   cmd_deleteevent.visible = false;
   lab_noevents.visible = false;
+  lab_nomatch.visible = false;
   lab_eventnotice.visible = false;
   lab_undo.visible = false;
   cmd_cancel.visible = false;

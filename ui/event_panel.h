@@ -32,6 +32,7 @@ struct EventPanel {
   ListView ListView1;
   Label lab_noevents{
       "You have no timed events yet. Choose a device, a time and the days, then click Save."};
+  Label lab_nomatch{"No event has these words."};  // while the filter lets none through
   Label lab_eventnotice;  // what is wrong with the event list; hidden when nothing is
   Label lab_undo;         // names the event deleted last; a click brings it back
 

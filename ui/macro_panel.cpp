@@ -9,6 +9,8 @@ MacroPanel::MacroPanel() {
   mac_whattodo.tool_tip = "Finally this is the action you wish the triggered device to take";
   com_savemacro.tool_tip = "Click here to save this macro";
   lab_macronotice.visible = false;
+  lab_nomacros.visible = false;
+  lab_macroloop.visible = false;
   ListVIew2.tool_tip = "Click on any macro in this list to delete it.";
 }
 

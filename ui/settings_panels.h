@@ -1,6 +1,10 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "ui/controls.h"
+#include "ui/event_face.h"
 
 namespace homewarden {
 
@@ -23,11 +27,29 @@ struct WebPanel {
   Button cmd_webaccess{"Save Access"};
 };
 
+// What a profile holds.
+struct ProfileFace {
+  std::string name;
+  std::string summary;  // "3 events: Table Lamp, Radio"
+  bool active = false;
+  std::vector<EventFace> events;  // the next ones, by their next run
+  bool operator==(const ProfileFace&) const = default;
+};
+
 struct ProfilePanel {
   ProfilePanel();
 
   Frame Frame5{false};
   ComboBox com_profile;
+
+  // What each holds, and the one that is looked at before it is switched to.
+  Property<std::vector<ProfileFace>> profilefaces;
+  Property<int> profile_seen{-1};      // -1: none
+  Label lab_profileactive;             // "Standard is active"
+  Label lab_profileseen;               // "Holiday"
+  Label lab_profilenote;               // what becomes of the events that there are
+  Button cmd_switchprofile;            // "Switch to Holiday"
+  Property<bool> profile_open{false};  // asked for, where there is no room for both
 };
 
 // Speech recognition reminders.

@@ -6,6 +6,8 @@
 #include "automation/event_editor.h"
 #include "automation/event_outlook.h"
 #include "automation/macro_editor.h"
+#include "automation/macro_outlook.h"
+#include "automation/profile_preview.h"
 #include "automation/profiles.h"
 #include "automation/run_event_now.h"
 #include "base/operations.h"
@@ -84,8 +86,10 @@ class Program {
   RunEventNow run_event_now_;
   EventOutlook event_outlook_;
   MacroEditor macro_editor_;
+  MacroOutlook macro_outlook_;
   Profiles profiles_;
   Finder anything_;
+  ProfilePreview profile_preview_;
   HouseEditor house_editor_;
   HouseDeletion house_deletion_;
   HouseChanges house_changes_;

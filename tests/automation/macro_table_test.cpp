@@ -85,6 +85,11 @@ TEST(MacroLine, FindsChainsThatGoRoundForEver) {
       ElementsAre("Lamp A1 turns on", "Fan B1 turns on", "Radio D1 turns on", "Lamp A1 turns on"));
   EXPECT_THAT(words(endless_chain({}, macro("Lamp A1", "On", "Lamp A1", "Turn On"))),
               ElementsAre("Lamp A1 turns on", "Lamp A1 turns on"));
+  auto in_a_house = macros;
+  EXPECT_THAT(words(endless_chain_among(in_a_house)), ::testing::IsEmpty());
+  in_a_house.push_back(macro("Lamp A1", "On", "Fan B1", "Turn On"));
+  EXPECT_THAT(words(endless_chain_among(in_a_house)), ::testing::SizeIs(4))
+      << "the one that leads away from the way round hid it";
   for (const Macro& harmless :
        {macro("Lamp A1", "On", "Fan B1", "Turn Off"), macro("Bell C1", "On", "Bell C1", "Turn Off"),
         macro("Lamp A1", "Dim", "Fan B1", "Turn On")})

@@ -17,7 +17,8 @@ class HouseWindow : public ::testing::Test {
       "Kitchen~~~\r\nKitchen~Table Lamp~A~3\r\nKitchen~Kettle~A~4\r\nHall~~~\r\n"
       "Hall~Lamp~B~12\r\n";
 
-  explicit HouseWindow(const std::string& rooms = kFurnished) {
+  explicit HouseWindow(const std::string& rooms = kFurnished, const std::string& events = {}) {
+    if (!events.empty()) house.files.contents[House::file("evelst.hwd")] = events;
     house.files.contents.erase(House::file("rmlst.hwd"));
     if (!rooms.empty()) house.files.contents[House::file("rmlst.hwd")] = rooms;
     house.used_dialogs = &dialogs;
@@ -83,8 +84,15 @@ class HouseWindow : public ::testing::Test {
     settle();
   }
 
+  // The event list has columns of its own.
+  QTreeView* the_tree() {
+    for (auto* tree : view->findChildren<QTreeView*>())
+      if (tree->accessibleName() != "Events") return tree;
+    return nullptr;
+  }
+
   void open_node(const QString& text) {
-    auto* tree = shown<QTreeView>("Rooms and devices");
+    QTreeView* tree = the_tree();
     const auto found = tree->model()->match(tree->model()->index(0, 0), Qt::DisplayRole, text, 1,
                                             Qt::MatchExactly | Qt::MatchRecursive);
     ASSERT_EQ(found.size(), 1);

@@ -2,6 +2,8 @@
 
 #include "tests/window/house_window.h"
 
+#include <QRadioButton>
+
 namespace homewarden::testing {
 namespace {
 
@@ -107,6 +109,7 @@ TEST_F(HouseBuildingTest, RoomsDevicesAndAMacroAreAddedAndTakenAway) {
   EXPECT_EQ(rooms(), "Attic~~~\r\nB\xFCro~~~\r\nHall~~~\r\nB\xFCro~Lamp~B~1\r\nHall~Bell~B~12\r\n");
 
   open_node("Macros");
+  click(shown<QPushButton>("New macro"));
   type("Trigger device", "Hall Bell B12");
   type("Device to switch", "B\u00fcro Lamp B1");
   click(shown<QPushButton>("Save"));
@@ -176,16 +179,18 @@ TEST_F(HouseWindow, AnEventIsMadeSeenChangedAndDeleted) {
 
   auto* list = shown<QAbstractItemView>("Events");
   ASSERT_EQ(list->model()->rowCount(), 1);
-  std::string row;
-  for (int column = 0; column < list->model()->columnCount(); ++column)
-    row += list->model()->index(0, column).data().toString().toStdString() + "|";
-  EXPECT_EQ(row, "Hall Lamp|B|12|100%|sSet:-1|on|daily|f|");
+  EXPECT_THAT(list->model()->index(0, 0).data(Qt::AccessibleTextRole).toString().toStdString(),
+              HasSubstr("Lamp on, Hall, Fridays, 1 hour before sunset"));
+  EXPECT_THAT(
+      house.form().ListView1.rows.get(),
+      ElementsAre(ListView::Row{"Hall Lamp", "B", "12", "100%", "sSet:-1", "on", "daily", "f"}));
 
   QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row_place(0));
   QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, row_place(0));
   settle();
   EXPECT_FALSE(list->isEnabled());
   EXPECT_EQ(shown<QComboBox>("Minute")->currentText(), "-1");
+  click(shown<QRadioButton>("At: Clock"));
   type("Hour", "23");
   type("Minute", "30");
   type("Dim level", "55%");

@@ -121,6 +121,7 @@ TEST_F(PanelTest, TheMacroListShowsTheSelectionThatItsControlHas) {
 }
 
 TEST_F(PanelTest, OfSeveralPanelsTheOneShownLastThatIsStillVisible) {
+  form.macro_editor_open = true;
   show(form.frm_macros);
   form.Frame3.visible = true;
   EXPECT_FALSE(named<QComboBox>("Trigger device"));

@@ -4,6 +4,11 @@
 #include <algorithm>
 
 namespace homewarden::view {
+namespace {
+
+constexpr int kGap = 8;
+
+}  // namespace
 
 BreakingRow::BreakingRow(QWidget* parent)
     : QWidget(parent),
@@ -11,10 +16,15 @@ BreakingRow::BreakingRow(QWidget* parent)
       first_(new QHBoxLayout),
       second_(new QHBoxLayout) {
   groups_->setContentsMargins(0, 0, 0, 0);
-  groups_->setSpacing(5);
+  groups_->setSpacing(kGap);
   groups_->addLayout(first_);
   groups_->addLayout(second_, 1);
-  for (QHBoxLayout* group : {first_, second_}) group->setSpacing(5);
+  for (QHBoxLayout* group : {first_, second_}) group->setSpacing(kGap);
+}
+
+void BreakingRow::let_first_grow() {
+  groups_->setStretch(0, 1);
+  groups_->setStretch(1, 0);
 }
 
 QSize BreakingRow::minimumSizeHint() const {

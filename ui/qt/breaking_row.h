@@ -12,6 +12,8 @@ class BreakingRow : public QWidget {
 
   QHBoxLayout* first() { return first_; }
   QHBoxLayout* second() { return second_; }
+  // The room that is left goes to the first group instead of the second.
+  void let_first_grow();
 
   QSize minimumSizeHint() const override;
 

@@ -1,0 +1,237 @@
+// The panels of events, macros, profiles and the web server, worked as a person does.
+
+#include <QRadioButton>
+#include <QScrollArea>
+#include <QStackedWidget>
+
+#include "tests/window/house_window.h"
+#include "ui/qt/event_rows.h"
+
+namespace homewarden::testing {
+namespace {
+
+using ::testing::HasSubstr, ::testing::StartsWith;
+
+struct EventWindowTest : HouseWindow {
+  explicit EventWindowTest(const std::string& events = {}) : HouseWindow(kFurnished, events) {
+    view->resize(1280, 800);
+    view->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(view.get()));
+  }
+
+  QString focus_name() const {
+    const QWidget* focus = view->focusWidget();
+    if (!focus) return {};
+    const auto* box = qobject_cast<const QComboBox*>(focus->parentWidget());
+    if (box) focus = box;
+    const auto* button = qobject_cast<const QAbstractButton*>(focus);
+    return button && focus->accessibleName().isEmpty() ? button->text() : focus->accessibleName();
+  }
+  void press(Qt::Key key, Qt::KeyboardModifiers with = {}) {
+    QTest::keyClick(view->focusWidget(), key, with);
+    settle();
+  }
+  // Goes on with Tab alone.
+  void tab_to(const QString& name) {
+    for (int step = 0; step < 60; ++step) {
+      if (focus_name() == name) return;
+      press(Qt::Key_Tab);
+    }
+    FAIL() << "Tab never comes to " << name.toStdString();
+  }
+  void write(const QString& text) {
+    QTest::keyClick(view->focusWidget(), Qt::Key_A, Qt::ControlModifier);
+    type_text(view->focusWidget(), text);
+    if (QWidget* popup = QApplication::activePopupWidget()) QTest::keyClick(popup, Qt::Key_Return);
+    settle();
+  }
+  view::EventRows* rows() { return view->findChild<view::EventRows*>(); }
+  void press_sign(view::EventRows::Sign sign, int row) {
+    const QPoint place = rows()->place_of(sign, rows()->model()->index(row, 0)).center();
+    QTest::mouseMove(rows()->viewport(), place);
+    QTest::mouseClick(rows()->viewport(), Qt::LeftButton, {}, place);
+    settle();
+  }
+  std::string headline(int row) {
+    return rows()->model()->index(row, 0).data().toString().toStdString();
+  }
+};
+
+TEST_F(EventWindowTest, KeysAloneLeadFromTheStartToASavedEvent) {
+  the_tree()->setFocus(Qt::TabFocusReason);
+  press(Qt::Key_Home);
+  press(Qt::Key_Down);
+  ASSERT_TRUE(house.form().frm_event.visible);
+  tab_to("New");
+  press(Qt::Key_Space);
+  ASSERT_EQ(focus_name(), "Device") << "New leaves the focus where nothing is typed";
+  write("Hall Lamp B12");
+  tab_to("At: Clock");
+  press(Qt::Key_S);
+  press(Qt::Key_S);
+  EXPECT_EQ(house.form().lst_hour.text.get(), "sSet");
+  EXPECT_FALSE(QApplication::activeModalWidget()) << "a choice that explains itself asked nothing";
+  tab_to("Minute");
+  press(Qt::Key_Down);
+  tab_to("Weekend");
+  press(Qt::Key_Space);
+  tab_to("Frequency: daily");
+  press(Qt::Key_Left);
+  EXPECT_EQ(house.form().lst_freq.text.get(), "once");
+  press(Qt::Key_D);
+  EXPECT_THAT(house.form().lab_sentence.caption.get(),
+              HasSubstr("Weekend 1 hour after sunset, Lamp on."));
+  EXPECT_THAT(house.form().lab_nextrun.caption.get(), StartsWith("Next: Saturday at "));
+  tab_to("Save");
+  press(Qt::Key_Space);
+  settle(3s);
+  EXPECT_THAT(house.event_lines(), ElementsAre("Hall Lamp~B~12~100~sSet:+1~on~daily~sr"));
+}
+
+TEST_F(EventWindowTest, GoingBackToTheClockFindsTheTimeOfDayAgain) {
+  open_node("Events");
+  type("Hour", "07");
+  type("Minute", "45");
+  for (const char* choice : {"At: Sunrise", "At: Sunset"}) click(shown<QRadioButton>(choice));
+  EXPECT_EQ(house.form().lst_min.text.get(), "00");
+  EXPECT_THAT(house.form().lst_min.items.get(), ::testing::SizeIs(7));
+  click(shown<QRadioButton>("At: Clock"));
+  EXPECT_EQ(house.form().lst_hour.text.get() + ":" + house.form().lst_min.text.get(), "07:45");
+}
+
+struct EventRowsTest : EventWindowTest {
+  EventRowsTest()
+      : EventWindowTest(
+            "Hall Lamp~B~12~100~07:30~on~daily~mtwufsr\r\n"
+            "Kitchen Kettle~A~4~ ~18:00~off~daily~mtwufsr\r\n") {
+    open_node("Events");
+  }
+};
+
+TEST_F(EventRowsTest, ARowIsRunDeletedAndBroughtBackInPlace) {
+  ASSERT_EQ(headline(0), "Kettle off") << "not in the order of the next runs";
+  press_sign(view::EventRows::Sign::kRun, 0);
+  settle(3s);
+  EXPECT_THAT(house.line(), ElementsAre(HasSubstr("A4 3")));
+  press_sign(view::EventRows::Sign::kDelete, 0);
+  settle(1s);
+  EXPECT_EQ(headline(0), "Lamp on");
+  EXPECT_EQ(rows()->model()->rowCount(), 1);
+  rows()->setFocus();
+  press(Qt::Key_Z, Qt::ControlModifier);
+  settle(1s);
+  EXPECT_EQ(headline(0), "Kettle off");
+
+  press_sign(view::EventRows::Sign::kEdit, 0);
+  ASSERT_FALSE(rows()->isEnabled());
+  EXPECT_EQ(focus_name(), "Device");
+  press(Qt::Key_Escape);
+  EXPECT_TRUE(rows()->isEnabled()) << "Escape does not leave the event as it was";
+  EXPECT_EQ(view->focusWidget(), rows());
+  press(Qt::Key_Return);
+  click(shown<QPushButton>("Delete"));
+  settle(1s);
+  EXPECT_THAT(house.event_lines(), ElementsAre("Hall Lamp~B~12~100~07:30~on~daily~mtwufsr"));
+}
+
+TEST_F(EventRowsTest, TheFilterFindsRoomsAndWordsAndTheSelectionFollows) {
+  auto* filter = shown<QLineEdit>("Filter by room or text");
+  QTest::mouseClick(filter, Qt::LeftButton);
+  type_text(filter, "hall");
+  settle();
+  ASSERT_EQ(rows()->model()->rowCount(), 1);
+  EXPECT_EQ(headline(0), "Lamp on");
+  press(Qt::Key_Escape);
+  EXPECT_EQ(rows()->model()->rowCount(), 2);
+  QTest::mouseClick(rows()->viewport(), Qt::LeftButton, {}, row_place(1));
+  EXPECT_EQ(
+      house.form()
+          .ListView1.rows.get()[static_cast<std::size_t>(house.form().ListView1.selected.get())][0],
+      "Hall Lamp");
+  click(shown<QPushButton>("Columns"));
+  auto* columns = shown<QTreeView>("Events");
+  EXPECT_EQ(columns->currentIndex().siblingAtColumn(0).data().toString(), "Hall Lamp")
+      << "the columns have another event selected than the sentences";
+}
+
+TEST_F(EventRowsTest, OnASmallWindowTheEditorCoversTheListUntilOneGoesBack) {
+  view->resize(view->minimumSize());
+  settle();
+  click(shown<QPushButton>("New"));
+  EXPECT_FALSE(rows()->isVisible());
+  ASSERT_TRUE(shown<QComboBox>("Device"));
+  click(shown<QPushButton>("Back to the list"));
+  EXPECT_TRUE(rows()->isVisible());
+}
+
+TEST_F(EventRowsTest, AProfileShowsWhatItHoldsBeforeItIsSwitchedTo) {
+  house.files.contents[House::file("Holiday.txt")] =
+      "Hall Lamp~B~12~100~20:00~on~daily~mtwufsr\r\n";
+  open_node("Profiles");
+  auto* holiday = shown<QRadioButton>("Holiday");
+  EXPECT_EQ(holiday->accessibleDescription(), "1 event: Lamp");
+  click(holiday);
+  EXPECT_THAT(house.event_lines(), ::testing::SizeIs(2)) << "looking at it switched";
+  click(shown<QPushButton>("Switch to Holiday"));
+  settle(10s);
+  EXPECT_THAT(house.event_lines(), ElementsAre("Hall Lamp~B~12~100~20:00~on~daily~mtwufsr"));
+}
+
+TEST_F(EventRowsTest, TheUntouchedMacroFormOffersNoLoop) {
+  open_node("Macros");
+  EXPECT_FALSE(shown<QPushButton>("Save")->isEnabled());
+  type("Device to switch", "Kitchen Kettle A4");
+  EXPECT_TRUE(shown<QPushButton>("Save")->isEnabled());
+  click(shown<QPushButton>("Save"));
+  settle(1s);
+  EXPECT_EQ(shown<QListWidget>("Macros")->item(0)->data(Qt::AccessibleTextRole).toString(),
+            "When Table Lamp turns on, turn Kettle on");
+}
+
+// Buttons and wrapped texts of a panel that are narrower or lower than what they say.
+std::vector<std::string> cut_off(const QWidget& page) {
+  std::vector<std::string> found;
+  for (const QWidget* widget : page.findChildren<QWidget*>()) {
+    if (!widget->isVisible() || qobject_cast<QLineEdit*>(widget->parentWidget())) continue;
+    const auto* button = qobject_cast<const QAbstractButton*>(widget);
+    const auto* label = qobject_cast<const QLabel*>(widget);
+    const std::string name = (button  ? button->text()
+                              : label ? label->text()
+                                      : widget->accessibleName())
+                                 .toStdString();
+    if (button && button->width() < button->minimumSizeHint().width()) found.push_back(name);
+    if (label && label->wordWrap() && label->heightForWidth(label->width()) > label->height())
+      found.push_back(name + " (end)");
+    const auto* area = qobject_cast<const QScrollArea*>(widget);
+    if (area && area->widget()->minimumSizeHint().width() > area->viewport()->width())
+      found.push_back("wider than its place: " +
+                      std::string(area->widget()->metaObject()->className()));
+  }
+  return found;
+}
+
+TEST_F(EventRowsTest, NothingIsCutOffWithTextOfTwiceTheSize) {
+  const QFont usual = QApplication::font();
+  QFont large = usual;
+  large.setPointSizeF(usual.pointSizeF() * 2);
+  QApplication::setFont(large);
+  for (const QSize size : {QSize(1280, 800), QSize(1000, 700), QSize(1920, 1080)}) {
+    view->resize(size);
+    for (const char* panel : {"Events", "Macros", "Profiles"}) {
+      open_node(panel);
+      QWidget* page = view->findChild<QStackedWidget*>()->currentWidget();
+      EXPECT_TRUE(QTest::qWaitFor([&] { return cut_off(*page).empty(); }, 2000))
+          << panel << " at " << size.width() << ": " << ::testing::PrintToString(cut_off(*page));
+    }
+    open_node("Events");
+    click(shown<QPushButton>("New"));
+    QWidget* page = view->findChild<QStackedWidget*>()->currentWidget();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return cut_off(*page).empty(); }, 2000))
+        << "editor at " << size.width() << ": " << ::testing::PrintToString(cut_off(*page));
+    house.form().editor_open = false;
+  }
+  QApplication::setFont(usual);
+}
+
+}  // namespace
+}  // namespace homewarden::testing

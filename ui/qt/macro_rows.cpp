@@ -1,0 +1,232 @@
+#include "ui/qt/macro_rows.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyledItemDelegate>
+#include <algorithm>
+
+#include "platform/qt/text_codec.h"
+#include "ui/qt/bindings.h"
+#include "ui/qt/line_icons.h"
+#include "ui/qt/look.h"
+#include "ui/qt/page.h"
+#include "ui/qt/row_mark.h"
+#include "ui/qt/shapes.h"
+#include "ui/qt/watch.h"
+
+namespace homewarden::view {
+namespace {
+
+constexpr int kGap = 12;
+constexpr int kSide = 16;
+constexpr int kDot = 10;
+constexpr int kReach = 12;
+
+QFont small(QFont font) {
+  font.setPointSizeF(font.pointSizeF() * 0.86);
+  return font;
+}
+
+QFont bold(QFont font) {
+  font.setBold(true);
+  return font;
+}
+
+QString in_room(const char* word, const MacroFace::End& end) {
+  const QString begin = tr(word);
+  return end.room.empty() ? begin
+                          : begin + QStringLiteral(" \u00b7 ") + qt::from_code_page(end.room);
+}
+
+class Cards : public QStyledItemDelegate {
+ public:
+  Cards(const MacroPanel& panel, QListWidget& list)
+      : QStyledItemDelegate(&list), panel_(panel), list_(list) {}
+
+  QSize sizeHint(const QStyleOptionViewItem& /*option*/, const QModelIndex& index) const override {
+    const int end = end_height();
+    int height = is_tall() ? 2 * end + kGap + std::max(20, line()) : end;
+    if (!warning(index.row()).isEmpty()) height += line() + 4;
+    return {10, std::max(72, height + 2 * kGap) + kGap};
+  }
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override {
+    const Look& look = look_of(list_.palette());
+    const QRect card = option.rect.adjusted(kReach, 0, -kReach, -kGap);
+    const bool over = (option.state & QStyle::State_MouseOver) != 0;
+    draw_box(*painter, card, kBoxCorner, over ? look.over : look.card,
+             over ? look.edge : look.line);
+    if (list_.hasFocus() && list_.currentIndex() == index &&
+        (option.state & QStyle::State_KeyboardFocusChange) != 0)
+      draw_focus(*painter, card, kBoxCorner, look);
+    const auto row = static_cast<std::size_t>(index.row());
+    const auto& faces = panel_.macrofaces.get();
+    QRect room = card.adjusted(kSide, kGap, -kSide, -kGap);
+    const QString why = warning(index.row());
+    if (!why.isEmpty()) {
+      const QRect place(room.left(), room.bottom() - line(), room.width(), line());
+      draw_icon(*painter, LineIcon::kWarning, QRectF(place.left(), place.top(), line(), line()),
+                look.failed);
+      words(*painter, place.adjusted(line() + 6, 0, 0, 0), why, small(list_.font()), look.failed);
+      room.setBottom(room.bottom() - line() - 4);
+    }
+    room.setRight(draw_delete(*painter, room, over) - kGap);
+    if (row < faces.size() && !faces[row].trigger.device.empty())
+      draw_ends(*painter, room, faces[row]);
+    else
+      words(*painter, room, index.data().toString(), list_.font(), look.text);
+  }
+
+  QString warning(int row) const {
+    const auto& marks = panel_.ListVIew2.marks.get();
+    const auto found = marks.find(row);
+    return found == marks.end() ? QString() : qt::from_code_page(found->second);
+  }
+
+ private:
+  int line() const { return list_.fontMetrics().height(); }
+  int end_height() const { return line() + QFontMetrics(small(list_.font())).height() + 4; }
+  bool is_tall() const {
+    return list_.viewport()->width() < list_.fontMetrics().averageCharWidth() * 62;
+  }
+
+  static int words(QPainter& painter, const QRect& room, const QString& text, const QFont& font,
+                   const QColor& colour) {
+    painter.setFont(font);
+    painter.setPen(colour);
+    const QFontMetrics metrics(font);
+    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter,
+                     metrics.elidedText(text, Qt::ElideRight, room.width()));
+    return std::min(metrics.horizontalAdvance(text), room.width());
+  }
+
+  // Where it begins.
+  int draw_delete(QPainter& painter, const QRect& room, bool over) const {
+    const Look& look = look_of(list_.palette());
+    const QString word = tr("Delete");
+    QFont font = list_.font();
+    font.setUnderline(over);
+    const int wide = QFontMetrics(font).horizontalAdvance(word);
+    const int left = room.right() - wide - line() - 6;
+    const QRect place(left, room.top(), line(), is_tall() ? end_height() : room.height());
+    draw_icon(painter, LineIcon::kTrash, centred(place, line()), look.failed);
+    words(painter, {left + line() + 6, place.top(), wide + 2, place.height()}, word, font,
+          look.failed);
+    return left;
+  }
+
+  void draw_ends(QPainter& painter, QRect room, const MacroFace& face) const {
+    const Look& look = look_of(list_.palette());
+    const int side = std::max(20, line());
+    const QString trigger = " " + qt::from_code_page(face.trigger.words);
+    const QString action = " " + qt::from_code_page(face.target.words);
+    if (is_tall()) {
+      const int end = end_height();
+      draw_end(painter, {room.left(), room.top(), room.width(), end}, in_room("When", face.trigger),
+               {}, face.trigger, trigger);
+      const QRectF arrow(room.left(), room.top() + end + kGap / 2.0, side, side);
+      painter.save();
+      painter.translate(arrow.center());
+      painter.rotate(90);
+      draw_icon(painter, LineIcon::kMove, QRectF(-side / 2.0, -side / 2.0, side, side), look.quiet);
+      painter.restore();
+      room.setRight(room.right() + list_.fontMetrics().horizontalAdvance(tr("Delete")) + side);
+      draw_end(painter, {room.left(), room.bottom() - end, room.width(), end},
+               in_room("Then", face.target), tr("Turn") + " ", face.target, action);
+      return;
+    }
+    const int half = (room.width() - side - 2 * kGap) / 2;
+    draw_end(painter, {room.left(), room.top(), half, room.height()}, in_room("When", face.trigger),
+             {}, face.trigger, trigger);
+    const QRect arrow(room.left() + half + kGap, room.top(), side, room.height());
+    draw_icon(painter, LineIcon::kMove, centred(arrow, side), look.quiet);
+    draw_end(painter, {arrow.right() + kGap, room.top(), half, room.height()},
+             in_room("Then", face.target), tr("Turn") + " ", face.target, action);
+  }
+
+  void draw_end(QPainter& painter, QRect room, const QString& caption, const QString& before,
+                const MacroFace::End& end, const QString& after) const {
+    const Look& look = look_of(list_.palette());
+    const QRectF dot = centred(QRectF(room.left(), room.top(), kDot, room.height()), kDot);
+    draw_box(painter, dot, kDot / 2.0, end.on ? look.amber : QColor(Qt::transparent),
+             end.on ? look.line_on : look.edge, 1.5);
+    room.setLeft(room.left() + kDot + kGap);
+    const int above = QFontMetrics(small(list_.font())).height();
+    const int top = room.center().y() - (above + line() + 2) / 2;
+    words(painter, {room.left(), top, room.width(), above}, caption, small(list_.font()),
+          look.quiet);
+    QRect rest(room.left(), top + above + 2, room.width(), line());
+    const auto part = [&](const QString& text, const QFont& font) {
+      if (rest.width() > 4) rest.setLeft(rest.left() + words(painter, rest, text, font, look.text));
+    };
+    part(before, list_.font());
+    part(qt::from_code_page(end.device), bold(list_.font()));
+    part(after, list_.font());
+  }
+
+  const MacroPanel& panel_;
+  QListWidget& list_;
+};
+
+}  // namespace
+
+MacroRows::MacroRows(MacroPanel& panel, QWidget* parent) : QListWidget(parent), panel_(panel) {
+  setFrameShape(NoFrame);
+  viewport()->setAutoFillBackground(false);
+  viewport()->setAttribute(Qt::WA_Hover);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setVerticalScrollMode(ScrollPerPixel);
+  setItemDelegate(new Cards(panel, *this));
+  bind(panel.ListVIew2, this, tr("Macros"));
+  follow(panel.macrofaces, this, [this](const auto&) { speak(); });
+  watch(panel.ListVIew2.items.changed, this, [this] { speak(); });
+  watch(panel.ListVIew2.marks.changed, this, [this] { speak(); });
+}
+
+// The sentence instead of the line, with what is wrong.
+void MacroRows::speak() {
+  const auto& faces = panel_.macrofaces.get();
+  for (int row = 0; row < count() && row < static_cast<int>(faces.size()); ++row) {
+    const MacroFace& face = faces[static_cast<std::size_t>(row)];
+    if (face.trigger.device.empty()) continue;
+    const QString sentence =
+        tr("When %1 %2, turn %3 %4")
+            .arg(qt::from_code_page(face.trigger.device), qt::from_code_page(face.trigger.words),
+                 qt::from_code_page(face.target.device), qt::from_code_page(face.target.words));
+    const auto mark = panel_.ListVIew2.marks.get().find(row);
+    item(row)->setData(Qt::AccessibleTextRole,
+                       mark == panel_.ListVIew2.marks.get().end()
+                           ? sentence
+                           : marked_text(sentence, qt::from_code_page(mark->second)));
+  }
+  scheduleDelayedItemsLayout();
+}
+
+void MacroRows::keyPressEvent(QKeyEvent* event) {
+  const bool asks = event->key() == Qt::Key_Delete || event->key() == Qt::Key_Return ||
+                    event->key() == Qt::Key_Enter ||
+                    (event->key() == Qt::Key_D && event->modifiers() == Qt::ControlModifier);
+  if (asks && currentItem()) return panel_.ListVIew2.mouse_down();
+  QListWidget::keyPressEvent(event);
+}
+
+// Whoever comes with the keyboard starts at the first one.
+void MacroRows::focusInEvent(QFocusEvent* event) {
+  QListWidget::focusInEvent(event);
+  const bool by_key =
+      event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+  if (by_key && !currentItem() && count() > 0) setCurrentRow(0);
+}
+
+void MacroRows::resizeEvent(QResizeEvent* event) {
+  QListWidget::resizeEvent(event);
+  scheduleDelayedItemsLayout();
+}
+
+void MacroRows::changeEvent(QEvent* event) {
+  QListWidget::changeEvent(event);
+  if (event->type() == QEvent::FontChange) scheduleDelayedItemsLayout();
+}
+
+}  // namespace homewarden::view

@@ -1,0 +1,194 @@
+#include "ui/qt/segments.h"
+
+#include <QBoxLayout>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QSignalBlocker>
+#include <QStyleOptionButton>
+#include <algorithm>
+#include <utility>
+
+#include "platform/qt/text_codec.h"
+#include "ui/qt/bindings.h"
+#include "ui/qt/look.h"
+#include "ui/qt/shapes.h"
+#include "ui/qt/watch.h"
+
+namespace homewarden::view {
+namespace {
+
+constexpr int kHeight = 36;
+constexpr int kMargin = 14;
+constexpr int kGap = 8;
+
+// For a screen reader a radio button.
+class SegmentButton : public QRadioButton {
+ public:
+  SegmentButton(const Segment& segment, QWidget* parent)
+      : QRadioButton(QString(segment.caption).replace("&", "&&"), parent), segment_(segment) {
+    setAttribute(Qt::WA_Hover);
+    setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
+  }
+
+  // As wide with bold words as without.
+  QSize sizeHint() const override {
+    QFont bold = font();
+    bold.setBold(true);
+    const QFontMetrics metrics(bold);
+    const int icon = segment_.icon ? sign_side() + kGap : 0;
+    return {metrics.horizontalAdvance(segment_.caption) + icon + 2 * kMargin,
+            std::max(kHeight, metrics.height() + 14)};
+  }
+  QSize minimumSizeHint() const override { return sizeHint(); }
+  bool hitButton(const QPoint& place) const override { return rect().contains(place); }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    const Look& look = look_of(palette());
+    const QColor idle = isDown() ? look.press : underMouse() ? look.over : look.field;
+    draw_box(painter, rect(), kControlCorner, isChecked() ? look.selected : idle, look.edge);
+    QFont words = font();
+    words.setBold(isChecked());
+    painter.setFont(words);
+    const QColor colour = isEnabled() ? look.text : look.quiet;
+    const int wide = QFontMetrics(words).horizontalAdvance(segment_.caption);
+    const int icon = segment_.icon ? sign_side() + kGap : 0;
+    const int left = (width() - wide - icon) / 2;
+    if (segment_.icon)
+      draw_icon(painter, *segment_.icon,
+                centred(QRectF(left, 0, sign_side(), height()), sign_side()), colour);
+    painter.setPen(colour);
+    painter.drawText(QRect(left + icon, 0, wide + 2, height()), Qt::AlignVCenter, segment_.caption);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    if (hasFocus() && (option.state & QStyle::State_KeyboardFocusChange) != 0)
+      draw_focus(painter, rect(), kControlCorner, look);
+  }
+
+ private:
+  int sign_side() const { return std::max(16, fontMetrics().height() - 3); }
+
+  Segment segment_;
+};
+
+}  // namespace
+
+Segments::Segments(const QList<Segment>& choices, const QString& name,
+                   std::function<void(int)> chosen, QWidget* parent)
+    : QWidget(parent), chosen_(std::move(chosen)) {
+  setAccessibleName(name);
+  auto* places = new QBoxLayout(QBoxLayout::LeftToRight, this);
+  places->setContentsMargins(0, 0, 0, 0);
+  places->setSpacing(2);
+  for (const Segment& choice : choices) {
+    auto* button = new SegmentButton(choice, this);
+    button->setAccessibleName(name + ": " + choice.caption);
+    button->installEventFilter(this);
+    const int position = static_cast<int>(buttons_.size());
+    connect(button, &QRadioButton::clicked, this, [this, position] { chosen_(position); });
+    places->addWidget(button, 1);
+    buttons_ << button;
+  }
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+void Segments::show_choice(int position) {
+  for (int i = 0; i < buttons_.size(); ++i) {
+    const QSignalBlocker quiet(buttons_[i]);
+    buttons_[i]->setAutoExclusive(false);  // or the last one could not be unchecked
+    buttons_[i]->setChecked(i == position);
+  }
+  for (QRadioButton* button : buttons_) {
+    button->setAutoExclusive(true);
+    button->update();
+  }
+}
+
+int Segments::choice() const {
+  const auto found = std::find_if(buttons_.begin(), buttons_.end(),
+                                  [](const QRadioButton* button) { return button->isChecked(); });
+  return found == buttons_.end() ? -1 : static_cast<int>(found - buttons_.begin());
+}
+
+// As wide as the widest: they can stand one below the other.
+QSize Segments::minimumSizeHint() const {
+  int widest = 0;
+  for (const QRadioButton* button : buttons_) widest = std::max(widest, button->sizeHint().width());
+  return {widest, layout()->minimumSize().height()};
+}
+
+bool Segments::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
+  const auto* key = static_cast<QKeyEvent*>(event);
+  const bool back = key->key() == Qt::Key_Left || key->key() == Qt::Key_Up;
+  if (back || key->key() == Qt::Key_Right || key->key() == Qt::Key_Down) {
+    const auto at = buttons_.indexOf(static_cast<QRadioButton*>(watched));
+    const auto next = std::clamp<qsizetype>(at + (back ? -1 : 1), 0, buttons_.size() - 1);
+    choose(buttons_[next]);
+    return true;
+  }
+  const bool is_letter = !key->text().isEmpty() && key->text().front().isLetterOrNumber() &&
+                         (key->modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
+  return is_letter && choose_letter(key->text());
+}
+
+void Segments::choose(QRadioButton* button) {
+  button->setFocus(Qt::ShortcutFocusReason);
+  if (!button->isChecked()) button->click();
+}
+
+// The next one that begins with the letter, behind the one that has the focus.
+bool Segments::choose_letter(const QString& letter) {
+  const int count = static_cast<int>(buttons_.size());
+  const int begin = std::max(0, choice());
+  for (int step = 1; step <= count; ++step) {
+    QRadioButton* button = buttons_[(begin + step) % count];
+    if (!button->text().startsWith(letter, Qt::CaseInsensitive)) continue;
+    choose(button);
+    return true;
+  }
+  return false;
+}
+
+void Segments::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  arrange();
+}
+
+void Segments::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::FontChange) arrange();
+}
+
+// One below the other where they do not fit side by side.
+void Segments::arrange() {
+  int needed = 0;
+  for (const QRadioButton* button : buttons_) needed += button->sizeHint().width() + 2;
+  auto* places = static_cast<QBoxLayout*>(layout());
+  const auto direction = needed - 2 <= width() ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom;
+  if (direction == places->direction()) return;
+  places->setDirection(direction);
+  updateGeometry();
+}
+
+Segments* make_segments(ComboBox& control, const QString& name, QWidget* parent) {
+  QList<Segment> choices;
+  for (const std::string& item : control.items.get()) choices << Segment{qt::from_code_page(item)};
+  auto* segments = new Segments(
+      choices, name,
+      [&control](int position) {
+        control.text = control.items.get()[static_cast<std::size_t>(position)];
+        control.click();
+      },
+      parent);
+  bind_common(control, segments, name);
+  follow(control.text, segments, [segments, &control](const std::string& text) {
+    const auto& items = control.items.get();
+    const auto found = std::find(items.begin(), items.end(), text);
+    segments->show_choice(found == items.end() ? -1 : static_cast<int>(found - items.begin()));
+  });
+  return segments;
+}
+
+}  // namespace homewarden::view
