@@ -10,8 +10,19 @@ namespace homewarden {
 
 // Web server settings.
 struct WebPanel {
+  WebPanel();
+
   Frame Frame4{false};
   Label Label48{"The web server is currently set to run on port"};
+  Label lab_webaddress;  // the pages' address; a click opens it; hidden while nothing answers there
+  bool is_in_network = false;  // whether other devices reach that address; set before it
+  Button cmd_copyaddress{"Copy address"};
+  // Set Password takes these; it asks for what stands in none of them.
+  TextBox txt_webuser;
+  TextBox txt_webpassword;
+  TextBox txt_webagain;
+  Label lab_webmismatch{"Sorry, your password did not match"};  // while the two differ
+  Label lab_weblock;                                            // whether a password is set
   Label lab_webstate;  // whether and where the server runs, whether it asks for a password
   TextBox txt_webport;
   Button Command7{"Save"};

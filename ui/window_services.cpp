@@ -12,6 +12,10 @@ WindowServices::WindowServices(Window& window, ProgramMenu& menu, WebPanel& web,
     : window_(window), web_(web), flags_(flags), desktop_(desktop), dialogs_(dialogs) {
   menu.mnu_about.click.connect([this, &operations] { operations.start(about()); });
   web.Command10.click.connect([this, &operations] { operations.start(show_url()); });
+  web.lab_webaddress.click.connect([this, &operations] {
+    std::string address = web_.lab_webaddress.caption;
+    operations.start(link(std::move(address)));
+  });
   menu.mnu_exit.click.connect([this] {
     flags_.ignoreclicks = true;
     window_.close_requested();

@@ -137,11 +137,13 @@ void WebServer::show_state() {
   const std::string port =
       module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, "webport", kDefaultPort);
   if (!web_.Listening()) {
+    panel_.lab_webaddress.visible = false;
     panel_.lab_webstate.caption =
         "The web server is not running: port " + port + " cannot be used.";
     return;
   }
   const bool has_password = files_.exists(credentials_);
+  panel_.lab_weblock.caption = has_password ? "A password is set" : "No password is set";
   std::string text = "The web server is running on port " + port;
   if (lets_nobody_in())
     text += std::string(" and lets nobody in: ") + kNoPassword + ". Set one and save the port.";
@@ -153,7 +155,12 @@ void WebServer::show_state() {
     text += has_password ? " The new password takes effect at its next start: save the port."
                          : " That ends at its next start: save the port.";
   const std::string place = port == kDefaultPort ? "" : ":" + port;
-  for (const std::string& address : web_.Addresses())
+  const auto addresses = web_.Addresses();
+  panel_.is_in_network = !addresses.empty();
+  panel_.lab_webaddress.caption =
+      "http://" + (addresses.empty() ? "localhost" : addresses.front()) + place + "/index.html";
+  panel_.lab_webaddress.visible = true;
+  for (const std::string& address : addresses)
     text += "\nOn a phone or a computer in your network, open http://" + address + place +
             "/index.html";
   if (const std::string faults = access_.faults(); !faults.empty()) text += "\n" + faults;
@@ -198,14 +205,17 @@ Task<void> WebServer::tell_saved(std::string what_follows, RegistryRoot root) {
 
 Task<void> WebServer::set_password() {
   const Occupied occupied(panel_);
-  const std::string user = co_await type_in(
-      "Please enter a Username for the Web Server, you will use this to login", "Username", false);
+  const std::string user = co_await typed(
+      panel_.txt_webuser, "Please enter a Username for the Web Server, you will use this to login",
+      "Username", false);
   if (user.empty()) co_return;
-  const std::string password = co_await type_in(
+  const std::string password = co_await typed(
+      panel_.txt_webpassword,
       "Please enter a Password for the Web Server, you will use this to login", "Password", true);
   if (password.empty()) co_return;
-  const std::string again = co_await type_in("Please RE-enter your Password for the Web Server",
-                                             "Re enter Password", true);
+  const std::string again =
+      co_await typed(panel_.txt_webagain, "Please RE-enter your Password for the Web Server",
+                     "Re enter Password", true);
   if (again.empty()) co_return;
   if (password != again) {
     co_await tell_error(dialogs_, "Sorry, your password did not match");
@@ -227,6 +237,8 @@ Task<void> WebServer::set_password() {
                         "Sorry, the password could not be written. Please check the disk.");
     co_return;
   }
+  for (TextBox* box : {&panel_.txt_webuser, &panel_.txt_webpassword, &panel_.txt_webagain})
+    box->text = std::string();
   show_state();
   co_await tell(dialogs_, "Your password has been set", "Homewarden", MessageIcon::kNone);
 }
@@ -246,6 +258,14 @@ Task<void> WebServer::clear_password() {
     status_.panel2 =
         "The password file html/htaccess.txt could not be removed: the password is still asked for";
   co_await tell(dialogs_, "Your password has been cleared", "Cleared");
+}
+
+// What stands in the box, or what a question brings while nothing does.
+Task<std::string> WebServer::typed(TextBox& box, const char* prompt, const char* title,
+                                   bool secret) {
+  if (!box.text.get().empty()) co_return box.text.get();
+  std::string answer = co_await type_in(prompt, title, secret);
+  co_return answer;
 }
 
 // "" for an empty answer and for Cancel.

@@ -48,6 +48,7 @@ class WebServer {
   Task<void> tell_saved(std::string what_follows, RegistryRoot root);
   Task<void> set_password();
   Task<void> clear_password();
+  Task<std::string> typed(TextBox& box, const char* prompt, const char* title, bool secret);
   Task<std::string> type_in(const char* prompt, const char* title, bool secret);
   bool lets_nobody_in() const;
 

@@ -182,10 +182,12 @@ TEST(WebServerPanel, StartsOnItsPortOrOn8080AndSaysSo) {
   EXPECT_THAT(house.web.access.hosts, ElementsAre("house.example", "other"));
   EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("running on port 8080"));
   EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("http://192.168.1.20:8080/"));
+  EXPECT_EQ(house.form().lab_webaddress.caption.get(), "http://192.168.1.20:8080/index.html");
   house.web.taken_ports = {"98", "8080"};
   house.form().txt_webport.text = "98";
   house.click(house.form().Command7);
   EXPECT_THAT(house.form().lab_webstate.caption.get(), HasSubstr("is not running"));
+  EXPECT_FALSE(house.form().lab_webaddress.visible) << "a link to nothing";
   EXPECT_EQ(house.status(), "The web server could not be started on port 98 nor on port 8080");
   house.click(house.form().Command10);
   EXPECT_THAT(house.desktop.opened, ElementsAre(EndsWith(".example/cgi-bin/urlip.cgi?8080")));
@@ -269,8 +271,15 @@ TEST(WebServerPanel, PasswordsAreSetForTheNextStartAndCleared) {
       << "any letter of that kind would open";
   EXPECT_FALSE(house.files.exists(credentials));
 
-  house.dialogs.typed = {"me", "a:b", "a:b"};
+  house.form().txt_webuser.text = "me";
+  house.form().txt_webpassword.text = "a:b";
+  house.form().txt_webagain.text = "a";
+  EXPECT_TRUE(house.form().lab_webmismatch.visible);
+  house.form().txt_webagain.text = "a:b";
+  EXPECT_FALSE(house.form().lab_webmismatch.visible);
+  house.dialogs.typed.clear();
   house.click(house.form().Command8, 3s);
+  EXPECT_EQ(house.form().txt_webpassword.text.get(), "") << "it stays to be read";
   EXPECT_EQ(house.dialogs.messages.back(), "Homewarden: Your password has been set");
   EXPECT_EQ(house.files.contents[credentials], "me:a:b\r\n");
   EXPECT_FALSE(house.files.secrets.empty()) << "everybody may read the password";

@@ -217,7 +217,7 @@ TEST_F(EventRowsTest, NothingIsCutOffWithTextOfTwiceTheSize) {
   QApplication::setFont(large);
   for (const QSize size : {QSize(1280, 800), QSize(1000, 700), QSize(1920, 1080)}) {
     view->resize(size);
-    for (const char* panel : {"Events", "Macros", "Profiles"}) {
+    for (const char* panel : {"Events", "Macros", "Web Server", "Profiles"}) {
       open_node(panel);
       QWidget* page = view->findChild<QStackedWidget*>()->currentWidget();
       EXPECT_TRUE(QTest::qWaitFor([&] { return cut_off(*page).empty(); }, 2000))

@@ -1,72 +1,147 @@
 #include <QCheckBox>
-#include <QFormLayout>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPushButton>
+#include <QTimer>
 
+#include "platform/qt/text_codec.h"
+#include "ui/qt/action_button.h"
 #include "ui/qt/bindings.h"
+#include "ui/qt/breaking_row.h"
+#include "ui/qt/look.h"
 #include "ui/qt/page.h"
 #include "ui/qt/pages.h"
+#include "ui/qt/qr_code.h"
+#include "ui/qt/shapes.h"
+#include "ui/qt/sized_label.h"
+#include "ui/qt/watch.h"
+#include "ui/qt/web_page_access.h"
 
 namespace homewarden::view {
 namespace {
 
-void add_access_lists(WebPanel& panel, Page* page) {
-  QWidget* body = page->body();
-  page->add_heading(tr("Names, Pages and Proxies That Are Trusted"));
-  page->add_text(
-      tr("Addresses, this machine's own names, names without a dot and those that end in .local, "
-         ".lan, .home and the like need not be listed. Several entries are separated by commas. "
-         "100.64.0.0/10 is what some providers and VPNs use. What is saved takes effect at once: "
-         "the web server starts anew."));
-  QFormLayout* form = page->add_form();
-  auto* save = make_button(panel.cmd_webaccess, body);
-  const std::tuple<TextBox*, const char*, const char*> lists[] = {
-      {&panel.txt_webhosts, "Further names of this house", "house.example.org"},
-      {&panel.txt_weborigins, "Foreign pages that may look and switch",
-       "http://dashboard.lan:3000"},
-      {&panel.txt_webproxies, "Proxies that tell for whom they ask", "127.0.0.1"}};
-  for (const auto& [list, name, example] : lists) {
-    auto* box = new QLineEdit(body);
-    bind(*list, box, tr(name));
-    box->setPlaceholderText(tr(example));
-    QObject::connect(box, &QLineEdit::returnPressed, save, &QPushButton::click);
-    form->addRow(tr(name), box);
-  }
-  auto* shared = new QCheckBox(body);
-  bind(panel.chk_webshared, shared);
-  page->rows()->addWidget(shared);
-  page->rows()->addWidget(save, 0, Qt::AlignLeft);
+constexpr int kCopiedFor = 2000;  // milliseconds
+
+// The address in large letters, as a link that wraps where it is too long for one line.
+QWidget* make_address(Label& address, QWidget* parent) {
+  auto* label = new SizedLabel(1.43, false, SizedLabel::kLink, parent);
+  label->setTextFormat(Qt::RichText);
+  label->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+  bind_common(address, label, tr("Address of the pages"));
+  follow(address.caption, label, [label](const std::string& text) {
+    const QString shown = qt::from_code_page(text).toHtmlEscaped();
+    label->setText("<a href=\"" + shown + "\">" + shown + "</a>");
+  });
+  QObject::connect(label, &QLabel::linkActivated, label, [&address] { address.click(); });
+  return label;
+}
+
+QPushButton* make_copy(WebPanel& panel, QWidget* parent) {
+  auto* copy = make_action(panel.cmd_copyaddress, LineIcon::kCopy, ButtonKind::kPlain, parent);
+  QObject::connect(copy, &QPushButton::clicked, copy, [copy, &panel] {
+    QGuiApplication::clipboard()->setText(qt::from_code_page(panel.lab_webaddress.caption.get()));
+    copy->setText(tr("Copied"));
+    QTimer::singleShot(kCopiedFor, copy, [copy, &panel] {
+      copy->setText(qt::from_code_page(panel.cmd_copyaddress.caption.get()));
+    });
+  });
+  return copy;
+}
+
+QPushButton* make_open(WebPanel& panel, QWidget* parent) {
+  auto* open = new ActionButton(LineIcon::kLink, ButtonKind::kPrimary, parent);
+  open->setText(tr("Open in browser"));
+  QObject::connect(open, &QPushButton::clicked, open, [&panel] { panel.lab_webaddress.click(); });
+  return open;
+}
+
+// What a phone needs: the square to the left, the address beside it; one below the other where
+// there is no room.
+QWidget* make_address_card(WebPanel& panel, QWidget* parent) {
+  auto* card = new Card(parent);
+  auto* sides = new BreakingRow(card);
+  card->rows()->addWidget(sides);
+  auto* code = new QrCode(sides);
+  sides->first()->addWidget(code, 0, Qt::AlignTop | Qt::AlignLeft);
+  sides->first()->setSpacing(24);
+  auto* words = new QVBoxLayout;
+  words->setContentsMargins(16, 0, 0, 0);
+  words->setSpacing(8);
+  auto* port = new SizedLabel(1.0, false, SizedLabel::kText, sides);
+  bind(panel.Label48, port);
+  words->addWidget(port);
+  words->addWidget(make_address(panel.lab_webaddress, sides));
+  auto* hint = new SizedLabel(1.0, false, SizedLabel::kQuiet, sides);
+  words->addWidget(hint);
+  auto* buttons = new BreakingRow(sides);
+  QPushButton* open = make_open(panel, buttons);
+  QPushButton* copy = make_copy(panel, buttons);
+  buttons->first()->addWidget(open);
+  auto* others = new BreakingRow(buttons);
+  copy->setParent(others);
+  others->first()->addWidget(copy);
+  others->second()->addWidget(make_button(panel.Command10, others));
+  others->second()->addStretch(1);
+  buttons->second()->addWidget(others, 1);
+  words->addSpacing(4);
+  words->addWidget(buttons);
+  words->addStretch(1);
+  sides->second()->addLayout(words, 1);
+  const auto show = [&panel, code, hint, open, copy] {
+    const bool answers = panel.lab_webaddress.visible;
+    code->setVisible(answers && panel.is_in_network);
+    code->show_text(qt::from_code_page(panel.lab_webaddress.caption.get()));
+    hint->setText(!answers ? tr("Nothing answers until the web server runs: save another port.")
+                  : panel.is_in_network
+                      ? tr("Point a phone's camera at the square, or type this address.")
+                      : tr("This address is good on this computer only: it is in no network."));
+    open->setEnabled(answers);
+    copy->setEnabled(answers);
+  };
+  follow(panel.lab_webaddress.caption, card, [show](const std::string&) { show(); });
+  watch(panel.lab_webaddress.visible.changed, card, show);
+  bind(panel.lab_webstate, [card] {
+    auto* state = new SizedLabel(0.86, false, SizedLabel::kQuiet, card);
+    card->rows()->addWidget(state);
+    return state;
+  }());
+  return card;
+}
+
+QWidget* make_port_card(WebPanel& panel, QWidget* parent) {
+  auto* card = new Card(parent);
+  card->add_title(tr("Port"));
+  auto* hint = new SizedLabel(0.86, false, SizedLabel::kQuiet, card);
+  hint->setText(tr("80, or 8080 where 80 is taken"));
+  card->rows()->addWidget(hint);
+  auto* row = new QHBoxLayout;
+  row->setSpacing(8);
+  auto* box = new QLineEdit(card);
+  bind(panel.txt_webport, box, tr("Port of the web server"));
+  row->addWidget(box, 1);
+  QPushButton* save = make_button(panel.Command7, card);
+  QObject::connect(box, &QLineEdit::returnPressed, save, &QPushButton::click);
+  row->addWidget(save);
+  card->rows()->addLayout(row);
+  card->rows()->addStretch(1);
+  return card;
 }
 
 }  // namespace
 
 QWidget* make_web_page(WebPanel& panel) {
-  auto* page = new Page(tr("Web Server"));
+  auto* page = new Page(tr("Web Server"), 0);
   QWidget* body = page->body();
-  auto* running = new QLabel(body);
-  bind(panel.Label48, running);
-  page->rows()->addWidget(running);
-
-  auto* port = new QHBoxLayout;
-  port->addWidget(new QLabel(tr("Port"), body));
-  auto* box = new QLineEdit(body);
-  bind(panel.txt_webport, box, tr("Port of the web server"));
-  box->setMaximumWidth(110);
-  port->addWidget(box);
-  QPushButton* save = make_button(panel.Command7, body);
-  QObject::connect(box, &QLineEdit::returnPressed, save, &QPushButton::click);
-  port->addWidget(save);
-  port->addStretch();
-  page->rows()->addLayout(port);
-
-  bind(panel.lab_webstate, page->add_text({}, false));
-  page->add_heading(tr("Access"));
-  auto* access = new QHBoxLayout;
-  for (Button* button : {&panel.Command8, &panel.Command9, &panel.Command10})
-    access->addWidget(make_button(*button, body));
-  access->addStretch();
-  page->rows()->addLayout(access);
-  add_access_lists(panel, page);
+  page->rows()->setSpacing(16);
+  page->add_text(tr("Your house in a browser, on every phone, tablet and television at home"));
+  page->rows()->addWidget(make_address_card(panel, body));
+  auto* cards = new BreakingRow(body);
+  cards->first()->addWidget(make_port_card(panel, cards));
+  cards->second()->addWidget(make_access_card(panel, cards), 1);
+  page->rows()->addWidget(cards);
+  page->rows()->addWidget(make_trust_card(panel, body));
   page->add_rest();
   return page;
 }
