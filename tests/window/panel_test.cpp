@@ -1,6 +1,8 @@
 // What a person does with the boxes and lists of the panels, and which panel is shown.
 
+#include <QClipboard>
 #include <QScrollArea>
+#include <cstdlib>
 
 #include "tests/window/form_window.h"
 
@@ -154,6 +156,33 @@ TEST_F(PanelTest, ABusyWindowShowsItWhereverThePointerIs) {
   form.mouse_pointer = MousePointer::kNormal;
   form.enabled = true;
   EXPECT_NE(pointer_at(300, 100), Qt::BusyCursor);
+}
+
+TEST_F(PanelTest, TheAddressIsASquareForACameraAndGoesToTheClipboard) {
+  form.is_in_network = true;
+  form.lab_webaddress.caption = "http://192.168.1.20:8080/index.html";
+  form.lab_webaddress.visible = true;
+  show(form.Frame4);
+  view->resize(1280, 800);
+  QTest::qWait(0);
+  auto* square = named<QWidget>("http://192.168.1.20:8080/index.html");
+  ASSERT_TRUE(square);
+  const QImage picture = square->grab().toImage();
+  if (const char* folder = std::getenv("HOMEWARDEN_SCREENSHOTS"))
+    picture.save(QString(folder) + "/address-square.png");
+  // The corner mark that cameras look for: seven modules dark, with a light ring within.
+  int left = 8;
+  const int middle = picture.height() / 2;
+  while (left < middle && picture.pixelColor(left, left) != Qt::black) ++left;
+  const int top = left;
+  int run = 0;
+  while (picture.pixelColor(left + run, top) == Qt::black) ++run;
+  EXPECT_EQ(run % 7, 0) << "its modules are not whole pixels";
+  EXPECT_EQ(picture.pixelColor(left + run / 7 + 1, top + run / 7 + 1), QColor(Qt::white));
+  EXPECT_EQ(picture.pixelColor(left + run / 2, top + run / 2), QColor(Qt::black));
+  for (auto* button : shown<QPushButton>())
+    if (button->text() == "Copy address") QTest::mouseClick(button, Qt::LeftButton);
+  EXPECT_EQ(QApplication::clipboard()->text(), "http://192.168.1.20:8080/index.html");
 }
 
 }  // namespace
