@@ -32,7 +32,7 @@ struct CardFace {
 };
 
 // What a card's menu asks for besides another room.
-enum class CardOrder { kRename, kChange, kDelete };
+enum class CardOrder { kRename, kChange, kRemove };
 
 // The devices of a room that the ten slots show at a time.
 struct RoomPage {

@@ -42,7 +42,7 @@ RoomEditing::RoomEditing(HousePanel& panel, AddRoomPanel& adding_room, AddDevice
   panel.card_order.connect([this, &operations](int slot, CardOrder what) {
     const auto device = devices_.device_in(slot);
     if (!device) return;
-    if (what == CardOrder::kDelete)
+    if (what == CardOrder::kRemove)
       operations.start(deletion_.delete_item({device->room, device->name, device->tree_key()}));
     else
       edit_device(*device, what);

@@ -38,7 +38,7 @@ void fill_card_menu(QMenu& menu, HousePanel& panel, int slot) {
                      [&panel, slot, room] { panel.moved_to(slot, room); });
   rooms->setEnabled(!rooms->isEmpty());
   menu.addSeparator();
-  order(add(menu, LineIcon::kTrash, tr("Delete"), QKeySequence("Ctrl+D")), CardOrder::kDelete);
+  order(add(menu, LineIcon::kTrash, tr("Delete"), QKeySequence("Ctrl+D")), CardOrder::kRemove);
 }
 
 void fill_room_menu(QMenu& menu, HousePanel& panel) {

@@ -331,10 +331,10 @@ bool DeviceCard::takes(const QKeyEvent& event) {
       return true;
     case Qt::Key_D:
       if (event.modifiers() != Qt::ControlModifier) return false;
-      panel_.card_order(slot, CardOrder::kDelete);
+      panel_.card_order(slot, CardOrder::kRemove);
       return true;
     case Qt::Key_Delete:
-      panel_.card_order(slot, CardOrder::kDelete);
+      panel_.card_order(slot, CardOrder::kRemove);
       return true;
     default:
       return false;
