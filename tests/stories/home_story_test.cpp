@@ -139,7 +139,7 @@ TEST_F(HomeStory, TheNextEventsAreSaidInWordsThatKeepUpWithTheClock) {
     return texts;
   };
   EXPECT_EQ(form().lab_today.caption.get(), "Wednesday 21 June, sunset at 20:18");
-  EXPECT_THAT(coming(), ElementsAre("20:05 One on at 40 %. In 5 min",
+  EXPECT_THAT(coming(), ElementsAre("20:05 One on at 40\xA0%. In 5 min",
                                     "21:18 Lamp off. 1 hour after sunset, tonight",
                                     "03:45 Bell on. At sunrise, tomorrow"));
   house.run_until(20, 4, 1);
@@ -148,7 +148,7 @@ TEST_F(HomeStory, TheNextEventsAreSaidInWordsThatKeepUpWithTheClock) {
   EXPECT_EQ(form().lab_today.caption.get(), "Wednesday 21 June, sunset was at 20:18");
   EXPECT_THAT(coming(),
               ElementsAre("21:18 Lamp off. 1 hour after sunset, in 59 min",
-                          "03:45 Bell on. At sunrise, tomorrow", "20:05 One on at 40 %. Tomorrow"));
+                          "03:45 Bell on. At sunrise, tomorrow", "20:05 One on at 40\xA0%. Tomorrow"));
   house.run_until(0, 0, 1);
   EXPECT_EQ(form().lab_today.caption.get(), "Thursday 22 June, sunrise at 03:45");
   form().Check1.checked = true;
