@@ -69,7 +69,7 @@ Task<void> ServiceMode::tell_first_run() {
   co_await module1_.pause(3);
   status_.panel2 =
       "From now on a service runs your events and web pages while this window is closed; \"Run as "
-      "a service\" on the home page switches that off";
+      "a service\" in the settings switches that off";
 }
 
 void ServiceMode::stop_asking() {

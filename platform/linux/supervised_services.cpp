@@ -19,7 +19,7 @@ const char* const kName = "Wardengine";
 const char* const kMark = "service.installed";
 const char* const kMarkText =
     "Homewarden's background service is installed for this person: the window starts it when it\n"
-    "closes. The check box on the home page makes and removes this file.\n";
+    "closes. The check box in the settings makes and removes this file.\n";
 
 }  // namespace
 
