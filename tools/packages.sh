@@ -1,6 +1,7 @@
 # The Debian packages that each task needs, one place for all scripts.
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev qt6-multimedia-dev
-  libsqlite3-dev libmicrohttpd-dev libgnutls28-dev libxcb1-dev libqrencode-dev libsystemd-dev pkg-config libgtest-dev libgmock-dev libbenchmark-dev)
+  qt6-svg-dev libsqlite3-dev libmicrohttpd-dev libgnutls28-dev libxcb1-dev libqrencode-dev
+  libsystemd-dev pkg-config libgtest-dev libgmock-dev libbenchmark-dev)
 package_packages=(dpkg-dev file gzip)
 package_check_packages=(python3 lintian desktop-file-utils appstream mandoc bash zsh fish mmdebstrap
   curl iproute2 util-linux)
