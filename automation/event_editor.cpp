@@ -60,6 +60,7 @@ EventEditor::EventEditor(EventPanel& panel, TreeView& tree, StatusBar& status, F
   panel.lst_hour.text.changed.connect([this] { offer_minutes(); });
   panel.lst_hour.click.connect([this, &operations] { operations.start(hour_chosen()); });
   panel.ListView1.double_click.connect([this] { edit_selected(); });
+  list.renamed.connect([this](const ListFile::Edit& edit) { follow(edit); });
   panel.flashsave.tick.connect([this] { panel_.Command6.bold = !panel_.Command6.bold; });
 }
 
@@ -140,7 +141,7 @@ Task<void> EventEditor::save_one() {
         co_await ask(dialogs_, kNoDay, "No day chosen", Answer::kNo, MessageIcon::kExclamation);
     if (!wanted) co_return;
   }
-  Saving saving = savings_.front();
+  const Saving& saving = savings_.front();  // stays there, and follows its device
   const bool saved = co_await write(saving);
   if (saved) {
     co_await list_.loadevents();
@@ -151,7 +152,7 @@ Task<void> EventEditor::save_one() {
   co_await tell_error(dialogs_, kNotSaved);
 }
 
-Task<bool> EventEditor::write(Saving saving) {
+Task<bool> EventEditor::write(const Saving& saving) {
   const BusyWindow busy(window_);
   co_await pending_events(loop_);
   bool saved = false;
@@ -171,6 +172,28 @@ void EventEditor::has_been_saved(const Saving& saved) {
   for (Saving& later : savings_)
     if (later.session == saved.session && later.replaced) later.replaced = saved.event;
   if (session_ == saved.session) end_editing();
+}
+
+void EventEditor::follow(const ListFile::Edit& edit) {
+  const auto follow_line = [&edit](EventRecord& event) {
+    const auto line = edit(event.key());
+    auto renamed = line ? parse_event(*line) : std::nullopt;
+    if (renamed) event = *std::move(renamed);
+  };
+  if (edited_) follow_line(*edited_);
+  for (Saving& saving : savings_) {
+    follow_line(saving.event);
+    if (saving.replaced) follow_line(*saving.replaced);
+  }
+  const auto parts = split_label(panel_.lst_eventdevice.text.get());
+  if (!parts) return;
+  EventRecord chosen;
+  chosen.roomdevice = parts->roomdevice;
+  chosen.housecode = parts->housecode;
+  chosen.unit = std::to_string(parts->unit);
+  const EventRecord before = chosen;
+  follow_line(chosen);
+  if (chosen != before) panel_.lst_eventdevice.text = chosen.device_label();
 }
 
 Task<void> EventEditor::hour_chosen() {

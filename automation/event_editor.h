@@ -41,7 +41,8 @@ class EventEditor {
   // is edited now, whatever happens to both while it waits. Refuses, with a message and without
   // writing, what is no event; asks about one that would never run for want of a day; when the list
   // cannot be written the person hears of it and goes on editing. What is saved while another Save
-  // is on its way comes after it, unless it is the same event once more.
+  // is on its way comes after it, unless it is the same event once more. What is edited or saved
+  // follows its device when that gets another name or address.
   Task<void> save();
 
  private:
@@ -52,8 +53,9 @@ class EventEditor {
   };
 
   Task<void> save_one();
-  Task<bool> write(Saving saving);
+  Task<bool> write(const Saving& saving);
   void has_been_saved(const Saving& saved);
+  void follow(const ListFile::Edit& edit);
   Task<void> hour_chosen();
   void show_dim_choice();
   void offer_minutes();

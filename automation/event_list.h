@@ -55,6 +55,10 @@ class EventList {
   // one must not be done to it.
   Signal<> replaced;
 
+  // Raised when lines of the file and of the profiles were changed by this, while the files are
+  // locked: an event that somebody holds is now what its line has become.
+  Signal<const ListFile::Edit&> renamed;
+
  private:
   void load_macros();
   void show_events(const std::optional<std::string>& content);

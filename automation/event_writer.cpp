@@ -12,7 +12,7 @@ EventWriter::EventWriter(StatusBar& status, Flags& flags, EventLoop& loop, Modul
     : status_(status), flags_(flags), loop_(loop), module1_(module1), events_(events) {}
 
 // The old line goes and the new one comes in one step, so that a stop in between loses neither.
-Task<bool> EventWriter::replace(EventRecord old_event, EventRecord event) {
+Task<bool> EventWriter::replace(const EventRecord& old_event, const EventRecord& event) {
   {
     const FileLock lock = co_await lock_files(flags_, module1_);
     co_await progress("Please wait, preparing to edit your event");
@@ -31,7 +31,7 @@ Task<bool> EventWriter::replace(EventRecord old_event, EventRecord event) {
   co_return true;
 }
 
-Task<bool> EventWriter::add(EventRecord event) {
+Task<bool> EventWriter::add(const EventRecord& event) {
   const FileLock lock = co_await lock_files(flags_, module1_);
   co_await progress("Please wait, saving your new event now");
   co_return events_.add(event.key());

@@ -34,7 +34,8 @@ void DeviceSelectors::fill(const HouseIndex& house) {
     labels.push_back(device.label());
   }
   const std::string last_label = last_of(labels);
-  offer(events_.lst_eventdevice, labels, last_label, events_.frm_event.visible);
+  const bool event_in_use = events_.frm_event.visible || events_.editor_open;
+  offer(events_.lst_eventdevice, labels, last_label, event_in_use);
   offer(macros_.com_sel1, labels, last_label, macros_.frm_macros.visible);
   offer(macros_.com_sel2, std::move(labels), last_label, macros_.frm_macros.visible);
   hidden_.lst_codes.clear();

@@ -100,7 +100,9 @@ Task<std::string> HouseChanges::rewrite(const Renaming& renaming, std::string ty
   if (done) record_new(renaming, type, true);  // a command may have got through meanwhile
   forget(renaming, done);
   if (!done) co_return kNotWritten;
-  once_events_.edit([&renaming](std::string_view key) { return renaming.event(key); });
+  const ListFile::Edit edit = [&renaming](std::string_view key) { return renaming.event(key); };
+  once_events_.edit(edit);
+  events_.renamed(edit);
   co_return "";
 }
 

@@ -69,6 +69,24 @@ TEST_F(HouseChangeStory, EverythingThatNamesADeviceFollowsAndNothingElse) {
   EXPECT_FALSE(form.filebusy);
 }
 
+// The finder leads to a room while an event is edited.
+TEST_F(HouseChangeStory, AnEventInTheEditorFollowsItsDevice) {
+  FrmMain& form = open_kitchen();
+  house.click_node("Events");
+  form.ListView1.selected = 0;
+  form.ListView1.double_click();
+  ASSERT_EQ(form.lst_eventdevice.text.get(), "Kitchen Lamp A1");
+  form.lst_dim.text = "50%";
+  house.click_node("Kitchen");
+  edit(0).txt_changename.text = "Table Lamp";
+  form.change.lst_changenumber.text = "7";
+  EXPECT_EQ(save(), "");
+  EXPECT_EQ(form.lst_eventdevice.text.get(), "Kitchen Table Lamp A7");
+  house.click(form.Command6, 5s);
+  EXPECT_THAT(events(), EndsWith("Kitchen Table Lamp~A~7~50~07:30~on~daily~m\r\n"));
+  EXPECT_THAT(form.ListView1.rows.get(), SizeIs(4)) << "the event stands there twice";
+}
+
 TEST_F(HouseChangeStory, ARenamedRoomKeepsItsPageItsTypesAndItsEvents) {
   FrmMain& form = open_kitchen();
   form.mnu_renameroom.click();
