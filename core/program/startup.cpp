@@ -77,14 +77,14 @@ Task<void> Startup::Form_Load() {
   rooms_.gohome();
   fill_device_lists(form_);
   fill_macro_lists(form_);
+  fill_event_columns(form_);
+  fill_event_lists(form_);  // the panel that was open last presets the time
   steps_.run([this] {
     place_window(form_, settings_, desktop_);
     placed_ = settings_.are_known();
     restore_view(form_, settings_);
   });
   steps_.run([this] { form_.com_profile.text = profiles_.active(); });
-  fill_event_columns(form_);
-  fill_event_lists(form_);
   steps_.run([this] { set_options(); });
   steps_.run([this] { start_options_.renew_logon(); });
   steps_.run([this] { service_mode_.install_missing(); });

@@ -1,6 +1,7 @@
 // The boxes and buttons of the event editor and the location settings under real keys and clicks.
 
 #include <QListView>
+#include <QRadioButton>
 
 #include "core/lists/choice_lists.h"
 #include "tests/window/form_window.h"
@@ -64,6 +65,21 @@ TEST_F(EditorControlsTest, AnEntryIsChosenWithTheMouseAndWithKeys) {
   QTest::keyClick(hour->view(), Qt::Key_Escape);
   EXPECT_EQ(chosen.size(), 3u);
   EXPECT_EQ(form.lst_hour.text.get(), "22");
+}
+
+// The page of the panel that was open last is made before the program has filled the lists.
+TEST_F(EditorControlsTest, ChoicesThatComeLateAreShown) {
+  form.lst_freq.items = std::vector<std::string>{};
+  form.frm_event.visible = true;
+  settle();
+  fill_event_lists(form);
+  settle();
+  auto* once = named<QRadioButton>("Frequency: once");
+  ASSERT_TRUE(once && once->isVisible());
+  auto* daily = named<QRadioButton>("Frequency: daily");
+  EXPECT_EQ(once->mapTo(view.get(), QPoint()).y(), daily->mapTo(view.get(), QPoint()).y());
+  QTest::mouseClick(once, Qt::LeftButton);
+  EXPECT_EQ(form.lst_freq.text.get(), "once");
 }
 
 TEST_F(EditorControlsTest, EnterChoosesTheCityThatWasTyped) {

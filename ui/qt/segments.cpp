@@ -81,16 +81,28 @@ Segments::Segments(const QList<Segment>& choices, const QString& name,
   auto* places = new QBoxLayout(QBoxLayout::LeftToRight, this);
   places->setContentsMargins(0, 0, 0, 0);
   places->setSpacing(2);
+  offer(choices);
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+void Segments::offer(const QList<Segment>& choices) {
+  for (QRadioButton* button : buttons_) {
+    button->hide();
+    button->deleteLater();
+    layout()->removeWidget(button);
+  }
+  buttons_.clear();
   for (const Segment& choice : choices) {
     auto* button = new SegmentButton(choice, this);
-    button->setAccessibleName(name + ": " + choice.caption);
+    button->setAccessibleName(accessibleName() + ": " + choice.caption);
     button->installEventFilter(this);
     const int position = static_cast<int>(buttons_.size());
     connect(button, &QRadioButton::clicked, this, [this, position] { chosen_(position); });
-    places->addWidget(button, 1);
+    static_cast<QBoxLayout*>(layout())->addWidget(button, 1);
+    button->show();
     buttons_ << button;
   }
-  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+  updateGeometry();
 }
 
 void Segments::show_choice(int position) {
@@ -109,6 +121,17 @@ int Segments::choice() const {
   const auto found = std::find_if(buttons_.begin(), buttons_.end(),
                                   [](const QRadioButton* button) { return button->isChecked(); });
   return found == buttons_.end() ? -1 : static_cast<int>(found - buttons_.begin());
+}
+
+// As wide as all of them side by side, or they would not be that again when there is room.
+QSize Segments::sizeHint() const {
+  return {width_of_all(), layout()->sizeHint().height()};
+}
+
+int Segments::width_of_all() const {
+  int width = -2;
+  for (const QRadioButton* button : buttons_) width += button->sizeHint().width() + 2;
+  return std::max(0, width);
 }
 
 // As wide as the widest: they can stand one below the other.
@@ -163,31 +186,36 @@ void Segments::changeEvent(QEvent* event) {
 
 // One below the other where they do not fit side by side.
 void Segments::arrange() {
-  int needed = 0;
-  for (const QRadioButton* button : buttons_) needed += button->sizeHint().width() + 2;
   auto* places = static_cast<QBoxLayout*>(layout());
-  const auto direction = needed - 2 <= width() ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom;
+  const auto direction =
+      width_of_all() <= width() ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom;
   if (direction == places->direction()) return;
   places->setDirection(direction);
   updateGeometry();
 }
 
+// The page of the panel that was open last is there before the choices are.
 Segments* make_segments(ComboBox& control, const QString& name, QWidget* parent) {
-  QList<Segment> choices;
-  for (const std::string& item : control.items.get()) choices << Segment{qt::from_code_page(item)};
   auto* segments = new Segments(
-      choices, name,
+      {}, name,
       [&control](int position) {
         control.text = control.items.get()[static_cast<std::size_t>(position)];
         control.click();
       },
       parent);
-  bind_common(control, segments, name);
-  follow(control.text, segments, [segments, &control](const std::string& text) {
+  const auto show_choice = [segments, &control] {
     const auto& items = control.items.get();
-    const auto found = std::find(items.begin(), items.end(), text);
+    const auto found = std::find(items.begin(), items.end(), control.text.get());
     segments->show_choice(found == items.end() ? -1 : static_cast<int>(found - items.begin()));
+  };
+  follow(control.items, segments, [segments, show_choice](const std::vector<std::string>& items) {
+    QList<Segment> choices;
+    for (const std::string& item : items) choices << Segment{qt::from_code_page(item)};
+    segments->offer(choices);
+    show_choice();
   });
+  bind_common(control, segments, name);
+  watch(control.text.changed, segments, show_choice);
   return segments;
 }
 

@@ -24,10 +24,13 @@ class Segments : public QWidget {
   Segments(const QList<Segment>& choices, const QString& name, std::function<void(int)> chosen,
            QWidget* parent);
 
+  // In the place of those that were there; none of them is chosen.
+  void offer(const QList<Segment>& choices);
   // Shows this one as chosen; none for -1.
   void show_choice(int position);
   int choice() const;
 
+  QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
  protected:
@@ -37,6 +40,7 @@ class Segments : public QWidget {
 
  private:
   void arrange();
+  int width_of_all() const;
   void choose(QRadioButton* button);
   bool choose_letter(const QString& letter);
 
