@@ -60,6 +60,10 @@ EventEditor::EventEditor(EventPanel& panel, TreeView& tree, StatusBar& status, F
   panel.lst_hour.text.changed.connect([this] { offer_minutes(); });
   panel.lst_hour.click.connect([this, &operations] { operations.start(hour_chosen()); });
   panel.ListView1.double_click.connect([this] { edit_selected(); });
+  // What stands in the boxes is a new event for the other profile.
+  list.replaced.connect([this] {
+    if (edited_) end_editing();
+  });
   list.renamed.connect([this](const ListFile::Edit& edit) { follow(edit); });
   panel.flashsave.tick.connect([this] { panel_.Command6.bold = !panel_.Command6.bold; });
 }

@@ -156,6 +156,17 @@ TEST_F(ProfileStory, WhatIsClickedDuringASwitchIsNotDoneToTheOtherProfile) {
   EXPECT_TRUE(form.ListView1.enabled);
 }
 
+// The finder leads to the profiles while an event is edited.
+TEST_F(ProfileStory, AnEventInTheEditorDoesNotGoToAnotherProfileByItself) {
+  FrmMain& form = open(kThree);
+  form.ListView1.selected = 0;
+  form.ListView1.double_click();
+  ASSERT_TRUE(form.cmd_cancel.visible);
+  choose("Holiday", 5s);
+  EXPECT_FALSE(form.cmd_cancel.visible) << "Save would replace what this profile has not";
+  EXPECT_TRUE(form.ListView1.enabled && form.Tree.enabled);
+}
+
 TEST_F(ProfileStory, OfSeveralChoicesTheLastOneCounts) {
   FrmMain& form = open(kThree);
   house.content("Weekends.txt") = kOne;
