@@ -49,7 +49,7 @@ NavigationTree::NavigationTree(FrmMain& form, Operations& operations, EventLoop&
   form.Label4.click.connect([this] { show_form(form_.frm_adddevice, form_.txt_devname); });
   form.Label5.click.connect([this] {
     form_.show_only(form_.frm_event);
-    preset_time(form_, loop_.local_time());
+    show_present_time();
   });
   follow_panel(form.frm_home, kHome);
   follow_panel(form.frm_event, kEvents);
@@ -120,6 +120,11 @@ void NavigationTree::follow_panel(Frame& frame, const char* name) {
   });
 }
 
+// The finder leads away and back while an event is edited: that one keeps its time.
+void NavigationTree::show_present_time() {
+  if (!form_.cmd_cancel.visible) preset_time(form_, loop_.local_time());
+}
+
 void NavigationTree::show_selected() {
   const TreeNode& node = *form_.Tree.selected.get();
   const FlagGuard quiet(quiet_);
@@ -132,10 +137,10 @@ void NavigationTree::show_selected() {
     form_.show_only(form_.Frame4);
   } else if (node.text == kEvents) {
     form_.show_only(form_.frm_event);
-    preset_time(form_, loop_.local_time());
+    show_present_time();
   } else if (node.text == kMacros) {
     form_.show_only(form_.frm_macros);
-    preset_time(form_, loop_.local_time());
+    show_present_time();
   } else if (node.text == kProfiles) {
     form_.show_only(form_.Frame5);
   } else {

@@ -38,6 +38,7 @@ class NavigationTree {
   TreeNode* selected_before() const;
   void follow_panel(Frame& frame, const char* name);
   void show_selected();
+  void show_present_time();
   void show_room(const std::string& room);
   void node_pressed();
   void show_form(Frame& frame, Control& focus);  // the home page's links

@@ -73,7 +73,7 @@ TEST_F(HouseChangeStory, EverythingThatNamesADeviceFollowsAndNothingElse) {
 TEST_F(HouseChangeStory, AnEventInTheEditorFollowsItsDevice) {
   FrmMain& form = open_kitchen();
   house.click_node("Events");
-  form.ListView1.selected = 0;
+  form.ListView1.selected = 1;
   form.ListView1.double_click();
   ASSERT_EQ(form.lst_eventdevice.text.get(), "Kitchen Lamp A1");
   form.lst_dim.text = "50%";
@@ -81,6 +81,7 @@ TEST_F(HouseChangeStory, AnEventInTheEditorFollowsItsDevice) {
   edit(0).txt_changename.text = "Table Lamp";
   form.change.lst_changenumber.text = "7";
   EXPECT_EQ(save(), "");
+  house.click_node("Events");
   EXPECT_EQ(form.lst_eventdevice.text.get(), "Kitchen Table Lamp A7");
   house.click(form.Command6, 5s);
   EXPECT_THAT(events(), EndsWith("Kitchen Table Lamp~A~7~50~07:30~on~daily~m\r\n"));
