@@ -27,6 +27,7 @@ std::string joined(const std::vector<std::string>& names) {
 
 MacroOutlook::MacroOutlook(MacroPanel& panel, HouseIndex& house) : panel_(panel), house_(house) {
   panel.ListVIew2.items.changed.connect([this] { show_list(); });
+  panel.lab_macronotice.visible.changed.connect([this] { show_list(); });
   house.changed.connect([this] {
     show_list();
     show_sentence();

@@ -136,14 +136,14 @@ bool WebServer::listen(const std::string& port) {
 void WebServer::show_state() {
   const std::string port =
       module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, "webport", kDefaultPort);
+  const bool has_password = files_.exists(credentials_);
+  panel_.lab_weblock.caption = has_password ? "A password is set" : "No password is set";
   if (!web_.Listening()) {
     panel_.lab_webaddress.visible = false;
     panel_.lab_webstate.caption =
         "The web server is not running: port " + port + " cannot be used.";
     return;
   }
-  const bool has_password = files_.exists(credentials_);
-  panel_.lab_weblock.caption = has_password ? "A password is set" : "No password is set";
   std::string text = "The web server is running on port " + port;
   if (lets_nobody_in())
     text += std::string(" and lets nobody in: ") + kNoPassword + ". Set one and save the port.";

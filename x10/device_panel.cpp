@@ -161,7 +161,8 @@ CardFace DevicePanel::face_of(const Slot& slot) {
   face.on = state_.getlaststatus(slot.key);
   face.level = face.on ? state_.level(slot.key) : 0;
   face.dimmable = house_.type_of(slot.key).dimmable;
-  face.address = slot.device.house_code + std::to_string(slot.device.unit);
+  if (slot.device.has_address())
+    face.address = slot.device.house_code + std::to_string(slot.device.unit);
   if (!slot.key.empty() && slot.key == sending_to_)
     face.state = CardState::kSending;
   else if (presses_.waits(slot.key))

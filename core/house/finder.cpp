@@ -50,11 +50,9 @@ Finder::Finder(FinderPanel& panel, NavigationPane& pane, EventPanel& events, Ope
   panel.do_it.connect([this] { do_chosen(); });
   panel.show_it.connect([this] { show_chosen(); });
   panel.txt_find.text.changed.connect([this] { find(); });
-  const auto find_again = [this] {
-    if (panel_.frm_finder.visible) find();
-  };
-  house.changed.connect(find_again);
-  state.changed.connect([find_again](const StateChange&) { find_again(); });
+  house.changed.connect([this] { find_again(); });
+  events.ListView1.rows.changed.connect([this] { find_again(); });
+  state.changed.connect([this](const StateChange&) { find_again(); });
 }
 
 void Finder::open() {
@@ -71,8 +69,10 @@ void Finder::find() {
   std::vector<Meant> events;
   find_switches(words, switches);
   find_rooms_off(words, switches);
-  find_places(words, places);
-  find_events(words, events);
+  if (tree_.enabled) {  // otherwise an event is being edited
+    find_places(words, places);
+    find_events(words, events);
+  }
   keep_best(switches, kMostSwitches);
   keep_best(places, kMostPlaces);
   keep_best(events, kMostEvents);
@@ -81,13 +81,26 @@ void Finder::find() {
   };
   // A room's name alone means the room.
   const bool places_first = !words.command && best(places) > best(switches);
-  meant_ = places_first ? std::move(places) : std::move(switches);
-  for (auto* more : {places_first ? &switches : &places, &events})
+  if (places_first) std::swap(switches, places);
+  meant_ = std::move(switches);
+  for (const auto* more : {&places, &events})
     meant_.insert(meant_.end(), more->begin(), more->end());
   std::vector<Found> shown;
   for (const Meant& meant : meant_) shown.push_back(meant.shown);
   panel_.chosen = 0;
   panel_.found = std::move(shown);
+}
+
+// What a person is about to do stays chosen.
+void Finder::find_again() {
+  if (!panel_.frm_finder.visible) return;
+  const Meant before = chosen() ? *chosen() : Meant();
+  find();
+  const auto same = std::find_if(meant_.begin(), meant_.end(), [&before](const Meant& meant) {
+    return meant.shown.kind == before.shown.kind && meant.node == before.node &&
+           meant.device == before.device && meant.event == before.event;
+  });
+  if (same != meant_.end()) panel_.chosen = static_cast<int>(same - meant_.begin());
 }
 
 // Without a command a press is meant. Nothing typed: what is on, to be turned off.
@@ -181,14 +194,15 @@ void Finder::find_events(const FindWords& words, std::vector<Meant>& found) cons
     if (name != "event" && name != "events") names.push_back(name);
   if (names.empty()) return;
   const Minute now = minute_of(loop_.local_time());
+  const SunTimesOf sun_times =
+      remembered([this](std::chrono::local_days day) { return location_.sun_times(day); });
   const auto& rows = events_.ListView1.rows.get();
   for (std::size_t row = 0; row < rows.size(); ++row) {
     const EventRecord event = event_in(rows[row]);
     const int score = match(names, event.roomdevice);
     const bool other_command = words.command && words.command->on != (event.action == "on");
     if (score == 0 || other_command) continue;
-    const auto next = next_run(
-        event, now, [this](std::chrono::local_days day) { return location_.sun_times(day); });
+    const auto next = next_run(event, now, sun_times);
     Meant meant;
     meant.score = score;
     meant.node = kEvents;
@@ -232,8 +246,10 @@ void Finder::show_chosen() {
 
 void Finder::go_to(const Meant& meant) {
   TreeNode* node = tree_.find(meant.node);
-  if (!node) return;
+  if (!node || !tree_.enabled) return;
   tree_.selected = node;
+  tree_.click();  // it may be selected while another panel shows
+  if (meant.shown.kind == Found::Kind::kDevice) devices_.turn_to(meant.device);
   if (meant.event >= 0) events_.ListView1.selected = meant.event;
 }
 

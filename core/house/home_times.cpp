@@ -6,6 +6,7 @@
 #include <tuple>
 #include <utility>
 
+#include "automation/due_time.h"
 #include "automation/event_list.h"
 #include "automation/event_words.h"
 #include "automation/next_run.h"
@@ -35,12 +36,6 @@ std::string date_in_words(std::chrono::local_days day) {
          std::to_string(static_cast<unsigned>(date.day())) + " " + std::string(kMonths[month - 1]);
 }
 
-std::string capitalised(std::string text) {
-  if (!text.empty() && text.front() >= 'a' && text.front() <= 'z')
-    text.front() = static_cast<char>(text.front() - 'a' + 'A');
-  return text;
-}
-
 std::optional<int> minute_in(std::optional<Date> time) {
   if (!time) return std::nullopt;
   return minute_of_day(floor<minutes>(*time));
@@ -49,8 +44,7 @@ std::optional<int> minute_in(std::optional<Date> time) {
 // "At sunset, in 22 min", "1 hour after sunrise, tomorrow", "Tonight".
 std::string when_in_words(const EventRecord& event, Minute due, Minute now) {
   std::string when = due - now < hours(1) ? until_in_words(due, now) : day_in_words(due, now);
-  const bool by_sun = event.time.starts_with("s");
-  if (!by_sun) return capitalised(std::move(when));
+  if (sun_of(event.time) == Sun::kNone) return capitalised(std::move(when));
   const std::string time = time_in_words(event.time);
   return capitalised((time.find(' ') == std::string::npos ? "at " : "") + time) + ", " + when;
 }

@@ -85,6 +85,7 @@ void RoomEditing::look_at_house() {
 }
 
 void RoomEditing::edit_device(const Device& device, CardOrder what) {
+  if (saving_) return;
   close();
   edited_ = device;
   room_ = device.room;
@@ -107,6 +108,7 @@ void RoomEditing::edit_device(const Device& device, CardOrder what) {
 }
 
 void RoomEditing::edit_room() {
+  if (saving_) return;
   close();
   room_ = devices_.room();
   form_.of_room = true;

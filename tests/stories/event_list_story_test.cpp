@@ -182,7 +182,9 @@ TEST(EventListStory, AMacroListThatCannotBeReadIsTold) {
   EventHouse house;
   house.files.unreadable.insert(House::file("macs.hlk"));
   FrmMain& form = house.open_connected();
-  EXPECT_TRUE(form.lab_macronotice.visible);
+  house.click_node("Macros");
+  house.loop.advance(3s);
+  EXPECT_TRUE(form.lab_macronotice.visible && !form.lab_nomacros.visible);
   house.files.unreadable.clear();
   form.com_savemacro.click();
   house.loop.advance(3s);

@@ -9,9 +9,10 @@ namespace {
 class FinderStory : public ::testing::Test {
  protected:
   FinderStory()
-      : house("Living Room~~~\r\nLiving Room~Reading Lamp~A~12\r\nLiving Room~Table Lamp~A~13\r\n"
-              "Living Room~Radio~A~2\r\nBedroom~~~\r\nBedroom~Lamp~B~1\r\nOffice~~~\r\n"
-              "Office~On Air Sign~C~1\r\n") {
+      : house(
+            "Living Room~~~\r\nLiving Room~Reading Lamp~A~12\r\nLiving Room~Table Lamp~A~13\r\n"
+            "Living Room~Radio~A~2\r\nBedroom~~~\r\nBedroom~Lamp~B~1\r\nOffice~~~\r\n"
+            "Office~On Air Sign~C~1\r\n") {
     house.settings.write("type", "LivingRoomReadingLamp", "bulb");
     house.content("evelst.hwd") =
         "Bedroom Lamp~B~1~100~07:30~on~daily~mtwufsr\r\nBedroom Lamp~B~1~ ~23:10~off~daily~m\r\n";
@@ -50,19 +51,39 @@ TEST_F(FinderStory, AFewLettersAndACommandSwitchTheRightDevice) {
   const auto found = find("living off");
   enter(static_cast<int>(std::find(found.begin(), found.end(), "Turn Living Room off") -
                          found.begin()));
-  EXPECT_THAT(house.line(), ElementsAre(EndsWith("A2 3"))) << "what was off already went to the line";
+  EXPECT_THAT(house.line(), ElementsAre(EndsWith("A2 3")))
+      << "what was off already went to the line";
+}
+
+TEST_F(FinderStory, WhatIsChosenStaysChosenWhenTheHouseChanges) {
+  const std::string wanted = find("lamp on")[1];
+  house.form().chosen = 1;
+  house.receive("B1", 2, 5s);
+  EXPECT_EQ(house.form().found.get().back().title, "Turn Lamp on") << "it is on already";
+  EXPECT_EQ(house.form().found.get()[static_cast<std::size_t>(house.form().chosen)].title, wanted);
 }
 
 TEST_F(FinderStory, RoomsPanelsAndEventsAreShown) {
   EXPECT_EQ(find("bedroom").front(), "Bedroom") << "a room's name alone means the room";
   enter();
   EXPECT_EQ(house.form().lab_room.caption.get(), "Bedroom");
+  house.form().Label3.click();
+  house.form().opened();
+  find("bedroom");
+  enter();
+  EXPECT_TRUE(house.form().frm_devices.visible) << "behind a panel that has no node";
   EXPECT_TRUE(house.line().empty()) << "looking switched something";
   house.form().opened();
   EXPECT_THAT(find("events bed"), ElementsAre("07:30, Bedroom Lamp on", "23:10, Bedroom Lamp off"));
   enter(1);
   EXPECT_TRUE(house.form().frm_event.visible);
   EXPECT_EQ(house.form().ListView1.selected, 1);
+  house.form().ListView1.double_click();
+  house.form().opened();
+  find("radio");
+  house.form().show_it();
+  EXPECT_TRUE(find("prof").empty() && house.form().frm_event.visible) << "left an edited event";
+  house.form().cmd_cancel.click();
   house.form().opened();
   EXPECT_EQ(find("prof").front(), "Profiles");
   house.form().closed();

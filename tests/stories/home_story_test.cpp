@@ -146,9 +146,9 @@ TEST_F(HomeStory, TheNextEventsAreSaidInWordsThatKeepUpWithTheClock) {
   EXPECT_THAT(coming()[0], EndsWith("In 1 min"));
   house.run_until(20, 19, 1);
   EXPECT_EQ(form().lab_today.caption.get(), "Wednesday 21 June, sunset was at 20:18");
-  EXPECT_THAT(coming(),
-              ElementsAre("21:18 Lamp off. 1 hour after sunset, in 59 min",
-                          "03:45 Bell on. At sunrise, tomorrow", "20:05 One on at 40\xA0%. Tomorrow"));
+  EXPECT_THAT(coming(), ElementsAre("21:18 Lamp off. 1 hour after sunset, in 59 min",
+                                    "03:45 Bell on. At sunrise, tomorrow",
+                                    "20:05 One on at 40\xA0%. Tomorrow"));
   house.run_until(0, 0, 1);
   EXPECT_EQ(form().lab_today.caption.get(), "Thursday 22 June, sunrise at 03:45");
   form().Check1.checked = true;

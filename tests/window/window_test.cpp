@@ -6,11 +6,9 @@
 #include <QSlider>
 #include <QToolButton>
 #include <algorithm>
-#include <cmath>
 
 #include "tests/window/form_window.h"
 #include "ui/qt/device_card.h"
-#include "ui/qt/look.h"
 #include "ui/qt/wait_window_view.h"
 
 namespace homewarden::testing {
@@ -222,14 +220,6 @@ TEST_F(WindowTest, ASliderGoesBackAndForgetsAMoveMeantForAnotherDevice) {
   EXPECT_EQ(moves, 1) << "the lamp of one room was moved in another";
 }
 
-double luminance(const QColor& colour) {
-  const auto part = [](double value) {
-    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-  };
-  return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) +
-         0.0722 * part(colour.blueF());
-}
-
 TEST_F(WindowTest, ACardSaysWhatItIsAndWhatBecameOfAPress) {
   show_devices();
   auto* card = shown<view::DeviceCard>().front();
@@ -275,31 +265,6 @@ TEST_F(WindowTest, ACardSaysWhatItIsAndWhatBecameOfAPress) {
   form.cardface[0] = lamp;
   EXPECT_TRUE(card->hasFocus()) << "the focus went with the button";
   EXPECT_EQ(card->size(), size);
-}
-
-double contrast(const QColor& one, const QColor& other) {
-  const double a = luminance(one);
-  const double b = luminance(other);
-  return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
-}
-
-TEST(Look, WordsAreReadableOnEverythingTheyStandOn) {
-  for (const view::Look* look : {&view::light_look(), &view::dark_look()}) {
-    for (const QColor& ground : {look->ground, look->side, look->card, look->over, look->field}) {
-      for (const QColor& words : {look->text, look->quiet, look->link, look->ok, look->failed})
-        EXPECT_GE(contrast(words, ground), 4.5)
-            << words.name().toStdString() << ground.name().toStdString();
-      for (const QColor& mark : {look->edge, look->focus})
-        EXPECT_GE(contrast(mark, ground), 3)
-            << mark.name().toStdString() << ground.name().toStdString();
-    }
-    EXPECT_GE(contrast(look->text, look->selected), 4.5);
-    EXPECT_GE(contrast(look->text, look->card_on), 4.5);
-    EXPECT_GE(contrast(look->ink, look->amber), 4.5);
-    EXPECT_GE(contrast(Qt::white, look->primary), 4.5);
-    EXPECT_GE(contrast(look->message_text, look->message), 4.5);
-    EXPECT_EQ(view::look_of(view::palette_of(*look)).dark, look->dark);
-  }
 }
 
 TEST_F(WindowTest, BoxesTellTheirControlsOnceAndListenToThem) {

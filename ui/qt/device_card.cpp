@@ -12,6 +12,7 @@
 #include "ui/qt/house_style.h"
 #include "ui/qt/line_icons.h"
 #include "ui/qt/motion.h"
+#include "ui/qt/slider_style.h"
 #include "ui/qt/tip_text.h"
 #include "ui/qt/watch.h"
 #include "ui/qt/wheel_guard.h"

@@ -9,6 +9,7 @@
 #include <QStyledItemDelegate>
 #include <QToolTip>
 #include <algorithm>
+#include <utility>
 
 #include "platform/qt/text_codec.h"
 #include "ui/key_codes.h"
@@ -206,18 +207,17 @@ void EventRows::keyPressEvent(QKeyEvent* event) {
 
 // A sign takes the whole press: the row below it is not what was meant by a quick second one.
 void EventRows::mousePressEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton && sign_at(event->pos()) != Sign::kNone) {
-    rows_->over = indexAt(event->pos());
-    return;
-  }
-  QListView::mousePressEvent(event);
+  pressed_sign_ = event->button() == Qt::LeftButton ? sign_at(event->pos()) : Sign::kNone;
+  if (pressed_sign_ == Sign::kNone) return QListView::mousePressEvent(event);
+  rows_->over = indexAt(event->pos());
 }
 
 void EventRows::mouseReleaseEvent(QMouseEvent* event) {
-  const Sign sign = event->button() == Qt::LeftButton ? sign_at(event->pos()) : Sign::kNone;
+  const Sign sign =
+      event->button() == Qt::LeftButton ? std::exchange(pressed_sign_, Sign::kNone) : Sign::kNone;
+  if (sign == Sign::kNone) return QListView::mouseReleaseEvent(event);
   const QModelIndex row = indexAt(event->pos());
-  if (sign != Sign::kNone && rows_->over == row) return press(sign, row);
-  QListView::mouseReleaseEvent(event);
+  if (sign_at(event->pos()) == sign && rows_->over == row) press(sign, row);
 }
 
 void EventRows::mouseMoveEvent(QMouseEvent* event) {

@@ -45,7 +45,8 @@ class EventRows : public QListView {
   EventPanel& panel_;
   Model* model_;
   Rows* rows_;
-  bool showing_ = false;  // the selection follows the control
+  Sign pressed_sign_ = Sign::kNone;  // what a press began on
+  bool showing_ = false;             // the selection follows the control
 };
 
 }  // namespace homewarden::view

@@ -6,7 +6,6 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QSlider>
 #include <QStyleFactory>
 #include <QStyleOption>
 #include <algorithm>
@@ -14,11 +13,11 @@
 #include "ui/qt/line_icons.h"
 #include "ui/qt/look.h"
 #include "ui/qt/shapes.h"
+#include "ui/qt/slider_style.h"
 
 namespace homewarden::view {
 namespace {
 
-constexpr const char* kTone = "homewarden_tone";
 constexpr const char* kKind = "homewarden_kind";
 constexpr int kControlHeight = 36;
 constexpr int kRowHeight = 32;
@@ -141,43 +140,7 @@ void draw_scroll_bar(const QStyle& style, const QStyleOptionSlider& option, QPai
   draw_box(*painter, handle, corner, active ? look.quiet : look.edge, Qt::transparent);
 }
 
-constexpr int kHandle = 20;
-
-void draw_slider(const QStyleOptionSlider& option, QPainter* painter, const QWidget* widget) {
-  const Look& look = look_of(option.palette);
-  const auto tone = static_cast<SliderTone>(widget ? widget->property(kTone).toInt() : 0);
-  const QRectF whole = option.rect;
-  const double travel = whole.width() - kHandle - 4;
-  const int range = std::max(1, option.maximum - option.minimum);
-  const double part = static_cast<double>(option.sliderPosition - option.minimum) / range;
-  const QPointF centre(whole.left() + 2 + kHandle / 2.0 + travel * part, whole.center().y());
-  const QRectF track(whole.left() + 4, whole.center().y() - 3, whole.width() - 8, 6);
-  const bool waiting = tone == SliderTone::kWaiting;
-  const bool to_come = waiting || tone == SliderTone::kSending;
-  painter->save();
-  draw_box(*painter, track, 3, look.line, Qt::transparent);
-  if (waiting) painter->setOpacity(0.6);
-  QRectF filled = track;
-  filled.setRight(centre.x());
-  const bool off = tone == SliderTone::kOff && !is_pressed(&option);
-  if (!off && part > 0)
-    draw_box(*painter, filled, 3, to_come ? look.link : look.amber,
-             to_come ? QColor(Qt::transparent) : look.line_on);
-  const QRectF handle(centre.x() - kHandle / 2.0, centre.y() - kHandle / 2.0, kHandle, kHandle);
-  draw_box(*painter, handle, kHandle / 2.0, is_pressed(&option) ? look.press : QColor(Qt::white),
-           to_come || off ? look.edge : look.line_on, 1.5);
-  painter->restore();
-  if (has(&option, QStyle::State_HasFocus))
-    draw_box(*painter, handle.adjusted(-4, -4, 4, 4), kHandle / 2.0 + 4, Qt::transparent,
-             look.focus, 2);
-}
-
 }  // namespace
-
-void set_tone(QSlider* slider, SliderTone tone) {
-  slider->setProperty(kTone, static_cast<int>(tone));
-  slider->update();
-}
 
 void set_kind(QPushButton* button, ButtonKind kind) {
   button->setProperty(kKind, static_cast<int>(kind));
@@ -298,10 +261,11 @@ QRect HouseStyle::subControlRect(ComplexControl control, const QStyleOptionCompl
   if (control == CC_Slider && part == SC_SliderHandle) {
     const auto* slider = static_cast<const QStyleOptionSlider*>(option);
     if (slider->orientation == Qt::Horizontal) {
-      const int travel = whole.width() - kHandle - 4;
+      const int travel = whole.width() - kSliderHandle - 4;
       const int at = sliderPositionFromValue(slider->minimum, slider->maximum,
                                              slider->sliderPosition, travel, slider->upsideDown);
-      return {whole.left() + 2 + at, whole.center().y() - kHandle / 2, kHandle, kHandle};
+      return {whole.left() + 2 + at, whole.center().y() - kSliderHandle / 2, kSliderHandle,
+              kSliderHandle};
     }
   }
   if (control == CC_ScrollBar) {
@@ -386,7 +350,7 @@ int HouseStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_SliderLength:
     case PM_SliderThickness:
     case PM_SliderControlThickness:
-      return kHandle;
+      return kSliderHandle;
     case PM_ScrollBarSliderMin:
       return 40;
     case PM_ButtonShiftHorizontal:

@@ -3,7 +3,6 @@
 #include <QProxyStyle>
 
 class QPushButton;
-class QSlider;
 
 namespace homewarden::view {
 
@@ -17,11 +16,6 @@ enum class ButtonKind {
 };
 
 void set_kind(QPushButton* button, ButtonKind kind);
-
-// What a slider's level is: recorded, or still to come about.
-enum class SliderTone { kOff, kOn, kWaiting, kSending };
-
-void set_tone(QSlider* slider, SliderTone tone);
 
 // Draws the controls in the colours of look.h: even surfaces, round corners, lines of one pixel,
 // and a focus that is seen. What it does not draw itself comes from Qt's own Fusion style.

@@ -107,6 +107,11 @@ Rail::Rail(FrmMain& form, std::function<void()> open_tree, QWidget* parent)
     show_selected();
     show_count();
   });
+  // While the tree takes no input, nor does what stands for it.
+  follow(form.Tree.enabled, this, [this](bool enabled) {
+    for (RailButton* button : fixed_) button->setEnabled(enabled);
+    gear_->setEnabled(enabled);
+  });
   show_selected();
   show_count();
 }

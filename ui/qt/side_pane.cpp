@@ -118,7 +118,7 @@ void FootRow::paintEvent(QPaintEvent* /*event*/) {
   QFont words = font();
   words.setBold(isChecked());
   painter.setFont(words);
-  painter.setPen(look.text);
+  painter.setPen(isEnabled() ? look.text : look.quiet);
   const QRect place(40, 0, width() - 44, height());
   painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft,
                    painter.fontMetrics().elidedText(text(), Qt::ElideRight, place.width()));
@@ -215,6 +215,7 @@ QWidget* SidePane::make_foot(FrmMain& form) {
     gear->setChecked(true);  // a second press changes nothing
     form.cmd_settings.click();
   });
+  follow(form.Tree.enabled, gear, [gear](bool enabled) { gear->setEnabled(enabled); });
   follow(form.frm_settings.visible, gear, [gear](bool visible) { gear->setChecked(visible); });
   auto* menu = new QToolButton(foot);
   menu->setAutoRaise(true);

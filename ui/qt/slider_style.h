@@ -1,0 +1,20 @@
+#pragma once
+
+class QPainter;
+class QSlider;
+class QStyleOptionSlider;
+class QWidget;
+
+namespace homewarden::view {
+
+inline constexpr int kSliderHandle = 20;  // its side
+
+// What a slider's level is: recorded, or still to come about.
+enum class SliderTone { kOff, kOn, kWaiting, kSending };
+
+void set_tone(QSlider* slider, SliderTone tone);
+
+// A horizontal one.
+void draw_slider(const QStyleOptionSlider& option, QPainter* painter, const QWidget* widget);
+
+}  // namespace homewarden::view
