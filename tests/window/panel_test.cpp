@@ -101,8 +101,12 @@ TEST_F(PanelTest, ANarrowWindowHasARailFromWhichTheTreeOpens) {
   EXPECT_TRUE(tree->isVisible());
   view->resize(640, 640);
   EXPECT_FALSE(tree->isVisible());
-  QTest::mouseClick(named<QAbstractButton>("Events"), Qt::LeftButton);
-  EXPECT_EQ(form.Tree.selected.get(), form.Tree.find("Events"));
+  auto* events = named<QAbstractButton>("Events");
+  for (int press = 0; press < 2; ++press) {
+    QTest::mouseClick(events, Qt::LeftButton);
+    EXPECT_EQ(form.Tree.selected.get(), form.Tree.find("Events"));
+    EXPECT_TRUE(events->isChecked()) << "not marked as the panel that is shown";
+  }
   QTest::mouseClick(named<QAbstractButton>("Rooms"), Qt::LeftButton);
   ASSERT_TRUE(tree->isVisible());
   QTest::mouseClick(tree->viewport(), Qt::LeftButton, {},

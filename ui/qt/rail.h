@@ -17,6 +17,7 @@ class RailButton : public QAbstractButton {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void nextCheckState() override {}  // it follows what is shown
 
  private:
   LineIcon icon_;
