@@ -50,9 +50,20 @@ Finder::Finder(FinderPanel& panel, NavigationPane& pane, EventPanel& events, Ope
   panel.do_it.connect([this] { do_chosen(); });
   panel.show_it.connect([this] { show_chosen(); });
   panel.txt_find.text.changed.connect([this] { find(); });
-  house.changed.connect([this] { find_again(); });
-  events.ListView1.rows.changed.connect([this] { find_again(); });
-  state.changed.connect([this](const StateChange&) { find_again(); });
+  // What a person is about to do stays chosen.
+  const auto find_again = [this] {
+    if (!panel_.frm_finder.visible) return;
+    const Meant before = chosen() ? *chosen() : Meant();
+    find();
+    const auto same = std::find_if(meant_.begin(), meant_.end(), [&before](const Meant& meant) {
+      return meant.shown.kind == before.shown.kind && meant.node == before.node &&
+             meant.device == before.device && meant.event == before.event;
+    });
+    if (same != meant_.end()) panel_.chosen = static_cast<int>(same - meant_.begin());
+  };
+  house.changed.connect(find_again);
+  events.ListView1.rows.changed.connect(find_again);
+  state.changed.connect([find_again](const StateChange&) { find_again(); });
 }
 
 void Finder::open() {
@@ -89,18 +100,6 @@ void Finder::find() {
   for (const Meant& meant : meant_) shown.push_back(meant.shown);
   panel_.chosen = 0;
   panel_.found = std::move(shown);
-}
-
-// What a person is about to do stays chosen.
-void Finder::find_again() {
-  if (!panel_.frm_finder.visible) return;
-  const Meant before = chosen() ? *chosen() : Meant();
-  find();
-  const auto same = std::find_if(meant_.begin(), meant_.end(), [&before](const Meant& meant) {
-    return meant.shown.kind == before.shown.kind && meant.node == before.node &&
-           meant.device == before.device && meant.event == before.event;
-  });
-  if (same != meant_.end()) panel_.chosen = static_cast<int>(same - meant_.begin());
 }
 
 // Without a command a press is meant. Nothing typed: what is on, to be turned off.

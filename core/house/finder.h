@@ -39,7 +39,6 @@ class Finder {
 
   void open();
   void find();
-  void find_again();
   void find_switches(const FindWords& words, std::vector<Meant>& found) const;
   void find_rooms_off(const FindWords& words, std::vector<Meant>& found) const;
   void find_places(const FindWords& words, std::vector<Meant>& found) const;
