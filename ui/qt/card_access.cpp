@@ -83,11 +83,11 @@ QAccessibleInterface* make_access(const QString& /*class_name*/, QObject* object
 }  // namespace
 
 void make_cards_accessible() {
-  static const bool installed = [] {
+  static const bool kInstalled = [] {
     QAccessible::installFactory(make_access);
     return true;
   }();
-  static_cast<void>(installed);
+  static_cast<void>(kInstalled);
 }
 
 void announce_card(DeviceCard& card, bool description_changed) {

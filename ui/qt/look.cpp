@@ -78,13 +78,13 @@ Look make_dark() {
 }  // namespace
 
 const Look& light_look() {
-  static const Look look = make_light();
-  return look;
+  static const Look kLook = make_light();
+  return kLook;
 }
 
 const Look& dark_look() {
-  static const Look look = make_dark();
-  return look;
+  static const Look kLook = make_dark();
+  return kLook;
 }
 
 const Look& look_of(const QPalette& palette) {

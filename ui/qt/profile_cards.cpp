@@ -148,11 +148,11 @@ ProfileEvents::ProfileEvents(ProfilePanel& panel, QWidget* parent)
 }
 
 const std::vector<EventFace>& ProfileEvents::events() const {
-  static const std::vector<EventFace> none;
+  static const std::vector<EventFace> kNone;
   const auto& faces = panel_.profilefaces.get();
   const int seen = panel_.profile_seen;
   const bool is_one = seen >= 0 && seen < static_cast<int>(faces.size());
-  return is_one ? faces[static_cast<std::size_t>(seen)].events : none;
+  return is_one ? faces[static_cast<std::size_t>(seen)].events : kNone;
 }
 
 // A screen reader gets all of it in one text.
