@@ -217,6 +217,9 @@ void HouseStyle::drawControl(ControlElement element, const QStyleOption* option,
       const bool enabled = has(option, State_Enabled);
       words.palette.setColor(QPalette::ButtonText, words_of(kind_of(widget), enabled, look));
       words.state &= ~(State_Sunken | State_On);  // Fusion would shift the words
+      if (enabled && kind_of(widget) == ButtonKind::kPrimary && !words.icon.isNull())
+        words.icon = in_colour(words.icon, words.iconSize, painter->device()->devicePixelRatioF(),
+                               Qt::white);
       return QProxyStyle::drawControl(element, &words, painter, widget);
     }
   }

@@ -152,4 +152,12 @@ QIcon make_icon(LineIcon icon) {
   return QIcon(new LineIconEngine(icon));
 }
 
+QIcon in_colour(const QIcon& icon, const QSize& size, qreal ratio, const QColor& colour) {
+  QPixmap sign = icon.pixmap(size, ratio);
+  QPainter over(&sign);
+  over.setCompositionMode(QPainter::CompositionMode_SourceIn);
+  over.fillRect(QRect(QPoint(), size), colour);
+  return sign;
+}
+
 }  // namespace homewarden::view
