@@ -108,6 +108,11 @@ TEST_F(RoomPageTest, ADeviceIsRenamedMovedChangedAndDeletedFromItsCard) {
   QTest::keyClick(shown<QLineEdit>("New name"), Qt::Key_Return);
   settle(1s);
   EXPECT_THAT(rooms(), HasSubstr("Hall~Door Lamp~C~1\r\n"));
+  choose(menu_of("Lamp 05"), "Rename");
+  type_name("Attic Lamp");  // which comes first
+  QTest::keyClick(shown<QLineEdit>("New name"), Qt::Key_Return);
+  settle(1s);
+  EXPECT_TRUE(card("Attic Lamp")->hasFocus()) << "Space would switch another lamp";
   card("Lamp 02")->setFocus();
   QTest::keyClick(card("Lamp 02"), Qt::Key_F2);
   type_name("Lamp 03");

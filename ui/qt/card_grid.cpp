@@ -30,7 +30,8 @@ void CardGrid::set_page(int height, int scroll_bar) {
   arrange();
 }
 
-void CardGrid::focus_again() {
+void CardGrid::focus_again(int card) {
+  if (card >= 0) make_stop(cards_[card]);
   if (stop_ && stop_->isVisible()) stop_->setFocus(Qt::TabFocusReason);
 }
 

@@ -14,9 +14,9 @@ class CardGrid : public QWidget {
   // A child of the grid.
   void add(QWidget* card);
 
-  // Give the keyboard to the first card, and to the one that had it last.
+  // Give the keyboard to the first card, and to a card or, for none, the one that had it last.
   void focus_first();
-  void focus_again();
+  void focus_again(int card);
 
   // What the page has room for below the grid's top without scrolling. `scroll_bar` is what the
   // page is narrower for one that it has now: with it or without, there are as many columns.

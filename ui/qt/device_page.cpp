@@ -81,10 +81,22 @@ class DevicePage : public Page {
 
   void form_turned() {
     place_form();
-    if (panel_.change.frm_change.visible)
+    const std::string& name = panel_.change.txt_changename.text;
+    if (panel_.change.frm_change.visible) {
+      changed_ = panel_.change.of_room ? std::string() : name;
       ensureWidgetVisible(form_);
-    else if (isVisible() && (!focusWidget() || !focusWidget()->isVisible()))
-      grid_->focus_again();
+    } else if (isVisible() && form_->had_keyboard()) {
+      const int slot = slot_of(changed_);
+      grid_->focus_again(slot >= 0 || changed_.empty() ? slot : slot_of(name));
+    }
+  }
+
+  // A device with another name may have another place.
+  int slot_of(const std::string& name) const {
+    for (std::size_t slot = 0; slot < panel_.devicename.size(); ++slot)
+      if (!name.empty() && panel_.devicename[slot].caption.get() == name)
+        return static_cast<int>(slot);
+    return -1;
   }
 
   void place_form() {
@@ -99,6 +111,7 @@ class DevicePage : public Page {
   QBoxLayout* columns_;
   CardGrid* grid_;
   ChangeForm* form_;
+  std::string changed_;  // the device's name when the form was opened
 };
 
 }  // namespace

@@ -12,12 +12,16 @@ class ChangeForm : public QWidget {
  public:
   ChangeForm(ChangePanel& panel, QWidget* parent);
 
+  // When it was last closed.
+  bool had_keyboard() const { return had_keyboard_; }
+
  protected:
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
   ChangePanel& panel_;
+  bool had_keyboard_ = false;
 };
 
 }  // namespace homewarden::view
