@@ -182,6 +182,18 @@ TEST_F(RoomPageTest, ArrowsMoveBetweenCardsAndTabLeavesThem) {
   EXPECT_FALSE(dynamic_cast<DeviceCard*>(view->focusWidget())) << "ten stops of the Tab key";
 }
 
+TEST_F(RoomPageTest, TheFinderKeepsTheKeyboardAndGivesItBack) {
+  card("Lamp 02")->setFocus();
+  QTest::keyClick(view.get(), Qt::Key_K, Qt::ControlModifier);
+  auto* field = shown<QLineEdit>("Find anything");
+  for (const auto key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+    QTest::keyClick(field, key);
+    EXPECT_TRUE(field->hasFocus()) << "what is under the scrim is worked";
+  }
+  QTest::keyClick(field, Qt::Key_Escape);
+  EXPECT_TRUE(card("Lamp 02")->hasFocus());
+}
+
 // Below its least level a slider says "Off", and that is what becomes of the lamp.
 TEST_F(RoomPageTest, TheSlidersLeftEndSwitchesOff) {
   house.form().connected = true;

@@ -69,7 +69,12 @@ FinderView::FinderView(FinderPanel& panel, QWidget* window)
   follow(panel.found, this, [this](const std::vector<Found>&) { show_found(); });
   follow(panel.chosen, this, [this](int position) { list_->setCurrentRow(position); });
   follow(panel.frm_finder.visible, this, [this](bool visible) {
-    if (visible) lay_out();
+    if (visible) {
+      lay_out();
+      if (!isVisible()) former_ = this->window()->focusWidget();
+    } else if (field_->hasFocus() && former_ && former_->isVisible()) {
+      former_->setFocus(Qt::OtherFocusReason);  // else Qt gives it to what comes next
+    }
     setVisible(visible);
     if (visible) raise();
     if (visible) field_->setFocus(Qt::ShortcutFocusReason);
@@ -133,9 +138,11 @@ void FinderView::choose(int position) {
 bool FinderView::take_key(int key, Qt::KeyboardModifiers modifiers) {
   switch (key) {
     case Qt::Key_Up:
+    case Qt::Key_Backtab:  // nothing under the scrim gets the keyboard
       choose(panel_.chosen - 1);
       return true;
     case Qt::Key_Down:
+    case Qt::Key_Tab:
       choose(panel_.chosen + 1);
       return true;
     case Qt::Key_Escape:
@@ -157,9 +164,8 @@ bool FinderView::eventFilter(QObject* watched, QEvent* event) {
   if (watched == parentWidget() && event->type() == QEvent::Resize && isVisible()) lay_out();
   if (watched != field_ || event->type() != QEvent::KeyPress) return false;
   const auto* key = static_cast<QKeyEvent*>(event);
-  return !key->isAutoRepeat() || key->key() == Qt::Key_Up || key->key() == Qt::Key_Down
-             ? take_key(key->key(), key->modifiers())
-             : false;
+  const bool does = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+  return does && key->isAutoRepeat() ? false : take_key(key->key(), key->modifiers());
 }
 
 void FinderView::paintEvent(QPaintEvent* /*event*/) {

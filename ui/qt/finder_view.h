@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QListWidget>
+#include <QPointer>
 #include <QWidget>
 
 #include "ui/finder_panel.h"
@@ -31,6 +32,7 @@ class FinderView : public QWidget {
   QWidget* box_;
   QLineEdit* field_;
   QListWidget* list_;
+  QPointer<QWidget> former_;  // had the keyboard before
 };
 
 }  // namespace homewarden::view
