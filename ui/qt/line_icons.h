@@ -53,7 +53,7 @@ void draw_icon(QPainter& painter, LineIcon icon, const QRectF& place, const QCol
 // For widgets that want an icon: drawn when it is shown, in the words' colour of the palette.
 QIcon make_icon(LineIcon icon);
 
-/// The sign as it is, in a colour of its own.
+// The sign as it is, in a colour of its own.
 QIcon in_colour(const QIcon& icon, const QSize& size, qreal ratio, const QColor& colour);
 
 }  // namespace homewarden::view
