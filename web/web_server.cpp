@@ -95,6 +95,10 @@ void WebServer::start_on_stored_port() {
   tell_failure();
 }
 
+bool WebServer::is_wanted() const {
+  return form_.loaded;
+}
+
 std::string WebServer::stored_port() {
   return module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, "webport", kDefaultPort);
 }

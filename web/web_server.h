@@ -31,6 +31,8 @@ class WebServer {
   // The same on the stored port alone: for as long as it may be another program of this house that
   // has it. Nothing is stored.
   void start_on_stored_port();
+  // Whether it was started and not stopped since, be it that it listens or cannot.
+  bool is_wanted() const;
   // Tells it once more, for when another message has taken its place. Nothing when all is well.
   void tell_failure();
   // Unloads the form; requests that wait are given up. Nothing happens when it is not loaded.

@@ -25,7 +25,8 @@ HouseStartup::HouseStartup(HiddenLists& lists, Flags& flags, OnceRemoval& once,
       location_(location),
       web_server_(web_server) {
   timers.statetimer.tick.connect([this] {
-    if (waits_for_port_) steps_.run([this] { start_web_server(); });
+    // One that was stopped for the end stays so, however long the last command takes.
+    if (waits_for_port_ && web_server_.is_wanted()) steps_.run([this] { start_web_server(); });
   });
 }
 

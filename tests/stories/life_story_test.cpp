@@ -64,10 +64,14 @@ TEST(LifeStory, TakesTheHouseOverFromAServiceThatWillNotStop) {
     house.loop.advance(5s);
     EXPECT_EQ(house.machine("webport"), "(none)") << "the port of a moment was stored for good";
     EXPECT_THAT(house.status_texts, Contains(HasSubstr("waits for port 80")));
-    house.counterpart.others = 0;
     house.web.taken_ports.clear();
     house.loop.advance(2s);
     EXPECT_TRUE(house.web.Listening());
+    house.interface_control.mains_time = 3s;  // the last command takes long
+    house.click_node("Hall");
+    house.click(house.form().device[0]);
+    house.close(2500ms);
+    EXPECT_FALSE(house.web.Listening()) << "started again at the end";
   }
 }
 
