@@ -23,10 +23,15 @@ void CardGrid::add(QWidget* card) {
   cards_ << card;
 }
 
-void CardGrid::set_page(int height, int scroll_bar) {
-  if (page_height_ == height && scroll_bar_ == scroll_bar) return;
+void CardGrid::set_page_height(int height) {
+  if (page_height_ == height) return;
   page_height_ = height;
-  scroll_bar_ = scroll_bar;
+  arrange();
+}
+
+void CardGrid::set_page_width(int width) {
+  if (page_width_ == width) return;
+  page_width_ = width;
   arrange();
 }
 
@@ -121,7 +126,7 @@ void CardGrid::arrange() {
   const int free = width() - 2 * ring;
   const int least_width = least.width() - 2 * ring;
   int columns = shown.size() <= kFewCards ? kFewColumns : kMostColumns;
-  const int wide = free + scroll_bar_;
+  const int wide = page_width_ - 2 * ring;
   while (columns > 1 && (wide - (columns - 1) * kGap) / columns < least_width) --columns;
   const int card_width = std::min(kMostWidth, (free - (columns - 1) * kGap) / columns);
   const int least_height = std::max(kLeastHeight, least.height() - 2 * ring);

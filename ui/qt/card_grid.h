@@ -18,9 +18,12 @@ class CardGrid : public QWidget {
   void focus_first();
   void focus_again(int card);
 
-  // What the page has room for below the grid's top without scrolling. `scroll_bar` is what the
-  // page is narrower for one that it has now: with it or without, there are as many columns.
-  void set_page(int height, int scroll_bar);
+  // What the page has room for below the grid's top without scrolling.
+  void set_page_height(int height);
+  // How wide the grid is while the page has no scroll bar. The number of columns goes by it, with a
+  // bar or without: a bar that took a column away would be needed because it is there, and where
+  // its absence gave the column back the page would turn back and forth without an end.
+  void set_page_width(int width);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -36,7 +39,7 @@ class CardGrid : public QWidget {
   QWidget* stop_ = nullptr;  // where Tab comes in
   int columns_ = 1;
   int page_height_ = 0;
-  int scroll_bar_ = 0;
+  int page_width_ = 0;
 };
 
 }  // namespace homewarden::view

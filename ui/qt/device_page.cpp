@@ -56,7 +56,7 @@ class DevicePage : public Page {
     place_form();
     Page::resizeEvent(event);
     const int above = kMargin + heading_->height() + rows()->spacing();
-    grid_->set_page(event->size().height() - above - kMargin, width() - event->size().width());
+    grid_->set_page_height(event->size().height() - above - kMargin);
   }
 
   void keyPressEvent(QKeyEvent* event) override {
@@ -104,6 +104,8 @@ class DevicePage : public Page {
     columns_->setDirection(beside ? QBoxLayout::RightToLeft : QBoxLayout::TopToBottom);
     form_->setFixedWidth(beside ? kFormWidth * std::max(18, fontMetrics().height()) / 18
                                 : std::max(200, viewport()->width() - 2 * kMargin));
+    const bool shares = beside && panel_.change.frm_change.visible;
+    grid_->set_page_width(width() - 2 * kMargin - (shares ? form_->width() + kGap : 0));
   }
 
   HousePanel& panel_;
