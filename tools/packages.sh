@@ -8,6 +8,7 @@ package_check_packages=(python3 lintian desktop-file-utils appstream mandoc bash
 window_packages=(libgl1 libegl1 fonts-dejavu-core xdg-utils)
 test_packages=(python3 curl iproute2 util-linux chromium chromium-driver python3-selenium
   xvfb openbox trayer dbus-daemon python3-dbus python3-dbusmock python3-gi systemd xdotool
+  at-spi2-core python3-pyatspi
   x11-utils x11-apps desktop-file-utils libglib2.0-bin)
 check_packages=(clang-format clang-tidy git python3)
 fuzz_packages=(clang libclang-rt-14-dev)

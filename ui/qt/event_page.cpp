@@ -35,7 +35,8 @@ QLineEdit* make_filter(EventPanel& panel, QWidget* parent) {
   auto* filter = new FilterEdit(parent);
   bind(panel.txt_eventfilter, filter, tr("Filter by room or text"));
   filter->setPlaceholderText(tr("Filter by room or text"));
-  filter->addAction(make_icon(LineIcon::kFilter), QLineEdit::LeadingPosition);
+  filter->addAction(make_icon(LineIcon::kFilter), QLineEdit::LeadingPosition)
+      ->setText(filter->placeholderText());
   return filter;
 }
 

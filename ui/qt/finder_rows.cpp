@@ -43,7 +43,7 @@ FinderRows::FinderRows(FinderPanel& panel, QWidget* list)
     : QStyledItemDelegate(list), panel_(panel) {}
 
 QString FinderRows::spoken(const Found& found) {
-  return qt::from_code_page(found.title + ", " + found.detail);
+  return qt::from_code_page(found.detail.empty() ? found.title : found.title + ", " + found.detail);
 }
 
 const Found* FinderRows::found_at(const QModelIndex& index) const {

@@ -12,6 +12,7 @@
 
 #include "platform/qt/text_codec.h"
 #include "ui/qt/banner.h"
+#include "ui/qt/button_access.h"
 #include "ui/qt/finder_view.h"
 #include "ui/qt/pages.h"
 #include "ui/qt/popup_menu.h"
@@ -62,6 +63,7 @@ bool is_input(QEvent::Type type) {
 MainWindowView::MainWindowView(FrmMain& form)
     : form_(form), pages_(new QStackedWidget), no_page_(new QWidget), cover_(new QWidget(this)) {
   load_pictures();
+  make_buttons_accessible();
   setMinimumSize(kLeastWidth, kLeastHeight);
   cover_->setCursor(Qt::BusyCursor);
   cover_->hide();
