@@ -78,10 +78,12 @@ TEST_F(RoomPageTest, TwentyThreeDevicesAreOnThreePages) {
   auto* first = shown<QAbstractButton>("Devices 1 to 10");
   auto* last = shown<QAbstractButton>("Devices 21 to 23");
   EXPECT_EQ(cards().size(), 10u);
-  for (int step = 150; step >= 0;
-       --step) {  // a scroll bar that goes because it came fills the stack
-    view->resize(1000 + 4 * step, 700 + 2 * step);
-    QApplication::processEvents();
+  // A scroll bar that goes because it came turns the page back and forth until the stack is full.
+  for (int width = 1340; width >= 1160; width -= 2) {
+    for (const int height : {640, 790, 860}) {
+      view->resize(width, height);
+      QApplication::processEvents();
+    }
   }
   house.interface_control.mains_time = 2s;
   house.form().connected = true;
