@@ -32,6 +32,13 @@ ListChanges::ListChanges(Files& files, std::filesystem::path folder)
       notes_(folder_ / "tclines.tmp"),
       scratch_(folder_ / "tclist.tmp") {}
 
+std::string ListChanges::unreadable(const std::vector<std::string>& lists) {
+  const auto found = std::find_if(lists.begin(), lists.end(), [this](const std::string& list) {
+    return files_.exists(folder_ / list) && !files_.read(folder_ / list);
+  });
+  return found == lists.end() ? std::string() : *found;
+}
+
 bool ListChanges::carry_out(const std::vector<Change>& changes) {
   recover();
   if (files_.exists(notes_)) return false;

@@ -31,6 +31,9 @@ class ListChanges {
     return files_.names_ending(folder_, ending);
   }
 
+  // The first of these lists that is there and cannot be read; "" when there is none.
+  std::string unreadable(const std::vector<std::string>& lists);
+
   // In the order given. False, with all lists as they were, when one of them or the notes cannot be
   // read or written; also while an earlier change that was stopped can be neither finished nor
   // taken back.

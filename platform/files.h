@@ -38,7 +38,8 @@ class Files {
   virtual bool exists(const std::filesystem::path& file) = 0;
 
   // Names of the files in a folder that end so, letter case ignored, in the order of their names;
-  // folders are left out. Nothing when the folder cannot be read: it may hold some all the same.
+  // folders and links that lead nowhere are left out. Nothing when the folder cannot be read: it
+  // may hold some all the same.
   virtual std::optional<std::vector<std::string>> names_ending(const std::filesystem::path& folder,
                                                                std::string_view ending) = 0;
 

@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "core/house/house_input.h"
+#include "core/house/noted_type.h"
 #include "core/lists/file_lock.h"
 
 namespace homewarden {
@@ -98,8 +99,9 @@ Task<std::string> HouseChanges::rewrite(const Renaming& renaming, std::string ty
   co_await module1_.stored(RegistryRoot::kLocalMachine);
   const bool done = change_lists(renaming);
   if (done) record_new(renaming, type, true);  // a command may have got through meanwhile
+  forget_noted_type(settings_);
   forget(renaming, done);
-  if (!done) co_return kNotWritten;
+  if (!done) co_return why_not();
   const ListFile::Edit edit = [&renaming](std::string_view key) { return renaming.event(key); };
   once_events_.edit(edit);
   events_.renamed(edit);
@@ -126,6 +128,17 @@ std::string HouseChanges::conflict(const Renaming& renaming) {
   return "";
 }
 
+// Any list may be in the way, also one of a profile that nobody uses: a person must know which.
+std::string HouseChanges::why_not() {
+  auto lists = files_.changes.names_ending(".txt").value_or(std::vector<std::string>());
+  lists.insert(lists.end(), {"macs.hlk", "profile.tmp", "evelst.hwd", "rmlst.hwd"});
+  const std::string list = files_.changes.unreadable(lists);
+  if (list.empty()) return kNotWritten;
+  return list +
+         " cannot be read, so nothing was changed: it may name the device. Please check its "
+         "permissions, or take it out of the folder.";
+}
+
 bool HouseChanges::change_lists(const Renaming& renaming) {
   const auto names = files_.changes.names_ending(".txt");
   if (!names) return false;
@@ -141,10 +154,13 @@ bool HouseChanges::change_lists(const Renaming& renaming) {
   return files_.changes.carry_out(changes);
 }
 
-// Of devices that keep their key only what goes with the new lists.
+// Of devices that keep their key only what goes with the new lists; a type is noted until then.
 void HouseChanges::record_new(const Renaming& renaming, const std::string& type, bool decided) {
   for (const Renaming::Step& step : renaming.steps()) {
-    if (!decided && !has_new_key(step)) continue;
+    if (!decided && !has_new_key(step)) {
+      if (!type.empty()) note_type(settings_, step.to, type);
+      continue;
+    }
     const std::string old_type = settings_.read("type", step.from.key(), "");
     const std::string& new_type = type.empty() ? old_type : type;
     if (has_new_key(step)) state_.copy(step.from.key(), step.to.key());

@@ -45,6 +45,7 @@ class HouseChanges {
   Task<std::string> rewrite(const Renaming& renaming, std::string type);
   std::string conflict(const Renaming& renaming);
   bool change_lists(const Renaming& renaming);
+  std::string why_not();
   void record_new(const Renaming& renaming, const std::string& type, bool decided);
   void forget(const Renaming& renaming, bool old_ones);
   Task<void> show(const Renaming& renaming);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string>
 
+#include "core/house/noted_type.h"
+
 namespace homewarden {
 
 HouseStartup::HouseStartup(HiddenLists& lists, Flags& flags, OnceRemoval& once,
@@ -64,6 +66,7 @@ void HouseStartup::recover_files() {
   if (counterpart_.another_is_running()) return;
   profiles_.recover();
   files_.recover();
+  settle_type(settings_, files_.rooms);
 }
 
 void HouseStartup::forget_once_events() {

@@ -106,8 +106,11 @@ std::optional<std::vector<std::string>> PosixFiles::names_ending(
   std::filesystem::directory_iterator entry(folder, failed);
   for (; !failed && entry != std::filesystem::directory_iterator(); entry.increment(failed)) {
     std::string name = entry->path().filename().string();
-    if (to_lower(name).ends_with(wanted) && !entry->is_directory(failed))
-      names.push_back(std::move(name));
+    std::error_code unknown;  // it may be there all the same
+    const auto type = entry->status(unknown).type();
+    const bool is_file = type != std::filesystem::file_type::directory &&
+                         type != std::filesystem::file_type::not_found;
+    if (is_file && to_lower(name).ends_with(wanted)) names.push_back(std::move(name));
   }
   if (failed) return std::nullopt;
   std::sort(names.begin(), names.end());

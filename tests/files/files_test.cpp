@@ -52,6 +52,17 @@ TYPED_TEST(FilesContract, FilesAreListedByTheEndingOfTheirNames) {
   EXPECT_EQ(*names, (std::vector<std::string>{"HOLIDAY.TXT", "Work.txt"}));
 }
 
+// Catches: one link that leads nowhere, which hides all the others.
+TEST(PosixFiles, ALinkThatLeadsNowhereIsNoFileOfTheFolder) {
+  ScratchFolder folder;
+  PosixFiles files;
+  std::filesystem::create_symlink("gone", folder / "a.txt");
+  std::filesystem::create_directory(folder / "b.txt");
+  EXPECT_TRUE(files.write(folder / "c.txt", "x"));
+  EXPECT_EQ(files.names_ending((folder / "c.txt").parent_path(), ".txt"),
+            std::vector<std::string>{"c.txt"});
+}
+
 TEST(PosixFiles, NobodyElseMayReadASecretAlsoWhereAnOpenFileWas) {
   ScratchFolder folder;
   PosixFiles files;

@@ -53,6 +53,7 @@ void readdress_device(EventHouse& house) {
   open_bell(house);
   house.form().change.lst_changecode.text = "c";
   house.form().change.lst_changenumber.text = "16";
+  house.form().change.lst_changetype.text = "Fan (appliance module)";
   house.form().change.cmd_change.click();
 }
 void move_device(EventHouse& house) {
