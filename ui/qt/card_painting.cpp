@@ -8,6 +8,7 @@
 #include "ui/qt/device_card.h"
 #include "ui/qt/device_pictures.h"
 #include "ui/qt/line_icons.h"
+#include "ui/qt/scaled_font.h"
 #include "ui/qt/shapes.h"
 
 namespace homewarden::view {
@@ -16,15 +17,6 @@ namespace {
 constexpr double kGlowReach = 152;  // at a picture of 112
 constexpr double kGlowPicture = 112;
 constexpr double kUnplugged = 0.45;
-
-QFont scaled(QFont font, double factor, bool bold) {
-  if (font.pointSizeF() > 0)
-    font.setPointSizeF(font.pointSizeF() * factor);
-  else
-    font.setPixelSize(static_cast<int>(font.pixelSize() * factor));
-  font.setBold(bold);
-  return font;
-}
 
 QColor faded(QColor colour, double opacity) {
   colour.setAlphaF(static_cast<float>(std::clamp(opacity, 0.0, 1.0)));
@@ -120,14 +112,14 @@ void DeviceCard::draw_words(QPainter& painter) const {
   const CardLayout places(QRectF(rect()).adjusted(kRing, kRing, -kRing, -kRing), fontMetrics());
   const QColor quiet = face_.get().on ? look.quiet_on : look.quiet;
   painter.setPen(is_up() ? look.text : quiet);
-  painter.setFont(scaled(font(), 1.14, true));
+  painter.setFont(scaled_font(font(), 1.14, true));
   painter.drawText(places.name, Qt::AlignCenter,
                    painter.fontMetrics().elidedText(shown_name_, Qt::ElideRight,
                                                     static_cast<int>(places.name.width())));
   const bool shows_address = underMouse() || (hasFocus() && shows_focus_);
   if (!shows_address) return;
   painter.setPen(quiet);
-  painter.setFont(scaled(font(), 0.86, false));
+  painter.setFont(scaled_font(font(), 0.86, false));
   painter.drawText(places.top, Qt::AlignLeft | Qt::AlignVCenter, spaced(face_.get().address));
 }
 
@@ -163,7 +155,7 @@ void DeviceCard::draw_pill(QPainter& painter) const {
     pill.border = look.line_on;
     pill.words = look.ink;
   }
-  painter.setFont(scaled(font(), 0.93, true));
+  painter.setFont(scaled_font(font(), 0.93, true));
   const double icon = pill.has_icon ? 16 + 6 : 0;
   const double height = places.pill.height();
   const double room = places.pill.width() - icon - height;

@@ -8,6 +8,7 @@
 #include "platform/qt/text_codec.h"
 #include "ui/qt/line_icons.h"
 #include "ui/qt/look.h"
+#include "ui/qt/scaled_font.h"
 #include "ui/qt/shapes.h"
 
 namespace homewarden::view {
@@ -19,22 +20,16 @@ constexpr int kDot = 10;
 constexpr int kLeastRow = 56;
 constexpr int kSignSide = 32;
 
-QFont scaled(QFont font, double factor, bool bold) {
-  font.setPointSizeF(font.pointSizeF() * factor);
-  font.setBold(bold);
-  return font;
-}
-
 QFont caption_font(const QWidget& list) {
-  return scaled(list.font(), 0.86, false);
+  return scaled_font(list.font(), 0.86, false);
 }
 
 QFont group_font(const QWidget& list) {
-  return scaled(list.font(), 0.86, true);
+  return scaled_font(list.font(), 0.86, true);
 }
 
 QFont time_font(const QWidget& list) {
-  return scaled(list.font(), 1.14, true);
+  return scaled_font(list.font(), 1.14, true);
 }
 
 int sign_side(const QWidget& list) {
@@ -80,7 +75,7 @@ struct Canvas {
   }
 
   void headline(QRect room) const {
-    const QFont bold = scaled(list.font(), 1, true);
+    const QFont bold = scaled_font(list.font(), 1, true);
     room.setLeft(room.left() + words(room, qt::from_code_page(face.device) + " ", bold, look.text));
     if (room.width() > 8) words(room, qt::from_code_page(face.action), list.font(), look.text);
   }

@@ -6,6 +6,7 @@
 #include "platform/qt/text_codec.h"
 #include "ui/qt/device_pictures.h"
 #include "ui/qt/line_icons.h"
+#include "ui/qt/scaled_font.h"
 #include "ui/qt/shapes.h"
 
 namespace homewarden::view {
@@ -29,12 +30,6 @@ LineIcon sign_of(Found::Kind kind) {
       break;
   }
   return LineIcon::kRight;
-}
-
-QFont scaled(QFont font, double factor, bool bold) {
-  font.setPointSizeF(font.pointSizeF() * factor);
-  font.setBold(bold);
-  return font;
 }
 
 }  // namespace
@@ -66,7 +61,7 @@ void FinderRows::paint(QPainter* painter, const QStyleOptionViewItem& option,
   QRect row = option.rect;
   painter->save();
   if (has_heading(index)) {
-    painter->setFont(scaled(option.font, kSmall, true));
+    painter->setFont(scaled_font(option.font, kSmall, true));
     painter->setPen(look.quiet);
     painter->drawText(row.adjusted(16, 8, -16, 0), Qt::AlignLeft | Qt::AlignTop,
                       qt::from_code_page(found->group));
@@ -92,7 +87,7 @@ void FinderRows::paint(QPainter* painter, const QStyleOptionViewItem& option,
   for (const auto& [part, bold] :
        {std::pair(title.left(bold_from), false), std::pair(title.mid(bold_from), bold_from > 0)}) {
     if (part.isEmpty()) continue;
-    painter->setFont(scaled(option.font, 1, bold));
+    painter->setFont(scaled_font(option.font, 1, bold));
     const int room = std::max(0, first.right() - x);
     const QString shown = painter->fontMetrics().elidedText(part, Qt::ElideRight, room);
     painter->drawText(QRect(x, first.top(), room, first.height()), Qt::AlignLeft | Qt::AlignVCenter,
@@ -100,7 +95,7 @@ void FinderRows::paint(QPainter* painter, const QStyleOptionViewItem& option,
     x += painter->fontMetrics().horizontalAdvance(shown);
   }
   if (!one_line) {
-    painter->setFont(scaled(option.font, kSmall, false));
+    painter->setFont(scaled_font(option.font, kSmall, false));
     painter->setPen(look.quiet);
     const QRect second = words.adjusted(0, row.height() / 2, 0, -6);
     painter->drawText(second, Qt::AlignLeft | Qt::AlignVCenter,

@@ -11,6 +11,7 @@
 #include "ui/qt/look.h"
 #include "ui/qt/page.h"
 #include "ui/qt/row_mark.h"
+#include "ui/qt/scaled_font.h"
 #include "ui/qt/shapes.h"
 #include "ui/qt/watch.h"
 
@@ -22,9 +23,8 @@ constexpr int kSide = 16;
 constexpr int kDot = 10;
 constexpr int kReach = 12;
 
-QFont small(QFont font) {
-  font.setPointSizeF(font.pointSizeF() * 0.86);
-  return font;
+QFont small(const QFont& font) {
+  return scaled_font(font, 0.86);
 }
 
 QFont bold(QFont font) {

@@ -10,7 +10,9 @@
 #include "ui/qt/line_icons.h"
 #include "ui/qt/look.h"
 #include "ui/qt/page.h"
+#include "ui/qt/scaled_font.h"
 #include "ui/qt/shapes.h"
+#include "ui/qt/tip_text.h"
 #include "ui/qt/watch.h"
 
 namespace homewarden::view {
@@ -19,12 +21,6 @@ namespace {
 constexpr int kGap = 12;
 constexpr int kSide = 16;
 constexpr int kLeastWidth = 22;  // average letters
-
-QFont scaled(QFont font, double factor, bool bold) {
-  font.setPointSizeF(font.pointSizeF() * factor);
-  font.setBold(bold);
-  return font;
-}
 
 // One of them is looked at: for a screen reader a radio button.
 class ProfileCard : public QRadioButton {
@@ -36,7 +32,7 @@ class ProfileCard : public QRadioButton {
     const QString summary = qt::from_code_page(face_.summary);
     setAccessibleName(qt::from_code_page(face_.name) + (face_.active ? ", " + tr("active") : ""));
     setAccessibleDescription(summary);
-    setToolTip(summary);
+    setToolTip(tip_text(summary));
     setChecked(panel.profile_seen == number);
     connect(this, &QRadioButton::clicked, this, [&panel, number] {
       panel.profile_seen = number;
@@ -62,7 +58,7 @@ class ProfileCard : public QRadioButton {
                             : look.line);
     const QRect room = rect().adjusted(kSide, kSide, -kSide, -kSide);
     const int right = face_.active ? draw_active(painter, room) : room.right();
-    const QFont name = scaled(font(), 1.14, true);
+    const QFont name = scaled_font(font(), 1.14, true);
     painter.setFont(name);
     painter.setPen(look.text);
     painter.drawText(QRect(room.left(), room.top(), right - room.left(), room.height()),
@@ -83,13 +79,13 @@ class ProfileCard : public QRadioButton {
  private:
   int draw_active(QPainter& painter, const QRect& room) const {
     const Look& look = look_of(palette());
-    const QFont font = scaled(this->font(), 0.86, true);
+    const QFont font = scaled_font(this->font(), 0.86, true);
     const QFontMetrics metrics(font);
     const QString word = tr("Active");
     const int left = room.right() - metrics.horizontalAdvance(word);
     painter.setFont(font);
     painter.setPen(look.ok);
-    const int height = QFontMetrics(scaled(this->font(), 1.14, true)).height();
+    const int height = QFontMetrics(scaled_font(this->font(), 1.14, true)).height();
     painter.drawText(QRect(left, room.top(), room.width(), height), Qt::AlignVCenter, word);
     const int side = metrics.height();
     const QRect sign(left - side - 4, room.top(), side, height);

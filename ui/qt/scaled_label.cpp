@@ -1,21 +1,10 @@
 #include "ui/qt/scaled_label.h"
 
-#include <QApplication>
 #include <QEvent>
 
 #include "ui/qt/look.h"
 
 namespace homewarden::view {
-
-QFont scaled_font(double factor, bool bold) {
-  QFont font = QApplication::font();
-  if (font.pointSizeF() > 0)
-    font.setPointSizeF(font.pointSizeF() * factor);
-  else
-    font.setPixelSize(static_cast<int>(font.pixelSize() * factor));
-  font.setBold(bold);
-  return font;
-}
 
 ScaledLabel::ScaledLabel(double factor, bool bold, Tone tone, QWidget* parent)
     : QLabel(parent), factor_(factor), bold_(bold), tone_(tone) {

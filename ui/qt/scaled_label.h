@@ -2,13 +2,12 @@
 
 #include <QLabel>
 
+#include "ui/qt/scaled_font.h"
+
 namespace homewarden::view {
 
-// The desktop's font at a factor of its size; keeps to it when the desktop's changes.
-QFont scaled_font(double factor, bool bold = false);
-
-// A text at a factor of the desktop's size, in the words' colour or a quieter one. Its text is
-// never taken for markup.
+// A text at a factor of the desktop's size, also when that changes, in the words' colour or a
+// quieter one. Its text is never taken for markup.
 class ScaledLabel : public QLabel {
  public:
   enum class Tone { kText, kQuiet, kLink, kFailed };

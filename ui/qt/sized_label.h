@@ -1,30 +1,18 @@
 #pragma once
 
-#include <QLabel>
+#include "ui/qt/scaled_label.h"
 
 namespace homewarden::view {
 
-// Words whose size is a factor of the desktop's, which they follow, in a colour of the look. Long
-// ones wrap; they are never taken for markup.
-class SizedLabel : public QLabel {
+// The same for sentences: they wrap.
+class SizedLabel : public ScaledLabel {
  public:
-  enum Tone { kText, kQuiet, kFailed, kLink };
+  using enum Tone;
 
-  SizedLabel(double factor, bool bold, Tone tone, QWidget* parent);
-
-  void set_tone(Tone tone);
-
- protected:
-  void changeEvent(QEvent* event) override;
-
- private:
-  void resize_words();
-  void colour_words();
-
-  double factor_;
-  bool bold_;
-  Tone tone_;
-  bool changing_ = false;
+  SizedLabel(double factor, bool bold, Tone tone, QWidget* parent)
+      : ScaledLabel(factor, bold, tone, parent) {
+    setWordWrap(true);
+  }
 };
 
 }  // namespace homewarden::view

@@ -8,6 +8,7 @@
 #include "ui/fixed_nodes.h"
 #include "ui/qt/line_icons.h"
 #include "ui/qt/page.h"
+#include "ui/qt/scaled_font.h"
 #include "ui/qt/shapes.h"
 #include "ui/qt/tree_model.h"
 
@@ -49,9 +50,8 @@ int row_height(const TreeNode& node, const QFontMetrics& metrics) {
   return std::max(node.parent ? kDeviceRow : kRow, metrics.height() + 12);
 }
 
-QFont small(QFont font) {
-  font.setPointSizeF(font.pointSizeF() * 0.86);
-  return font;
+QFont small(const QFont& font) {
+  return scaled_font(font, 0.86);
 }
 
 // What is drawn of one row, its colours and its place without the margins at the sides.

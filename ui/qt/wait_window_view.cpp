@@ -11,6 +11,7 @@
 
 #include "platform/qt/text_codec.h"
 #include "ui/qt/bindings.h"
+#include "ui/qt/scaled_font.h"
 #include "ui/qt/watch.h"
 
 namespace homewarden::view {
@@ -34,10 +35,7 @@ WaitWindowView::WaitWindowView(FrmWait& form)
   columns->addLayout(rows, 1);
 
   auto* title = new QLabel(this);
-  QFont font = title->font();
-  font.setPointSizeF(font.pointSizeF() * 1.25);
-  font.setWeight(QFont::DemiBold);
-  title->setFont(font);
+  title->setFont(scaled_font(title->font(), 1.25, true));
   bind(form.Label2, title);
   rows->addWidget(title);
   auto* progress = new QLabel(this);
