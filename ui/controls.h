@@ -129,8 +129,10 @@ struct StatusBar : Control {
 };
 
 struct MenuEntry {
-  explicit MenuEntry(std::string text) : caption(std::move(text)) {}
+  explicit MenuEntry(std::string text, std::string key = {})
+      : caption(std::move(text)), keys(std::move(key)) {}
   std::string caption;  // "-" draws a line
+  std::string keys;     // "Ctrl+D": what does the same, told beside it; "" for none
   Signal<> click;
 };
 

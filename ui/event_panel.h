@@ -52,8 +52,8 @@ struct EventPanel {
   Button cmd_deleteevent{"Delete"};  // the event that is edited
 
   Menu mnuPopup1{"Menu2"};
-  MenuEntry mnu_delevent{"Delete this event"};
-  MenuEntry mnu_newevent{"Add New Event"};
+  MenuEntry mnu_delevent{"Delete this event", "Ctrl+D"};
+  MenuEntry mnu_newevent{"Add New Event", "Ctrl+N"};
   MenuEntry mnu_line1{"-"};
   MenuEntry mnu_runeventnow{"Run this event now"};
 

@@ -14,6 +14,7 @@ HousePanel::HousePanel() {
     label.visible = false;
   }
   lab_nodevices.visible = false;
+  cmd_adddevice.tool_tip = "Add a device to this room (Ctrl+N)";
   cmd_roomoff.tool_tip = "Turn off every device of this room that is on";
   for (Label* label : {&change.lab_changehint, &change.lab_changewrong}) label->visible = false;
 }

@@ -7,12 +7,13 @@ namespace homewarden {
 
 // The tree of panels, rooms and devices, with its pop-up menu.
 struct NavigationPane {
-  NavigationPane() { mnuPopup.entries = {&mnu_deletetree}; }
+  NavigationPane() { mnuPopup.entries = {&mnu_renametree, &mnu_deletetree}; }
 
   TreeView Tree;
   Property<int> side_width{264};  // in pixels, where the window has room for the tree
   Menu mnuPopup{"Menu1"};
-  MenuEntry mnu_deletetree{"Delete this item"};
+  MenuEntry mnu_renametree{"Rename this item", "F2"};
+  MenuEntry mnu_deletetree{"Delete this item", "Ctrl+D"};
 };
 
 }  // namespace homewarden

@@ -39,6 +39,7 @@ struct TreeView : Control {
   // Keys of the rooms whose devices are shown. A face sets it, and shows what logic sets.
   Property<std::set<std::string>> open_rooms;
   Signal<> click;         // the selected node was clicked
+  Signal<> rename_asked;  // another name for the selected node, with F2
   Signal<int> key_press;  // the character typed; it concerns the selected node, if there is one
   // 1: the left button went down. 2: a person asks for the menu of the selected node, with the
   // right button or the menu key; without a node under the pointer nobody is asked.

@@ -72,6 +72,12 @@ void DevicePanel::turn_to(const Device& device) {
     show_page(static_cast<int>(found - devices.begin()) / HousePanel::kSlots);
 }
 
+void DevicePanel::focus_on(const Device& device) {
+  turn_to(device);
+  for (int i = 0; i < HousePanel::kSlots; ++i)
+    if (device_in(i) == device) panel_.device[at(i)].set_focus();
+}
+
 void DevicePanel::follow_room(const std::string& from, const std::string& to) {
   if (room_ == from) room_ = to;
 }
@@ -134,7 +140,7 @@ void DevicePanel::fill(int Index, const Device& device) {
   const std::string key = device.key();
   // A move of the slider that is under way was meant for the device that goes.
   if (slots_[at(Index)].key != key) panel_.image1[at(Index)].put_back();
-  slots_[at(Index)] = {device, key};
+  slots_[at(Index)] = {device, key, &house_.type_of(key)};
   panel_.devicename[at(Index)].caption = device.name;
   show_slot(Index);
   panel_.device[at(Index)].visible = true;
@@ -150,17 +156,18 @@ void DevicePanel::empty(int Index) {
 }
 
 void DevicePanel::show_slot(int Index) {
-  const std::string& key = slots_[at(Index)].key;
+  const Slot& slot = slots_[at(Index)];
+  const std::string& key = slot.key;
   panel_.lab_notsent[at(Index)].visible = !presses_.waits(key) && state_.not_sent(key).has_value();
-  set_picture(Index, key, state_.getlaststatus(key));
-  panel_.cardface[at(Index)] = face_of(slots_[at(Index)]);
+  set_picture(Index, key, *slot.type, state_.getlaststatus(key));
+  panel_.cardface[at(Index)] = face_of(slot);
 }
 
 CardFace DevicePanel::face_of(const Slot& slot) {
   CardFace face;
   face.on = state_.getlaststatus(slot.key);
   face.level = face.on ? state_.level(slot.key) : 0;
-  face.dimmable = house_.type_of(slot.key).dimmable;
+  face.dimmable = slot.type->dimmable;
   if (slot.device.has_address())
     face.address = slot.device.house_code + std::to_string(slot.device.unit);
   if (!slot.key.empty() && slot.key == sending_to_)
@@ -291,15 +298,15 @@ Task<void> DevicePanel::try_again(int Index) {
 }
 
 void DevicePanel::setpictureon(int slot, const std::string& fullname) {
-  set_picture(slot, fullname, true);
+  set_picture(slot, fullname, house_.type_of(fullname), true);
 }
 
 void DevicePanel::setpictureoff(int slot, const std::string& fullname) {
-  set_picture(slot, fullname, false);
+  set_picture(slot, fullname, house_.type_of(fullname), false);
 }
 
-void DevicePanel::set_picture(int index, const std::string& fullname, bool on) {
-  const DeviceType& type = house_.type_of(fullname);
+void DevicePanel::set_picture(int index, const std::string& fullname, const DeviceType& type,
+                              bool on) {
   Picture& picture = panel_.device[at(index)];
   Slider& slider = panel_.image1[at(index)];
   picture.file = (folder_ / device_picture(type, on)).string();

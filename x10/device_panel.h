@@ -32,6 +32,8 @@ class DevicePanel {
   void show_room(const std::string& room);
   // Shows the page of the room that has the device; nothing happens for a device of another room.
   void turn_to(const Device& device);
+  // The same, and gives its card the keyboard.
+  void focus_on(const Device& device);
   // The room that is shown has got another name; the slots stay until show_again().
   void follow_room(const std::string& from, const std::string& to);
   const std::string& room() const { return room_; }
@@ -66,7 +68,8 @@ class DevicePanel {
  private:
   struct Slot {
     Device device;
-    std::string key;  // "" when nothing is in the slot
+    std::string key;                   // "" when nothing is in the slot
+    const DeviceType* type = nullptr;  // as it was when the slot was filled
   };
 
   Task<void> slider_moved(int Index);
@@ -84,7 +87,7 @@ class DevicePanel {
   void show_slot(int Index);
   CardFace face_of(const Slot& slot);
   void show_device(const std::string& key);
-  void set_picture(int slot, const std::string& fullname, bool on);
+  void set_picture(int slot, const std::string& fullname, const DeviceType& type, bool on);
 
   HousePanel& panel_;
   const Flags& flags_;

@@ -56,6 +56,12 @@ NavigationTree::NavigationTree(FrmMain& form, Operations& operations, EventLoop&
   follow_panel(form.frm_macros, kMacros);
   follow_panel(form.Frame4, kWebServer);
   follow_panel(form.Frame5, kProfiles);
+  // It has no node: none is marked, also in a tree that is built anew.
+  form.frm_settings.visible.changed.connect([this] {
+    if (!form_.frm_settings.visible) return;
+    selected_key_.clear();
+    selected_room_.clear();
+  });
 }
 
 void NavigationTree::loadtree() {

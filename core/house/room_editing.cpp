@@ -1,6 +1,7 @@
 #include "core/house/room_editing.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -8,6 +9,7 @@
 #include "base/flag_guard.h"
 #include "base/text.h"
 #include "core/house/house_input.h"
+#include "ui/fixed_nodes.h"
 
 namespace homewarden {
 namespace {
@@ -24,19 +26,20 @@ void choose(ComboBox& list, const ComboBox& like, const std::string& text) {
 }  // namespace
 
 RoomEditing::RoomEditing(HousePanel& panel, AddRoomPanel& adding_room, AddDevicePanel& adding,
-                         PanelStack& panels, TreeView& tree, Operations& operations,
+                         PanelStack& panels, NavigationPane& pane, Operations& operations,
                          Settings& settings, HouseIndex& house, RoomList& rooms,
-                         DevicePanel& devices, HouseEditor& editor, HouseChanges& changes,
-                         HouseDeletion& deletion)
+                         DevicePanel& devices, const NavigationTree& navigation,
+                         HouseEditor& editor, HouseChanges& changes, HouseDeletion& deletion)
     : panel_(panel),
       form_(panel.change),
       adding_(adding),
       panels_(panels),
-      tree_(tree),
+      tree_(pane.Tree),
       settings_(settings),
       house_(house),
       rooms_(rooms),
       devices_(devices),
+      navigation_(navigation),
       changes_(changes),
       deletion_(deletion) {
   panel.card_order.connect([this, &operations](int slot, CardOrder what) {
@@ -50,6 +53,8 @@ RoomEditing::RoomEditing(HousePanel& panel, AddRoomPanel& adding_room, AddDevice
   panel.moved_to.connect([this, &operations](int slot, const std::string& room) {
     if (const auto device = devices_.device_in(slot)) operations.start(move(*device, room));
   });
+  pane.Tree.rename_asked.connect([this] { edit_node(); });
+  pane.mnu_renametree.click.connect([this] { edit_node(); });
   panel.mnu_renameroom.click.connect([this] { edit_room(); });
   panel.mnu_deleteroom.click.connect([this, &operations] {
     operations.start(deletion_.delete_item({devices_.room(), "", ""}));
@@ -119,6 +124,21 @@ void RoomEditing::edit_room() {
   form_.txt_changename.set_focus();
 }
 
+// Another panel may be shown, and another page of the room.
+void RoomEditing::edit_node() {
+  const TreeNode* node = tree_.selected;
+  if (!node || !tree_.enabled || saving_) return;
+  const std::string room = node->parent ? node->parent->text : node->text;
+  const bool is_panel = std::count(std::begin(kFixedNodes), std::end(kFixedNodes), room) > 0;
+  const Device* device = node->parent ? navigation_.device_of(*node) : nullptr;
+  if (is_panel || (node->parent && !device)) return;
+  devices_.show_room(room);
+  panels_.show_only(panel_.frm_devices);
+  if (!device) return edit_room();
+  devices_.turn_to(*device);
+  edit_device(*device, CardOrder::kRename);
+}
+
 void RoomEditing::close() {
   if (saving_) return;
   form_.frm_change.visible = false;
@@ -155,7 +175,10 @@ Task<void> RoomEditing::save() {
     form_.cmd_change.enabled = true;
   }
   if (problem.empty()) {
+    const auto changed = edited_;
     close();
+    // The list is sorted: it may be on another page now.
+    if (changed && panel_.frm_devices.visible) devices_.focus_on(*changed);
     co_return;
   }
   form_.lab_changewrong.caption = problem;
@@ -181,10 +204,11 @@ Task<std::string> RoomEditing::save_device(Device from) {
       check_device(form_.lst_changeroom.text.get(), name, form_.lst_changecode.text.get(),
                    form_.lst_changenumber.text.get(), house_.rooms());
   if (const auto* wrong = std::get_if<std::string>(&checked)) co_return *wrong;
-  Device to = std::get<Device>(checked);
+  const Device to = std::get<Device>(checked);
   std::string type = type_code(form_.lst_changetype.text.get());
   if (to == from && type == house_.type_of(from.key()).code) co_return "";
-  std::string problem = co_await changes_.change_device(from, std::move(to), std::move(type));
+  std::string problem = co_await changes_.change_device(from, to, std::move(type));
+  if (problem.empty()) edited_ = to;
   co_return problem;
 }
 
@@ -219,7 +243,7 @@ void RoomEditing::add_device() {
 void RoomEditing::added(const ListLine& entry) {
   if (!entry.device || entry.device->room != added_from_) return;
   go_back();
-  devices_.turn_to(*entry.device);
+  devices_.focus_on(*entry.device);
 }
 
 void RoomEditing::go_back() {

@@ -8,10 +8,12 @@
 #include "core/house/house_changes.h"
 #include "core/house/house_deletion.h"
 #include "core/house/house_editor.h"
+#include "core/house/navigation_tree.h"
 #include "core/house_index.h"
 #include "core/lists/room_list.h"
 #include "core/settings.h"
 #include "ui/house_panel.h"
+#include "ui/navigation_pane.h"
 #include "ui/panel_stack.h"
 #include "x10/device_panel.h"
 
@@ -22,13 +24,15 @@ namespace homewarden {
 class RoomEditing {
  public:
   RoomEditing(HousePanel& panel, AddRoomPanel& adding_room, AddDevicePanel& adding,
-              PanelStack& panels, TreeView& tree, Operations& operations, Settings& settings,
-              HouseIndex& house, RoomList& rooms, DevicePanel& devices, HouseEditor& editor,
-              HouseChanges& changes, HouseDeletion& deletion);
+              PanelStack& panels, NavigationPane& pane, Operations& operations, Settings& settings,
+              HouseIndex& house, RoomList& rooms, DevicePanel& devices,
+              const NavigationTree& navigation, HouseEditor& editor, HouseChanges& changes,
+              HouseDeletion& deletion);
 
  private:
   void edit_device(const Device& device, CardOrder what);
   void edit_room();
+  void edit_node();
   void close();
   void show_hint();
   void look_at_house();
@@ -49,6 +53,7 @@ class RoomEditing {
   HouseIndex& house_;
   RoomList& rooms_;
   DevicePanel& devices_;
+  const NavigationTree& navigation_;
   HouseChanges& changes_;
   HouseDeletion& deletion_;
   std::optional<Device> edited_;  // nothing: the room

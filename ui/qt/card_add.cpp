@@ -7,7 +7,9 @@
 #include "ui/qt/card_layout.h"
 #include "ui/qt/device_card.h"
 #include "ui/qt/line_icons.h"
+#include "ui/qt/scaled_font.h"
 #include "ui/qt/shapes.h"
+#include "ui/qt/tip_text.h"
 #include "ui/qt/watch.h"
 
 namespace homewarden::view {
@@ -24,6 +26,8 @@ AddCard::AddCard(HousePanel& panel, QWidget* parent) : QAbstractButton(parent) {
   setAttribute(Qt::WA_Hover);
   follow(panel.cmd_adddevice.caption, this,
          [this](const std::string& text) { setText(qt::from_code_page(text)); });
+  follow(panel.cmd_adddevice.tool_tip, this,
+         [this](const std::string& tip) { setToolTip(tip_text(tip)); });
   follow(panel.lab_nextaddress.caption, this, [this](const std::string& text) {
     setAccessibleDescription(qt::from_code_page(text));
     update();
@@ -62,9 +66,7 @@ void AddCard::paintEvent(QPaintEvent* /*event*/) {
   painter.setPen(look.link);
   QRectF place(card.left() + 8, circle.bottom() + 12, card.width() - 16, line + 4);
   painter.drawText(place, Qt::AlignCenter, text());
-  words = font();
-  words.setPointSizeF(words.pointSizeF() * 0.86);
-  painter.setFont(words);
+  painter.setFont(scaled_font(font(), 0.86));
   painter.setPen(look.quiet);
   place.setTop(place.bottom() + 4);
   place.setHeight(2 * line);

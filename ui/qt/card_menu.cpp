@@ -5,6 +5,7 @@
 #include "platform/qt/text_codec.h"
 #include "ui/qt/line_icons.h"
 #include "ui/qt/page.h"
+#include "ui/qt/popup_menu.h"
 #include "ui/qt/shapes.h"
 
 namespace homewarden::view {
@@ -13,12 +14,9 @@ namespace {
 constexpr int kSide = 32;
 constexpr double kIcon = 20;
 
-QAction* add(QMenu& menu, LineIcon icon, const QString& text, const QKeySequence& shown_key = {}) {
+QAction* add(QMenu& menu, LineIcon icon, const QString& text, const QString& keys = {}) {
   auto* action = menu.addAction(make_icon(icon), text);
-  // The card takes the key itself; here it is only told.
-  action->setShortcut(shown_key);
-  action->setShortcutContext(Qt::WidgetShortcut);
-  action->setShortcutVisibleInContextMenu(true);
+  tell_keys(*action, keys);
   return action;
 }
 
@@ -29,7 +27,7 @@ void fill_card_menu(QMenu& menu, HousePanel& panel, int slot) {
     QObject::connect(action, &QAction::triggered, &menu,
                      [&panel, slot, what] { panel.card_order(slot, what); });
   };
-  order(add(menu, LineIcon::kEdit, tr("Rename"), Qt::Key_F2), CardOrder::kRename);
+  order(add(menu, LineIcon::kEdit, tr("Rename"), "F2"), CardOrder::kRename);
   order(add(menu, LineIcon::kGear, tr("Change type and address")), CardOrder::kChange);
   QMenu* rooms = menu.addMenu(make_icon(LineIcon::kMove), tr("Move to"));
   for (const std::string& room : panel.other_rooms.get())
@@ -38,17 +36,17 @@ void fill_card_menu(QMenu& menu, HousePanel& panel, int slot) {
                      [&panel, slot, room] { panel.moved_to(slot, room); });
   rooms->setEnabled(!rooms->isEmpty());
   menu.addSeparator();
-  order(add(menu, LineIcon::kTrash, tr("Delete"), QKeySequence("Ctrl+D")), CardOrder::kRemove);
+  order(add(menu, LineIcon::kTrash, tr("Delete"), "Ctrl+D"), CardOrder::kRemove);
 }
 
 void fill_room_menu(QMenu& menu, HousePanel& panel) {
-  QObject::connect(add(menu, LineIcon::kEdit, tr("Rename"), Qt::Key_F2), &QAction::triggered, &menu,
+  QObject::connect(add(menu, LineIcon::kEdit, tr("Rename"), "F2"), &QAction::triggered, &menu,
                    [&panel] { panel.mnu_renameroom.click(); });
   QAction* off = add(menu, LineIcon::kPower, tr("Turn room off"));
   off->setEnabled(panel.cmd_roomoff.enabled);
   QObject::connect(off, &QAction::triggered, &menu, [&panel] { panel.cmd_roomoff.click(); });
-  QObject::connect(add(menu, LineIcon::kPlus, tr("Add device")), &QAction::triggered, &menu,
-                   [&panel] { panel.cmd_adddevice.click(); });
+  QObject::connect(add(menu, LineIcon::kPlus, tr("Add device"), "Ctrl+N"), &QAction::triggered,
+                   &menu, [&panel] { panel.cmd_adddevice.click(); });
   menu.addSeparator();
   QObject::connect(add(menu, LineIcon::kTrash, tr("Delete")), &QAction::triggered, &menu,
                    [&panel] { panel.mnu_deleteroom.click(); });

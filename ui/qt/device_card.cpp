@@ -52,7 +52,7 @@ DeviceCard::DeviceCard(HousePanel& panel, std::size_t slot, QWidget* parent)
   bind_slider();
   bind_retry();
   menu_->setAccessibleName(tr("Menu"));
-  menu_->setToolTip(tr("Rename, change, move or delete"));
+  menu_->setToolTip(tr("Rename (F2), change, move or delete (Ctrl+D)"));
   connect(menu_, &QToolButton::clicked, this,
           [this] { show_menu(menu_->mapToGlobal(QPoint(0, menu_->height()))); });
   follow(face_, this, [this](const CardFace&) { show_face(); });
@@ -78,6 +78,7 @@ void DeviceCard::bind_picture() {
     setToolTip(tip_text(tip));
     describe();
   });
+  watch(picture_.focus_requested, this, [this] { setFocus(Qt::OtherFocusReason); });
   connect(this, &QAbstractButton::clicked, this, [this] { picture_.click(); });
 }
 

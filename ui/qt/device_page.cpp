@@ -81,17 +81,15 @@ class DevicePage : public Page {
 
   void form_turned() {
     place_form();
-    const std::string& name = panel_.change.txt_changename.text;
     if (panel_.change.frm_change.visible) {
-      changed_ = panel_.change.of_room ? std::string() : name;
+      changed_ = panel_.change.of_room ? std::string() : panel_.change.txt_changename.text.get();
       ensureWidgetVisible(form_);
     } else if (isVisible() && form_->had_keyboard()) {
-      const int slot = slot_of(changed_);
-      grid_->focus_again(slot >= 0 || changed_.empty() ? slot : slot_of(name));
+      grid_->focus_again(slot_of(changed_));  // whoever has changed a device asks for its card
     }
   }
 
-  // A device with another name may have another place.
+  // -1 when none of the cards shows it.
   int slot_of(const std::string& name) const {
     for (std::size_t slot = 0; slot < panel_.devicename.size(); ++slot)
       if (!name.empty() && panel_.devicename[slot].caption.get() == name)

@@ -201,7 +201,7 @@ RoomHeading::RoomHeading(HousePanel& panel, QWidget* title, QWidget* parent)
   more->setFixedSize(kHeight, kHeight);
   more->setFocusPolicy(Qt::StrongFocus);
   more->setAccessibleName(tr("Menu of the room"));
-  more->setToolTip(tr("Rename or delete this room"));
+  more->setToolTip(tr("Rename this room (F2), add a device (Ctrl+N) or delete it"));
   connect(more, &QToolButton::clicked, this, [&panel, more] {
     auto* menu = new QMenu(more);
     menu->setAttribute(Qt::WA_DeleteOnClose);

@@ -3,7 +3,6 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
-#include <QShortcut>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -11,6 +10,7 @@
 #include "ui/qt/finder_rows.h"
 #include "ui/qt/line_icons.h"
 #include "ui/qt/page.h"
+#include "ui/qt/scaled_font.h"
 #include "ui/qt/shapes.h"
 #include "ui/qt/watch.h"
 
@@ -39,9 +39,7 @@ class Box : public QWidget {
               look.quiet);
     painter.fillRect(QRect(1, kFieldHeight, width() - 2, 1), look.line);
     painter.fillRect(QRect(1, height() - kFootHeight, width() - 2, 1), look.line);
-    QFont small = font();
-    small.setPointSizeF(small.pointSizeF() * kSmall);
-    painter.setFont(small);
+    painter.setFont(scaled_font(kSmall));
     painter.setPen(look.quiet);
     const QRect foot(20, height() - kFootHeight, width() - 40, kFootHeight);
     painter.drawText(foot, Qt::AlignLeft | Qt::AlignVCenter,
@@ -63,8 +61,6 @@ FinderView::FinderView(FinderPanel& panel, QWidget* window)
   hide();
   build();
   window->installEventFilter(this);
-  auto* key = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_K), window);
-  connect(key, &QShortcut::activated, this, [this] { panel_.opened(); });
   bind(panel.txt_find, field_, tr("Find anything"));
   follow(panel.found, this, [this](const std::vector<Found>&) { show_found(); });
   follow(panel.chosen, this, [this](int position) { list_->setCurrentRow(position); });
@@ -88,9 +84,6 @@ FinderView::FinderView(FinderPanel& panel, QWidget* window)
 void FinderView::build() {
   field_->setFrame(false);
   field_->setPlaceholderText(tr("A lamp and \"off\", a room, an event"));
-  QFont large = field_->font();
-  large.setPointSizeF(large.pointSizeF() * kFieldFont);
-  field_->setFont(large);
   QPalette clear = field_->palette();
   clear.setColor(QPalette::Base, Qt::transparent);
   field_->setPalette(clear);
@@ -107,6 +100,7 @@ void FinderView::build() {
 
 void FinderView::lay_out() {
   setGeometry(parentWidget()->rect());
+  field_->setFont(scaled_font(kFieldFont));
   int rows = 0;
   for (int row = 0; row < list_->count(); ++row) rows += list_->sizeHintForRow(row);
   const int width = std::min(kWidth, this->width() - 2 * kMargin);

@@ -20,6 +20,7 @@
 #include "ui/qt/status_bar_view.h"
 #include "ui/qt/watch.h"
 #include "ui/qt/window_frame.h"
+#include "ui/qt/window_keys.h"
 
 // The pictures lie in a static library, which the linker would leave out unasked.
 static void load_pictures() {
@@ -108,6 +109,7 @@ void MainWindowView::build() {
   setCentralWidget(splitter);
   setStatusBar(new StatusBarView(form_.Statusbar, this));
   new FinderView(form_, this);
+  add_window_keys(form_, this);
   for (Menu* menu : {&form_.mnuPopup, &form_.mnuPopup1, &form_.sspp3}) add_menu(*menu);
 }
 

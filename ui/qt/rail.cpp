@@ -10,8 +10,10 @@
 #include "ui/qt/page.h"
 #include "ui/qt/scaled_label.h"
 #include "ui/qt/shapes.h"
+#include "ui/qt/side_rows.h"
 #include "ui/qt/tree_model.h"
 #include "ui/qt/watch.h"
+#include "ui/qt/window_keys.h"
 
 namespace homewarden::view {
 namespace {
@@ -45,14 +47,8 @@ QSize RailButton::sizeHint() const {
 void RailButton::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   const Look& look = look_of(palette());
-  const QColor ground = isChecked()    ? look.selected
-                        : isDown()     ? look.press
-                        : underMouse() ? look.over
-                                       : QColor(Qt::transparent);
-  draw_box(painter, rect(), kControlCorner, ground, Qt::transparent);
+  draw_side_button(painter, *this, look);
   draw_icon(painter, icon_, centred(rect(), kSign), isChecked() ? look.text : look.quiet);
-  if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange))
-    draw_box(painter, rect(), kControlCorner, Qt::transparent, look.focus, 2);
   if (count_ == 0) return;
   painter.setFont(scaled_font(0.8, true));
   const QString words = QString::number(count_);
@@ -75,15 +71,15 @@ Rail::Rail(FrmMain& form, std::function<void()> open_tree, QWidget* parent)
   rows->setContentsMargins((kWidth - kSide) / 2, 8, (kWidth - kSide) / 2, 8);
   rows->setSpacing(4);
   auto* find = new RailButton(LineIcon::kSearch, tr("Find anything"), this);
+  find->setToolTip(tr("Find anything (Ctrl+K)"));
   connect(find, &QAbstractButton::clicked, this, [this] { form_.opened(); });
   rows->addWidget(find);
   for (std::size_t place = 0; place < std::size(kIcons); ++place) {
     const char* name = kFixedNodes[place];
     auto* button = new RailButton(kIcons[place], name, this);
-    connect(button, &QAbstractButton::clicked, this, [this, name] {
-      form_.Tree.selected = form_.Tree.find(name);
-      form_.Tree.click();
-    });
+    button->setToolTip(tr("%1 (Alt+%2)").arg(name).arg(place + 1));
+    connect(button, &QAbstractButton::clicked, this,
+            [this, place] { open_fixed_node(form_.Tree, place); });
     rows->addWidget(button);
     fixed_ << button;
   }

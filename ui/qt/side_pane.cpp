@@ -5,7 +5,6 @@
 #include <QSvgRenderer>
 #include <QToolButton>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "platform/qt/text_codec.h"
 #include "ui/qt/box.h"
@@ -13,7 +12,7 @@
 #include "ui/qt/look.h"
 #include "ui/qt/page.h"
 #include "ui/qt/scaled_label.h"
-#include "ui/qt/shapes.h"
+#include "ui/qt/side_rows.h"
 #include "ui/qt/tree_pane.h"
 #include "ui/qt/watch.h"
 
@@ -21,12 +20,10 @@ namespace homewarden::view {
 namespace {
 
 constexpr int kLogo = 28;
-constexpr int kRow = 36;
 constexpr int kSign = 20;
 constexpr int kLeastWidth = 216;
 constexpr int kMostWidth = 360;
 constexpr int kPopUpWidth = 264;
-constexpr const char* kFindKeys = "Ctrl+K";
 
 // As a pop-up it has a ground and a border of its own.
 class Ground : public QWidget {
@@ -55,74 +52,7 @@ class Logo : public QWidget {
   }
 };
 
-// Looks like a field; a press opens the finder.
-class FindButton : public QAbstractButton {
- public:
-  explicit FindButton(QWidget* parent) : QAbstractButton(parent) {
-    setText(tr("Find anything"));
-    setAccessibleName(text());
-    setFocusPolicy(Qt::StrongFocus);
-    setAttribute(Qt::WA_Hover);
-    setCursor(Qt::IBeamCursor);
-  }
-  QSize sizeHint() const override { return {120, std::max(kRow, fontMetrics().height() + 12)}; }
-
- protected:
-  void paintEvent(QPaintEvent* /*event*/) override {
-    QPainter painter(this);
-    const Look& look = look_of(palette());
-    draw_box(painter, rect(), kControlCorner, look.field, underMouse() ? look.edge : look.line);
-    if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange))
-      draw_box(painter, rect(), kControlCorner, Qt::transparent, look.focus, 2);
-    draw_icon(painter, LineIcon::kSearch, QRectF(10, height() / 2.0 - 9, 18, 18), look.quiet);
-    painter.setFont(scaled_font(0.86));
-    const int keys = painter.fontMetrics().horizontalAdvance(kFindKeys) + 12;
-    const QRect cap(width() - keys - 8, (height() - painter.fontMetrics().height()) / 2 - 2, keys,
-                    painter.fontMetrics().height() + 4);
-    draw_box(painter, cap, 4, Qt::transparent, look.line);
-    painter.setPen(look.quiet);
-    painter.drawText(cap, Qt::AlignCenter, kFindKeys);
-    painter.setFont(font());
-    const QRect words(36, 0, cap.left() - 40, height());
-    painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeft,
-                     painter.fontMetrics().elidedText(text(), Qt::ElideRight, words.width()));
-  }
-};
-
 }  // namespace
-
-FootRow::FootRow(QWidget* parent) : QAbstractButton(parent) {
-  setCheckable(true);
-  setFocusPolicy(Qt::StrongFocus);
-  setAttribute(Qt::WA_Hover);
-}
-
-QSize FootRow::sizeHint() const {
-  return {120, std::max(kRow, fontMetrics().height() + 12)};
-}
-
-void FootRow::paintEvent(QPaintEvent* /*event*/) {
-  QPainter painter(this);
-  const Look& look = look_of(palette());
-  const QColor ground = isChecked()    ? look.selected
-                        : isDown()     ? look.press
-                        : underMouse() ? look.over
-                                       : QColor(Qt::transparent);
-  draw_box(painter, rect(), kControlCorner, ground, Qt::transparent);
-  if (isChecked())
-    draw_box(painter, QRectF(0, 8, 3, height() - 16), 1.5, look.focus, Qt::transparent);
-  if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange))
-    draw_box(painter, rect(), kControlCorner, Qt::transparent, look.focus, 2);
-  draw_icon(painter, LineIcon::kGear, QRectF(8, height() / 2.0 - kSign / 2.0, kSign, kSign),
-            isChecked() ? look.text : look.quiet);
-  QFont words = font();
-  words.setBold(isChecked());
-  painter.setFont(words);
-  painter.setPen(isEnabled() ? look.text : look.quiet);
-  const QRect place(40, 0, width() - 44, height());
-  painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft,
-                   painter.fontMetrics().elidedText(text(), Qt::ElideRight, place.width()));
-}
 
 SidePane::SidePane(FrmMain& form, QWidget* parent)
     : QWidget(parent),

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QAbstractButton>
+#include <QWidget>
 
 #include "ui/frm_main.h"
 #include "ui/qt/rail.h"
@@ -28,16 +28,6 @@ class SidePane : public QWidget {
   Rail* rail_;
   QWidget* whole_;  // a pop-up while the side is narrow
   bool narrow_ = false;
-};
-
-// A row at the foot of the tree, which looks like a row of the tree.
-class FootRow : public QAbstractButton {
- public:
-  explicit FootRow(QWidget* parent);
-  QSize sizeHint() const override;
-
- protected:
-  void paintEvent(QPaintEvent* event) override;
 };
 
 }  // namespace homewarden::view

@@ -112,6 +112,8 @@ void TreePane::click(const QModelIndex& index) {
 void TreePane::keyPressEvent(QKeyEvent* event) {
   if (const int character = character_of(*event)) {
     tree_.key_press(character);
+  } else if (event->key() == Qt::Key_F2) {
+    tree_.rename_asked();
   } else if (presses(*event)) {
     if (!event->isAutoRepeat()) click(currentIndex());  // a key held down switches once
   } else {
