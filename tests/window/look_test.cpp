@@ -1,9 +1,9 @@
-#include "ui/qt/look.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
+
+#include "ui/qt/high_contrast.h"
 
 namespace homewarden::testing {
 namespace {
@@ -38,6 +38,36 @@ TEST(Look, WordsAreReadableOnEverythingTheyStandOn) {
     EXPECT_GE(contrast(Qt::white, look->primary), 4.5);
     EXPECT_GE(contrast(look->message_text, look->message), 4.5);
     EXPECT_EQ(view::look_of(view::palette_of(*look)).dark, look->dark);
+  }
+}
+
+// Catches: pale words on a pale ground where the desktop's own colours are no high contrast, and
+// "on" that is told by a tint.
+TEST(Look, HighContrastIsHighWhateverTheDesktopsColoursAre) {
+  const auto colours = [](QRgb words, QRgb window, QRgb base) {
+    return QPalette(QColor(words), QColor(window), QColor(words), QColor(words), QColor(words),
+                    QColor(words), QColor(words), QColor(base), QColor(window));
+  };
+  const QPalette palettes[] = {
+      colours(0xff000000, 0xffffffff, 0xffffffff), colours(0xffffffff, 0xff000000, 0xff000000),
+      colours(0xffffff00, 0xff000000, 0xff000000), colours(0xff808080, 0xff909090, 0xffffffff),
+      colours(0xff000000, 0xffefefef, 0xff000000)};
+  for (const QPalette& palette : palettes) {
+    for (const std::optional<bool> dark : {std::optional<bool>(), {true}, {false}}) {
+      const view::Look look = view::high_contrast_look(palette, dark);
+      EXPECT_EQ(look.dark, dark.value_or(look.dark));
+      for (const QColor& ground :
+           {look.ground, look.side, look.card, look.card_on, look.field, look.over, look.press})
+        for (const QColor& words :
+             {look.text, look.quiet, look.link, look.ok, look.failed, look.warm, look.edge})
+          EXPECT_GE(contrast(words, ground), 7)
+              << words.name().toStdString() << ground.name().toStdString();
+      EXPECT_GE(contrast(look.text, look.selected), 7);
+      EXPECT_GE(contrast(look.ink, look.amber), 7);
+      EXPECT_GE(contrast(Qt::white, look.primary), 4.5);
+      EXPECT_GE(contrast(look.message_text, look.message), 7);
+      EXPECT_EQ(look.card_on, look.card);
+    }
   }
 }
 

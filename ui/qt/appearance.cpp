@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QScopedValueRollback>
 
+#include "ui/qt/high_contrast.h"
 #include "ui/qt/house_style.h"
 #include "ui/qt/look.h"
 #include "ui/qt/motion.h"
@@ -21,7 +22,13 @@ void Appearance::apply() {
   const QScopedValueRollback<bool> applying(applying_, true);
   set_less_motion(wishes_.less_motion());
   QApplication::setPalette(QPalette());  // the desktop's own
-  if (wishes_.high_contrast()) return;
+  use_for_everything(std::nullopt);
+  if (wishes_.high_contrast()) {
+    const Look look = high_contrast_look(QApplication::palette(), wishes_.dark());
+    use_for_everything(look);
+    QApplication::setPalette(palette_of(look));
+    return;
+  }
   const bool dark = wishes_.dark().value_or(look_of(QApplication::palette()).dark);
   QApplication::setPalette(palette_of(dark ? dark_look() : light_look()));
 }

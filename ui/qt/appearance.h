@@ -7,7 +7,7 @@
 namespace homewarden::view {
 
 // Gives the program its style, and its colours light or dark as the desktop is, at once when that
-// changes. Where the desktop asks for high contrast its own colours stay.
+// changes. Where the desktop asks for high contrast its own colours are the base of it.
 class Appearance : public QObject {
  public:
   // To be made once, after the application and before the windows.

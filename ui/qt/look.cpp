@@ -75,6 +75,11 @@ Look make_dark() {
   return look;
 }
 
+std::optional<Look>& the_look() {
+  static std::optional<Look> look;
+  return look;
+}
+
 }  // namespace
 
 const Look& light_look() {
@@ -87,7 +92,12 @@ const Look& dark_look() {
   return kLook;
 }
 
+void use_for_everything(const std::optional<Look>& look) {
+  the_look() = look;
+}
+
 const Look& look_of(const QPalette& palette) {
+  if (the_look()) return *the_look();
   const bool dark = palette.color(QPalette::Active, QPalette::Window).lightness() <
                     palette.color(QPalette::Active, QPalette::WindowText).lightness();
   return dark ? dark_look() : light_look();

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QPalette>
+#include <optional>
 
 namespace homewarden::view {
 
@@ -48,8 +49,11 @@ const Look& light_look();
 const Look& dark_look();
 
 // The one that the palette was made of; for a palette of the desktop's own, the one that is as
-// dark.
+// dark. While a look is used for everything, that one.
 const Look& look_of(const QPalette& palette);
+
+// Nothing: light or dark as the palette is.
+void use_for_everything(const std::optional<Look>& look);
 
 // Words that are disabled stay readable.
 QPalette palette_of(const Look& look);
