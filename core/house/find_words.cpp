@@ -96,7 +96,10 @@ int match(const std::vector<std::string>& names, std::string_view called,
       second[in_second.position].clear();
     }
   }
-  return sum;
+  // "lamp" means "Lamp" before "Lamp 2".
+  const bool is_all = !names.empty() && std::all_of(first.begin(), first.end(),
+                                                    [](const auto& word) { return word.empty(); });
+  return is_all ? sum + 1 : sum;
 }
 
 }  // namespace homewarden

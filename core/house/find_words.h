@@ -20,8 +20,8 @@ struct FindWords {
 FindWords find_words(std::string_view text);
 
 // How well the words name a thing that is called so: 0 not at all; more for beginnings of words,
-// for more of the words in the first text, and for whole words. Each must be found in one of the
-// two. No words name everything, a little.
+// for more of the words in the first text, for whole words, and when the first text has no others.
+// Each must be found in one of the two. No words name everything, a little.
 int match(const std::vector<std::string>& names, std::string_view called,
           std::string_view also_called = {});
 

@@ -112,8 +112,8 @@ void Finder::find_switches(const FindWords& words, std::vector<Meant>& found) co
     const bool dims = order.on && order.level < kFullyOn;
     if (dims && !house_.type_of(device.key()).dimmable) continue;
     Meant meant = switch_of(device, order);
-    // What is so already is not what a person wants most.
-    meant.score = score * 2 + (order.on == on && !dims ? 0 : 1);
+    // What is so already is not what a person wants most, however exactly it is named.
+    meant.score = score * 2 + (order.on == on && !dims ? 0 : 3);
     found.push_back(std::move(meant));
   }
 }
@@ -180,7 +180,8 @@ void Finder::find_places(const FindWords& words, std::vector<Meant>& found) cons
   for (const std::string& room : house_.rooms()) {
     const auto size = house_.devices_in(room).size();
     add(room, Found::Kind::kRoom,
-        std::to_string(count_on(room)) + " of " + std::to_string(size) + " on");
+        size == 0 ? std::string("no devices yet")
+                  : std::to_string(count_on(room)) + " of " + std::to_string(size) + " on");
   }
   if (words.command) return;
   for (const char* panel : kFixedNodes) add(panel, Found::Kind::kPanel, {});

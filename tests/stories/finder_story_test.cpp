@@ -40,6 +40,7 @@ TEST_F(FinderStory, AFewLettersAndACommandSwitchTheRightDevice) {
   EXPECT_THAT(find("table 40%"), IsEmpty()) << "an appliance has no level";
   EXPECT_THAT(find("on air"), Contains("Turn On Air Sign on")) << "the name begins with a command";
   EXPECT_THAT(find("zzz"), IsEmpty());
+  EXPECT_EQ(find("lamp").front(), "Turn Lamp on") << "what is called so and not longer";
   EXPECT_EQ(find("radio").front(), "Turn Radio on");
   enter();
   EXPECT_THAT(house.line(), ElementsAre(EndsWith("A2 2")));
