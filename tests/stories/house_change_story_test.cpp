@@ -187,6 +187,10 @@ TEST(HouseChangeFailure, AListThatCannotBeWrittenLeavesAllAsTheyWere) {
     house.click(form.change.cmd_change, 3s);
     EXPECT_TRUE(form.change.lab_changewrong.visible) << kept;
     disk.kept = "";
+    disk.unreadable = {House::file("Holiday.txt")};
+    house.click(form.change.cmd_change, 3s);
+    EXPECT_THAT(form.change.lab_changewrong.caption.get(), HasSubstr("Holiday.txt cannot be read"));
+    disk.unreadable = {};
     house.forget_program();
     house.open(5s);
     EXPECT_EQ(disk.contents, before) << kept;

@@ -189,6 +189,54 @@ TEST_F(RoomPageTest, ArrowsMoveBetweenCardsAndTabLeavesThem) {
   EXPECT_FALSE(dynamic_cast<DeviceCard*>(view->focusWidget())) << "ten stops of the Tab key";
 }
 
+// Catches: a device that is out of sight as soon as its new name is saved, and keys that act on
+// what is not seen.
+TEST_F(RoomPageTest, ARenamedDeviceIsFollowedToItsPageFromCardAndTree) {
+  choose(menu_of("Lamp 01"), "Rename");
+  type_name("  Zed ");
+  QTest::keyClick(shown<QLineEdit>("New name"), Qt::Key_Return);
+  settle(1s);
+  ASSERT_TRUE(card("Zed"));
+  EXPECT_TRUE(card("Zed")->hasFocus());
+  click(shown<QAbstractButton>("Settings"));
+  click(the_tree()->viewport());  // gives it the keyboard; no node lies there
+  open_node("Zed");
+  click(shown<QAbstractButton>("Devices 1 to 10"));
+  QTest::keyClick(the_tree(), Qt::Key_F2);
+  type_name("Aha");
+  QTest::keyClick(shown<QLineEdit>("New name"), Qt::Key_Return);
+  settle(1s);
+  EXPECT_THAT(rooms(), HasSubstr("Hall~Aha~C~1\r\n"));
+  EXPECT_TRUE(card("Aha")->hasFocus());
+  QTest::keyClick(card("Aha"), Qt::Key_F2);
+  type_name("Bee");
+  click(shown<QPushButton>("Save"));
+  house.form().cmd_settings.click();
+  settle(1s);
+  EXPECT_FALSE(the_tree()->currentIndex().isValid()) << "marks what is not shown";
+}
+
+TEST_F(RoomPageTest, KeysOpenTheFixedNodesAndAddWhatThePageIsAbout) {
+  const auto press = [this](Qt::Key key, Qt::KeyboardModifier with) {
+    QTest::keyClick(view.get(), key, with);
+    settle();
+  };
+  press(Qt::Key_N, Qt::ControlModifier);
+  EXPECT_EQ(shown<QComboBox>("Room")->currentText(), "Hall");
+  EXPECT_TRUE(shown<QLineEdit>("Device name")->hasFocus());
+  press(Qt::Key_2, Qt::AltModifier);
+  EXPECT_TRUE(house.form().frm_event.visible);
+  EXPECT_TRUE(the_tree()->hasFocus()) << view->focusWidget()->metaObject()->className();
+  press(Qt::Key_K, Qt::ControlModifier);
+  press(Qt::Key_1, Qt::AltModifier);
+  EXPECT_TRUE(house.form().frm_home.visible && !house.form().frm_finder.visible);
+  press(Qt::Key_N, Qt::ControlModifier);
+  EXPECT_TRUE(shown<QLineEdit>("Room name")->hasFocus());
+  house.form().Tree.enabled = false;  // an event is edited, or something is being deleted
+  press(Qt::Key_3, Qt::AltModifier);
+  EXPECT_FALSE(house.form().frm_macros.visible);
+}
+
 TEST_F(RoomPageTest, TheFinderKeepsTheKeyboardAndGivesItBack) {
   card("Lamp 02")->setFocus();
   QTest::keyClick(view.get(), Qt::Key_K, Qt::ControlModifier);

@@ -1,10 +1,11 @@
 #include "ui/qt/window_keys.h"
 
 #include <QShortcut>
+#include <QWidget>
 #include <functional>
+#include <iterator>
 
 #include "ui/fixed_nodes.h"
-#include "ui/qt/tree_pane.h"
 
 namespace homewarden::view {
 namespace {
@@ -41,13 +42,11 @@ void add_window_keys(FrmMain& form, QWidget* window) {
     });
   };
   for (std::size_t place = 0; place < std::size(kFixedNodes); ++place)
-    add(QKeySequence(Qt::ALT | Qt::Key(Qt::Key_1 + static_cast<int>(place))),
-        [&form, window, place] {
-          form.closed();  // the finder, which lies over the page
-          open_fixed_node(form.Tree, place);
-          auto* tree = window->findChild<TreePane*>();
-          if (tree && tree->isVisible()) tree->setFocus(Qt::ShortcutFocusReason);
-        });
+    add(QKeySequence(Qt::ALT | Qt::Key(Qt::Key_1 + static_cast<int>(place))), [&form, place] {
+      form.closed();  // the finder, which lies over the page
+      open_fixed_node(form.Tree, place);
+      form.Tree.set_focus();
+    });
   add(Qt::CTRL | Qt::Key_K, [&form] { form.opened(); });
   add(Qt::CTRL | Qt::Key_N, [&form] {
     if (!form.frm_finder.visible) add_here(form);
