@@ -67,7 +67,7 @@ void DeviceCard::draw_surface(QPainter& painter) const {
   const QColor border = is_not_sent() ? look.failed : between(off_border, look.rim, on);
   const double width = is_not_sent() || on > 0.5 ? 1.5 : 1;
   draw_box(painter, places.card, kCardCorner, between(off_ground, on_ground, on), Qt::transparent);
-  if (on > 0) {
+  if (on > 0 && look.glow.alpha() > 0) {
     const double level = std::max(glow(), 0.1);
     const double reach = kGlowReach * places.picture.width() / kGlowPicture;
     QRadialGradient glow_colours(places.picture.center(), reach);
@@ -112,7 +112,7 @@ void DeviceCard::draw_words(QPainter& painter) const {
   const CardLayout places(QRectF(rect()).adjusted(kRing, kRing, -kRing, -kRing), fontMetrics());
   const QColor quiet = face_.get().on ? look.quiet_on : look.quiet;
   painter.setPen(is_up() ? look.text : quiet);
-  painter.setFont(scaled_font(font(), 1.14, true));
+  painter.setFont(name_font());
   painter.drawText(places.name, Qt::AlignCenter,
                    painter.fontMetrics().elidedText(shown_name_, Qt::ElideRight,
                                                     static_cast<int>(places.name.width())));

@@ -1,9 +1,7 @@
 #include "ui/qt/device_card.h"
 
-#include <QApplication>
 #include <QMouseEvent>
-#include <QSignalBlocker>
-#include <algorithm>
+#include <utility>
 
 #include "platform/qt/text_codec.h"
 #include "ui/qt/bindings.h"
@@ -12,18 +10,15 @@
 #include "ui/qt/house_style.h"
 #include "ui/qt/line_icons.h"
 #include "ui/qt/motion.h"
+#include "ui/qt/scaled_font.h"
 #include "ui/qt/slider_style.h"
 #include "ui/qt/tip_text.h"
 #include "ui/qt/watch.h"
-#include "ui/qt/wheel_guard.h"
 
 namespace homewarden::view {
 namespace {
 
-constexpr int kSettledMilliseconds = 350;
 constexpr int kFullyOn = 100;
-// Between the left end of the slider, which is "Off", and its least level.
-constexpr int kOffGap = 10;
 constexpr const char* kPercent = "%1\u00A0%";
 
 }  // namespace
@@ -74,8 +69,8 @@ void DeviceCard::bind_picture() {
     setVisible(visible);
   });
   watch(picture_.file.changed, this, [this] { update(); });
-  follow(picture_.tool_tip, this, [this](const std::string& tip) {
-    setToolTip(tip_text(tip));
+  follow(picture_.tool_tip, this, [this](const std::string&) {
+    show_tip();
     describe();
   });
   watch(picture_.focus_requested, this, [this] { setFocus(Qt::OtherFocusReason); });
@@ -101,31 +96,21 @@ void DeviceCard::show_name() {
   bar_->setAccessibleName(tr("Brightness of %1").arg(shown_name_));
   retry_->setAccessibleName(tr("Send to %1 again").arg(shown_name_));
   menu_->setAccessibleDescription(shown_name_);
+  show_tip();
   update();
 }
 
-void DeviceCard::bind_slider() {
-  guard_wheel(bar_);
-  bar_->setRange(slider_.minimum - kOffGap, slider_.maximum);
-  bar_->setFocusPolicy(Qt::ClickFocus);  // + and - on the card move it
-  bar_->setPageStep(10);
-  bar_->setSingleStep(5);
-  follow(slider_.visible, this, [this](bool) { lay_out(); });
-  follow(slider_.tool_tip, this, [this](const std::string& tip) {
-    bar_->setToolTip(tip_text(tip));
-    bar_->setAccessibleDescription(qt::from_code_page(tip));
-  });
-  follow(slider_.value, this, [this](int) { show_value(); });
-  watch(slider_.put_back, this, [this] { drop_input(); });
-  settled_.setSingleShot(true);
-  settled_.setInterval(kSettledMilliseconds);
-  connect(&settled_, &QTimer::timeout, this, [this] { commit_slider(); });
-  connect(bar_, &QSlider::valueChanged, this, [this](int position) {
-    keep_from_gap(position);
-    update();
-    if (!bar_->isSliderDown()) settled_.start();
-  });
-  connect(bar_, &QSlider::sliderReleased, this, [this] { commit_slider(); });
+// What a press does; above it the name when the card has no room for all of it.
+void DeviceCard::show_tip() {
+  QString tip = qt::from_code_page(picture_.tool_tip.get());
+  const CardLayout places(QRectF(rect()).adjusted(kRing, kRing, -kRing, -kRing), fontMetrics());
+  const QFontMetrics metrics(name_font());
+  if (metrics.horizontalAdvance(shown_name_) > places.name.width()) tip = shown_name_ + "\n" + tip;
+  setToolTip(tip_text(tip));
+}
+
+QFont DeviceCard::name_font() const {
+  return scaled_font(font(), 1.14, true);
 }
 
 void DeviceCard::bind_retry() {
@@ -172,7 +157,8 @@ void DeviceCard::show_face() {
   const CardState state = face_.get().state;
   set_tone(bar_, state == CardState::kSending   ? SliderTone::kSending
                  : state == CardState::kWaiting ? SliderTone::kWaiting
-                 : face_.get().on && is_up()    ? SliderTone::kOn
+                 : !is_up()                     ? SliderTone::kUncertain
+                 : face_.get().on               ? SliderTone::kOn
                                                 : SliderTone::kOff);
   lay_out();
   describe();
@@ -219,69 +205,9 @@ void DeviceCard::lay_out() {
   retry_->setGeometry(
       QRect(places.low.center().toPoint() - QPoint(size.width(), 32) / 2, QSize(size.width(), 32)));
   retry_->setVisible(retries);
+  show_tip();
   menu_->move(static_cast<int>(places.top.right()) - menu_->width() + 4,
               static_cast<int>(places.top.top()));
-}
-
-void DeviceCard::show_value() {
-  settled_.stop();
-  place_bar();
-  update();
-}
-
-// Where the device is to be, or is. What is off stands at the left end.
-void DeviceCard::place_bar() {
-  const CardFace& face = face_;
-  int position = std::clamp(slider_.value.get(), slider_.minimum, slider_.maximum);
-  if (face.wished && !face.wishes_level)
-    position = *face.wished == 0 ? bar_->minimum() : slider_.maximum;
-  else if (!face.wished && !face.on && position == slider_.minimum)
-    position = bar_->minimum();
-  const QSignalBlocker quiet(bar_);
-  bar_->setValue(position);
-  shown_ = at_ = bar_->value();
-}
-
-int DeviceCard::level_of(int position) const {
-  return position < slider_.minimum ? 0 : position;
-}
-
-// There is nothing between off and the least level: a drag goes to what is nearer, a step on to the
-// other side.
-void DeviceCard::keep_from_gap(int position) {
-  const int off = bar_->minimum();
-  if (position > off && position < slider_.minimum) {
-    const bool to_off = bar_->isSliderDown() ? position < off + kOffGap / 2 : at_ >= position;
-    position = to_off ? off : slider_.minimum;
-    const QSignalBlocker quiet(bar_);
-    bar_->setValue(position);
-  }
-  at_ = position;
-}
-
-// Dragging over many positions is one move, as are steps that follow each other quickly.
-void DeviceCard::commit_slider() {
-  settled_.stop();
-  if (bar_->isSliderDown()) return;
-  const int position = bar_->value();
-  if (position == shown_) return show_value();
-  shown_ = position;
-  if (level_of(position) == 0) return panel_.slid_off[slot_]();
-  slider_.value = position;
-  slider_.moved();
-}
-
-// What is held down is let go without effect, and the slider goes back.
-void DeviceCard::drop_input() {
-  setDown(false);
-  if (bar_->isSliderDown()) {
-    const QSignalBlocker quiet(bar_);
-    QMouseEvent release(QEvent::MouseButtonRelease, QPointF(), bar_->mapToGlobal(QPointF()),
-                        Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(bar_, &release);
-    bar_->setSliderDown(false);
-  }
-  show_value();
 }
 
 void DeviceCard::resizeEvent(QResizeEvent* event) {

@@ -54,6 +54,8 @@ class DeviceCard : public QAbstractButton {
   void show_face();
   void describe();
   void show_name();
+  void show_tip();
+  QFont name_font() const;
   void show_menu(const QPoint& place);
   void show_corner();
   bool takes(const QKeyEvent& event);

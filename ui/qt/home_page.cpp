@@ -19,7 +19,7 @@
 namespace homewarden::view {
 namespace {
 
-constexpr int kChipWidth = 27;  // in letters
+constexpr int kChipWidth = 34;  // in letters
 constexpr int kTileWidth = 31;
 constexpr int kAsideWidth = 50;
 constexpr int kBeside = 104;  // so wide a page has room for two columns

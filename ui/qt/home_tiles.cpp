@@ -11,6 +11,7 @@
 #include "ui/qt/page.h"
 #include "ui/qt/scaled_label.h"
 #include "ui/qt/shapes.h"
+#include "ui/qt/tip_text.h"
 
 namespace homewarden::view {
 namespace {
@@ -66,9 +67,10 @@ void ChipButton::show_chip(const HomeChip& chip) {
   const QString name = qt::from_code_page(chip.name);
   setAccessibleName(name + ", " + qt::from_code_page(chip.room));
   setAccessibleDescription(second_line());
-  setToolTip(chip.state == ChipState::kNotSent ? tr("Send to %1 again").arg(name)
-             : chip.level > 0                  ? tr("Turn %1 off").arg(name)
-                                               : tr("Turn %1 on").arg(name));
+  const QString does = chip.state == ChipState::kNotSent ? tr("Send to %1 again").arg(name)
+                       : chip.level > 0                  ? tr("Turn %1 off").arg(name)
+                                                         : tr("Turn %1 on").arg(name);
+  setToolTip(tip_text(does + "\n" + qt::from_code_page(chip.room)));
   update();
 }
 
@@ -111,7 +113,7 @@ void ChipButton::paintEvent(QPaintEvent* /*event*/) {
                                                            : look.line;
   const Qt::PenStyle pen = chip_.state == ChipState::kWaiting ? Qt::DashLine : Qt::SolidLine;
   draw_box(painter, rect(), kBoxCorner, ground, Qt::transparent);
-  if (on && !isDown()) {
+  if (on && !isDown() && look.glow.alpha() > 0) {
     QLinearGradient glow(0, 0, width() * 0.75, 0);
     QColor amber = look.amber;
     amber.setAlphaF(static_cast<float>(0.10 + 0.32 * chip_.level / kFullyOn));
@@ -161,7 +163,7 @@ void TileButton::show_tile(const RoomTile& tile) {
                  : tr("%1 off").arg(tile.on.size()));
   if (tile.on.empty()) setText(tr("No devices yet"));
   setAccessibleName(name + ", " + text());
-  setToolTip(tr("Open %1").arg(name));
+  setToolTip(tip_text(tr("Open %1").arg(name)));
   update();
 }
 
@@ -183,9 +185,15 @@ void TileButton::paintEvent(QPaintEvent* /*event*/) {
   const QFont small = scaled_font(kSmall);
   const int count = QFontMetrics(small).horizontalAdvance(text());
   const QRect top(side, 10, width() - 2 * side, line + 4);
-  words(painter, top, small, look.quiet, text(), Qt::AlignRight);
-  words(painter, top.adjusted(0, 0, -count - 12, 0), scaled_font(kNames, true), look.text,
-        qt::from_code_page(tile_.name));
+  // Without dots their place has room for the words, and the name for itself.
+  const bool empty = tile_.on.empty();
+  const QRect low(side, height() - 14 - line, width() - 2 * side, line);
+  if (empty)
+    words(painter, low, small, look.quiet, text());
+  else
+    words(painter, top, small, look.quiet, text(), Qt::AlignRight);
+  words(painter, top.adjusted(0, 0, empty ? 0 : -count - 12, 0), scaled_font(kNames, true),
+        look.text, qt::from_code_page(tile_.name));
 
   const QString rest_words = "+99";
   const int rest_width = QFontMetrics(small).horizontalAdvance(rest_words) + 4;

@@ -12,6 +12,7 @@ namespace homewarden::view {
 namespace {
 
 constexpr const char* kTone = "homewarden_tone";
+constexpr double kUncertain = 0.45;
 
 }  // namespace
 
@@ -32,6 +33,7 @@ void draw_slider(const QStyleOptionSlider& option, QPainter* painter, const QWid
   const bool waiting = tone == SliderTone::kWaiting;
   const bool to_come = waiting || tone == SliderTone::kSending;
   painter->save();
+  if (tone == SliderTone::kUncertain) painter->setOpacity(kUncertain);
   draw_box(*painter, track, 3, look.line, Qt::transparent);
   if (waiting) painter->setOpacity(0.6);
   QRectF filled = track;

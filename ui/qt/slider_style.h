@@ -9,8 +9,8 @@ namespace homewarden::view {
 
 inline constexpr int kSliderHandle = 20;  // its side
 
-// What a slider's level is: recorded, or still to come about.
-enum class SliderTone { kOff, kOn, kWaiting, kSending };
+// What a slider's level is: recorded, still to come about, or recorded and perhaps no longer so.
+enum class SliderTone { kOff, kOn, kWaiting, kSending, kUncertain };
 
 void set_tone(QSlider* slider, SliderTone tone);
 
