@@ -216,6 +216,20 @@ TEST_F(RoomPageTest, ARenamedDeviceIsFollowedToItsPageFromCardAndTree) {
   EXPECT_FALSE(the_tree()->currentIndex().isValid()) << "marks what is not shown";
 }
 
+// Catches: a scroll bar that comes and goes without end where the page fits only without it.
+TEST_F(RoomPageTest, EverySizeOfTheWindowIsLaidOutOnce) {
+  for (const char* page : {"Devices 1 to 10", "Devices 21 to 23"}) {
+    click(shown<QAbstractButton>(page));
+    for (int height = 480; height < 1000; height += 13) {
+      for (int width = 700; width < 1500; width += 97) {
+        view->resize(width, height);
+        QApplication::processEvents();
+      }
+    }
+  }
+  EXPECT_EQ(cards().size(), 3u);
+}
+
 TEST_F(RoomPageTest, KeysOpenTheFixedNodesAndAddWhatThePageIsAbout) {
   const auto press = [this](Qt::Key key, Qt::KeyboardModifier with) {
     QTest::keyClick(view.get(), key, with);

@@ -1,5 +1,8 @@
 #include "ui/qt/page.h"
 
+#include <QEvent>
+#include <QScopedValueRollback>
+
 #include "ui/qt/look.h"
 #include "ui/qt/scaled_label.h"
 
@@ -53,6 +56,14 @@ Page::Page(const QString& title, int max_width, QWidget* parent)
   head_->addLayout(words, 1);
   rows_->addLayout(head_);
   setWidget(outer);
+}
+
+bool Page::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != widget() || event->type() != QEvent::Resize)
+    return QScrollArea::eventFilter(watched, event);
+  if (fitting_) return false;
+  const QScopedValueRollback<bool> fitting(fitting_, true);
+  return QScrollArea::eventFilter(watched, event);
 }
 
 void Page::add_action(QWidget* action) {

@@ -40,7 +40,12 @@ class Page : public QScrollArea {
   // Takes the room that is left, below everything.
   void add_rest() { rows_->addStretch(1); }
 
+ protected:
+  // What fits only without the scroll bar is laid out once, not until it fits.
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
+  bool fitting_ = false;
   QWidget* body_;
   QVBoxLayout* rows_;
   QHBoxLayout* head_;
