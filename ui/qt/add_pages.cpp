@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "ui/qt/bindings.h"
+#include "ui/qt/house_style.h"
 #include "ui/qt/page.h"
 #include "ui/qt/pages.h"
 
@@ -55,12 +56,21 @@ QLineEdit* make_line(TextBox& control, const QString& name, QWidget* parent) {
   return line;
 }
 
-// Enter in the line presses it too.
-void add_button(Button& control, QLineEdit* line, Page* page) {
+// Enter in the line saves too.
+void add_buttons(Button& control, const Signal<>& left, QLineEdit* line, Page* page) {
   auto* button = make_button(control, page->body());
+  set_kind(button, ButtonKind::kPrimary);
+  auto* cancel = new QPushButton(tr("Cancel"), page->body());
+  cancel->setToolTip(tr("Back without adding anything (Esc)"));
+  QObject::connect(cancel, &QPushButton::clicked, cancel, [&left] { left(); });
   QObject::connect(button, &QPushButton::pressed, button, [button] { button->setFocus(); });
   QObject::connect(line, &QLineEdit::returnPressed, button, &QPushButton::click);
-  page->rows()->addWidget(button, 0, Qt::AlignLeft);
+  auto* row = new QHBoxLayout;
+  row->setSpacing(8);
+  row->addWidget(button);
+  row->addWidget(cancel);
+  row->addStretch();
+  page->rows()->addLayout(row);
 }
 
 }  // namespace
@@ -70,7 +80,7 @@ QWidget* make_add_room_page(AddRoomPanel& panel) {
   page->add_text(tr("Type in your room name below, then click on Save"));
   QLineEdit* name = make_line(panel.txt_roomname, tr("Room name"), page->body());
   page->rows()->addWidget(name);
-  add_button(panel.Command3, name, page);
+  add_buttons(panel.Command3, panel.room_abandoned, name, page);
   page->add_rest();
   return page;
 }
@@ -97,7 +107,7 @@ QWidget* make_add_device_page(AddDevicePanel& panel) {
   page->rows()->addWidget(make_combo(panel.lst_devicetype, tr("Device type"), body));
   page->add_text(
       tr("When you are finished, click on Save to save your new device and add it to the list"));
-  add_button(panel.Command4, name, page);
+  add_buttons(panel.Command4, panel.device_abandoned, name, page);
   page->add_rest();
   return page;
 }

@@ -67,7 +67,7 @@ void DeviceCard::draw_surface(QPainter& painter) const {
   const QColor border = is_not_sent() ? look.failed : between(off_border, look.rim, on);
   const double width = is_not_sent() || on > 0.5 ? 1.5 : 1;
   draw_box(painter, places.card, kCardCorner, between(off_ground, on_ground, on), Qt::transparent);
-  if (on > 0 && look.glow.alpha() > 0) {
+  if (on > 0 && !look.high_contrast) {
     const double level = std::max(glow(), 0.1);
     const double reach = kGlowReach * places.picture.width() / kGlowPicture;
     QRadialGradient glow_colours(places.picture.center(), reach);

@@ -51,7 +51,7 @@ Look high_contrast_look(const QPalette& palette, std::optional<bool> dark) {
                        &look.quiet_on, &look.warm, &look.message})
     *full = look.text;
   look.message_text = look.message_link = look.ground;
-  look.glow = Qt::transparent;
+  look.high_contrast = true;
   const QColor link = palette.color(QPalette::Active, QPalette::Link);
   const bool fits = std::min(contrast(link, look.press), contrast(link, look.ground)) >= kForWords;
   look.link = fits ? link : QColor(look.dark ? 0xffb8dcff : 0xff003a85);

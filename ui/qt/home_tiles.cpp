@@ -113,7 +113,7 @@ void ChipButton::paintEvent(QPaintEvent* /*event*/) {
                                                            : look.line;
   const Qt::PenStyle pen = chip_.state == ChipState::kWaiting ? Qt::DashLine : Qt::SolidLine;
   draw_box(painter, rect(), kBoxCorner, ground, Qt::transparent);
-  if (on && !isDown() && look.glow.alpha() > 0) {
+  if (on && !isDown() && !look.high_contrast) {
     QLinearGradient glow(0, 0, width() * 0.75, 0);
     QColor amber = look.amber;
     amber.setAlphaF(static_cast<float>(0.10 + 0.32 * chip_.level / kFullyOn));

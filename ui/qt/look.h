@@ -10,6 +10,7 @@ namespace homewarden::view {
 // style sheets use the same ones (html/homewarden-base.css).
 struct Look {
   bool dark = false;
+  bool high_contrast = false;  // no glow, and nothing that is only a little lighter or darker
 
   QColor ground;  // the page
   QColor side;    // tree, editor, status bar

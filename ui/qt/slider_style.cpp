@@ -34,7 +34,10 @@ void draw_slider(const QStyleOptionSlider& option, QPainter* painter, const QWid
   const bool to_come = waiting || tone == SliderTone::kSending;
   painter->save();
   if (tone == SliderTone::kUncertain) painter->setOpacity(kUncertain);
-  draw_box(*painter, track, 3, look.line, Qt::transparent);
+  if (look.high_contrast)
+    draw_box(*painter, track, 3, look.card, look.edge);
+  else
+    draw_box(*painter, track, 3, look.line, Qt::transparent);
   if (waiting) painter->setOpacity(0.6);
   QRectF filled = track;
   filled.setRight(centre.x());

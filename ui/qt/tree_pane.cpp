@@ -3,6 +3,7 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QTimer>
 #include <utility>
 
 #include "ui/key_codes.h"
@@ -109,6 +110,12 @@ void TreePane::click(const QModelIndex& index) {
   tree_.click();
 }
 
+// What is selected at the start is seen.
+void TreePane::showEvent(QShowEvent* event) {
+  QTreeView::showEvent(event);
+  QTimer::singleShot(0, this, [this] { scrollTo(currentIndex()); });
+}
+
 void TreePane::keyPressEvent(QKeyEvent* event) {
   if (const int character = character_of(*event)) {
     tree_.key_press(character);
@@ -192,7 +199,6 @@ void TreePane::hover(const QPoint& place) {
   hovered_ = index;
   plus_hovered_ = on_plus;
   viewport()->setCursor(on_plus ? Qt::PointingHandCursor : Qt::ArrowCursor);
-  viewport()->setToolTip(on_plus ? tr("Add a new room") : QString());
   viewport()->update();
 }
 

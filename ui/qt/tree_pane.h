@@ -25,6 +25,7 @@ class TreePane : public QTreeView {
   void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;

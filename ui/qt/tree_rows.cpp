@@ -1,6 +1,9 @@
 #include "ui/qt/tree_rows.h"
 
+#include <QAbstractItemView>
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 #include <algorithm>
 #include <iterator>
 
@@ -10,6 +13,7 @@
 #include "ui/qt/page.h"
 #include "ui/qt/scaled_font.h"
 #include "ui/qt/shapes.h"
+#include "ui/qt/tip_text.h"
 #include "ui/qt/tree_model.h"
 
 namespace homewarden::view {
@@ -23,6 +27,7 @@ constexpr int kArrow = 16;
 constexpr int kDot = 10;
 constexpr int kBadge = 20;
 constexpr int kPlus = 32;
+constexpr int kNamesMargin = 120;  // arrow, badge or level, and the margins, at the most
 
 struct Fixed {
   const char* name;
@@ -176,6 +181,27 @@ int TreeRows::caption_height(const QModelIndex& index, const QWidget& tree) {
 
 QRect TreeRows::plus_place(const QRect& caption) {
   return {caption.right() - kMargin - kPlus + 1, caption.bottom() - kPlus, kPlus, kPlus};
+}
+
+// Which keys open a fixed node; of a room or a device the name when there is no room for all of it.
+bool TreeRows::helpEvent(QHelpEvent* event, QAbstractItemView* view,
+                         const QStyleOptionViewItem& /*option*/, const QModelIndex& index) {
+  QString tip;
+  if (index.isValid()) {
+    const TreeNode& node = *TreeModel::node_of(index);
+    const QRect row = view->visualRect(index);
+    const QRect caption(0, row.top() - caption_height(index, *view), view->viewport()->width(),
+                        caption_height(index, *view));
+    const QString name = qt::from_code_page(node.text);
+    if (event->pos().y() < row.top())
+      tip = plus_place(caption).contains(event->pos()) ? tr("Add a new room") : QString();
+    else if (const Fixed* fixed = fixed_of(node))
+      tip = tr("%1 (Alt+%2)").arg(name).arg(fixed - kFixed + 1);
+    else if (view->fontMetrics().horizontalAdvance(name) > caption.width() - kNamesMargin)
+      tip = tip_text(name);
+  }
+  QToolTip::showText(event->globalPos(), tip, view);
+  return true;
 }
 
 QSize TreeRows::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {

@@ -35,6 +35,8 @@ class TreeRows : public QStyledItemDelegate {
   static int caption_height(const QModelIndex& index, const QWidget& tree);
   static QRect plus_place(const QRect& caption);
 
+  bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) override;
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 };
 
