@@ -23,6 +23,11 @@ std::string joined(const std::vector<std::string>& names) {
   return text;
 }
 
+bool switches_itself(const Macro& macro) {
+  return macro.trigger.function == macro.target.function &&
+         equals_ignoring_case(macro.trigger.code(), macro.target.code());
+}
+
 }  // namespace
 
 MacroOutlook::MacroOutlook(MacroPanel& panel, HouseIndex& house) : panel_(panel), house_(house) {
@@ -35,9 +40,22 @@ MacroOutlook::MacroOutlook(MacroPanel& panel, HouseIndex& house) : panel_(panel)
   for (ComboBox* box : {&panel.com_sel1, &panel.mac_event, &panel.com_sel2, &panel.mac_whattodo})
     box->text.changed.connect([this] { show_sentence(); });
   panel.frm_macros.visible.changed.connect([this] {
+    leave_choice_open();
     show_list();
     show_sentence();
   });
+}
+
+// Both boxes are filled with the same device: nobody has chosen that.
+void MacroOutlook::leave_choice_open() {
+  if (!panel_.frm_macros.visible) return;
+  const auto macro = chosen();
+  if (macro && switches_itself(*macro)) panel_.com_sel2.text = std::string();
+}
+
+std::optional<Macro> MacroOutlook::chosen() const {
+  return macro_of_choices(panel_.com_sel1.text.get(), panel_.mac_event.text.get(),
+                          panel_.com_sel2.text.get(), panel_.mac_whattodo.text.get());
 }
 
 MacroFace::End MacroOutlook::end_of(const MacroEnd& end) const {
@@ -82,11 +100,11 @@ void MacroOutlook::show_list() {
 }
 
 void MacroOutlook::show_sentence() {
-  const auto macro = macro_of_choices(panel_.com_sel1.text.get(), panel_.mac_event.text.get(),
-                                      panel_.com_sel2.text.get(), panel_.mac_whattodo.text.get());
-  const bool is_self = macro && macro->trigger.function == macro->target.function &&
-                       equals_ignoring_case(macro->trigger.code(), macro->target.code());
-  panel_.com_savemacro.enabled = !is_self;
+  const auto macro = chosen();
+  const bool is_self = macro && switches_itself(*macro);
+  const bool is_begun = !trim_blanks(panel_.com_sel1.text.get()).empty() &&
+                        !trim_blanks(panel_.com_sel2.text.get()).empty();
+  panel_.com_savemacro.enabled = is_begun && !is_self;
   panel_.lab_macroself.caption =
       is_self ? "A device that is switched by itself goes round for ever. Choose another one." : "";
   if (!macro) {

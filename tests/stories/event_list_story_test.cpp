@@ -186,6 +186,7 @@ TEST(EventListStory, AMacroListThatCannotBeReadIsTold) {
   house.loop.advance(3s);
   EXPECT_TRUE(form.lab_macronotice.visible && !form.lab_nomacros.visible);
   house.files.unreadable.clear();
+  form.com_sel2.text = "Kitchen Kettle A4";
   form.com_savemacro.click();
   house.loop.advance(3s);
   EXPECT_FALSE(form.lab_macronotice.visible);

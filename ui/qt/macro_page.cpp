@@ -1,4 +1,5 @@
 #include <QComboBox>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QShortcut>
 #include <QStackedWidget>
@@ -32,6 +33,12 @@ void add_step(const QString& number, const QString& text, ListEditorPage* page) 
   words->setText(text);
   row->addWidget(words, 1, Qt::AlignTop);
   page->editor_rows()->addLayout(row);
+}
+
+QComboBox* make_device_box(ComboBox& control, const QString& name, QWidget* parent) {
+  QComboBox* box = make_combo(control, name, parent);
+  box->lineEdit()->setPlaceholderText(tr("Choose a device"));
+  return box;
 }
 
 class MacroPage : public ListEditorPage {
@@ -98,13 +105,13 @@ class MacroPage : public ListEditorPage {
         body));
     add_step(tr("Step 1"),
              tr("This is the trigger, select the device that will trigger your macro"), this);
-    rows->addWidget(make_combo(panel_.com_sel1, tr("Trigger device"), body));
+    rows->addWidget(make_device_box(panel_.com_sel1, tr("Trigger device"), body));
     add_step(tr("Step 2"), tr("Now select what 'event' will trigger this macro."), this);
     rows->addWidget(make_segments(panel_.mac_event, tr("Trigger action"), body), 0, Qt::AlignLeft);
     add_step(tr("Step 3"),
              tr("Finally Select the device to trigger and also the action to take e.g. Turn On."),
              this);
-    rows->addWidget(make_combo(panel_.com_sel2, tr("Device to switch"), body));
+    rows->addWidget(make_device_box(panel_.com_sel2, tr("Device to switch"), body));
     rows->addSpacing(4);
     rows->addWidget(make_segments(panel_.mac_whattodo, tr("Action to take"), body), 0,
                     Qt::AlignLeft);
