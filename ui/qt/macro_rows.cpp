@@ -157,12 +157,13 @@ class Cards : public QStyledItemDelegate {
     words(painter, {room.left(), top, room.width(), above}, caption, small(list_.font()),
           look.quiet);
     QRect rest(room.left(), top + above + 2, room.width(), line());
-    const auto part = [&](const QString& text, const QFont& font) {
-      if (rest.width() > 4) rest.setLeft(rest.left() + words(painter, rest, text, font, look.text));
-    };
-    part(before, list_.font());
-    part(qt::from_code_page(end.device), bold(list_.font()));
-    part(after, list_.font());
+    rest.setLeft(rest.left() + words(painter, rest, before, list_.font(), look.text));
+    QRect name = rest;  // a long one leaves room for what happens to it
+    name.setRight(
+        std::max(name.left(), rest.right() - list_.fontMetrics().horizontalAdvance(after) - 2));
+    const QString device = qt::from_code_page(end.device);
+    rest.setLeft(rest.left() + words(painter, name, device, bold(list_.font()), look.text));
+    words(painter, rest, after, list_.font(), look.text);
   }
 
   const MacroPanel& panel_;
