@@ -1,5 +1,6 @@
 #include "automation/event_editor.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -60,6 +61,7 @@ EventEditor::EventEditor(EventPanel& panel, TreeView& tree, StatusBar& status, F
   panel.lst_hour.text.changed.connect([this] { offer_minutes(); });
   panel.lst_hour.click.connect([this, &operations] { operations.start(hour_chosen()); });
   panel.ListView1.double_click.connect([this] { edit_selected(); });
+  panel.frm_event.visible.changed.connect([this] { begin(); });
   // What stands in the boxes is a new event for the other profile.
   list.replaced.connect([this] {
     if (edited_) end_editing();
@@ -75,6 +77,15 @@ void EventEditor::new_event() {
   for (CheckBox& day : panel_.days) day.checked = true;
   end_editing();
   preset_time(panel_, loop_.local_time());
+}
+
+// Whoever opens the panel for the first time finds an event that would run.
+void EventEditor::begin() {
+  if (begun_ || !panel_.frm_event.visible) return;
+  begun_ = true;
+  const auto is_checked = [](const CheckBox& day) { return day.checked.get(); };
+  if (std::any_of(panel_.days.begin(), panel_.days.end(), is_checked)) return;
+  for (CheckBox& day : panel_.days) day.checked = true;
 }
 
 void EventEditor::cancel() {

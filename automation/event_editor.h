@@ -52,6 +52,7 @@ class EventEditor {
     int session = 0;
   };
 
+  void begin();
   Task<void> save_one();
   Task<bool> write(const Saving& saving);
   void has_been_saved(const Saving& saved);
@@ -73,6 +74,7 @@ class EventEditor {
   EventWriter writer_;
   std::optional<EventRecord> edited_;
   std::optional<EventList::Closed> closed_;  // while one is edited
+  bool begun_ = false;                       // the panel has been shown
   int session_ = 0;                          // each event that is begun or edited has its own
   std::deque<Saving> savings_;               // the first one is on its way
 };
