@@ -46,6 +46,18 @@ EventList::EventList(EventPanel& panel, MacroPanel& macro_panel, Flags& flags, M
     mark_events();
     mark_macros();
   });
+  renamed.connect([this](const ListFile::Edit& edit) { follow(edit); });
+}
+
+// At once, so that the row that is selected or edited is still found when the file is read again.
+void EventList::follow(const ListFile::Edit& edit) {
+  std::vector<ListView::Row> rows = panel_.ListView1.rows;
+  for (ListView::Row& row : rows) {
+    const auto line = edit(event_in(row).key());
+    const auto event = line ? parse_event(*line) : std::nullopt;
+    if (event) row = row_of(*event);
+  }
+  panel_.ListView1.rows = std::move(rows);
 }
 
 Task<void> EventList::loadevents() {

@@ -60,6 +60,7 @@ class EventList {
   Signal<const ListFile::Edit&> renamed;
 
  private:
+  void follow(const ListFile::Edit& edit);
   void load_macros();
   void show_events(const std::optional<std::string>& content);
   void mark_events();
