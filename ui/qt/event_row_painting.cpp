@@ -10,6 +10,7 @@
 #include "ui/qt/look.h"
 #include "ui/qt/scaled_font.h"
 #include "ui/qt/shapes.h"
+#include "ui/qt/wrapped_lines.h"
 
 namespace homewarden::view {
 namespace {
@@ -19,6 +20,7 @@ constexpr int kGap = 8;
 constexpr int kDot = 10;
 constexpr int kLeastRow = 56;
 constexpr int kSignSide = 32;
+constexpr int kMostLines = 6;  // of a detail
 
 QFont caption_font(const QWidget& list) {
   return scaled_font(list.font(), 0.86, false);
@@ -54,6 +56,35 @@ bool is_tall(const QWidget& list, int width) {
   return width < list.fontMetrics().averageCharWidth() * 44;
 }
 
+int icon_side(const QWidget& list) {
+  return list.fontMetrics().height() + 2;
+}
+
+// From the beginning of a row to its words.
+int front_width(const QWidget& list) {
+  return time_width(list) + kGap + icon_side(list) + kGap + kDot + kGap + 4;
+}
+
+int until_width(const QWidget& list, const EventFace& face) {
+  return QFontMetrics(caption_font(list)).horizontalAdvance(qt::from_code_page(face.until)) + kGap;
+}
+
+int warning_width(const QWidget& list, const EventFace& face) {
+  return face.warning.empty() ? 0 : QFontMetrics(caption_font(list)).height() + 4;
+}
+
+QString detail_of(const EventFace& face) {
+  return qt::from_code_page(face.warning.empty() ? face.detail : face.detail + ". " + face.warning);
+}
+
+// How many lines the detail takes while nothing else stands beside it.
+int detail_lines(const QWidget& list, const EventFace& face, int width) {
+  int room = width - 2 * kSide - warning_width(list, face);
+  if (!is_tall(list, width)) room -= front_width(list) + until_width(list, face);
+  const QStringList lines = wrapped_lines(detail_of(face), caption_font(list), room, kMostLines);
+  return static_cast<int>(lines.size());
+}
+
 LineIcon icon_of(EventFace::Clock clock) {
   return clock == EventFace::Clock::kSunrise ? LineIcon::kSunrise : LineIcon::kSunset;
 }
@@ -74,10 +105,15 @@ struct Canvas {
     return std::min(metrics.horizontalAdvance(text), room.width());
   }
 
+  // What is done is never cut off by a long name.
   void headline(QRect room) const {
+    const QString action = " " + qt::from_code_page(face.action);
+    const int rest = QFontMetrics(list.font()).horizontalAdvance(action) + 2;
+    QRect name = room;
+    name.setRight(std::max(name.left(), room.right() - rest));
     const QFont bold = scaled_font(list.font(), 1, true);
-    room.setLeft(room.left() + words(room, qt::from_code_page(face.device) + " ", bold, look.text));
-    if (room.width() > 8) words(room, qt::from_code_page(face.action), list.font(), look.text);
+    room.setLeft(room.left() + words(name, qt::from_code_page(face.device), bold, look.text));
+    words(room, action, list.font(), look.text);
   }
 
   void dot(const QRectF& place) const {
@@ -101,7 +137,7 @@ struct Canvas {
     const int time = time_width(list);
     words({room.left(), room.top(), time, room.height()}, qt::from_code_page(face.time),
           time_font(list), look.text);
-    const int icon = list.fontMetrics().height() + 2;
+    const int icon = icon_side(list);
     int left = room.left() + time + kGap;
     if (face.clock != EventFace::Clock::kTime)
       draw_icon(painter, icon_of(face.clock),
@@ -125,27 +161,30 @@ struct Canvas {
     return body.right() - kSide - wide - kGap;
   }
 
+  // With the signs beside it, in as many lines as without.
   void below(const QRect& room) const {
-    const bool warns = !face.warning.empty();
-    int left = room.left();
-    if (warns) {
-      const int side = QFontMetrics(caption_font(list)).height();
-      draw_icon(painter, LineIcon::kWarning,
-                centred(QRectF(left, room.top(), side, room.height()), side), look.failed);
-      left += side + 4;
+    const QFont font = caption_font(list);
+    const int line = QFontMetrics(font).height();
+    const int left = room.left() + warning_width(list, face);
+    if (!face.warning.empty())
+      draw_icon(painter, LineIcon::kWarning, QRectF(room.left(), room.top(), line, line),
+                look.failed);
+    const int most = std::max(1, room.height() / line);
+    int top = room.top();
+    for (const QString& words_of_line :
+         wrapped_lines(detail_of(face), font, room.right() - left, most)) {
+      words({left, top, room.right() - left, line}, words_of_line, font, look.quiet);
+      top += line;
     }
-    words({left, room.top(), room.right() - left, room.height()},
-          qt::from_code_page(warns ? face.detail + ". " + face.warning : face.detail),
-          caption_font(list), look.quiet);
   }
 };
 
 }  // namespace
 
-int event_row_height(const QWidget& list, const EventFace& /*face*/, bool begins_group, int width) {
+int event_row_height(const QWidget& list, const EventFace& face, bool begins_group, int width) {
   const int line = list.fontMetrics().height();
   const int caption = QFontMetrics(caption_font(list)).height();
-  int body = line + caption + 18;
+  int body = line + detail_lines(list, face, width) * caption + 18;
   if (is_tall(list, width)) body += std::max(QFontMetrics(time_font(list)).height(), kSignSide) + 4;
   return std::max(kLeastRow, body) + (begins_group ? heading_height(list) : 0);
 }
@@ -178,7 +217,8 @@ void draw_event_row(QPainter& painter, const QWidget& list, const QRect& place,
                      look.line);
   const QRect room = body.adjusted(kSide, 4, -kSide, -4);
   const int line = list.fontMetrics().height();
-  const int caption = QFontMetrics(caption_font(list)).height() + 2;
+  const int caption =
+      detail_lines(list, face, body.width()) * QFontMetrics(caption_font(list)).height() + 2;
   if (is_tall(list, body.width())) {
     const int first = room.height() - line - caption - 4;
     canvas.front({room.left(), room.top(), room.width(), first});

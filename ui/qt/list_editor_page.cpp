@@ -15,7 +15,7 @@ namespace homewarden::view {
 namespace {
 
 constexpr double kUsualText = 14;
-constexpr int kBesides = 690;  // from this width on both have room
+constexpr int kBesides = 740;  // from this width on both have room
 constexpr int kRoomy = 900;
 constexpr int kEditor = 336;
 constexpr int kRoomyEditor = 376;
@@ -29,6 +29,21 @@ class Column : public QScrollArea {
     setWidgetResizable(true);
     setFocusPolicy(Qt::NoFocus);
     viewport()->setAutoFillBackground(false);
+  }
+};
+
+// Its scroll bar stands in its margin, so that what it holds is as wide with it as without.
+class Fields : public Column {
+ public:
+  using Column::Column;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override {
+    Column::resizeEvent(event);
+    const int bar = width() - viewport()->width();
+    QMargins margins = widget()->layout()->contentsMargins();
+    margins.setRight(std::max(0, kMargin - bar));
+    widget()->layout()->setContentsMargins(margins);
   }
 };
 
@@ -99,7 +114,7 @@ void ListEditorPage::build_editor() {
   editor_head_->addWidget(back_);
   editor_head_->addWidget(editor_title_, 1);
   all->addLayout(editor_head_);
-  auto* fields = new Column(editor_);
+  auto* fields = new Fields(editor_);
   editor_body_ = make_body(fields);
   editor_rows_ = new QVBoxLayout(editor_body_);
   editor_rows_->setContentsMargins(kMargin, 4, kMargin, 12);
