@@ -12,6 +12,7 @@ namespace homewarden {
 namespace {
 
 constexpr std::size_t kEventsShown = 8;
+constexpr int kMinute = 60000;
 
 std::string counted(std::size_t events) {
   return std::to_string(events) + (events == 1 ? " event" : " events");
@@ -30,14 +31,18 @@ std::string devices_of(const std::vector<EventFace>& events) {
 
 }  // namespace
 
-ProfilePreview::ProfilePreview(ProfilePanel& panel, HouseIndex& house, const Clock& clock,
-                               const ProfileSwitch& profiles, SunTimesOf sun_times)
+ProfilePreview::ProfilePreview(ProfilePanel& panel, EventPanel& events, HouseIndex& house,
+                               const Clock& clock, const ProfileSwitch& profiles,
+                               SunTimesOf sun_times)
     : panel_(panel),
       house_(house),
       clock_(clock),
       profiles_(profiles),
       sun_times_(std::move(sun_times)) {
-  panel.Frame5.visible.changed.connect([this] { read_all(); });
+  panel.Frame5.visible.changed.connect([this] { begin(); });
+  panel.profileclock.tick.connect([this] { read_all(); });
+  events.ListView1.rows.changed.connect([this] { read_all(); });
+  house.changed.connect([this] { read_all(); });
   panel.profile_seen.changed.connect([this] { show_seen(); });
   panel.cmd_switchprofile.click.connect([this] {
     const int seen = panel_.profile_seen;
@@ -47,9 +52,14 @@ ProfilePreview::ProfilePreview(ProfilePanel& panel, HouseIndex& house, const Clo
   });
 }
 
-void ProfilePreview::read_all() {
+void ProfilePreview::begin() {
+  panel_.profileclock.set_interval(panel_.Frame5.visible ? kMinute : 0);
   panel_.profile_seen = -1;
   panel_.profile_open = false;
+  read_all();
+}
+
+void ProfilePreview::read_all() {
   if (!panel_.Frame5.visible) return;
   const SunTimesOf sun_times = remembered(sun_times_);
   std::vector<ProfileFace> faces;
@@ -97,7 +107,9 @@ void ProfilePreview::show_seen() {
     return;
   }
   const std::string active = profiles_.active();
-  panel_.lab_profilenote.caption = "The events of " + active +
+  const std::string empty =
+      faces[seen].events.empty() ? faces[seen].name + " holds no events yet. " : "";
+  panel_.lab_profilenote.caption = empty + "The events of " + active +
                                    " are put away and come back when you choose " + active +
                                    " again.";
 }

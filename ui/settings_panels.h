@@ -61,6 +61,7 @@ struct ProfilePanel {
   Label lab_profilenote;               // what becomes of the events that there are
   Button cmd_switchprofile;            // "Switch to Holiday"
   Property<bool> profile_open{false};  // asked for, where there is no room for both
+  Timer profileclock{0, true, Timer::Start::kWholeMinute};  // while the panel shows
 };
 
 // Speech recognition reminders.

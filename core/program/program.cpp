@@ -44,7 +44,7 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
       anything_(frm_main, frm_main, frm_main, house_.operations, platform.loop, house_.house,
                 house_.device_state, devices_, house_.location, platform.folder),
       profile_preview_(
-          frm_main, house_.house, platform.loop, house_.profile_switch,
+          frm_main, frm_main, house_.house, platform.loop, house_.profile_switch,
           [this](std::chrono::local_days day) { return house_.location.sun_times(day); }),
       house_editor_(frm_main, frm_main, frm_main, frm_main, house_.operations, house_.module1,
                     house_.settings, platform.dialogs, house_.files.rooms, house_.rooms,
@@ -85,8 +85,8 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
   house_.scheduler.minute_begins.connect(
       [this] { house_.steps.run([this] { service_mode_.first_run(); }); });
   frm_main.lab_sunset.caption.changed.connect([this] { event_outlook_.refresh(); });
-  for (Timer* timer :
-       {&frm_main.startuptimer, &frm_main.flashsave, &frm_main.eventclock, &frm_main.timerhide})
+  for (Timer* timer : {&frm_main.startuptimer, &frm_main.flashsave, &frm_main.eventclock,
+                       &frm_main.profileclock, &frm_main.timerhide})
     timers_.emplace_back(platform.loop, *timer);
 }
 

@@ -14,25 +14,23 @@
 #include "ui/qt/shapes.h"
 #include "ui/qt/tip_text.h"
 #include "ui/qt/watch.h"
+#include "ui/qt/wrapped_lines.h"
 
 namespace homewarden::view {
 namespace {
 
 constexpr int kGap = 12;
 constexpr int kSide = 16;
-constexpr int kLeastWidth = 22;  // average letters
+constexpr int kLeastWidth = 40;  // average letters
+constexpr int kLines = 2;        // of what it holds
 
 // One of them is looked at: for a screen reader a radio button.
 class ProfileCard : public QRadioButton {
  public:
-  ProfileCard(ProfilePanel& panel, int number, QWidget* parent)
-      : QRadioButton(parent), face_(panel.profilefaces.get()[static_cast<std::size_t>(number)]) {
+  ProfileCard(ProfilePanel& panel, int number, QWidget* parent) : QRadioButton(parent) {
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    const QString summary = qt::from_code_page(face_.summary);
-    setAccessibleName(qt::from_code_page(face_.name) + (face_.active ? ", " + tr("active") : ""));
-    setAccessibleDescription(summary);
-    setToolTip(tip_text(summary));
+    show_face(panel.profilefaces.get()[static_cast<std::size_t>(number)]);
     setChecked(panel.profile_seen == number);
     connect(this, &QRadioButton::clicked, this, [&panel, number] {
       panel.profile_seen = number;
@@ -40,9 +38,18 @@ class ProfileCard : public QRadioButton {
     });
   }
 
+  void show_face(const ProfileFace& face) {
+    face_ = face;
+    const QString summary = qt::from_code_page(face.summary);
+    setAccessibleName(qt::from_code_page(face.name) + (face.active ? ", " + tr("active") : ""));
+    setAccessibleDescription(summary);
+    setToolTip(tip_text(face.summary));
+    update();
+  }
+
   QSize sizeHint() const override {
     return {fontMetrics().averageCharWidth() * kLeastWidth,
-            std::max(92, 2 * fontMetrics().height() + 3 * kSide + 6)};
+            std::max(92, (1 + kLines) * fontMetrics().height() + 2 * kSide + 10)};
   }
   QSize minimumSizeHint() const override { return {120, sizeHint().height()}; }
   bool hitButton(const QPoint& place) const override { return rect().contains(place); }
@@ -67,9 +74,9 @@ class ProfileCard : public QRadioButton {
                                                    right - room.left()));
     painter.setFont(font());
     painter.setPen(look.quiet);
-    painter.drawText(
-        room, Qt::AlignBottom,
-        fontMetrics().elidedText(qt::from_code_page(face_.summary), Qt::ElideRight, room.width()));
+    painter.drawText(room, Qt::AlignBottom,
+                     wrapped_lines(qt::from_code_page(face_.summary), font(), room.width(), kLines)
+                         .join(QLatin1Char('\n')));
     QStyleOptionButton option;
     initStyleOption(&option);
     if (hasFocus() && (option.state & QStyle::State_KeyboardFocusChange) != 0)
@@ -102,7 +109,7 @@ ProfileCards::ProfileCards(ProfilePanel& panel, QWidget* parent)
     : QWidget(parent), panel_(panel), places_(new QGridLayout(this)) {
   places_->setContentsMargins(0, 0, 0, 0);
   places_->setSpacing(kGap);
-  follow(panel.profilefaces, this, [this](const auto&) { build(); });
+  follow(panel.profilefaces, this, [this](const auto&) { show_faces(); });
   watch(panel.profile_seen.changed, this, [this] {
     const int seen = panel_.profile_seen;
     if (seen >= 0 && seen < cards_.size())
@@ -110,6 +117,14 @@ ProfileCards::ProfileCards(ProfilePanel& panel, QWidget* parent)
     else
       build();  // one of several cannot be unchecked
   });
+}
+
+// The cards stay while what they say changes, and the keyboard with them.
+void ProfileCards::show_faces() {
+  const auto& faces = panel_.profilefaces.get();
+  if (faces.size() != static_cast<std::size_t>(cards_.size())) return build();
+  for (std::size_t number = 0; number < faces.size(); ++number)
+    static_cast<ProfileCard*>(cards_[static_cast<qsizetype>(number)])->show_face(faces[number]);
 }
 
 void ProfileCards::build() {

@@ -17,6 +17,7 @@ class ProfileCards : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  void show_faces();
   void build();
   void arrange();
 
