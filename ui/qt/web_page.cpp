@@ -67,7 +67,6 @@ QWidget* make_address_card(WebPanel& panel, QWidget* parent) {
   sides->first()->addWidget(code, 0, Qt::AlignTop | Qt::AlignLeft);
   sides->first()->setSpacing(24);
   auto* words = new QVBoxLayout;
-  words->setContentsMargins(16, 0, 0, 0);
   words->setSpacing(8);
   auto* port = new SizedLabel(1.0, false, SizedLabel::kText, sides);
   bind(panel.Label48, port);
@@ -89,9 +88,11 @@ QWidget* make_address_card(WebPanel& panel, QWidget* parent) {
   words->addWidget(buttons);
   words->addStretch(1);
   sides->second()->addLayout(words, 1);
-  const auto show = [&panel, code, hint, open, copy] {
+  const auto show = [&panel, code, words, hint, open, copy] {
     const bool answers = panel.lab_webaddress.visible;
-    code->setVisible(answers && panel.is_in_network);
+    const bool has_code = answers && panel.is_in_network;
+    code->setVisible(has_code);
+    words->setContentsMargins(has_code ? 16 : 0, 0, 0, 0);
     code->show_text(qt::from_code_page(panel.lab_webaddress.caption.get()));
     hint->setText(!answers ? tr("Nothing answers until the web server runs: save another port.")
                   : panel.is_in_network
@@ -135,7 +136,9 @@ QWidget* make_web_page(WebPanel& panel) {
   auto* page = new Page(tr("Web Server"), 0);
   QWidget* body = page->body();
   page->rows()->setSpacing(16);
-  page->add_text(tr("Your house in a browser, on every phone, tablet and television at home"));
+  page->show_subtitle();
+  page->subtitle()->setText(
+      tr("Your house in a browser, on every phone, tablet and television at home"));
   page->rows()->addWidget(make_address_card(panel, body));
   auto* cards = new BreakingRow(body);
   cards->first()->addWidget(make_port_card(panel, cards));
