@@ -22,6 +22,13 @@ struct InterfacePanel {
   Label lab_interfacehelp;  // what to do; "" when nothing is
   Label lab_command;        // what is to be typed into a terminal; "" when nothing is
   Button cmd_look{"Look for it now"};
+  // Of the first search, or one that was asked for.
+  struct Search {
+    int port = 0;  // the serial port that is tried; 0 while there is no such search
+    int ports = 0;
+    bool operator==(const Search&) const = default;
+  };
+  Property<Search> search;
   Label lab_notfound;  // a search on the first page of an empty house has failed
 };
 

@@ -1,6 +1,10 @@
 #include "core/house/first_run.h"
 
+#include <utility>
+#include <variant>
+
 #include "base/text.h"
+#include "core/house/house_input.h"
 #include "platform/waiting.h"
 
 namespace homewarden {
@@ -12,11 +16,14 @@ constexpr const char* kLampType = "bulb2";
 }  // namespace
 
 FirstRun::FirstRun(FirstRunPanel& panel, InterfacePanel& interface, HomePanel& home,
-                   AddDevicePanel& add_device, const Flags& flags, TreeView& tree,
-                   StatusBar& status, Operations& operations, EventLoop& loop, HouseIndex& house,
-                   Notices& notices, DeviceState& state, DeviceCommands& commands, Presses& presses,
-                   DevicePanel& devices, Desktop& desktop)
+                   AddRoomPanel& add_room, AddDevicePanel& add_device, const Flags& flags,
+                   TreeView& tree, StatusBar& status, Operations& operations, EventLoop& loop,
+                   HouseIndex& house, Notices& notices, DeviceState& state,
+                   DeviceCommands& commands, Presses& presses, DevicePanel& devices,
+                   Desktop& desktop)
     : panel_(panel),
+      interface_(interface),
+      add_room_(add_room),
       add_device_(add_device),
       flags_(flags),
       tree_(tree),
@@ -31,7 +38,14 @@ FirstRun::FirstRun(FirstRunPanel& panel, InterfacePanel& interface, HomePanel& h
   state.changed.connect([this](const StateChange&) { show_lamp(); });
   commands.sending_to.connect([this](const std::string&, bool) { show_lamp(); });
   presses.changed.connect([this](const std::string&) { show_lamp(); });
-  interface.condition.changed.connect([this] { show_lamp(); });
+  interface.condition.changed.connect([this] {
+    show_steps();
+    show_lamp();
+  });
+  panel.step.changed.connect([this] { show_steps(); });
+  for (Property<std::string>* text : {&add_room.txt_roomname.text, &add_device.txt_devname.text,
+                                      &add_device.lst_housecode.text, &add_device.lst_device.text})
+    text->changed.connect([this] { check_names(); });
   panel.cmd_try.click.connect([this] { try_lamp(); });
   panel.cmd_open.click.connect([this] { open_room(); });
   panel.first_run_left.connect([this] { end(); });
@@ -50,6 +64,9 @@ void FirstRun::house_changed() {
     lamp_.clear();
     panel_.step = FirstStep::kRoom;
     panel_.is_first_run = true;
+    show_steps();
+    show_lamp();
+    check_names();
   } else if (panel_.is_first_run && house_.devices().empty()) {
     room_ = house_.rooms().front();
     operations_.start(prepare_lamp());
@@ -61,6 +78,43 @@ void FirstRun::house_changed() {
     if (flags_.connected) operations_.start(devices_.press(device));
     show_lamp();
   }
+}
+
+void FirstRun::show_steps() {
+  const bool connected = interface_.condition == InterfaceCondition::kConnected;
+  std::string text;
+  switch (panel_.step.get()) {
+    case FirstStep::kRoom:
+      text = std::string("Your house has no rooms yet. ") + (connected ? "Two" : "Three") +
+             " steps to the first lamp that switches.";
+      break;
+    case FirstStep::kLamp:
+      text = std::string(connected ? "One more step" : "Two more steps") +
+             " to the first lamp that switches.";
+      break;
+    case FirstStep::kTry:
+      text = connected ? "That is all. Rooms and devices can be added any time."
+                       : "One more step to the first lamp that switches: connect the interface.";
+      break;
+  }
+  panel_.lab_firststeps.caption = std::move(text);
+}
+
+void FirstRun::check_names() {
+  if (!panel_.is_first_run) return;
+  const std::string& room = add_room_.txt_roomname.text;
+  std::string wrong = name_problem(room);
+  panel_.lab_roomwrong.caption = wrong.empty() ? room_conflict(room, house_) : std::move(wrong);
+  panel_.lab_lampwrong.caption = panel_.step == FirstStep::kLamp ? lamp_problem() : std::string();
+}
+
+std::string FirstRun::lamp_problem() const {
+  const std::string& name = add_device_.txt_devname.text;
+  if (trim_blanks(name).empty()) return "";
+  const auto checked = check_device(room_, name, add_device_.lst_housecode.text.get(),
+                                    add_device_.lst_device.text.get(), house_.rooms());
+  const auto* wrong = std::get_if<std::string>(&checked);
+  return wrong ? *wrong : device_conflict(std::get<Device>(checked), house_);
 }
 
 // When the lists of the panel have been filled anew.
@@ -93,6 +147,10 @@ void FirstRun::press_lamp() {
 
 void FirstRun::show_lamp() {
   const Device* device = lamp_.empty() ? nullptr : house_.by_key(lamp_);
+  panel_.lab_lamphint.caption = "Set the wheels of its module to " +
+                                (device ? device->house_code + std::to_string(device->unit)
+                                        : std::string("the address shown here")) +
+                                ", press Try it, and see the lamp.";
   if (!panel_.is_first_run || !device) return;
   std::string words = device->name;
   const auto wished = presses_.wished(lamp_);

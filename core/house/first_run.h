@@ -22,11 +22,12 @@
 namespace homewarden {
 
 // From a house without rooms to a lamp that switches, on the home page: a room, a lamp in it, a
-// try. Begins when the house has no rooms and its list could be read; ends when the person opens
-// the room, leaves with Escape or goes to another panel, once there is a room.
+// try. What cannot be a name is told while it is typed. Begins when the house has no rooms and its
+// list could be read; ends when the person opens the room, leaves with Escape or goes to another
+// panel, once there is a room.
 class FirstRun {
  public:
-  FirstRun(FirstRunPanel& panel, InterfacePanel& interface, HomePanel& home,
+  FirstRun(FirstRunPanel& panel, InterfacePanel& interface, HomePanel& home, AddRoomPanel& add_room,
            AddDevicePanel& add_device, const Flags& flags, TreeView& tree, StatusBar& status,
            Operations& operations, EventLoop& loop, HouseIndex& house, Notices& notices,
            DeviceState& state, DeviceCommands& commands, Presses& presses, DevicePanel& devices,
@@ -34,6 +35,9 @@ class FirstRun {
 
  private:
   void house_changed();
+  void show_steps();
+  void check_names();
+  std::string lamp_problem() const;
   Task<void> prepare_lamp();
   void try_lamp();
   void press_lamp();
@@ -42,6 +46,8 @@ class FirstRun {
   void end();
 
   FirstRunPanel& panel_;
+  InterfacePanel& interface_;
+  AddRoomPanel& add_room_;
   AddDevicePanel& add_device_;
   const Flags& flags_;
   TreeView& tree_;

@@ -1,7 +1,9 @@
 #include "core/house/interface_overview.h"
 
 #include <string>
+#include <string_view>
 
+#include "base/text.h"
 #include "core/settings.h"
 
 namespace homewarden {
@@ -9,6 +11,8 @@ namespace {
 
 constexpr const char* kPrefix = "STATUS: ";
 constexpr const char* kReady = "STATUS: Ready";
+constexpr std::string_view kTrying = "Please wait, looking for interface on com port ";
+constexpr int kLastPort = 15;
 constexpr const char* kPorts = "serial ports";  // the notice about ports that may not be opened
 
 // What stands between quotation marks in the notice: a command that helps.
@@ -60,6 +64,12 @@ InterfaceCondition InterfaceOverview::condition() const {
   return InterfaceCondition::kTrouble;
 }
 
+InterfacePanel::Search InterfaceOverview::search(InterfaceCondition condition) const {
+  const std::string& state = status_.panel2;
+  if (condition == InterfaceCondition::kConnected || !state.starts_with(kTrying)) return {};
+  return {to_integer16(state.substr(kTrying.size())).value_or(0), kLastPort};
+}
+
 void InterfaceOverview::show() {
   const InterfaceCondition now = condition();
   const std::string port =
@@ -87,6 +97,7 @@ void InterfaceOverview::show() {
       words = "You may not use the serial port yet";
       break;
   }
+  panel_.search = search(now);
   const std::string refused = notices_.of(kPorts);
   panel_.lab_interface.caption = std::move(words);
   panel_.lab_interfacehelp.caption = help_for(now, refused);

@@ -18,6 +18,7 @@ class InterfaceOverview {
  private:
   void show();
   InterfaceCondition condition() const;
+  InterfacePanel::Search search(InterfaceCondition condition) const;
 
   InterfacePanel& panel_;
   StatusBar& status_;

@@ -23,7 +23,7 @@ Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
                      devices_, platform.folder),
       home_times_(frm_main, frm_main, frm_main, frm_main, house_.operations, platform.loop,
                   house_.house, house_.location),
-      first_run_(frm_main, frm_main, frm_main, frm_main, frm_main, frm_main.Tree,
+      first_run_(frm_main, frm_main, frm_main, frm_main, frm_main, frm_main, frm_main.Tree,
                  frm_main.Statusbar, house_.operations, platform.loop, house_.house, house_.notices,
                  house_.device_state, house_.commands, presses_, devices_, platform.desktop),
       editor_(frm_main, frm_main.Tree, frm_main.Statusbar, frm_main, frm_main, house_.operations,

@@ -60,6 +60,11 @@ void ActionButton::set_icon(LineIcon icon) {
   update();
 }
 
+void ActionButton::turn_into(ButtonKind kind) {
+  kind_ = kind;
+  set_kind(this, kind);
+}
+
 void ActionButton::paintEvent(QPaintEvent* /*event*/) {
   QStyleOptionButton option;
   initStyleOption(&option);

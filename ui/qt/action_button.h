@@ -13,6 +13,7 @@ class ActionButton : public SteadyButton {
   ActionButton(LineIcon icon, ButtonKind kind, QWidget* parent);
 
   void set_icon(LineIcon icon);
+  void turn_into(ButtonKind kind);
   QSize sizeHint() const override;
 
  protected:

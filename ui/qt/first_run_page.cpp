@@ -3,10 +3,13 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTimer>
+#include <algorithm>
 
 #include "platform/qt/text_codec.h"
+#include "ui/qt/action_button.h"
 #include "ui/qt/bindings.h"
 #include "ui/qt/box.h"
 #include "ui/qt/flow_grid.h"
@@ -70,12 +73,54 @@ Step make_step(int number, const QString& title, QWidget* parent) {
   return {box, sign};
 }
 
+bool is_name(const TextBox& box) {
+  return !qt::from_code_page(box.text.get()).trimmed().isEmpty();
+}
+
+bool is_right(const Label& wrong) {
+  return wrong.caption.get().empty();
+}
+
+// In red below its field, while there is something to say.
+void add_wrong(Label& wrong, Box* box) {
+  auto* words = new ScaledLabel(0.86, false, ScaledLabel::Tone::kFailed, box);
+  words->setWordWrap(true);
+  bind(wrong, words);
+  follow(wrong.caption, words,
+         [words](const std::string& text) { words->setVisible(!text.empty()); });
+  box->rows()->addWidget(words);
+}
+
+// How far the search through the serial ports is, while there is one.
+class SearchProgress : public QWidget {
+ public:
+  SearchProgress(InterfacePanel& panel, QWidget* parent) : QWidget(parent) {
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(6);
+    auto* bar = new QProgressBar(this);
+    bar->setTextVisible(false);
+    rows->addWidget(bar);
+    auto* words = new ScaledLabel(0.86, false, ScaledLabel::Tone::kQuiet, this);
+    words->setWordWrap(true);
+    rows->addWidget(words);
+    follow(panel.search, this, [this, bar, words](const InterfacePanel::Search& search) {
+      setVisible(search.port > 0);
+      bar->setRange(0, std::max(1, search.ports));
+      bar->setValue(search.port);
+      words->setText(tr("Looking on serial port %1 of %2").arg(search.port).arg(search.ports));
+      bar->setAccessibleName(words->text());
+    });
+  }
+};
+
 class FirstRunPage : public Page {
  public:
   FirstRunPage(FirstRunPanel& panel, InterfacePanel& interface, HomePanel& home,
                AddRoomPanel& add_room, AddDevicePanel& add_device)
-      : Page(tr("Welcome to Homewarden"), 0), panel_(panel) {
+      : Page(tr("Welcome to Homewarden"), 0), panel_(panel), interface_(interface) {
     show_subtitle();
+    bind(panel.lab_firststeps, subtitle());
     rows()->setSpacing(20);
     rows()->addWidget(make_notice_box(home.lab_notice, body()));
     rows()->addWidget(new FirstRunPicture(body()));
@@ -86,6 +131,7 @@ class FirstRunPage : public Page {
     add_demo();
     add_rest();
     follow(panel.step, this, [this](FirstStep) { show_step(); });
+    watch(interface.condition.changed, this, [this] { show_lamp_done(); });
   }
 
  protected:
@@ -118,6 +164,7 @@ class FirstRunPage : public Page {
     help->setWordWrap(true);
     help->setTextFormat(Qt::PlainText);
     rows->addWidget(help);
+    rows->addWidget(new SearchProgress(interface, step.box));
     rows->addWidget(make_command_field(interface, step.box));
     auto* failed = new ScaledLabel(0.86, false, ScaledLabel::Tone::kFailed, step.box);
     failed->setWordWrap(true);
@@ -158,6 +205,7 @@ class FirstRunPage : public Page {
     bind(panel.txt_roomname, room_, tr("Room name"));
     room_->setPlaceholderText(tr("Living Room"));
     rows->addWidget(room_);
+    add_wrong(panel_.lab_roomwrong, step.box);
     room_done_ = new ScaledLabel(1.14, true, ScaledLabel::Tone::kText, step.box);
     bind(panel_.lab_firstroom, room_done_);
     rows->addWidget(room_done_);
@@ -166,8 +214,12 @@ class FirstRunPage : public Page {
     set_kind(room_save_, ButtonKind::kPrimary);
     rows->addWidget(room_save_);
     // Without a name there is nothing to save, and nothing to complain about.
-    follow(panel.txt_roomname.text, this,
-           [this](const std::string& text) { room_save_->setEnabled(!text.empty()); });
+    const auto show_save = [this, &panel] {
+      room_save_->setEnabled(is_name(panel.txt_roomname) && is_right(panel_.lab_roomwrong));
+    };
+    show_save();
+    watch(panel.txt_roomname.text.changed, this, show_save);
+    watch(panel_.lab_roomwrong.caption.changed, this, show_save);
     connect(room_, &QLineEdit::returnPressed, room_save_, &QPushButton::click);
     return step.box;
   }
@@ -176,10 +228,8 @@ class FirstRunPage : public Page {
     const Step step = make_step(3, tr("Add a lamp and try it"), parent);
     QVBoxLayout* rows = step.box->rows();
     lamp_number_ = step.number;
-    auto* hint = new QLabel(
-        tr("Set the wheels of its module to the address shown here, press Try it, and see the "
-           "lamp."),
-        step.box);
+    auto* hint = new QLabel(step.box);
+    bind(panel_.lab_lamphint, hint);
     hint->setWordWrap(true);
     rows->addWidget(hint);
     fields_ = new QWidget(step.box);
@@ -197,21 +247,24 @@ class FirstRunPage : public Page {
     address->addWidget(make_short_combo(panel.lst_device, tr("Device number"), fields_), 1);
     fields->addLayout(address);
     rows->addWidget(fields_);
+    add_wrong(panel_.lab_lampwrong, step.box);
     auto* words = new ScaledLabel(1.14, true, ScaledLabel::Tone::kText, step.box);
     words->setWordWrap(true);
     bind(panel_.lab_firstlamp, words);
     rows->addWidget(words);
     rows->addStretch();
-    try_ = make_button(panel_.cmd_try, step.box);
-    try_->setIcon(make_icon(LineIcon::kPower));
+    try_ = make_action(panel_.cmd_try, LineIcon::kPower, ButtonKind::kPlain, step.box);
     rows->addWidget(try_);
     open_ = make_button(panel_.cmd_open, step.box);
     set_kind(open_, ButtonKind::kPrimary);
     rows->addWidget(open_);
-    follow(panel.txt_devname.text, this, [this](const std::string& text) {
-      lamp_named_ = !text.empty();
+    const auto show = [this, &panel] {
+      lamp_named_ = is_name(panel.txt_devname) && is_right(panel_.lab_lampwrong);
       show_try();
-    });
+    };
+    show();
+    watch(panel.txt_devname.text.changed, this, show);
+    watch(panel_.lab_lampwrong.caption.changed, this, show);
     connect(lamp_, &QLineEdit::returnPressed, try_, &QPushButton::click);
     return step.box;
   }
@@ -219,9 +272,7 @@ class FirstRunPage : public Page {
   void add_demo() {
     auto* row = new QHBoxLayout;
     row->setSpacing(12);
-    QPushButton* demo = make_button(panel_.cmd_demo, body());
-    demo->setIcon(make_icon(LineIcon::kHome));
-    row->addWidget(demo);
+    row->addWidget(make_action(panel_.cmd_demo, LineIcon::kHome, ButtonKind::kPlain, body()));
     QLabel* words = make_quiet_label(body());
     words->setText(tr("It needs no interface and changes nothing of yours."));
     row->addWidget(words, 1);
@@ -230,22 +281,23 @@ class FirstRunPage : public Page {
 
   void show_step() {
     const FirstStep step = panel_.step;
-    subtitle()->setText(
-        step == FirstStep::kRoom
-            ? tr("Your house has no rooms yet. Three steps to the first lamp that switches.")
-        : step == FirstStep::kLamp ? tr("One more step to the first lamp that switches.")
-                                   : tr("That is all. Rooms and devices can be added any time."));
     room_hint_->setVisible(step == FirstStep::kRoom);
     room_->setVisible(step == FirstStep::kRoom);
     room_save_->setVisible(step == FirstStep::kRoom);
     room_done_->setVisible(step != FirstStep::kRoom);
     room_number_->set_done(step != FirstStep::kRoom);
-    lamp_number_->set_done(step == FirstStep::kTry);
+    show_lamp_done();
     fields_->setEnabled(step == FirstStep::kLamp);
     fields_->setVisible(step != FirstStep::kTry);
-    set_kind(try_, step == FirstStep::kLamp ? ButtonKind::kPrimary : ButtonKind::kPlain);
+    try_->turn_into(step == FirstStep::kLamp ? ButtonKind::kPrimary : ButtonKind::kPlain);
     show_try();
     focus_next();
+  }
+
+  // A lamp that could not be tried is no lamp that switches.
+  void show_lamp_done() {
+    lamp_number_->set_done(panel_.step == FirstStep::kTry &&
+                           interface_.condition == InterfaceCondition::kConnected);
   }
 
   void show_try() {
@@ -265,6 +317,7 @@ class FirstRunPage : public Page {
   }
 
   FirstRunPanel& panel_;
+  InterfacePanel& interface_;
   StepNumber* room_number_ = nullptr;
   StepNumber* lamp_number_ = nullptr;
   QLabel* room_hint_ = nullptr;
@@ -273,7 +326,7 @@ class FirstRunPage : public Page {
   QPushButton* room_save_ = nullptr;
   QWidget* fields_ = nullptr;
   QLineEdit* lamp_ = nullptr;
-  QPushButton* try_ = nullptr;
+  ActionButton* try_ = nullptr;
   QPushButton* open_ = nullptr;
   bool lamp_named_ = false;
 };
