@@ -23,6 +23,19 @@ std::string joined(const std::vector<std::string>& names) {
   return text;
 }
 
+// With its room where another device of these has the same name.
+std::vector<std::string> told_apart(const std::vector<MacroFace::End>& ends) {
+  std::vector<std::string> names;
+  for (const MacroFace::End& end : ends) {
+    const bool is_shared =
+        std::any_of(ends.begin(), ends.end(), [&end](const MacroFace::End& other) {
+          return other.device == end.device && other.room != end.room;
+        });
+    names.push_back(is_shared && !end.room.empty() ? end.device + " in " + end.room : end.device);
+  }
+  return names;
+}
+
 bool switches_itself(const Macro& macro) {
   return macro.trigger.function == macro.target.function &&
          equals_ignoring_case(macro.trigger.code(), macro.target.code());
@@ -87,12 +100,14 @@ void MacroOutlook::show_list() {
   panel_.macrofaces = std::move(faces);
   panel_.lab_nomacros.visible = items.empty() && !panel_.lab_macronotice.visible;
 
-  std::vector<std::string> names;
+  std::vector<MacroFace::End> loop;
   for (const MacroEnd& end : endless_chain_among(std::move(macros))) {
-    std::string name = end_of(end).device;
-    if (std::find(names.begin(), names.end(), name) == names.end())
-      names.push_back(std::move(name));
+    MacroFace::End device = end_of(end);
+    device.on = false;  // whatever happens to it, it is the same one
+    if (std::find(loop.begin(), loop.end(), device) == loop.end())
+      loop.push_back(std::move(device));
   }
+  const std::vector<std::string> names = told_apart(loop);
   panel_.lab_macroloop.caption =
       joined(names) + (names.size() == 1 ? " sets itself off" : " set each other off") +
       " again and again. This goes round for ever: delete one of these macros.";
@@ -113,8 +128,9 @@ void MacroOutlook::show_sentence() {
   }
   const MacroFace::End trigger = end_of(macro->trigger);
   const MacroFace::End target = end_of(macro->target);
-  panel_.lab_macrosentence.caption = "When " + trigger.device + " " + event_words(macro->trigger) +
-                                     ", turn " + target.device + (target.on ? " on." : " off.");
+  const std::vector<std::string> names = told_apart({trigger, target});
+  panel_.lab_macrosentence.caption = "When " + names[0] + " " + event_words(macro->trigger) +
+                                     ", turn " + names[1] + (target.on ? " on." : " off.");
 }
 
 }  // namespace homewarden
