@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "automation/event_effect.h"
+#include "automation/event_words.h"
 #include "base/lines.h"
 #include "core/asking.h"
 #include "core/lines_of_key.h"
@@ -115,7 +116,7 @@ void EventDeletion::offer(Deleted deleted) {
   if (deleted.lines.empty()) return;  // somebody else was faster
   ++deletions_;
   panel_.lab_undo.caption =
-      "Deleted: " + deleted.event.device_label() + " at " + deleted.event.time + ". Undo";
+      "Deleted: " + event_in_words(deleted.event, deleted.event.device_label()) + ". Undo";
   panel_.lab_undo.visible = true;
   deleted_ = std::move(deleted);
 }

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "automation/due_time.h"
+#include "automation/event_words.h"
 
 namespace homewarden {
 namespace {
@@ -20,7 +21,9 @@ void EventFindings::bad_line(std::size_t number) {
 void EventFindings::event(const EventRecord& event) {
   const std::string_view why = why_never_run(event);
   if (why.empty() || never_++ > 0) return;
-  first_never_ = event.device_label() + " at " + event.time + ": " + std::string(why);
+  const char* const before_time = sun_offset(event.time) == 0 ? " at " : ", ";
+  first_never_ =
+      event.device_label() + before_time + time_in_words(event.time) + ": " + std::string(why);
 }
 
 std::string EventFindings::text() const {

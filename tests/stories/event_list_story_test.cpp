@@ -110,7 +110,8 @@ TEST(EventListStory, ADeletionCanBeUndone) {
   EXPECT_FALSE(form.lab_undo.visible);
   delete_event(house, "Hall Lamp", 127);
   EXPECT_THAT(house.event_lines(), ElementsAre(kMorning));
-  EXPECT_EQ(form.lab_undo.caption.get(), "Deleted: Hall Lamp B12 at sSet:+1. Undo");
+  EXPECT_EQ(form.lab_undo.caption.get(),
+            "Deleted: Once, Fri, Sat 1 hour after sunset, Hall Lamp B12 off. Undo");
   EXPECT_TRUE(form.lab_undo.visible);
   undo(house);
   EXPECT_THAT(house.event_lines(), ElementsAre(kMorning, kPorch, kPorch));
@@ -119,7 +120,8 @@ TEST(EventListStory, ADeletionCanBeUndone) {
 
   delete_event(house, "Hall Lamp");
   delete_event(house, "Kitchen Table Lamp");
-  EXPECT_EQ(form.lab_undo.caption.get(), "Deleted: Kitchen Table Lamp A3 at 07:30. Undo");
+  EXPECT_EQ(form.lab_undo.caption.get(),
+            "Deleted: Weekdays at 07:30, Kitchen Table Lamp A3 on at 40\xA0%. Undo");
   house.files.stop_at(1);
   undo(house);
   EXPECT_THAT(house.dialogs.messages.back(), HasSubstr("not back yet"));
