@@ -240,11 +240,18 @@ TEST(FirstRunStory, FromNothingToALampThatSwitches) {
   house.click(form.cmd_try, 1s);
   EXPECT_EQ(form.step.get(), FirstStep::kTry);
   EXPECT_THAT(form.lab_firstlamp.caption.get(), StartsWith("Lamp is saved."));
+  EXPECT_THAT(form.lab_lamphint.caption.get(), HasSubstr("to A1,"));
+  EXPECT_THAT(form.lab_firststeps.caption.get(), EndsWith("switches: connect the interface."));
+  std::vector<int> ports;
+  form.search.changed.connect([&] { ports.push_back(form.search.get().port); });
+  house.click(form.Label51, 10s);
+  EXPECT_THAT(ports, ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 0));
   EXPECT_TRUE(house.dialogs.messages.empty());
 
   house.interface_control.status_of_port[2] = 0;
   house.loop.advance(60s);
   EXPECT_FALSE(form.lab_notfound.visible);
+  EXPECT_THAT(form.lab_firststeps.caption.get(), StartsWith("That is all."));
   house.click(form.cmd_try, 3s);
   EXPECT_THAT(house.line(), ElementsAre(EndsWith("A1 2")));
   EXPECT_EQ(form.lab_firstlamp.caption.get(), "Lamp is on");

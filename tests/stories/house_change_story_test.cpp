@@ -83,6 +83,10 @@ TEST_F(HouseChangeStory, AnEventInTheEditorFollowsItsDevice) {
   EXPECT_EQ(save(), "");
   house.click_node("Events");
   EXPECT_EQ(form.lst_eventdevice.text.get(), "Kitchen Table Lamp A7");
+  const auto marked = static_cast<std::size_t>(form.ListView1.selected.get());
+  ASSERT_LT(marked, form.ListView1.rows.get().size())
+      << "no row is marked as the one in the editor";
+  EXPECT_EQ(form.ListView1.rows.get()[marked][0], "Kitchen Table Lamp");
   house.click(form.Command6, 5s);
   EXPECT_THAT(events(), EndsWith("Kitchen Table Lamp~A~7~50~07:30~on~daily~m\r\n"));
   EXPECT_THAT(form.ListView1.rows.get(), SizeIs(4)) << "the event stands there twice";

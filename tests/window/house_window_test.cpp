@@ -22,14 +22,24 @@ class HouseBuildingTest : public HouseWindow {
   std::string rooms() { return house.content("rmlst.hwd"); }
 };
 
-// Catches: a newcomer who has to reach for the mouse, or to read.
+// Catches: a newcomer who has to reach for the mouse, or to read; a box about a name that cannot
+// be.
 TEST_F(HouseBuildingTest, FromAnEmptyWindowToALampThatSwitchesByTypingAlone) {
+  int step = 0;
   for (const char* text : {"Den", "Lamp"}) {
     auto* box = qobject_cast<QLineEdit*>(view->focusWidget());
     ASSERT_TRUE(box) << "nowhere to type " << text;
-    type_text(box, text);
+    type_text(box, text + QString("\""));
+    const std::string before = rooms();
     QTest::keyClick(box, Qt::Key_Return);
     settle(1s);
+    EXPECT_TRUE(rooms() == before && !QApplication::activeModalWidget()) << text;
+    for (const Label* wrong : {&house.form().lab_roomwrong, &house.form().lab_lampwrong})
+      EXPECT_EQ(wrong->caption.get().empty(), (wrong == &house.form().lab_roomwrong) != !step);
+    QTest::keyClick(box, Qt::Key_Backspace);
+    QTest::keyClick(box, Qt::Key_Return);
+    settle(1s);
+    ++step;
   }
   settle(2s);
   EXPECT_EQ(rooms(), "Den~~~\r\nDen~Lamp~A~1\r\n");
