@@ -19,7 +19,9 @@ namespace {
 
 constexpr int kHeight = 36;
 constexpr int kMargin = 14;
+constexpr int kTightMargin = 8;  // where there is little room
 constexpr int kGap = 8;
+constexpr int kBetween = 2;
 
 // For a screen reader a radio button.
 class SegmentButton : public QRadioButton {
@@ -27,7 +29,7 @@ class SegmentButton : public QRadioButton {
   SegmentButton(const Segment& segment, QWidget* parent)
       : QRadioButton(QString(segment.caption).replace("&", "&&"), parent), segment_(segment) {
     setAttribute(Qt::WA_Hover);
-    setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   }
 
   // As wide with bold words as without.
@@ -39,7 +41,9 @@ class SegmentButton : public QRadioButton {
     return {metrics.horizontalAdvance(segment_.caption) + icon + 2 * kMargin,
             std::max(kHeight, metrics.height() + 14)};
   }
-  QSize minimumSizeHint() const override { return sizeHint(); }
+  QSize minimumSizeHint() const override {
+    return sizeHint() - QSize(2 * (kMargin - kTightMargin), 0);
+  }
   bool hitButton(const QPoint& place) const override { return rect().contains(place); }
 
  protected:
@@ -80,7 +84,7 @@ Segments::Segments(const QList<Segment>& choices, const QString& name,
   setAccessibleName(name);
   auto* places = new QBoxLayout(QBoxLayout::LeftToRight, this);
   places->setContentsMargins(0, 0, 0, 0);
-  places->setSpacing(2);
+  places->setSpacing(kBetween);
   offer(choices);
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
@@ -125,19 +129,22 @@ int Segments::choice() const {
 
 // As wide as all of them side by side, or they would not be that again when there is room.
 QSize Segments::sizeHint() const {
-  return {width_of_all(), layout()->sizeHint().height()};
+  int width = -kBetween;
+  for (const QRadioButton* button : buttons_) width += button->sizeHint().width() + kBetween;
+  return {std::max(0, width), layout()->sizeHint().height()};
 }
 
-int Segments::width_of_all() const {
-  int width = -2;
-  for (const QRadioButton* button : buttons_) width += button->sizeHint().width() + 2;
+int Segments::least_width_of_all() const {
+  int width = -kBetween;
+  for (const QRadioButton* button : buttons_) width += button->minimumSizeHint().width() + kBetween;
   return std::max(0, width);
 }
 
 // As wide as the widest: they can stand one below the other.
 QSize Segments::minimumSizeHint() const {
   int widest = 0;
-  for (const QRadioButton* button : buttons_) widest = std::max(widest, button->sizeHint().width());
+  for (const QRadioButton* button : buttons_)
+    widest = std::max(widest, button->minimumSizeHint().width());
   return {widest, layout()->minimumSize().height()};
 }
 
@@ -188,7 +195,7 @@ void Segments::changeEvent(QEvent* event) {
 void Segments::arrange() {
   auto* places = static_cast<QBoxLayout*>(layout());
   const auto direction =
-      width_of_all() <= width() ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom;
+      least_width_of_all() <= width() ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom;
   if (direction == places->direction()) return;
   places->setDirection(direction);
   updateGeometry();

@@ -40,7 +40,7 @@ class Segments : public QWidget {
 
  private:
   void arrange();
-  int width_of_all() const;
+  int least_width_of_all() const;
   void choose(QRadioButton* button);
   bool choose_letter(const QString& letter);
 
