@@ -100,9 +100,9 @@ struct Canvas {
     painter.setFont(font);
     painter.setPen(colour);
     const QFontMetrics metrics(font);
-    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter,
-                     metrics.elidedText(text, Qt::ElideRight, room.width()));
-    return std::min(metrics.horizontalAdvance(text), room.width());
+    const QString shown = metrics.elidedText(text, Qt::ElideRight, room.width());
+    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter, shown);
+    return std::min(metrics.horizontalAdvance(shown), room.width());
   }
 
   // What is done is never cut off by a long name.

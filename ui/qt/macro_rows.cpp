@@ -45,7 +45,7 @@ class Cards : public QStyledItemDelegate {
 
   QSize sizeHint(const QStyleOptionViewItem& /*option*/, const QModelIndex& index) const override {
     const int end = end_height();
-    int height = is_tall() ? 2 * end + kGap + std::max(20, line()) : end;
+    int height = is_tall(index.row()) ? 2 * end + kGap + std::max(20, line()) : end;
     if (!warning(index.row()).isEmpty()) height += line() + 4;
     return {10, std::max(72, height + 2 * kGap) + kGap};
   }
@@ -71,9 +71,10 @@ class Cards : public QStyledItemDelegate {
       words(*painter, place.adjusted(line() + 6, 0, 0, 0), why, small(list_.font()), look.failed);
       room.setBottom(room.bottom() - line() - 4);
     }
-    room.setRight(draw_delete(*painter, room, over) - kGap);
+    const bool tall = is_tall(index.row());
+    room.setRight(draw_delete(*painter, room, over, tall) - kGap);
     if (row < faces.size() && !faces[row].trigger.device.empty())
-      draw_ends(*painter, room, faces[row]);
+      draw_ends(*painter, room, faces[row], tall);
     else
       words(*painter, room, index.data().toString(), list_.font(), look.text);
   }
@@ -87,8 +88,26 @@ class Cards : public QStyledItemDelegate {
  private:
   int line() const { return list_.fontMetrics().height(); }
   int end_height() const { return line() + QFontMetrics(small(list_.font())).height() + 4; }
-  bool is_tall() const {
-    return list_.viewport()->width() < list_.fontMetrics().averageCharWidth() * 62;
+  int delete_width() const {
+    return list_.fontMetrics().horizontalAdvance(tr("Delete")) + line() + 6;
+  }
+
+  // The target stands below the trigger where the two have no room side by side.
+  bool is_tall(int row) const {
+    const int width = list_.viewport()->width();
+    if (width < list_.fontMetrics().averageCharWidth() * 62) return true;
+    const auto& faces = panel_.macrofaces.get();
+    if (static_cast<std::size_t>(row) >= faces.size()) return false;
+    const int room = width - 2 * kReach - 2 * kSide - delete_width() - kGap;
+    const int half = (room - std::max(20, line()) - 2 * kGap) / 2;
+    const MacroFace& face = faces[static_cast<std::size_t>(row)];
+    return end_width(face.trigger, {}) > half || end_width(face.target, tr("Turn") + " ") > half;
+  }
+
+  int end_width(const MacroFace::End& end, const QString& before) const {
+    const QString after = " " + qt::from_code_page(end.words);
+    return kDot + kGap + list_.fontMetrics().horizontalAdvance(before + after) + 4 +
+           QFontMetrics(bold(list_.font())).horizontalAdvance(qt::from_code_page(end.device));
   }
 
   static int words(QPainter& painter, const QRect& room, const QString& text, const QFont& font,
@@ -96,32 +115,32 @@ class Cards : public QStyledItemDelegate {
     painter.setFont(font);
     painter.setPen(colour);
     const QFontMetrics metrics(font);
-    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter,
-                     metrics.elidedText(text, Qt::ElideRight, room.width()));
-    return std::min(metrics.horizontalAdvance(text), room.width());
+    const QString shown = metrics.elidedText(text, Qt::ElideRight, room.width());
+    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter, shown);
+    return std::min(metrics.horizontalAdvance(shown), room.width());
   }
 
   // Where it begins.
-  int draw_delete(QPainter& painter, const QRect& room, bool over) const {
+  int draw_delete(QPainter& painter, const QRect& room, bool over, bool tall) const {
     const Look& look = look_of(list_.palette());
     const QString word = tr("Delete");
     QFont font = list_.font();
     font.setUnderline(over);
     const int wide = QFontMetrics(font).horizontalAdvance(word);
-    const int left = room.right() - wide - line() - 6;
-    const QRect place(left, room.top(), line(), is_tall() ? end_height() : room.height());
+    const int left = room.right() - delete_width();
+    const QRect place(left, room.top(), line(), tall ? end_height() : room.height());
     draw_icon(painter, LineIcon::kTrash, centred(place, line()), look.failed);
     words(painter, {left + line() + 6, place.top(), wide + 2, place.height()}, word, font,
           look.failed);
     return left;
   }
 
-  void draw_ends(QPainter& painter, QRect room, const MacroFace& face) const {
+  void draw_ends(QPainter& painter, QRect room, const MacroFace& face, bool tall) const {
     const Look& look = look_of(list_.palette());
     const int side = std::max(20, line());
     const QString trigger = " " + qt::from_code_page(face.trigger.words);
     const QString action = " " + qt::from_code_page(face.target.words);
-    if (is_tall()) {
+    if (tall) {
       const int end = end_height();
       draw_end(painter, {room.left(), room.top(), room.width(), end}, in_room("When", face.trigger),
                {}, face.trigger, trigger);
