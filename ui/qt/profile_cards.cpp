@@ -21,7 +21,7 @@ namespace {
 
 constexpr int kGap = 12;
 constexpr int kSide = 16;
-constexpr int kLeastWidth = 40;  // average letters
+constexpr int kLeastWidth = 34;  // average letters
 constexpr int kLines = 2;        // of what it holds
 
 // One of them is looked at: for a screen reader a radio button.
