@@ -21,6 +21,7 @@ namespace homewarden::view {
 namespace {
 
 constexpr int kSide = 40;
+constexpr int kLeastSide = 34;  // where seven would not fit otherwise
 constexpr int kGap = 4;
 
 class DayChip : public QCheckBox {
@@ -31,7 +32,10 @@ class DayChip : public QCheckBox {
     const int side = std::max(kSide, fontMetrics().height() + 16);
     return {side, side};
   }
-  QSize minimumSizeHint() const override { return sizeHint(); }
+  QSize minimumSizeHint() const override {
+    const int side = std::max(kLeastSide, fontMetrics().height() + 10);
+    return {side, side};
+  }
   bool hitButton(const QPoint& place) const override { return rect().contains(place); }
 
  protected:
@@ -69,7 +73,8 @@ class DayChips : public QWidget {
   }
 
   QSize minimumSizeHint() const override {
-    return {4 * (chips_.front()->sizeHint().width() + kGap), places_->minimumSize().height()};
+    return {4 * (chips_.front()->minimumSizeHint().width() + kGap),
+            places_->minimumSize().height()};
   }
 
  protected:
@@ -84,7 +89,7 @@ class DayChips : public QWidget {
 
  private:
   void arrange() {
-    const int side = chips_.front()->sizeHint().width() + kGap;
+    const int side = chips_.front()->minimumSizeHint().width() + kGap;
     const int columns = width() + kGap >= 7 * side ? 7 : 4;
     if (columns == columns_) return;
     columns_ = columns;
