@@ -179,6 +179,19 @@ TEST(EventListStory, LinesThatDoNothingAreMarked) {
   EXPECT_THAT(form.ListVIew2.marks.get(), ElementsAre(Pair(3, HasSubstr("no macro"))));
 }
 
+// Catches: "Lamp sets itself off", where two lamps of two rooms do; A1 taken for A12.
+TEST(EventListStory, DevicesOfOneNameAreToldApartInALoop) {
+  EventHouse house;
+  house.content("rmlst.hwd") = "Den~~~\r\nDen~Lamp~A~1\r\nHall~~~\r\nHall~Lamp~A~12\r\n";
+  house.content("macs.hlk") =
+      "When~A1~Den~Lamp~turns~on~Turn~On~A12~Hall~Lamp\r\n"
+      "When~A12~Hall~Lamp~turns~on~Turn~On~A1~Den~Lamp\r\n";
+  FrmMain& form = house.open_connected();
+  house.click_node("Macros", 3s);
+  EXPECT_THAT(form.lab_macroloop.caption.get(),
+              StartsWith("Lamp in Den and Lamp in Hall set each other off"));
+}
+
 // Macros that silently do nothing.
 TEST(EventListStory, AMacroListThatCannotBeReadIsTold) {
   EventHouse house;
