@@ -7,15 +7,17 @@
 #include <string_view>
 #include <vector>
 
+#include "core/line_places.h"
 #include "core/list_file.h"
 #include "platform/files.h"
 
 namespace homewarden {
 
-// Changes lines in several lists of a folder, in all of them or in none.
+// Changes lines in several lists of a folder, or puts lines into them, in all of them or in none.
 //
-// What becomes of which line is written down first; one rename, of these notes to `tclines.tmp`,
-// decides. After it a stop is made good by changing these lines in the lists as they are then.
+// What becomes of which line, and which line comes where, is written down first; one rename, of
+// these notes to `tclines.tmp`, decides. After it a stop is made good by doing this to the lists as
+// they are then.
 class ListChanges {
  public:
   ListChanges(Files& files, std::filesystem::path folder);
@@ -24,6 +26,9 @@ class ListChanges {
     std::string list;  // the name of its file, which may be missing
     // Must not change a line that it has made of another one.
     ListFile::Edit edit;
+    // Instead of an edit: lines that are put into the list unless it has them. A list that is
+    // missing is begun with them.
+    std::vector<LineInPlace> added = {};
   };
 
   // The lists of the folder whose names end so; nothing when the folder cannot be read.
@@ -48,11 +53,14 @@ class ListChanges {
   struct Noted {
     std::string list;
     Lines lines;
+    std::vector<LineInPlace> added = {};
   };
 
   std::optional<std::vector<Noted>> note(const std::vector<Change>& changes);
   std::optional<std::vector<Noted>> read_notes();
   bool change(const std::string& name, const ListFile::Edit& edit);
+  bool add(const std::string& name, const std::vector<LineInPlace>& lines);
+  bool take_out(const std::string& name, const std::vector<LineInPlace>& lines);
   bool change_noted(const std::vector<Noted>& noted);
   bool take_back(const std::vector<Noted>& noted);
   void forget_notes();

@@ -28,11 +28,15 @@ std::optional<std::string> ListFile::content() {
 }
 
 bool ListFile::write_scratch(const Choice& left_out, std::string_view added) {
-  return begin({left_out, nullptr, std::string(added), std::nullopt});
+  return begin({left_out, nullptr, std::string(added), std::nullopt, nullptr});
 }
 
 bool ListFile::write_edited(const Edit& edit) {
-  return begin({nullptr, edit, "", std::nullopt});
+  return begin({nullptr, edit, "", std::nullopt, nullptr});
+}
+
+bool ListFile::write_made(const Make& make) {
+  return begin({nullptr, nullptr, "", std::nullopt, make});
 }
 
 bool ListFile::begin(Change change) {
@@ -48,6 +52,7 @@ bool ListFile::write_change() {
   std::string_view old;
   if (change_->made_from) old = *change_->made_from;
   if (old.starts_with(kByteOrderMark)) old.remove_prefix(kByteOrderMark.size());
+  if (change_->make) return files_.write(scratch_, change_->make(old));
   std::string kept;
   kept.reserve(old.size() + change_->added.size() + kLineEnd.size());
   LineReader reader(old);
@@ -69,7 +74,7 @@ std::optional<bool> ListFile::bring_up_to_date() {
     if (!now) return std::nullopt;
   }
   if (now == change_->made_from) return false;
-  if (!now && !change_->added.empty()) return std::nullopt;
+  if (!now && change_->adds()) return std::nullopt;
   change_->made_from = std::move(now);
   if (!write_change()) return std::nullopt;
   return true;
@@ -83,7 +88,7 @@ bool ListFile::use_scratch() {
     // Refused, and yet the same: somebody goes on writing it.
     if (!changed || (attempt > 0 && !*changed)) return false;
     const auto& old = change_->made_from;
-    if (!old && change_->added.empty()) {
+    if (!old && !change_->adds()) {
       remove_scratch();
       return true;
     }

@@ -21,6 +21,8 @@ class ListFile {
   using Choice = std::function<bool(std::string_view line)>;
   // What is written in the place of a line; nothing for a line that stays.
   using Edit = std::function<std::optional<std::string>(std::string_view line)>;
+  // The whole new list, made of the old one: "" for a list that is missing.
+  using Make = std::function<std::string(std::string_view content)>;
 
   ListFile(Files& files, std::filesystem::path file, std::filesystem::path scratch);
 
@@ -37,6 +39,10 @@ class ListFile {
 
   // Writes all lines into the scratch file, edited. Otherwise as above.
   bool write_edited(const Edit& edit);
+
+  // Writes what is made of the list, which may be missing, into the scratch file. Otherwise as
+  // above.
+  bool write_made(const Make& make);
 
   // Puts the scratch file in the place of the list. When that has changed since write_scratch(),
   // the change is made to what it holds now; when it has gone, nothing is left out of it. False,
@@ -65,6 +71,9 @@ class ListFile {
     Edit edit;
     std::string added;
     std::optional<std::string> made_from;
+    Make make = nullptr;
+
+    bool adds() const { return !added.empty() || make; }
   };
 
   bool begin(Change change);
