@@ -8,6 +8,7 @@
 #include "ui/house_panel.h"
 #include "ui/interface_panel.h"
 #include "ui/macro_panel.h"
+#include "ui/message_panel.h"
 #include "ui/navigation_pane.h"
 #include "ui/panel_stack.h"
 #include "ui/program_menu.h"
@@ -34,6 +35,7 @@ struct FrmMain : Window,
                  WebPanel,
                  ProfilePanel,
                  SpeechPanel,
+                 MessagePanel,
                  PanelStack,
                  ProgramMenu,
                  HiddenLists,

@@ -66,6 +66,26 @@ void DeviceState::forget(const std::string& keyname) {
   module1_.regdelete(RegistryRoot::kLocalMachine, kNotSentKey, key);
 }
 
+DeviceState::Record DeviceState::record_of(const std::string& keyname) const {
+  const std::string key = without_blanks(keyname);
+  const auto text = [this](const std::string& folder, const std::string& name) {
+    return module1_.regread(RegistryRoot::kLocalMachine, folder, name, "");
+  };
+  return {text(kMachineKey, value_name(key)), text(kMachineKey, "dim" + key),
+          text(kNotSentKey, key)};
+}
+
+void DeviceState::put_back(const std::string& keyname, const Record& record) {
+  const std::string key = without_blanks(keyname);
+  const auto write = [this](const std::string& folder, const std::string& name,
+                            const std::string& text) {
+    if (!text.empty()) module1_.regwrite(RegistryRoot::kLocalMachine, folder, name, text);
+  };
+  write(kMachineKey, value_name(key), record.state);
+  write(kMachineKey, "dim" + key, record.level);
+  write(kNotSentKey, key, record.not_sent);
+}
+
 void DeviceState::copy(const std::string& from, const std::string& to) {
   const auto copy_value = [this](const std::string& folder, const std::string& old_name,
                                  const std::string& new_name) {

@@ -57,6 +57,16 @@ class DeviceState {
   // of which nothing is recorded.
   void forget(const std::string& keyname);
 
+  // All that is recorded of a device, as it is stored; "" for what is not there.
+  struct Record {
+    std::string state;
+    std::string level;
+    std::string not_sent;
+  };
+  Record record_of(const std::string& keyname) const;
+  // Records it again, and nothing of what is not there. Nobody is told.
+  void put_back(const std::string& keyname, const Record& record);
+
   // Records of one device what is recorded of another, also that nothing is. Nobody is told.
   void copy(const std::string& from, const std::string& to);
   // From now on what is recorded under the first key, by a command that was on its way when the

@@ -29,14 +29,15 @@ std::string name_of(const Device& device) {
 
 }  // namespace
 
-HouseChanges::HouseChanges(NavigationPane& pane, Flags& flags, StatusBar& status, Module1& module1,
-                           Settings& settings, HouseFiles& files, HouseIndex& house,
-                           RoomList& rooms, EventList& events, OnceEvents& once_events,
-                           DeviceState& state, Presses& presses, DevicePanel& devices,
-                           NavigationTree& tree)
+HouseChanges::HouseChanges(NavigationPane& pane, Flags& flags, StatusBar& status,
+                           Messages& messages, Module1& module1, Settings& settings,
+                           HouseFiles& files, HouseIndex& house, RoomList& rooms, EventList& events,
+                           OnceEvents& once_events, DeviceState& state, Presses& presses,
+                           DevicePanel& devices, NavigationTree& tree)
     : pane_(pane),
       flags_(flags),
       status_(status),
+      messages_(messages),
       module1_(module1),
       settings_(settings),
       files_(files),
@@ -60,9 +61,9 @@ Task<std::string> HouseChanges::change_device(Device from, Device to, std::strin
   std::string problem = co_await carry_out(std::move(make), std::move(type));
   if (!problem.empty()) co_return problem;
   if (to.room == from.room && to.name == from.name)
-    status_.panel2 = name_of(to) + " was changed";
+    say(name_of(to) + " was changed");
   else
-    status_.panel2 = name_of(from) + " is now " + name_of(to);
+    say(name_of(from) + " is now " + name_of(to));
   co_return problem;
 }
 
@@ -72,8 +73,13 @@ Task<std::string> HouseChanges::rename_room(std::string from, std::string to) {
   };
   std::string own_types;
   std::string problem = co_await carry_out(std::move(make), std::move(own_types));
-  if (problem.empty()) status_.panel2 = from + " is now " + to;
+  if (problem.empty()) say(from + " is now " + to);
   co_return problem;
+}
+
+void HouseChanges::say(std::string text) {
+  status_.panel2 = text;
+  messages_.note(std::move(text));
 }
 
 Task<std::string> HouseChanges::carry_out(std::function<Renaming(std::string_view)> make,

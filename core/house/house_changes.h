@@ -13,6 +13,7 @@
 #include "core/house_files.h"
 #include "core/house_index.h"
 #include "core/lists/room_list.h"
+#include "core/messages.h"
 #include "core/module1.h"
 #include "core/settings.h"
 #include "ui/navigation_pane.h"
@@ -28,10 +29,10 @@ namespace homewarden {
 // what could not be sent, and presses that wait. One rename on the disk decides.
 class HouseChanges {
  public:
-  HouseChanges(NavigationPane& pane, Flags& flags, StatusBar& status, Module1& module1,
-               Settings& settings, HouseFiles& files, HouseIndex& house, RoomList& rooms,
-               EventList& events, OnceEvents& once_events, DeviceState& state, Presses& presses,
-               DevicePanel& devices, NavigationTree& tree);
+  HouseChanges(NavigationPane& pane, Flags& flags, StatusBar& status, Messages& messages,
+               Module1& module1, Settings& settings, HouseFiles& files, HouseIndex& house,
+               RoomList& rooms, EventList& events, OnceEvents& once_events, DeviceState& state,
+               Presses& presses, DevicePanel& devices, NavigationTree& tree);
 
   // Return what is wrong, in words for a person, with everything as it was; "" when it is done.
   // The names and the address must be in order by themselves; that they do not collide with others
@@ -48,11 +49,13 @@ class HouseChanges {
   std::string why_not();
   void record_new(const Renaming& renaming, const std::string& type, bool decided);
   void forget(const Renaming& renaming, bool old_ones);
+  void say(std::string text);
   Task<void> show(const Renaming& renaming);
 
   NavigationPane& pane_;
   Flags& flags_;
   StatusBar& status_;
+  Messages& messages_;
   Module1& module1_;
   Settings& settings_;
   HouseFiles& files_;

@@ -57,7 +57,7 @@ HouseDeletion::HouseDeletion(Window& window, NavigationPane& pane, HousePanel& r
                              EventLoop& loop, Module1& module1, Settings& settings,
                              Dialogs& dialogs, HouseFiles& files, HouseIndex& house,
                              RoomList& rooms, EventList& events, DeviceState& state,
-                             NavigationTree& tree)
+                             NavigationTree& tree, DeletionUndo& undo)
     : window_(window),
       pane_(pane),
       room_panel_(room_panel),
@@ -72,7 +72,8 @@ HouseDeletion::HouseDeletion(Window& window, NavigationPane& pane, HousePanel& r
       rooms_(rooms),
       events_(events),
       state_(state),
-      tree_(tree) {
+      tree_(tree),
+      undo_(undo) {
   pane.Tree.key_press.connect([this, &operations](int key) { operations.start(deletetree(key)); });
   pane.mnu_deletetree.click.connect(
       [this, &operations] { operations.start(deletetree(kControlD)); });
@@ -172,14 +173,15 @@ Task<HouseDeletion::Result> HouseDeletion::rewrite_for_room(Item item, Wishes wi
   }
   const std::size_t events = wishes.events ? count(files_.events, events_of(removal)) : 0;
   const std::size_t macros = wishes.macros ? count(files_.macros, macros_of(removal)) : 0;
-  Result result{decide(removal, wishes), removal.keys()};
+  DeletedItem deleted = remember(item, removal, wishes);
+  Result result{decide(removal, wishes), removal.keys(), std::move(deleted)};
   if (result.outcome != Outcome::kDeleted) co_return result;
   co_await tell_found("a macro", item.name(), macros);
   co_await tell_found("an event", item.name(), events);
   say(item.room + " has been deleted, please wait.");
   co_await pending_events(loop_);
   co_await module1_.pause(1);
-  result.outcome = carry_out(removal);
+  result.outcome = carry_out(removal, result.deleted);
   co_await module1_.pause(2);
   co_await module1_.pause(1);
   co_return result;
@@ -195,7 +197,8 @@ Task<HouseDeletion::Result> HouseDeletion::rewrite_for_device(Item item, Wishes 
   const bool cleans_events = wishes.events && files_.events.exists();
   std::size_t events = cleans_events ? count(files_.events, events_of(removal)) : 0;
   const std::size_t macros = wishes.macros ? count(files_.macros, macros_of(removal)) : 0;
-  Result result{decide(removal, wishes), removal.keys()};
+  DeletedItem deleted = remember(item, removal, wishes);
+  Result result{decide(removal, wishes), removal.keys(), std::move(deleted)};
   if (result.outcome != Outcome::kDeleted) co_return result;
   co_await tell_found("a macro", item.name(), macros);
   for (std::size_t line = 0; line < removal.lines(); ++line) {
@@ -209,7 +212,7 @@ Task<HouseDeletion::Result> HouseDeletion::rewrite_for_device(Item item, Wishes 
     say("Nearly finished.");
   }
   co_await module1_.pause(2);
-  result.outcome = carry_out(removal);
+  result.outcome = carry_out(removal, result.deleted);
   co_await module1_.pause(2);
   co_return result;
 }
@@ -227,8 +230,24 @@ HouseDeletion::Outcome HouseDeletion::decide(const HouseRemoval& removal, Wishes
   return Outcome::kFailed;
 }
 
-HouseDeletion::Outcome HouseDeletion::carry_out(const HouseRemoval& removal) {
+// As the lists are now, in the files that stay locked until it has gone.
+DeletedItem HouseDeletion::remember(const Item& item, const HouseRemoval& removal, Wishes wishes) {
+  DeletedItem deleted;
+  deleted.item = item;
+  const std::string room_list = files_.rooms.content().value_or("");
+  deleted.rooms = chosen_in_place(room_list, rooms_of(removal));
+  LineReader reader(room_list);
+  while (const auto line = reader.next()) deleted.beside.emplace(*line);
+  if (wishes.events)
+    deleted.events = chosen_in_place(files_.events.content().value_or(""), events_of(removal));
+  if (wishes.macros)
+    deleted.macros = chosen_in_place(files_.macros.content().value_or(""), macros_of(removal));
+  return deleted;
+}
+
+HouseDeletion::Outcome HouseDeletion::carry_out(const HouseRemoval& removal, DeletedItem& deleted) {
   if (files_.use_events() && files_.use_rooms()) {
+    undo_.remember(deleted);
     forget(removal.keys());
     return Outcome::kDeleted;
   }
@@ -262,6 +281,7 @@ Task<void> HouseDeletion::finish(Result result, RoomList::View seen_from, Item i
   co_await events_.loadevents();
   co_await module1_.pause(1);
   say_end(result.outcome, item);
+  if (result.outcome == Outcome::kDeleted) undo_.offer(std::move(result.deleted));
   co_await pending_events(loop_);
   rooms_.cleartree(pane_.Tree);  // another change may have filled it meanwhile
   tree_.loadtree();

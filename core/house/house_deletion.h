@@ -7,6 +7,7 @@
 #include "automation/event_list.h"
 #include "base/operations.h"
 #include "base/task.h"
+#include "core/house/deletion_undo.h"
 #include "core/house/house_removal.h"
 #include "core/house/navigation_tree.h"
 #include "core/house_files.h"
@@ -30,12 +31,14 @@ class HouseDeletion {
   HouseDeletion(Window& window, NavigationPane& pane, HousePanel& room_panel, Flags& flags,
                 StatusBar& status, Operations& operations, EventLoop& loop, Module1& module1,
                 Settings& settings, Dialogs& dialogs, HouseFiles& files, HouseIndex& house,
-                RoomList& rooms, EventList& events, DeviceState& state, NavigationTree& tree);
+                RoomList& rooms, EventList& events, DeviceState& state, NavigationTree& tree,
+                DeletionUndo& undo);
 
   // Ctrl+D (4), Back Space (8) and Delete (127) delete the selected item after questions; other
   // keys say so and do nothing. On a fixed node they show its panel, unless a room shares it; Home
   // and Events are never a room. Nothing happens when no node is selected. Events and macros go
-  // along when the person says so; what is stored of deleted devices goes too.
+  // along when the person says so; what is stored of deleted devices goes too. All of it can be
+  // brought back (DeletionUndo).
   Task<void> deletetree(int KeyCode);
 
   using Item = HouseRemoval::Item;
@@ -52,6 +55,7 @@ class HouseDeletion {
   struct Result {
     Outcome outcome = Outcome::kFailed;
     std::set<std::string> keys;  // of the devices, lower-case
+    DeletedItem deleted = {};
   };
 
   // Nothing when the item is to stay.
@@ -62,7 +66,8 @@ class HouseDeletion {
   Task<Result> rewrite_for_room(Item item, Wishes wishes);
   Task<Result> rewrite_for_device(Item item, Wishes wishes);
   Outcome decide(const HouseRemoval& removal, Wishes wishes);
-  Outcome carry_out(const HouseRemoval& removal);
+  DeletedItem remember(const Item& item, const HouseRemoval& removal, Wishes wishes);
+  Outcome carry_out(const HouseRemoval& removal, DeletedItem& deleted);
   Task<void> tell_found(const char* what, std::string name, std::size_t count);
   Task<void> finish(Result result, RoomList::View seen_from, Item item);
   void say_end(Outcome outcome, const Item& item);
@@ -84,6 +89,7 @@ class HouseDeletion {
   EventList& events_;
   DeviceState& state_;
   NavigationTree& tree_;
+  DeletionUndo& undo_;
 };
 
 }  // namespace homewarden

@@ -29,7 +29,8 @@ RoomEditing::RoomEditing(HousePanel& panel, AddRoomPanel& adding_room, AddDevice
                          PanelStack& panels, NavigationPane& pane, Operations& operations,
                          Settings& settings, HouseIndex& house, RoomList& rooms,
                          DevicePanel& devices, const NavigationTree& navigation,
-                         HouseEditor& editor, HouseChanges& changes, HouseDeletion& deletion)
+                         HouseEditor& editor, HouseChanges& changes, HouseDeletion& deletion,
+                         Messages& messages)
     : panel_(panel),
       form_(panel.change),
       adding_(adding),
@@ -41,7 +42,8 @@ RoomEditing::RoomEditing(HousePanel& panel, AddRoomPanel& adding_room, AddDevice
       devices_(devices),
       navigation_(navigation),
       changes_(changes),
-      deletion_(deletion) {
+      deletion_(deletion),
+      messages_(messages) {
   panel.card_order.connect([this, &operations](int slot, CardOrder what) {
     const auto device = devices_.device_in(slot);
     if (!device) return;
@@ -164,6 +166,7 @@ void RoomEditing::show_hint() {
 
 Task<void> RoomEditing::save() {
   if (saving_ || !form_.frm_change.visible) co_return;
+  const std::string name = edited_ ? edited_->room + ", " + edited_->name : room_;
   std::string problem;
   {
     const FlagGuard saving(saving_);
@@ -183,7 +186,10 @@ Task<void> RoomEditing::save() {
   }
   form_.lab_changewrong.caption = problem;
   form_.lab_changewrong.visible = true;
-  if (!panel_.frm_devices.visible) close();
+  if (panel_.frm_devices.visible && devices_.room() == room_) co_return;
+  // Whoever has left the form would never hear of it.
+  messages_.fail(name + " was not changed: " + problem);
+  close();
 }
 
 Task<std::string> RoomEditing::save_room(std::string from, std::string name) {
@@ -219,11 +225,13 @@ Task<void> RoomEditing::move(Device device, std::string room) {
   std::string problem = co_await changes_.change_device(device, std::move(to), std::move(type));
   if (problem.empty()) co_return;
   // In the form a person can mend it.
-  if (house_.same_as(device) && devices_.room() == device.room) {
+  if (panel_.frm_devices.visible && house_.same_as(device) && devices_.room() == device.room) {
     edit_device(device, CardOrder::kChange);
     form_.lst_changeroom.text = room;
     form_.lab_changewrong.caption = problem;
     form_.lab_changewrong.visible = true;
+  } else {
+    messages_.fail(device.room + ", " + device.name + " was not moved to " + room + ": " + problem);
   }
 }
 

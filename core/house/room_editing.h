@@ -11,6 +11,7 @@
 #include "core/house/navigation_tree.h"
 #include "core/house_index.h"
 #include "core/lists/room_list.h"
+#include "core/messages.h"
 #include "core/settings.h"
 #include "ui/house_panel.h"
 #include "ui/navigation_pane.h"
@@ -27,7 +28,7 @@ class RoomEditing {
               PanelStack& panels, NavigationPane& pane, Operations& operations, Settings& settings,
               HouseIndex& house, RoomList& rooms, DevicePanel& devices,
               const NavigationTree& navigation, HouseEditor& editor, HouseChanges& changes,
-              HouseDeletion& deletion);
+              HouseDeletion& deletion, Messages& messages);
 
  private:
   void edit_device(const Device& device, CardOrder what);
@@ -56,6 +57,7 @@ class RoomEditing {
   const NavigationTree& navigation_;
   HouseChanges& changes_;
   HouseDeletion& deletion_;
+  Messages& messages_;
   std::optional<Device> edited_;  // nothing: the room
   std::string room_;              // as the form was opened
   std::string added_from_;  // the room whose page led to the panel for new devices; "" for none

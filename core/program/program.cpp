@@ -7,87 +7,109 @@
 #include "x10/interface_state.h"
 
 namespace homewarden {
+namespace {
 
-Program::Program(const Platform& platform, Operations::ErrorHandler on_error)
-    : house_(platform, std::move(on_error), frm_wait.Label1),
+Platform with_dialogs(const Platform& of, Dialogs& dialogs) {
+  const HousePlatform house{of.loop,     of.files,       of.registry,          of.services,
+                            of.instance, of.counterpart, of.interface_control, dialogs,
+                            of.web,      of.folder,      of.windows_folder,    of.folder_trouble};
+  return {house, of.window_call, of.desktop, of.sounds, of.installer, of.logon_entry};
+}
+
+}  // namespace
+
+Program::Program(const Platform& outside, Operations::ErrorHandler on_error)
+    : messages_(outside.loop),
+      dialogs_(outside.dialogs, messages_),
+      platform_(with_dialogs(outside, dialogs_)),
+      house_(platform_, std::move(on_error), frm_wait.Label1),
       presses_(house_.operations, house_.house, house_.device_state, house_.commands),
       devices_(frm_main, frm_main, house_.operations, house_.house, house_.device_state,
-               house_.commands, presses_, platform.dialogs, platform.sounds, platform.folder),
-      state_watch_(frm_main, platform.registry, house_.device_state),
-      tree_(frm_main, house_.operations, platform.loop, house_.rooms, house_.house, devices_),
+               house_.commands, presses_, platform_.dialogs, platform_.sounds, platform_.folder),
+      state_watch_(frm_main, platform_.registry, house_.device_state),
+      tree_(frm_main, house_.operations, platform_.loop, house_.rooms, house_.house, devices_),
       tree_levels_(frm_main.Tree, tree_, house_.device_state),
       interface_overview_(frm_main, frm_main, frm_main.Statusbar, frm_main, house_.module1,
                           house_.notices),
       home_overview_(frm_main, frm_main, frm_main, frm_main.Tree, frm_main, house_.operations,
-                     platform.loop, house_.house, house_.device_state, house_.commands, presses_,
-                     devices_, platform.folder),
-      home_times_(frm_main, frm_main, frm_main, frm_main, house_.operations, platform.loop,
+                     platform_.loop, house_.house, house_.device_state, house_.commands, presses_,
+                     devices_, platform_.folder),
+      home_times_(frm_main, frm_main, frm_main, frm_main, house_.operations, platform_.loop,
                   house_.house, house_.location),
       first_run_(frm_main, frm_main, frm_main, frm_main, frm_main, frm_main, frm_main.Tree,
-                 frm_main.Statusbar, house_.operations, platform.loop, house_.house, house_.notices,
-                 house_.device_state, house_.commands, presses_, devices_, platform.desktop),
+                 frm_main.Statusbar, house_.operations, platform_.loop, house_.house,
+                 house_.notices, house_.device_state, house_.commands, presses_, devices_,
+                 platform_.desktop),
       editor_(frm_main, frm_main.Tree, frm_main.Statusbar, frm_main, frm_main, house_.operations,
-              platform.loop, house_.module1, platform.dialogs, house_.files.events, house_.events),
-      event_deletion_(frm_main, frm_main, house_.operations, house_.module1, platform.dialogs,
+              platform_.loop, house_.module1, platform_.dialogs, house_.files.events,
+              house_.events),
+      event_deletion_(frm_main, frm_main, house_.operations, house_.module1, platform_.dialogs,
                       house_.house, house_.files.events, house_.events),
-      run_event_now_(frm_main, house_.operations, platform.dialogs, house_.events, house_.commands),
+      run_event_now_(frm_main, house_.operations, platform_.dialogs, house_.events,
+                     house_.commands),
       event_outlook_(
-          frm_main, house_.house, platform.loop,
+          frm_main, house_.house, platform_.loop,
           [this](std::chrono::local_days day) { return house_.location.sun_times(day); },
           [this] { return house_.profile_switch.active(); }),
-      macro_editor_(frm_main, frm_main, house_.operations, platform.loop, house_.module1,
-                    platform.dialogs, house_.files.macros, house_.events),
+      macro_editor_(frm_main, frm_main, house_.operations, platform_.loop, house_.module1,
+                    platform_.dialogs, house_.files.macros, house_.events),
       macro_outlook_(frm_main, house_.house),
-      profiles_(frm_main, frm_main, frm_main, frm_main, frm_main, house_.operations, platform.loop,
-                house_.module1, platform.dialogs, house_.profile_switch, house_.events,
+      profiles_(frm_main, frm_main, frm_main, frm_main, frm_main, house_.operations, platform_.loop,
+                house_.module1, platform_.dialogs, house_.profile_switch, house_.events,
                 house_.cleanup),
-      anything_(frm_main, frm_main, frm_main, house_.operations, platform.loop, house_.house,
-                house_.device_state, devices_, house_.location, platform.folder),
+      anything_(frm_main, frm_main, frm_main, house_.operations, platform_.loop, house_.house,
+                house_.device_state, devices_, house_.location, platform_.folder),
       profile_preview_(
-          frm_main, frm_main, house_.house, platform.loop, house_.profile_switch,
+          frm_main, frm_main, house_.house, platform_.loop, house_.profile_switch,
           [this](std::chrono::local_days day) { return house_.location.sun_times(day); }),
       house_editor_(frm_main, frm_main, frm_main, frm_main, house_.operations, house_.module1,
-                    house_.settings, platform.dialogs, house_.files.rooms, house_.rooms,
+                    house_.settings, platform_.dialogs, house_.files.rooms, house_.rooms,
                     house_.events, tree_),
+      deletion_undo_(frm_main, frm_main, frm_main.Statusbar, house_.operations, house_.module1,
+                     house_.settings, house_.files, house_.house, house_.rooms, house_.events,
+                     house_.profile_switch, house_.device_state, tree_, messages_),
       house_deletion_(frm_main, frm_main, frm_main, frm_main, frm_main.Statusbar, house_.operations,
-                      platform.loop, house_.module1, house_.settings, platform.dialogs,
+                      platform_.loop, house_.module1, house_.settings, platform_.dialogs,
                       house_.files, house_.house, house_.rooms, house_.events, house_.device_state,
-                      tree_),
-      house_changes_(frm_main, frm_main, frm_main.Statusbar, house_.module1, house_.settings,
-                     house_.files, house_.house, house_.rooms, house_.events, house_.once_events,
-                     house_.device_state, presses_, devices_, tree_),
+                      tree_, deletion_undo_),
+      house_changes_(frm_main, frm_main, frm_main.Statusbar, messages_, house_.module1,
+                     house_.settings, house_.files, house_.house, house_.rooms, house_.events,
+                     house_.once_events, house_.device_state, presses_, devices_, tree_),
       room_editing_(frm_main, frm_main, frm_main, frm_main, frm_main, house_.operations,
                     house_.settings, house_.house, house_.rooms, devices_, tree_, house_editor_,
-                    house_changes_, house_deletion_),
-      window_(frm_main, frm_main, frm_main, frm_main, house_.operations, platform.desktop,
-              platform.dialogs),
+                    house_changes_, house_deletion_, messages_),
+      window_(frm_main, frm_main, frm_main, frm_main, house_.operations, platform_.desktop,
+              platform_.dialogs),
       tray_(frm_main, frm_main, frm_main.imgicon, frmSysTray, house_.settings, window_,
-            platform.window_call),
-      service_call_(house_.module1, platform.loop),
+            platform_.window_call),
+      service_call_(house_.module1, platform_.loop),
       service_mode_(frm_main, frm_main.Statusbar, frm_main, house_.operations, house_.module1,
-                    house_.settings, platform.dialogs, platform.installer, service_call_,
+                    house_.settings, platform_.dialogs, platform_.installer, service_call_,
                     house_.notices),
-      start_options_(frm_main, frm_main.Statusbar, frm_main, house_.operations, platform.loop,
-                     house_.module1, house_.settings, platform.dialogs, platform.logon_entry,
+      start_options_(frm_main, frm_main.Statusbar, frm_main, house_.operations, platform_.loop,
+                     house_.module1, house_.settings, platform_.dialogs, platform_.logon_entry,
                      house_.notices),
-      startup_(frm_main, frm_wait, house_.operations, platform.loop, house_.module1,
-               house_.settings, house_.steps, platform.instance, platform.counterpart,
-               platform.desktop, house_.startup, house_.rooms, tree_, house_.profile_switch,
+      startup_(frm_main, frm_wait, house_.operations, platform_.loop, house_.module1,
+               house_.settings, house_.steps, platform_.instance, platform_.counterpart,
+               platform_.desktop, house_.startup, house_.rooms, tree_, house_.profile_switch,
                house_.events, tray_, house_.finder, service_mode_, start_options_),
       shutdown_(frm_main, frm_main, frm_main.Statusbar, frm_main, frm_main, frm_wait, house_.steps,
                 startup_, service_mode_, service_call_, house_.shutdown, house_.web_server, tray_,
-                house_.operations, platform.loop, house_.module1, house_.settings,
-                platform.desktop) {
+                house_.operations, platform_.loop, house_.module1, house_.settings,
+                platform_.desktop),
+      message_list_(frm_main, frm_main, messages_) {
+  tell_failed_commands(house_.commands, house_.house, messages_);
+  note_events(frm_main, house_.events, house_.profile_switch, messages_);
   show_line_state(frm_main.Statusbar, frm_main);
   show_status_subject(frm_main.Statusbar, house_.house);
   join_settings_page(frm_main, frm_main, frm_main.Tree, frm_main.Statusbar, house_.notices,
-                     platform.desktop, platform.folder);
+                     platform_.desktop, platform_.folder);
   house_.scheduler.minute_begins.connect(
       [this] { house_.steps.run([this] { service_mode_.first_run(); }); });
   frm_main.lab_sunset.caption.changed.connect([this] { event_outlook_.refresh(); });
   for (Timer* timer : {&frm_main.startuptimer, &frm_main.flashsave, &frm_main.eventclock,
-                       &frm_main.profileclock, &frm_main.timerhide})
-    timers_.emplace_back(platform.loop, *timer);
+                       &frm_main.profileclock, &frm_main.timerhide, &frm_main.timermessage})
+    timers_.emplace_back(platform_.loop, *timer);
 }
 
 Program::~Program() {

@@ -11,6 +11,7 @@
 #include "automation/profiles.h"
 #include "automation/run_event_now.h"
 #include "base/operations.h"
+#include "core/house/deletion_undo.h"
 #include "core/house/finder.h"
 #include "core/house/first_run.h"
 #include "core/house/home_overview.h"
@@ -19,9 +20,12 @@
 #include "core/house/house_deletion.h"
 #include "core/house/house_editor.h"
 #include "core/house/interface_overview.h"
+#include "core/house/message_list.h"
+#include "core/house/message_sources.h"
 #include "core/house/navigation_tree.h"
 #include "core/house/room_editing.h"
 #include "core/house/tree_levels.h"
+#include "core/messages.h"
 #include "core/program/house_parts.h"
 #include "core/program/service_mode.h"
 #include "core/program/shutdown.h"
@@ -65,6 +69,9 @@ class Program {
   FrmSysTray frmSysTray;
 
  private:
+  Messages messages_;
+  NotedDialogs dialogs_;
+  Platform platform_;  // with these dialogs
   HouseParts house_;
 
  public:
@@ -91,6 +98,7 @@ class Program {
   Finder anything_;
   ProfilePreview profile_preview_;
   HouseEditor house_editor_;
+  DeletionUndo deletion_undo_;
   HouseDeletion house_deletion_;
   HouseChanges house_changes_;
   RoomEditing room_editing_;
@@ -101,6 +109,7 @@ class Program {
   StartOptions start_options_;
   Startup startup_;
   Shutdown shutdown_;
+  MessageList message_list_;
   std::list<TimerDriver> timers_;
 };
 

@@ -40,6 +40,9 @@ void delete_device(EventHouse& house) {
 void delete_room(EventHouse& house) {
   delete_node(house, "Kitchen");
 }
+void undo_deletion(EventHouse& house) {
+  house.form().undo_latest_asked();
+}
 void open_bell(EventHouse& house) {
   house.form().Tree.selected = house.form().Tree.find("Hall");
   house.form().card_order(0, CardOrder::kRename);
@@ -108,6 +111,7 @@ const std::map<std::string, std::string> kDevices = {
 struct Operation {
   const char* name;
   void (*start)(EventHouse&);
+  void (*prepare)(EventHouse&) = [](EventHouse&) {};  // done and ended before it
 };
 
 void PrintTo(const Operation& operation, std::ostream* out) {
@@ -143,6 +147,8 @@ class KillStory : public ::testing::TestWithParam<Operation> {
     house.files.torn_percent = torn_percent;
     furnish(house);
     house.open_connected();
+    operation.prepare(house);
+    house.loop.advance(40s);
     house.registry.is_lazy = true;
     house.registry.may_change = [&house] { return house.files.step(); };
     house.files.stop_at(stop);
@@ -174,9 +180,8 @@ bool same_house(Contents a, Contents b) {
 
 TEST_P(KillStory, NothingIsLostNothingIsDoubledAndNoScratchFileStays) {
   int steps = 0;
-  EventHouse untouched;
-  furnish(untouched);
-  const Contents before = state_of(untouched);
+  const auto nothing = [](EventHouse&) {};
+  const Contents before = run({"nothing", nothing, GetParam().prepare}, 0, 0);
   const Contents after = run(GetParam(), 0, 0, &steps);
   EXPECT_FALSE(same_house(before, after)) << "the operation did nothing";
   EXPECT_EQ(after.size(), before.size() + (GetParam().name == std::string("switch") ? 1u : 0u))
@@ -246,15 +251,16 @@ TEST_P(KillStory, WhatAnEditorSavesAtAnyMomentIsKept) {
 
 INSTANTIATE_TEST_SUITE_P(
     Operations, KillStory,
-    ::testing::Values(Operation{"room", add_room}, Operation{"device", add_device},
-                      Operation{"deleted device", delete_device},
-                      Operation{"deleted room", delete_room}, Operation{"renamed", rename_device},
-                      Operation{"moved", move_device}, Operation{"readdressed", readdress_device},
-                      Operation{"renamed room", rename_room}, Operation{"macro", save_macro},
-                      Operation{"deleted macro", delete_macro}, Operation{"switch", switch_profile},
-                      Operation{"event", add_event}, Operation{"edited event", edit_event},
-                      Operation{"deleted event", delete_event},
-                      Operation{"once event", run_once_event}));
+    ::testing::Values(
+        Operation{"room", add_room}, Operation{"device", add_device},
+        Operation{"deleted device", delete_device}, Operation{"deleted room", delete_room},
+        Operation{"device put back", undo_deletion, delete_device},
+        Operation{"room put back", undo_deletion, delete_room}, Operation{"renamed", rename_device},
+        Operation{"moved", move_device}, Operation{"readdressed", readdress_device},
+        Operation{"renamed room", rename_room}, Operation{"macro", save_macro},
+        Operation{"deleted macro", delete_macro}, Operation{"switch", switch_profile},
+        Operation{"event", add_event}, Operation{"edited event", edit_event},
+        Operation{"deleted event", delete_event}, Operation{"once event", run_once_event}));
 
 }  // namespace
 }  // namespace homewarden::testing
