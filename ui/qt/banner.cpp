@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QPushButton>
+#include <algorithm>
 
 #include "platform/qt/text_codec.h"
 #include "ui/qt/bindings.h"
@@ -29,7 +30,7 @@ class Plug : public QWidget {
 
 }  // namespace
 
-QWidget* make_banner(InterfacePanel& panel, QWidget* parent) {
+QWidget* make_banner(InterfacePanel& panel, const std::vector<Frame*>& needing, QWidget* parent) {
   auto* place = new QWidget(parent);
   auto* around = new QVBoxLayout(place);
   around->setContentsMargins(Page::kMargin, Page::kMargin - 4, Page::kMargin, 0);
@@ -57,9 +58,17 @@ QWidget* make_banner(InterfacePanel& panel, QWidget* parent) {
          [what](const std::string& text) { what->setText(qt::from_code_page(text)); });
   follow(panel.lab_interfacehelp.caption, help,
          [help](const std::string& text) { help->setText(qt::from_code_page(text)); });
-  follow(panel.condition, place, [place](InterfaceCondition condition) {
-    place->setVisible(condition == InterfaceCondition::kUnplugged);
-  });
+  const auto show = [&panel, needing, place] {
+    const InterfaceCondition condition = panel.condition;
+    const bool none =
+        condition == InterfaceCondition::kMissing || condition == InterfaceCondition::kRefused;
+    const bool needed = std::any_of(needing.begin(), needing.end(),
+                                    [](const Frame* frame) { return frame->visible.get(); });
+    place->setVisible(condition == InterfaceCondition::kUnplugged || (none && needed));
+  };
+  watch(panel.condition.changed, place, show);
+  for (Frame* frame : needing) watch(frame->visible.changed, place, show);
+  show();
   return place;
 }
 

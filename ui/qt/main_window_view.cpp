@@ -5,6 +5,7 @@
 #include <QAbstractSlider>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -14,6 +15,8 @@
 #include "ui/qt/banner.h"
 #include "ui/qt/button_access.h"
 #include "ui/qt/finder_view.h"
+#include "ui/qt/message_list_view.h"
+#include "ui/qt/message_toast.h"
 #include "ui/qt/pages.h"
 #include "ui/qt/popup_menu.h"
 #include "ui/qt/side_pane.h"
@@ -98,7 +101,7 @@ void MainWindowView::build() {
   auto* rows = new QVBoxLayout(right);
   rows->setContentsMargins(0, 0, 0, 0);
   rows->setSpacing(0);
-  rows->addWidget(make_banner(form_, right));
+  rows->addWidget(make_banner(form_, {&form_.frm_devices, &form_.frm_event}, right));
   rows->addWidget(pages_, 1);
   splitter->addWidget(right);
   splitter->setStretchFactor(1, 1);
@@ -107,7 +110,9 @@ void MainWindowView::build() {
   });
   follow(form_.side_width, this, [this](int) { show_side_width(); });
   setCentralWidget(splitter);
-  setStatusBar(new StatusBarView(form_.Statusbar, this));
+  setStatusBar(new StatusBarView(form_.Statusbar, form_, this));
+  new MessageToast(form_, this, pages_);
+  new MessageListView(form_, this, statusBar());
   new FinderView(form_, this);
   add_window_keys(form_, this);
   for (Menu* menu : {&form_.mnuPopup, &form_.mnuPopup1, &form_.sspp3}) add_menu(*menu);
@@ -192,6 +197,16 @@ void MainWindowView::resizeEvent(QResizeEvent* event) {
   QMainWindow::resizeEvent(event);
   cover_->setGeometry(rect());
   fit_side();
+}
+
+// A field that has the keyboard undoes its own typing.
+void MainWindowView::keyPressEvent(QKeyEvent* event) {
+  const bool types = QApplication::focusWidget() &&
+                     QApplication::focusWidget()->testAttribute(Qt::WA_InputMethodEnabled);
+  if (event->matches(QKeySequence::Undo) && !types)
+    form_.undo_latest_asked();
+  else
+    QMainWindow::keyPressEvent(event);
 }
 
 void MainWindowView::changeEvent(QEvent* event) {

@@ -9,11 +9,16 @@
 #include "ui/qt/scaled_label.h"
 #include "ui/qt/tip_text.h"
 #include "ui/qt/watch.h"
+#include "ui/status_words.h"
 
 namespace homewarden::view {
 namespace {
 
 constexpr int kLight = 10;
+constexpr int kLeastName = 8;  // letters of a name that are left of it
+// Below this width, at letters of kUsualLetter pixels, the bell has no word.
+constexpr int kNarrow = 760;
+constexpr int kUsualLetter = 14;
 
 QPixmap light(const QColor& colour, double ratio) {
   QPixmap pixmap(QSize(kLight, kLight) * ratio);
@@ -42,7 +47,10 @@ void ElidedLabel::set_text(const QString& subject, const QString& text) {
 void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   const int alignment = Qt::AlignLeft | Qt::AlignVCenter;
-  const QString subject = fontMetrics().elidedText(subject_, Qt::ElideRight, width());
+  const int left_over = width() - fontMetrics().horizontalAdvance(text());
+  const int least = std::min(fontMetrics().horizontalAdvance('x') * kLeastName, width() / 3);
+  const int most = text().isEmpty() ? width() : std::max(left_over, least);
+  const QString subject = fontMetrics().elidedText(subject_, Qt::ElideRight, most);
   painter.drawText(rect(), alignment, subject);
   const int left = fontMetrics().horizontalAdvance(subject);
   if (!subject_.isEmpty()) painter.setPen(look_of(palette()).quiet);
@@ -50,16 +58,17 @@ void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
   painter.drawText(rest, alignment, fontMetrics().elidedText(text(), Qt::ElideRight, rest.width()));
 }
 
-StatusBarView::StatusBarView(StatusBar& control, QWidget* parent)
+StatusBarView::StatusBarView(StatusBar& control, MessagePanel& messages, QWidget* parent)
     : QStatusBar(parent),
       clock_(new QLabel(this)),
       status_(new ElidedLabel(this)),
       unsent_(new LinkButton(control.unsent, 0.86, std::nullopt, this)),
       light_(new QLabel(this)),
-      state_(new ElidedLabel(this)) {
+      state_(new ElidedLabel(this)),
+      bell_(new BellButton(messages, this)) {
   setSizeGripEnabled(false);
   unsent_->set_failed();
-  setContentsMargins(12, 2, 12, 2);
+  setContentsMargins(12, 2, 0, 2);
   setMinimumHeight(32);
   resize_words();
   clock_->setAccessibleName(tr("Clock"));
@@ -70,12 +79,14 @@ StatusBarView::StatusBarView(StatusBar& control, QWidget* parent)
   addPermanentWidget(unsent_);
   addPermanentWidget(light_);
   addPermanentWidget(state_);
+  addPermanentWidget(bell_);
   follow(control.panel1, this,
          [this](const std::string& text) { clock_->setText(qt::from_code_page(text)); });
   const auto show_status = [this, &control](const std::string&) {
     const std::string& subject = control.subject;
-    const std::string text = (subject.empty() ? "" : subject + ": ") + control.panel2.get();
-    status_->set_text(qt::from_code_page(subject), qt::from_code_page(control.panel2.get()));
+    const std::string words(status_words(control.panel2.get()));
+    const std::string text = (subject.empty() ? "" : subject + ": ") + words;
+    status_->set_text(qt::from_code_page(subject), qt::from_code_page(words));
     status_->setToolTip(tip_text(text));
     status_->setAccessibleDescription(qt::from_code_page(text));
   };
@@ -120,6 +131,8 @@ void StatusBarView::resizeEvent(QResizeEvent* event) {
 
 // The state is read before the status line, and leaves it half of the bar.
 void StatusBarView::fit_state() {
+  const int letter = std::max(kUsualLetter, QFontInfo(font()).pixelSize());
+  bell_->set_short(width() * kUsualLetter < kNarrow * letter);
   state_->setMinimumWidth(std::min(state_->sizeHint().width(), width() / 2));
   state_->setMaximumWidth(state_->minimumWidth());
 }

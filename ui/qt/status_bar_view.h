@@ -5,6 +5,8 @@
 #include <functional>
 
 #include "ui/controls.h"
+#include "ui/message_panel.h"
+#include "ui/qt/bell_button.h"
 #include "ui/qt/link_button.h"
 
 namespace homewarden::view {
@@ -14,7 +16,8 @@ class ElidedLabel : public QLabel {
  public:
   using QLabel::QLabel;
   QSize minimumSizeHint() const override;
-  // What the text is about stands before it, in a stronger colour.
+  // What the text is about stands before it, in a stronger colour, and is cut first: what happened
+  // matters more than a long name.
   void set_text(const QString& subject, const QString& text);
 
  protected:
@@ -24,11 +27,11 @@ class ElidedLabel : public QLabel {
   QString subject_;
 };
 
-// The clock, the status line, a link that says how many commands could not be sent, and the state
-// of the interface with a light that says the same.
+// The clock, the status line, a link that says how many commands could not be sent, the state of
+// the interface with a light that says the same, and the bell of the messages.
 class StatusBarView : public QStatusBar {
  public:
-  explicit StatusBarView(StatusBar& control, QWidget* parent = nullptr);
+  StatusBarView(StatusBar& control, MessagePanel& messages, QWidget* parent = nullptr);
 
  protected:
   bool event(QEvent* event) override;
@@ -48,6 +51,7 @@ class StatusBarView : public QStatusBar {
   LinkButton* unsent_;
   QLabel* light_;
   ElidedLabel* state_;
+  BellButton* bell_;
 };
 
 }  // namespace homewarden::view
