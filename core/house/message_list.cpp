@@ -29,8 +29,8 @@ void MessageList::appear(const MessageEntry& entry) {
 }
 
 void MessageList::show() {
-  panel_.messages = messages_.entries();
   panel_.unread = static_cast<int>(messages_.unread());
+  panel_.messages = messages_.entries();
   // What was undone, or cannot be undone any more, has no offer to stand for.
   const auto& entries = messages_.entries();
   const auto shown = std::find_if(entries.begin(), entries.end(), [this](const MessageEntry& one) {

@@ -2,6 +2,7 @@
 
 #include "core/house/status_subject.h"
 #include "tests/stories/event_house.h"
+#include "ui/status_words.h"
 
 namespace homewarden::testing {
 namespace {
@@ -183,6 +184,9 @@ TEST_F(HomeStory, TheInterfaceIsSaidWithTheOneActionItNeeds) {
 
 TEST_F(HomeStory, TheStatusLineNamesRoomAndDevice) {
   open();
+  EXPECT_THAT(house.status_texts, Contains(HasSubstr("on com port 2, timer ")));
+  EXPECT_EQ(status_words("Found and Initialized Interface on com port 2, timer 26000"),
+            "Found and Initialized Interface on com port 2");
   house.click_node("One~A~1", 3s);
   EXPECT_THAT(house.status(), StartsWith("Turned ON device with housecode A1"));
   EXPECT_EQ(form().Statusbar.subject.get(), "Den, One");

@@ -43,13 +43,11 @@ void BellButton::set_short(bool is_short) {
 }
 
 void BellButton::show_unread() {
-  unread_ = 0;
-  failed_ = false;
-  for (const MessageEntry& message : panel_.messages.get()) {
-    if (message.seen) continue;
-    ++unread_;
-    failed_ = failed_ || message.failed;
-  }
+  const auto& messages = panel_.messages.get();
+  unread_ = panel_.unread;
+  failed_ = std::any_of(messages.begin(), messages.end(), [](const MessageEntry& message) {
+    return message.failed && !message.seen;
+  });
   setAccessibleDescription(unread_ > 0 ? tr("%1 unread").arg(unread_) : QString());
   updateGeometry();
   update();

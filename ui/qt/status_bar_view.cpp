@@ -39,7 +39,7 @@ QSize ElidedLabel::minimumSizeHint() const {
 }
 
 void ElidedLabel::set_text(const QString& subject, const QString& text) {
-  subject_ = subject.isEmpty() ? QString() : subject + ": ";
+  subject_ = subject;
   setText(text);
   update();
 }
@@ -47,10 +47,11 @@ void ElidedLabel::set_text(const QString& subject, const QString& text) {
 void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   const int alignment = Qt::AlignLeft | Qt::AlignVCenter;
-  const int left_over = width() - fontMetrics().horizontalAdvance(text());
+  const QString colon = subject_.isEmpty() ? QString() : QString(": ");
+  const int left_over = width() - fontMetrics().horizontalAdvance(colon + text());
   const int least = std::min(fontMetrics().horizontalAdvance('x') * kLeastName, width() / 3);
   const int most = text().isEmpty() ? width() : std::max(left_over, least);
-  const QString subject = fontMetrics().elidedText(subject_, Qt::ElideRight, most);
+  const QString subject = fontMetrics().elidedText(subject_, Qt::ElideRight, most) + colon;
   painter.drawText(rect(), alignment, subject);
   const int left = fontMetrics().horizontalAdvance(subject);
   if (!subject_.isEmpty()) painter.setPen(look_of(palette()).quiet);
