@@ -137,6 +137,9 @@ bool ListChanges::take_out(const std::string& name, const std::vector<LineInPlac
     return std::any_of(lines.begin(), lines.end(),
                        [line](const LineInPlace& one) { return one.line == line; });
   };
+  const auto content = list.content();
+  if (!content) return false;
+  if (chosen_in_place(*content, goes).empty()) return true;
   if (list.write_scratch(goes) && list.use_scratch()) return true;
   list.remove_scratch();
   return false;

@@ -31,6 +31,17 @@ struct ChoosyDialogs : FakeDialogs {
   std::set<Answer> preselected;
 };
 
+// A disk that lets nothing take the place of one file.
+struct StubbornFiles : MemoryFiles {
+  std::string kept;
+  bool rename(const path& from, const path& to) override {
+    return to.filename() != kept && MemoryFiles::rename(from, to);
+  }
+  Exchange exchange(const path& from, const path& to, std::string_view known) override {
+    return to.filename() != kept ? MemoryFiles::exchange(from, to, known) : Exchange::kCannot;
+  }
+};
+
 // A house that people build and take apart.
 class HouseEditStory : public ::testing::Test {
  protected:

@@ -164,15 +164,6 @@ TEST_F(HouseChangeStory, PressesAndACommandOnItsWayFollowTheDevice) {
 
 // A decision that cannot be carried out is taken back in the lists that were changed already.
 TEST(HouseChangeFailure, AListThatCannotBeWrittenLeavesAllAsTheyWere) {
-  struct StubbornFiles : MemoryFiles {
-    std::string kept;
-    bool rename(const path& from, const path& to) override {
-      return to.filename() != kept && MemoryFiles::rename(from, to);
-    }
-    Exchange exchange(const path& from, const path& to, std::string_view known) override {
-      return to.filename() != kept ? MemoryFiles::exchange(from, to, known) : Exchange::kCannot;
-    }
-  };
   for (const char* kept : {"macs.hlk", "Holiday.txt", "evelst.hwd", "rmlst.hwd", "tclines.tmp"}) {
     EventHouse house;
     StubbornFiles disk;

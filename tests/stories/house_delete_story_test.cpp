@@ -231,15 +231,6 @@ TEST_F(HouseDeleteStory, ADeletionAndAPassWaitForEachOtherAndBothEnd) {
 
 // A decision that could not be carried out must not come true at a later start.
 TEST(HouseDeleteFailure, ADeletionThatFailsHasNotHappened) {
-  struct StubbornFiles : MemoryFiles {
-    std::string kept;
-    bool rename(const path& from, const path& to) override {
-      return to.filename() != kept && MemoryFiles::rename(from, to);
-    }
-    Exchange exchange(const path& from, const path& to, std::string_view known) override {
-      return to.filename() != kept ? MemoryFiles::exchange(from, to, known) : Exchange::kCannot;
-    }
-  };
   for (const char* kept : {"macs.hlk", "evelst.hwd", "rmlst.hwd"}) {
     EventHouse house;
     StubbornFiles disk;

@@ -122,18 +122,34 @@ TEST_F(MessageStory, WhatCameMeanwhileIsNeitherDoubledNorOverwritten) {
 
 // Catches: an undoing that fails half-way and leaves the house in between, or takes its offer
 // along.
-TEST_F(MessageStory, WhatCannotBePutBackIsSaidAndOfferedAgain) {
-  house.content("macs.hlk") = kMacros;
-  open(kKitchens, kKitchenEvents);
-  delete_item("Lamp~A~1");
-  const std::string without = rooms() + events() + macros();
-  house.files.unreadable.insert(House::file("rmlst.hwd"));
-  undo();
-  EXPECT_THAT(told().front(), HasSubstr("is not back: the files of the house could not be"));
-  house.files.unreadable.clear();
-  EXPECT_EQ(rooms() + events() + macros(), without);
-  undo();
-  EXPECT_EQ(rooms() + events() + macros(), std::string(kKitchens) + kKitchenEvents + kMacros);
+TEST(MessageFailure, WhatCannotBePutBackIsSaidAndOfferedAgain) {
+  for (const char* kept : {"macs.hlk", "evelst.hwd", "rmlst.hwd", "tclines.tmp"}) {
+    EventHouse house;
+    StubbornFiles disk;
+    const std::map<std::filesystem::path, std::string> before = {
+        {House::file("rmlst.hwd"), kKitchens},
+        {House::file("evelst.hwd"), kKitchenEvents},
+        {House::file("macs.hlk"), kMacros}};
+    disk.contents = before;
+    house.used_files = &disk;
+    house.settings.write("type", "KitchenLamp", "bulb");
+    FrmMain& form = house.open_connected();
+    form.Tree.selected = form.Tree.find("Lamp~A~1");
+    house.press(form.Tree, kControlD, 40s);
+    const auto without = disk.contents;
+    ASSERT_NE(without, before);
+    disk.kept = kept;
+    form.undo_latest_asked();
+    house.loop.advance(20s);
+    EXPECT_THAT(form.messages.get().front().text,
+                HasSubstr("is not back: the files of the house could not be"));
+    EXPECT_EQ(disk.contents, without) << kept;
+    EXPECT_EQ(house.settings.read("type", "KitchenLamp", "(none)"), "(none)");
+    disk.kept = "";
+    form.undo_latest_asked();
+    house.loop.advance(20s);
+    EXPECT_EQ(disk.contents, before) << kept;
+  }
 }
 
 }  // namespace
