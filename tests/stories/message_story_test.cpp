@@ -120,6 +120,23 @@ TEST_F(MessageStory, WhatCameMeanwhileIsNeitherDoubledNorOverwritten) {
       "Kitchen, Lamp is back. Hall, Fan has the address of Lamp: both are switched together.");
 }
 
+// Catches: an offer of the event page that the list does not have, or has longer than the page, and
+// a box whose words are gone with it.
+TEST_F(MessageStory, WhatPagesOfferAndBoxesSayIsInTheListToo) {
+  FrmMain& form = open(kKitchens, kKitchenEvents);
+  ASSERT_TRUE(house.select_event("Big Kitchen Lamp"));
+  house.press(form.ListView1, kControlD, 3s);
+  EXPECT_THAT(told(), ElementsAre("Deleted: Big Kitchen Lamp A3 at 07:30"));
+  EXPECT_EQ(message().id, 0u) << "said twice";
+  undo(3s);
+  EXPECT_THAT(events(), HasSubstr("Big Kitchen Lamp"));
+  EXPECT_FALSE(form.messages.get().front().undoable);
+  select("Hall");
+  house.press(form.Tree, 'a', 1s);
+  EXPECT_EQ(told().front(), "If you wish to delete the item, press the Back Space key");
+  EXPECT_EQ(form.unread.get(), 0);
+}
+
 // Catches: an undoing that fails half-way and leaves the house in between, or takes its offer
 // along.
 TEST(MessageFailure, WhatCannotBePutBackIsSaidAndOfferedAgain) {
