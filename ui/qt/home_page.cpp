@@ -22,7 +22,8 @@ namespace {
 constexpr int kChipWidth = 34;  // in letters
 constexpr int kTileWidth = 31;
 constexpr int kAsideWidth = 50;
-constexpr int kBeside = 104;  // so wide a page has room for two columns
+constexpr int kBeside = 104;     // so wide a page has room for two columns
+constexpr int kHeadHeight = 36;  // of both halves, so that what stands below begins at one line
 
 class HomePage : public Page {
  public:
@@ -60,6 +61,7 @@ class HomePage : public Page {
     QWidget* half = halves_->left_half();
     QVBoxLayout* column = halves_->left();
     auto* head = new QHBoxLayout;
+    head->addStrut(kHeadHeight);
     head->addWidget(make_heading(tr("Rooms"), half));
     head->addStretch();
     head->addWidget(new LinkButton(home_.Label4, 1, LineIcon::kPlus, half));
@@ -88,8 +90,7 @@ class HomePage : public Page {
     QVBoxLayout* column = halves_->right();
     auto* head = new QHBoxLayout;
     head->addWidget(make_heading(tr("Next events"), half));
-    // As high as the head of the rooms beside it.
-    head->addStrut(36);
+    head->addStrut(kHeadHeight);
     column->addLayout(head);
     column->addWidget(make_coming_box(home_, half));
     column->addWidget(make_interface_box(interface, home_, half));
