@@ -126,7 +126,7 @@ TEST_F(MessageStory, WhatPagesOfferAndBoxesSayIsInTheListToo) {
   FrmMain& form = open(kKitchens, kKitchenEvents);
   ASSERT_TRUE(house.select_event("Big Kitchen Lamp"));
   house.press(form.ListView1, kControlD, 3s);
-  EXPECT_THAT(told(), ElementsAre("Deleted: Big Kitchen Lamp A3 at 07:30"));
+  EXPECT_THAT(told(), ElementsAre("Deleted: Mondays at 07:30, Big Kitchen Lamp A3 on at 40\xA0%"));
   EXPECT_EQ(message().id, 0u) << "said twice";
   undo(3s);
   EXPECT_THAT(events(), HasSubstr("Big Kitchen Lamp"));
