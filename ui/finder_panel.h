@@ -10,7 +10,7 @@ namespace homewarden {
 
 // One thing that the words of a person may mean.
 struct Found {
-  enum class Kind { kDevice, kSwitchOff, kRoom, kPanel, kEvent };
+  enum class Kind { kDevice, kSwitchOff, kRoom, kPanel, kOffer, kEvent };
 
   Kind kind = Kind::kPanel;
   std::string group;  // the heading that it stands under
@@ -27,6 +27,7 @@ struct FinderPanel {
   Frame frm_finder{false};
   TextBox txt_find;
   Property<std::vector<Found>> found;
+  Label lab_nothing{"Nothing here is called that"};  // shown when nothing was found
   Property<int> chosen{0};  // a position in `found`; of no meaning when it is empty
   Signal<> opened;          // a person asks for it
   Signal<> do_it;           // what is chosen

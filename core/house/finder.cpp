@@ -66,6 +66,10 @@ Finder::Finder(FinderPanel& panel, NavigationPane& pane, EventPanel& events, Ope
   state.changed.connect([find_again](const StateChange&) { find_again(); });
 }
 
+void Finder::offer(std::string title, std::string also_called, std::function<void()> open) {
+  offers_.push_back({std::move(title), std::move(also_called), std::move(open)});
+}
+
 void Finder::open() {
   panel_.txt_find.text = std::string();
   find();
@@ -99,6 +103,7 @@ void Finder::find() {
   std::vector<Found> shown;
   for (const Meant& meant : meant_) shown.push_back(meant.shown);
   panel_.chosen = 0;
+  panel_.lab_nothing.visible = shown.empty();
   panel_.found = std::move(shown);
 }
 
@@ -165,8 +170,9 @@ void Finder::find_rooms_off(const FindWords& words, std::vector<Meant>& found) c
 }
 
 void Finder::find_places(const FindWords& words, std::vector<Meant>& found) const {
-  const auto add = [&](const std::string& name, Found::Kind kind, std::string detail) {
-    const int score = match(words.names, name);
+  const auto add = [&](const std::string& name, Found::Kind kind, std::string detail,
+                       std::string_view also_called = {}) {
+    const int score = match(words.names, name, also_called);
     if (score == 0 || (words.command && words.names.empty())) return;
     Meant meant;
     meant.score = score * 2;
@@ -185,6 +191,8 @@ void Finder::find_places(const FindWords& words, std::vector<Meant>& found) cons
   }
   if (words.command) return;
   for (const char* panel : kFixedNodes) add(panel, Found::Kind::kPanel, {});
+  if (words.names.empty()) return;
+  for (const Offer& offer : offers_) add(offer.title, Found::Kind::kOffer, {}, offer.also_called);
 }
 
 // The word "events" asks for them, and names none.
@@ -245,6 +253,11 @@ void Finder::show_chosen() {
 }
 
 void Finder::go_to(const Meant& meant) {
+  if (meant.shown.kind == Found::Kind::kOffer) {
+    for (const Offer& offer : offers_)
+      if (offer.title == meant.node && tree_.enabled) return offer.open();
+    return;
+  }
   TreeNode* node = tree_.find(meant.node);
   if (!node || !tree_.enabled) return;
   tree_.selected = node;

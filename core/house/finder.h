@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -26,7 +27,16 @@ class Finder {
          EventLoop& loop, HouseIndex& house, DeviceState& state, DevicePanel& devices,
          const Location& location, std::filesystem::path folder);
 
+  // Something else that is found, by its title or by words that are no part of it, and opened.
+  void offer(std::string title, std::string also_called, std::function<void()> open);
+
  private:
+  struct Offer {
+    std::string title;
+    std::string also_called;
+    std::function<void()> open;
+  };
+
   // What is behind an entry of the panel.
   struct Meant {
     Found shown;
@@ -61,6 +71,7 @@ class Finder {
   DevicePanel& devices_;
   const Location& location_;
   std::filesystem::path folder_;
+  std::vector<Offer> offers_;
   std::vector<Meant> meant_;
 };
 

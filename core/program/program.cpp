@@ -101,6 +101,10 @@ Program::Program(const Platform& outside, Operations::ErrorHandler on_error)
   tell_failed_commands(house_.commands, house_.house, messages_);
   note_events(frm_main, house_.events, house_.profile_switch, messages_);
   show_line_state(frm_main.Statusbar, frm_main);
+  anything_.offer("Settings", "options location place city start sunrise sunset",
+                  [this] { frm_main.cmd_settings.click(); });
+  anything_.offer("Add a new room", "create", [this] { frm_main.Label3.click(); });
+  anything_.offer("Add a new device", "create module", [this] { frm_main.Label4.click(); });
   show_status_subject(frm_main.Statusbar, house_.house);
   join_settings_page(frm_main, frm_main, frm_main.Tree, frm_main.Statusbar, house_.notices,
                      platform_.desktop, platform_.folder);

@@ -40,6 +40,9 @@ TEST_F(FinderStory, AFewLettersAndACommandSwitchTheRightDevice) {
   EXPECT_THAT(find("table 40%"), IsEmpty()) << "an appliance has no level";
   EXPECT_THAT(find("on air"), Contains("Turn On Air Sign on")) << "the name begins with a command";
   EXPECT_THAT(find("zzz"), IsEmpty());
+  EXPECT_TRUE(house.form().lab_nothing.visible);
+  EXPECT_EQ(find("settings").front(), "Settings");
+  EXPECT_EQ(find("sunset").front(), "Settings");
   EXPECT_EQ(find("lamp").front(), "Turn Lamp on") << "what is called so and not longer";
   EXPECT_EQ(find("radio").front(), "Turn Radio on");
   enter();
@@ -85,6 +88,10 @@ TEST_F(FinderStory, RoomsPanelsAndEventsAreShown) {
   house.form().show_it();
   EXPECT_TRUE(find("prof").empty() && house.form().frm_event.visible) << "left an edited event";
   house.form().cmd_cancel.click();
+  house.form().opened();
+  find("city");
+  enter();
+  EXPECT_TRUE(house.form().frm_settings.visible);
   house.form().opened();
   EXPECT_EQ(find("prof").front(), "Profiles");
   house.form().closed();

@@ -27,6 +27,7 @@ LineIcon sign_of(Found::Kind kind) {
     case Found::Kind::kEvent:
       return LineIcon::kClock;
     case Found::Kind::kPanel:
+    case Found::Kind::kOffer:
       break;
   }
   return LineIcon::kRight;

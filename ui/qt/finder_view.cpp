@@ -1,6 +1,7 @@
 #include "ui/qt/finder_view.h"
 
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -11,6 +12,7 @@
 #include "ui/qt/line_icons.h"
 #include "ui/qt/page.h"
 #include "ui/qt/scaled_font.h"
+#include "ui/qt/scaled_label.h"
 #include "ui/qt/shapes.h"
 #include "ui/qt/watch.h"
 
@@ -57,10 +59,12 @@ FinderView::FinderView(FinderPanel& panel, QWidget* window)
       panel_(panel),
       box_(new Box(this)),
       field_(new QLineEdit(box_)),
-      list_(new QListWidget(box_)) {
+      list_(new QListWidget(box_)),
+      nothing_(new ScaledLabel(1, false, ScaledLabel::Tone::kQuiet, box_)) {
   hide();
   build();
   window->installEventFilter(this);
+  bind(panel.lab_nothing, nothing_);
   bind(panel.txt_find, field_, tr("Find anything"));
   follow(panel.found, this, [this](const std::vector<Found>&) { show_found(); });
   follow(panel.chosen, this, [this](int position) { list_->setCurrentRow(position); });
@@ -110,6 +114,7 @@ void FinderView::lay_out() {
   box_->setGeometry((this->width() - width) / 2, top, width, kFieldHeight + list + kFootHeight);
   field_->setGeometry(52, 8, width - 68, kFieldHeight - 16);
   list_->setGeometry(8, kFieldHeight + 8, width - 16, list - 16 + 4);
+  nothing_->setGeometry(20, kFieldHeight, width - 40, list);
 }
 
 void FinderView::show_found() {

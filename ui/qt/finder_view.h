@@ -6,6 +6,7 @@
 
 #include "ui/finder_panel.h"
 
+class QLabel;
 class QLineEdit;
 
 namespace homewarden::view {
@@ -32,6 +33,7 @@ class FinderView : public QWidget {
   QWidget* box_;
   QLineEdit* field_;
   QListWidget* list_;
+  QLabel* nothing_;
   QPointer<QWidget> former_;  // had the keyboard before
 };
 
