@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "platform/qt/text_codec.h"
+#include "ui/qt/action_button.h"
 #include "ui/qt/bindings.h"
 #include "ui/qt/card_menu.h"
 #include "ui/qt/house_style.h"
@@ -41,10 +42,7 @@ RoomHeading::RoomHeading(HousePanel& panel, QWidget* title, QWidget* parent)
   auto* row = new QHBoxLayout(actions_);
   row->setContentsMargins(0, 0, 4, 0);
   row->setSpacing(12);
-  auto* off = new QPushButton(actions_);
-  bind(panel.cmd_roomoff, off);
-  off->setIcon(make_icon(LineIcon::kPower));
-  row->addWidget(off);
+  row->addWidget(make_action(panel.cmd_roomoff, LineIcon::kPower, ButtonKind::kPlain, actions_));
   auto* more = new QToolButton(actions_);
   more->setAutoRaise(true);
   more->setIcon(make_icon(LineIcon::kMore));

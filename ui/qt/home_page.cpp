@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/qt/text_codec.h"
+#include "ui/qt/action_button.h"
 #include "ui/qt/bindings.h"
 #include "ui/qt/first_run_page.h"
 #include "ui/qt/flow_grid.h"
@@ -52,9 +53,7 @@ class HomePage : public Page {
 
  private:
   void add_all_off() {
-    QPushButton* button = make_button(home_.cmd_alloff, body());
-    button->setIcon(make_icon(LineIcon::kPower));
-    add_action(button);
+    add_action(make_action(home_.cmd_alloff, LineIcon::kPower, ButtonKind::kPlain, body()));
   }
 
   void fill_rooms() {

@@ -115,6 +115,7 @@ void MainWindowView::build() {
   new MessageListView(form_, this, statusBar());
   new FinderView(form_, this);
   add_window_keys(form_, this);
+  side_->take_focus();
   for (Menu* menu : {&form_.mnuPopup, &form_.mnuPopup1, &form_.sspp3}) add_menu(*menu);
 }
 

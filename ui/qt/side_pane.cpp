@@ -95,6 +95,8 @@ SidePane::SidePane(FrmMain& form, QWidget* parent)
 
 void SidePane::set_narrow(bool narrow) {
   if (narrow_ == narrow) return;
+  const QWidget* focus = window()->focusWidget();
+  const bool had_focus = focus && isAncestorOf(focus);
   narrow_ = narrow;
   whole_->hide();
   rail_->setVisible(narrow);
@@ -109,6 +111,13 @@ void SidePane::set_narrow(bool narrow) {
     setMinimumWidth(kLeastWidth);
     setMaximumWidth(kMostWidth);
   }
+  if (had_focus) take_focus();
+}
+
+void SidePane::take_focus() {
+  QWidget* first = narrow_ ? static_cast<QWidget*>(rail_->findChild<RailButton*>())
+                           : whole_->findChild<TreePane*>();
+  first->setFocus(Qt::OtherFocusReason);
 }
 
 void SidePane::open() {

@@ -16,6 +16,8 @@ class SidePane : public QWidget {
   // Nothing happens when it is so already.
   void set_narrow(bool narrow);
   bool is_narrow() const { return narrow_; }
+  // To the tree, or to the rail that stands for it.
+  void take_focus();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
