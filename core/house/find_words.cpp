@@ -62,7 +62,8 @@ WordMatch match_word(const std::string& word, const std::vector<std::string>& ca
 FindWords find_words(std::string_view text) {
   FindWords found{split_words(text), std::nullopt};
   auto& words = found.names;
-  if (words.size() > 1 && words.back() == "%") words.pop_back();
+  const bool percent_follows = words.size() > 1 && words.back() == "%";
+  if (percent_follows) words.pop_back();
   if (words.empty()) return found;
   if (words.back() == "on" || words.back() == "off") {
     found.command = DeviceOrder{words.back() == "on", kFullyOn};
@@ -73,9 +74,24 @@ FindWords find_words(std::string_view text) {
   const bool dims = words.size() > 1;  // a number alone may be part of a name
   if (!percent || !dims) return found;
   found.command = DeviceOrder{*percent > 0, *percent > 0 ? *percent : kFullyOn};
+  const std::string number = words.back();
   words.pop_back();
-  if (words.back() == "dim" || words.back() == "at" || words.back() == "to") words.pop_back();
+  if (words.back() == "dim" || words.back() == "at" || words.back() == "to")
+    words.pop_back();
+  else if (!number.ends_with('%') && !percent_follows)
+    found.number = number;
   return found;
+}
+
+bool names_number(const FindWords& words, std::string_view called, std::string_view also_called) {
+  if (words.number.empty()) return false;
+  const auto has_number = [&words](std::string_view text) {
+    const auto parts = split_words(text);
+    return std::find(parts.begin(), parts.end(), words.number) != parts.end();
+  };
+  std::vector<std::string> names = words.names;
+  names.push_back(words.number);
+  return (has_number(called) || has_number(also_called)) && match(names, called, also_called) > 0;
 }
 
 int match(const std::vector<std::string>& names, std::string_view called,

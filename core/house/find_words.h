@@ -13,11 +13,16 @@ namespace homewarden {
 struct FindWords {
   std::vector<std::string> names;      // lower case
   std::optional<DeviceOrder> command;  // "on", "off", "40", "40 %", "dim 40"
+  std::string number = {};             // when the command is nothing else: it may be part of a name
 };
 
 // A command stands behind the name, or alone: "radio on", "off". A first word is none when others
 // follow that are none either: "on air lamp".
 FindWords find_words(std::string_view text);
+
+// Whether a thing that is called so is named by all the words, the number included: "bedroom 2".
+bool names_number(const FindWords& words, std::string_view called,
+                  std::string_view also_called = {});
 
 // How well the words name a thing that is called so: 0 not at all; more for beginnings of words,
 // for more of the words in the first text, for whole words, and when the first text has no others.

@@ -78,7 +78,7 @@ void Finder::open() {
 }
 
 void Finder::find() {
-  const FindWords words = find_words(panel_.txt_find.text.get());
+  const FindWords words = words_typed();
   std::vector<Meant> switches;
   std::vector<Meant> places;
   std::vector<Meant> events;
@@ -105,6 +105,24 @@ void Finder::find() {
   panel_.chosen = 0;
   panel_.lab_nothing.visible = shown.empty();
   panel_.found = std::move(shown);
+}
+
+// A number is a level unless something of the house is called so: "bedroom 2", "lamp 40".
+FindWords Finder::words_typed() const {
+  FindWords words = find_words(panel_.txt_find.text.get());
+  if (words.number.empty()) return words;
+  const auto& rooms = house_.rooms();
+  const auto& devices = house_.devices();
+  const bool is_name =
+      std::any_of(rooms.begin(), rooms.end(),
+                  [&words](const auto& room) { return names_number(words, room); }) ||
+      std::any_of(devices.begin(), devices.end(), [&words](const Device& device) {
+        return names_number(words, device.name, device.room);
+      });
+  if (!is_name) return words;
+  words.names.push_back(std::move(words.number));
+  words.command.reset();
+  return words;
 }
 
 // Without a command a press is meant. Nothing typed: what is on, to be turned off.

@@ -49,6 +49,7 @@ class Finder {
 
   void open();
   void find();
+  FindWords words_typed() const;
   void find_switches(const FindWords& words, std::vector<Meant>& found) const;
   void find_rooms_off(const FindWords& words, std::vector<Meant>& found) const;
   void find_places(const FindWords& words, std::vector<Meant>& found) const;

@@ -59,6 +59,18 @@ TEST_F(FinderStory, AFewLettersAndACommandSwitchTheRightDevice) {
       << "what was off already went to the line";
 }
 
+TEST_F(FinderStory, ANumberThatNamesARoomOrADeviceIsNoLevel) {
+  house.settings.write("type", "LoftLamp", "bulb");
+  house.content("rmlst.hwd") =
+      "Loft~~~\r\nLoft~Lamp~A~1\r\nLoft 1~~~\r\nLoft 2~~~\r\nLoft 2~Lamp 9~A~3\r\n";
+  house.open_connected_at(12, 0);
+  EXPECT_EQ(find("loft 2").front(), "Loft 2");
+  EXPECT_EQ(find("loft 1").front(), "Loft 1") << "a room without devices";
+  EXPECT_EQ(find("lamp 9").front(), "Turn Lamp 9 on");
+  EXPECT_EQ(find("lamp 9 %").front(), "Set Lamp to 9 %");
+  EXPECT_EQ(find("lamp 40").front(), "Set Lamp to 40 %");
+}
+
 TEST_F(FinderStory, WhatIsChosenStaysChosenWhenTheHouseChanges) {
   const std::string wanted = find("lamp on")[1];
   house.form().chosen = 1;
