@@ -45,7 +45,8 @@ TEST_F(MessageWindow, ADeletedDeviceComesBackByAPressAndByAKey) {
 }
 
 // Catches: a failure that the next success wipes out, a list that the keyboard cannot open, work
-// and leave, and a bell that goes on counting what was read.
+// and leave, a choice that moves to another message, and a bell that goes on counting what was
+// read.
 TEST_F(MessageWindow, AFailureIsReadInTheListAfterASuccess) {
   open_node("Kitchen");
   QApplication::setActiveWindow(view.get());
@@ -66,6 +67,11 @@ TEST_F(MessageWindow, AFailureIsReadInTheListAfterASuccess) {
   ASSERT_EQ(list->count(), 1);
   EXPECT_THAT(list->item(0)->data(Qt::AccessibleTextRole).toString().toStdString(),
               HasSubstr("failed, Not sent: Kitchen, Kettle"));
+  house.interface_control.fails = true;
+  house.form().device[1].click();
+  settle(10s);
+  EXPECT_EQ(list->count(), 2);
+  EXPECT_EQ(list->currentRow(), 1) << "Enter would act on another message";
   QTest::keyClick(list, Qt::Key_Escape);
   EXPECT_FALSE(list->isVisible());
   EXPECT_EQ(view->focusWidget(), bell);

@@ -94,14 +94,18 @@ void MessageListView::open(bool visible) {
   list_->setFocus(Qt::OtherFocusReason);
 }
 
+// A new message moves the others down: the chosen one stays chosen.
 void MessageListView::show_messages() {
-  const int row = std::max(0, list_->currentRow());
+  const QListWidgetItem* current = list_->currentItem();
+  const qulonglong chosen = current ? current->data(Qt::UserRole).toULongLong() : 0;
   list_->clear();
   for (const MessageEntry& message : panel_.messages.get()) {
     auto* item = new QListWidgetItem(list_);
     item->setData(Qt::AccessibleTextRole, MessageRows::spoken(message));
+    item->setData(Qt::UserRole, static_cast<qulonglong>(message.id));
+    if (message.id == chosen) list_->setCurrentItem(item);
   }
-  list_->setCurrentRow(std::min(row, list_->count() - 1));
+  if (!list_->currentItem()) list_->setCurrentRow(0);
   lay_out();
   box_->update();
 }
