@@ -76,6 +76,10 @@ TEST_F(MessageWindow, AFailureIsReadInTheListAfterASuccess) {
   EXPECT_FALSE(list->isVisible());
   EXPECT_EQ(view->focusWidget(), bell);
   EXPECT_EQ(bell->accessibleDescription(), "");
+  QTest::keyClick(bell, Qt::Key_Space);
+  QTest::keyClick(list, Qt::Key_2, Qt::AltModifier);
+  EXPECT_TRUE(house.form().frm_event.visible);
+  EXPECT_FALSE(list->isVisible()) << "it lies over the page that was asked for";
 }
 
 // Catches: a room that is dim without a word while no interface has been found.

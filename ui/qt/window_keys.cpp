@@ -38,7 +38,9 @@ void add_window_keys(FrmMain& form, QWidget* window) {
     auto* shortcut = new QShortcut(keys, window);
     shortcut->setAutoRepeat(false);
     QObject::connect(shortcut, &QShortcut::activated, window, [&form, act = std::move(act)] {
-      if (form.enabled) act();
+      if (!form.enabled) return;
+      if (form.frm_messages.visible) form.messages_asked();  // it lies over the page
+      act();
     });
   };
   for (std::size_t place = 0; place < std::size(kFixedNodes); ++place)
