@@ -126,9 +126,6 @@ class EventPage : public ListEditorPage {
     add_key(Qt::CTRL | Qt::Key_S, [this] {
       if (panel_.Command6.enabled) panel_.Command6.click();
     });
-    add_key(Qt::CTRL | Qt::Key_Z, [this] {
-      if (panel_.lab_undo.visible) panel_.lab_undo.click();
-    });
     add_key(Qt::Key_Escape, [this] {
       if (filter_->hasFocus())
         panel_.txt_eventfilter.text = std::string();
