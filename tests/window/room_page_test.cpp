@@ -120,6 +120,12 @@ TEST_F(RoomPageTest, ADeviceIsRenamedMovedChangedAndDeletedFromItsCard) {
   QTest::keyClick(shown<QLineEdit>("New name"), Qt::Key_Return);
   settle(1s);
   EXPECT_TRUE(card("Attic Lamp")->hasFocus()) << "Space would switch another lamp";
+  QTest::keyClick(card("Attic Lamp"), Qt::Key_F2);
+  settle();
+  QTest::keySequence(shown<QLineEdit>("New name"), QKeySequence::Undo);
+  EXPECT_EQ(shown<QLineEdit>("New name")->text(), "Attic Lamp") << "what was typed before";
+  QTest::keyClick(shown<QLineEdit>("New name"), Qt::Key_Escape);
+  settle();
   card("Lamp 02")->setFocus();
   QTest::keyClick(card("Lamp 02"), Qt::Key_F2);
   type_name("Lamp 03");

@@ -87,11 +87,13 @@ ChangeForm::ChangeForm(ChangePanel& panel, QWidget* parent) : QWidget(parent), p
 
   connect(name, &QLineEdit::returnPressed, this, [&panel] { panel.cmd_change.click(); });
   // Of the room or of a device: told when it opens.
-  follow(panel.frm_change.visible, this, [this, &panel, more](bool visible) {
-    if (visible)
+  follow(panel.frm_change.visible, this, [this, &panel, more, name](bool visible) {
+    if (visible) {
       more->setVisible(!panel.of_room);
-    else  // Qt gives the keyboard to what comes next
+      name->setText(name->text());  // Ctrl+Z is not to bring what was typed for another
+    } else {                        // Qt gives the keyboard to what comes next
       had_keyboard_ = isAncestorOf(window()->focusWidget());
+    }
     setVisible(visible);
   });
 }
