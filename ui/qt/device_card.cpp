@@ -1,5 +1,8 @@
 #include "ui/qt/device_card.h"
 
+#include <QCoreApplication>
+#include <QCursor>
+#include <QMenu>
 #include <QMouseEvent>
 #include <utility>
 
@@ -278,6 +281,12 @@ void DeviceCard::show_menu(const QPoint& place) {
   auto* menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
   fill_card_menu(*menu, panel_, static_cast<int>(slot_));
+  // Qt tells nobody that the pointer left the card while the menu was open.
+  connect(menu, &QMenu::aboutToHide, this, [this] {
+    if (!underMouse() || rect().contains(mapFromGlobal(QCursor::pos()))) return;
+    QEvent left(QEvent::Leave);
+    QCoreApplication::sendEvent(this, &left);
+  });
   menu->popup(place);
 }
 
