@@ -153,6 +153,12 @@ TEST_F(HouseWindow, WhatWasNotSentIsReadAloudAndDismissedWithKeys) {
   const QString said = "1 command could not be sent: Kitchen Table Lamp.";
   EXPECT_TRUE(link->accessibleDescription().startsWith(said));
   EXPECT_EQ(shown<QLabel>("Interface")->accessibleDescription(), said);
+  house.form().Statusbar.panel3 = "STATUS: A3 On could not be sent";
+  settle();
+  const int wide = shown<QLabel>("Interface")->width();
+  house.form().Statusbar.panel3 = "STATUS: Ready";
+  settle();
+  EXPECT_LT(shown<QLabel>("Interface")->width(), wide) << "a gap at its right";
   EXPECT_NE(link->focusPolicy() & Qt::TabFocus, 0);
   QTest::keyClick(link, Qt::Key_Space);
   settle();

@@ -134,6 +134,7 @@ void StatusBarView::resizeEvent(QResizeEvent* event) {
 void StatusBarView::fit_state() {
   const int letter = std::max(kUsualLetter, QFontInfo(font()).pixelSize());
   bell_->set_short(width() * kUsualLetter < kNarrow * letter);
+  state_->setMinimumWidth(0);  // a label's hint is never below it
   state_->setMinimumWidth(std::min(state_->sizeHint().width(), width() / 2));
   state_->setMaximumWidth(state_->minimumWidth());
 }
