@@ -162,6 +162,25 @@ TEST_F(PanelTest, ABusyWindowShowsItWhereverThePointerIs) {
   EXPECT_NE(pointer_at(300, 100), Qt::BusyCursor);
 }
 
+// Catches: letters lost while the caret blinks in the field, a command given by the way.
+TEST_F(PanelTest, TheFirstNameIsTypedWhileTheFirstSearchRuns) {
+  show(form.frm_home);
+  form.is_first_run = true;
+  QLineEdit* room = nullptr;
+  for (auto* field : shown<QLineEdit>())
+    if (field->accessibleName() == "Room name") room = field;
+  ASSERT_TRUE(room);
+  form.enabled = false;
+  QTest::keyClicks(room, "Denn");
+  QTest::keyClick(room, Qt::Key_Backspace);
+  QTest::keyClick(room, Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(form.txt_roomname.text.get(), "Den");
+  EXPECT_FALSE(room->hasSelectedText());
+  form.is_first_run = false;
+  QTest::keyClicks(room, "x");
+  EXPECT_EQ(form.txt_roomname.text.get(), "Den") << "typed into a window that is disabled";
+}
+
 TEST_F(PanelTest, TheAddressIsASquareForACameraAndGoesToTheClipboard) {
   form.is_in_network = true;
   form.lab_webaddress.caption = "http://192.168.1.20:8080/index.html";

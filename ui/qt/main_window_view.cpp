@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -175,7 +176,19 @@ bool MainWindowView::eventFilter(QObject* watched, QEvent* event) {
   auto* widget = qobject_cast<QWidget*>(watched);
   if (!widget || widget->window() != this) return false;
   note_device(*event);
-  return !form_.enabled && !lets_go(*widget, *event);
+  return !form_.enabled && !lets_go(*widget, *event) &&
+         !(form_.is_first_run && types_letter(*widget, *event));
+}
+
+// The field of the first run waits for a name while the first search disables the window: letters
+// do nothing but stand in it.
+bool MainWindowView::types_letter(const QWidget& widget, const QEvent& event) {
+  if (event.type() != QEvent::KeyPress || !qobject_cast<const QLineEdit*>(&widget)) return false;
+  const auto& key = static_cast<const QKeyEvent&>(event);
+  const bool shortcut =
+      key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+  return key.key() == Qt::Key_Backspace ||
+         (!shortcut && !key.text().isEmpty() && key.text().front().isPrint());
 }
 
 // What was pressed before the window was disabled must not stay down. A slider is told: the move

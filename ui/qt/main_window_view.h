@@ -32,6 +32,7 @@ class MainWindowView : public QMainWindow {
   void show_pointer();
   void note_device(const QEvent& event);
   static bool lets_go(QWidget& widget, const QEvent& event);
+  static bool types_letter(const QWidget& widget, const QEvent& event);
   QPoint place_of_menu() const;
 
   FrmMain& form_;
