@@ -238,6 +238,13 @@ TEST_F(EventRowsTest, WhatIsFilteredAndSortedIsDeletedEditedAndBroughtBack) {
   EXPECT_THAT(house.event_lines(), ElementsAre("(missing)"));
 }
 
+TEST_F(EventRowsTest, WhatIsTypedAfterNewReplacesTheDevice) {
+  open_node("Events");
+  press(Qt::Key_N, Qt::ControlModifier);
+  QTest::keyClicks(QApplication::focusWidget(), "Kitchen Kettle A4");
+  EXPECT_EQ(house.form().lst_eventdevice.text.get(), "Kitchen Kettle A4");
+}
+
 TEST_F(EventRowsTest, TheUntouchedMacroFormOffersNoLoop) {
   open_node("Macros");
   EXPECT_FALSE(shown<QPushButton>("Save")->isEnabled());

@@ -84,6 +84,8 @@ void show_text(const std::string& text, QComboBox* widget) {
 void bind(ComboBox& control, QComboBox* widget, const QString& name) {
   bind_common(control, widget, name);
   widget->setEditable(true);
+  // What is typed then replaces the choice.
+  watch(control.focus_requested, widget, [widget] { widget->lineEdit()->selectAll(); });
   // A screen reader is told the text as the box's own name.
   widget->lineEdit()->setAccessibleName(name);
   widget->setInsertPolicy(QComboBox::NoInsert);

@@ -150,7 +150,7 @@ class EventPage : public ListEditorPage {
   // To where the next thing is done.
   void move_focus() {
     if (panel_.cmd_cancel.visible)
-      device_->setFocus(Qt::OtherFocusReason);
+      device_->setFocus(Qt::TabFocusReason);  // what is typed replaces it
     else if (panel_.ListView1.enabled)
       rows_->setFocus(Qt::OtherFocusReason);
   }
