@@ -105,6 +105,10 @@ Program::Program(const Platform& outside, Operations::ErrorHandler on_error)
                   [this] { frm_main.cmd_settings.click(); });
   anything_.offer("Add a new room", "create", [this] { frm_main.Label3.click(); });
   anything_.offer("Add a new device", "create module", [this] { frm_main.Label4.click(); });
+  anything_.offer("Add a new event", "create timer schedule", [this] {
+    frm_main.Tree.selected = frm_main.Tree.find("Events");
+    frm_main.Command5.click();
+  });
   show_status_subject(frm_main.Statusbar, house_.house);
   join_settings_page(frm_main, frm_main, frm_main.Tree, frm_main.Statusbar, house_.notices,
                      platform_.desktop, platform_.folder);
