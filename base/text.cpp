@@ -28,6 +28,14 @@ char to_upper(char letter) {
   return code == 0xFF ? static_cast<char>(0x9F) : letter;
 }
 
+// Windows-1252 letters beyond ASCII in the order of the code, as the plain letter that each is
+// without its accent; "." for what is no letter.
+constexpr std::string_view kPlainLetters =
+    "..........s.o.z...........s.o.zy"   // 80-9F
+    "................................"   // A0-BF
+    "aaaaaaaceeeeiiiidnooooo.ouuuuyts"   // C0-DF
+    "aaaaaaaceeeeiiiidnooooo.ouuuuyty";  // E0-FF
+
 bool same_letter(char a, char b) {
   return to_lower(a) == to_lower(b);
 }
@@ -42,6 +50,13 @@ char to_lower(char letter) {
   if (code == 0x8A || code == 0x8C || code == 0x8E) return static_cast<char>(code + 0x10);
   if (code == 0x9F) return static_cast<char>(0xFF);
   return letter;
+}
+
+char plain_letter(char letter) {
+  const auto code = static_cast<unsigned char>(letter);
+  if (code < 0x80) return to_lower(letter);
+  const char plain = kPlainLetters[static_cast<std::size_t>(code - 0x80)];
+  return plain == '.' ? letter : plain;
 }
 
 std::string to_lower(std::string_view text) {

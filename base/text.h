@@ -12,6 +12,8 @@ namespace homewarden {
 
 char to_lower(char letter);
 std::string to_lower(std::string_view text);
+// In lower case and without its accent: e for "E acute", a for "ae". What is no letter stays.
+char plain_letter(char letter);
 
 // A search for a text inside another ignores letter case everywhere in the program; a comparison of
 // two whole values respects it. The position, or std::string_view::npos; 0 for an empty part.

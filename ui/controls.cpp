@@ -7,17 +7,10 @@
 #include <numeric>
 #include <utility>
 
+#include "base/text.h"
+
 namespace homewarden {
 namespace {
-
-// Windows-1252 letters beyond ASCII in the order of the code, as the plain letter each sorts
-// behind;
-// "." for what is no letter.
-constexpr std::string_view kPlainLetters =
-    "..........s.o.z...........s.o.zy"   // 80-9F
-    "................................"   // A0-BF
-    "aaaaaaaceeeeiiiidnooooo.ouuuuyts"   // C0-DF
-    "aaaaaaaceeeeiiiidnooooo.ouuuuyty";  // E0-FF
 
 std::uint16_t collation_weight(unsigned char byte) {
   if (byte >= '0' && byte <= '9') return static_cast<std::uint16_t>(0x1000 + byte);
@@ -26,8 +19,8 @@ std::uint16_t collation_weight(unsigned char byte) {
   if (letter >= 'a' && letter <= 'z')
     return static_cast<std::uint16_t>(0x2000 + ((letter - 'a') << 8));
   if (byte >= 0x80) {
-    const char plain = kPlainLetters[static_cast<std::size_t>(byte - 0x80)];
-    if (plain != '.') {
+    const char plain = plain_letter(static_cast<char>(byte));
+    if (plain >= 'a' && plain <= 'z') {
       unsigned char lower = byte;
       if (byte >= 0xC0 && byte <= 0xDE) lower = static_cast<unsigned char>(byte + 0x20);
       if (byte == 0x8A || byte == 0x8C || byte == 0x8E)

@@ -23,7 +23,7 @@ std::vector<std::string> split_words(std::string_view text) {
   std::string word;
   for (const char letter : text) {
     if (!parts_words(letter)) {
-      word += to_lower(letter);
+      word += plain_letter(letter);
     } else if (!word.empty()) {
       words.push_back(std::exchange(word, {}));
     }

@@ -11,7 +11,7 @@ namespace homewarden {
 
 // What a person has typed: the words that name something, and the command that stands among them.
 struct FindWords {
-  std::vector<std::string> names;      // lower case
+  std::vector<std::string> names;      // lower case, without accents
   std::optional<DeviceOrder> command;  // "on", "off", "40", "40 %", "dim 40"
   std::string number = {};             // when the command is nothing else: it may be part of a name
 };
