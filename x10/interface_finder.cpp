@@ -16,6 +16,7 @@ constexpr int kReportEverything = 4;  // NumericOption
 // Seconds between looks: doubled each time.
 constexpr int kFirstInterval = 5;
 constexpr int kLongestInterval = 60;
+constexpr int kLongestAtFirst = 5;  // while a person stands before the page that waits for it
 
 }  // namespace
 
@@ -77,7 +78,8 @@ Task<void> InterfaceFinder::search() {
 Task<void> InterfaceFinder::look_again() {
   PortTrial::Result result;
   for (int interval = kFirstInterval; result.port == 0;
-       interval = std::min(2 * interval, kLongestInterval)) {
+       interval =
+           std::min(2 * interval, first_run_.is_first_run ? kLongestAtFirst : kLongestInterval)) {
     status_.panel3 = "STATUS: No interface found, looking again";
     co_await module1_.pause(interval);
     result = co_await ports_.try_ports(PortTrial::Manner::kQuiet);

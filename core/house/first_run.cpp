@@ -35,7 +35,11 @@ FirstRun::FirstRun(FirstRunPanel& panel, InterfacePanel& interface, HomePanel& h
       presses_(presses),
       devices_(devices) {
   house.changed.connect([this] { house_changed(); });
-  state.changed.connect([this](const StateChange&) { show_lamp(); });
+  state.changed.connect([this](const StateChange& change) {
+    if (change.sent && !lamp_.empty() && change.key == lamp_) panel_.lamp_switched = true;
+    show_steps();
+    show_lamp();
+  });
   commands.sending_to.connect([this](const std::string&, bool) { show_lamp(); });
   presses.changed.connect([this](const std::string&) { show_lamp(); });
   interface.condition.changed.connect([this] {
@@ -62,6 +66,7 @@ void FirstRun::house_changed() {
     if (!notices_.of(kRoomList).empty()) return;
     room_.clear();
     lamp_.clear();
+    panel_.lamp_switched = false;
     panel_.step = FirstStep::kRoom;
     panel_.is_first_run = true;
     show_steps();
@@ -93,8 +98,12 @@ void FirstRun::show_steps() {
              " to the first lamp that switches.";
       break;
     case FirstStep::kTry:
-      text = connected ? "That is all. Rooms and devices can be added any time."
-                       : "One more step to the first lamp that switches: connect the interface.";
+      if (!connected)
+        text = "One more step to the first lamp that switches: connect the interface.";
+      else if (!panel_.lamp_switched)
+        text = "One more step: press \"Try it\" and see the lamp.";
+      else
+        text = "That is all. Rooms and devices can be added any time.";
       break;
   }
   panel_.lab_firststeps.caption = std::move(text);

@@ -132,6 +132,7 @@ class FirstRunPage : public Page {
     add_rest();
     follow(panel.step, this, [this](FirstStep) { show_step(); });
     watch(interface.condition.changed, this, [this] { show_lamp_done(); });
+    watch(panel_.lamp_switched.changed, this, [this] { show_lamp_done(); });
   }
 
  protected:
@@ -296,7 +297,7 @@ class FirstRunPage : public Page {
 
   // A lamp that could not be tried is no lamp that switches.
   void show_lamp_done() {
-    lamp_number_->set_done(panel_.step == FirstStep::kTry &&
+    lamp_number_->set_done(panel_.step == FirstStep::kTry && panel_.lamp_switched &&
                            interface_.condition == InterfaceCondition::kConnected);
   }
 
