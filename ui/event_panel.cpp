@@ -42,6 +42,9 @@ EventPanel::EventPanel() {
   lab_eventnotice.visible = false;
   lab_undo.visible = false;
   cmd_cancel.visible = false;
+  // A row has a button of its own; beside a new event it would be taken for that of the row.
+  cmd_runnow.visible = false;
+  cmd_cancel.visible.changed.connect([this] { cmd_runnow.visible = cmd_cancel.visible.get(); });
   mnuPopup1.entries = {&mnu_delevent, &mnu_newevent, &mnu_line1, &mnu_runeventnow};
 }
 
