@@ -66,8 +66,10 @@ Finder::Finder(FinderPanel& panel, NavigationPane& pane, EventPanel& events, Ope
   state.changed.connect([find_again](const StateChange&) { find_again(); });
 }
 
-void Finder::offer(std::string title, std::string also_called, std::function<void()> open) {
-  offers_.push_back({std::move(title), std::move(also_called), std::move(open)});
+void Finder::offer(std::string title, std::string also_called, std::function<void()> open,
+                   std::function<bool()> applies) {
+  offers_.push_back(
+      {std::move(title), std::move(also_called), std::move(open), std::move(applies)});
 }
 
 void Finder::open() {
@@ -210,7 +212,8 @@ void Finder::find_places(const FindWords& words, std::vector<Meant>& found) cons
   if (words.command) return;
   for (const char* panel : kFixedNodes) add(panel, Found::Kind::kPanel, {});
   if (words.names.empty()) return;
-  for (const Offer& offer : offers_) add(offer.title, Found::Kind::kOffer, {}, offer.also_called);
+  for (const Offer& offer : offers_)
+    if (offer.applies()) add(offer.title, Found::Kind::kOffer, {}, offer.also_called);
 }
 
 // The word "events" asks for them, and names none.

@@ -27,14 +27,18 @@ class Finder {
          EventLoop& loop, HouseIndex& house, DeviceState& state, DevicePanel& devices,
          const Location& location, std::filesystem::path folder);
 
-  // Something else that is found, by its title or by words that are no part of it, and opened.
-  void offer(std::string title, std::string also_called, std::function<void()> open);
+  // Something else that is found, by its title or by words that are no part of it, and opened;
+  // passed over while it does not apply.
+  void offer(
+      std::string title, std::string also_called, std::function<void()> open,
+      std::function<bool()> applies = [] { return true; });
 
  private:
   struct Offer {
     std::string title;
     std::string also_called;
     std::function<void()> open;
+    std::function<bool()> applies;
   };
 
   // What is behind an entry of the panel.

@@ -103,12 +103,19 @@ Program::Program(const Platform& outside, Operations::ErrorHandler on_error)
   show_line_state(frm_main.Statusbar, frm_main);
   anything_.offer("Settings", "options location place city start sunrise sunset",
                   [this] { frm_main.cmd_settings.click(); });
-  anything_.offer("Add a new room", "create", [this] { frm_main.Label3.click(); });
-  anything_.offer("Add a new device", "create module", [this] { frm_main.Label4.click(); });
-  anything_.offer("Add a new event", "create timer schedule", [this] {
-    frm_main.Tree.selected = frm_main.Tree.find("Events");
-    frm_main.Command5.click();
-  });
+  // The first room and device have a page of their own.
+  const auto is_begun = [this] { return !frm_main.is_first_run; };
+  anything_.offer(
+      "Add a new room", "create", [this] { frm_main.Label3.click(); }, is_begun);
+  anything_.offer(
+      "Add a new device", "create module", [this] { frm_main.Label4.click(); }, is_begun);
+  anything_.offer(
+      "Add a new event", "create timer schedule",
+      [this] {
+        frm_main.Tree.selected = frm_main.Tree.find("Events");
+        frm_main.Command5.click();
+      },
+      is_begun);
   show_status_subject(frm_main.Statusbar, house_.house);
   join_settings_page(frm_main, frm_main, frm_main.Tree, frm_main.Statusbar, house_.notices,
                      platform_.desktop, platform_.folder);

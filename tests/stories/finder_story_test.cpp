@@ -12,7 +12,7 @@ class FinderStory : public ::testing::Test {
       : house(
             "Living Room~~~\r\nLiving Room~Reading Lamp~A~12\r\nLiving Room~Table Lamp~A~13\r\n"
             "Living Room~Radio~A~2\r\nBedroom~~~\r\nBedroom~Lamp~B~1\r\nOffice~~~\r\n"
-            "Office~On Air Sign~C~1\r\n") {
+            "Office~On Air Sign~C~1\r\nOffice~Caf\xE9~C~2\r\n") {
     house.settings.write("type", "LivingRoomReadingLamp", "bulb");
     house.content("evelst.hwd") =
         "Bedroom Lamp~B~1~100~07:30~on~daily~mtwufsr\r\nBedroom Lamp~B~1~ ~23:10~off~daily~m\r\n";
@@ -39,6 +39,7 @@ TEST_F(FinderStory, AFewLettersAndACommandSwitchTheRightDevice) {
   EXPECT_THAT(find("read 40"), ElementsAre("Set Reading Lamp to 40 %"));
   EXPECT_THAT(find("table 40%"), IsEmpty()) << "an appliance has no level";
   EXPECT_THAT(find("on air"), Contains("Turn On Air Sign on")) << "the name begins with a command";
+  EXPECT_EQ(find("cafe").front(), "Turn Caf\xE9 on") << "an accent is not typed";
   EXPECT_THAT(find("zzz"), IsEmpty());
   EXPECT_TRUE(house.form().lab_nothing.visible);
   EXPECT_EQ(find("settings").front(), "Settings");
