@@ -18,9 +18,9 @@ struct FirstRunPanel {
   Property<bool> is_first_run;
   Property<FirstStep> step{FirstStep::kRoom};
   Property<bool> lamp_switched;  // a command has reached the lamp
-  Label lab_firststeps;  // how many steps are left: connect, name a room, add a lamp
-  Label lab_lamphint;    // to which address its module is to be set
-  Label lab_roomwrong;   // why what stands in the box can be no name; "" when it can
+  Label lab_firststeps;          // how many steps are left: connect, name a room, add a lamp
+  Label lab_lamphint;            // to which address its module is to be set
+  Label lab_roomwrong;           // why what stands in the box can be no name; "" when it can
   Label lab_lampwrong;
   Label lab_firstroom;  // the room that has been added
   Label lab_firstlamp;  // what became of the lamp: "Table Lamp is on"
