@@ -19,8 +19,9 @@ double luminance(const QColor& colour) {
 }
 
 double contrast(const QColor& one, const QColor& other) {
-  const auto [less, more] = std::minmax(luminance(one), luminance(other));
-  return (more + 0.05) / (less + 0.05);
+  const double first = luminance(one) + 0.05;
+  const double second = luminance(other) + 0.05;
+  return std::max(first, second) / std::min(first, second);
 }
 
 void take_grounds(Look& look, const QColor& ground, const QColor& inner) {
