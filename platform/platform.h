@@ -16,6 +16,7 @@ class ServiceControl;
 class ServiceInstaller;
 class SingleInstance;
 class SoundPlayer;
+class SpeechAgent;
 class WebServerControl;
 class WindowCall;
 
@@ -43,6 +44,7 @@ struct Platform : HousePlatform {
   SoundPlayer& sounds;
   ServiceInstaller& installer;
   LogonEntry& logon_entry;
+  SpeechAgent& speech;
 };
 
 }  // namespace homewarden

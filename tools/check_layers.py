@@ -19,7 +19,7 @@ RANKS = [
     ["ui"],
     ["core/lists"],
     ["x10", "sun"],
-    ["automation", "web"],
+    ["automation", "voice", "web"],
     ["core/house"],
     ["core/program"],
 ]

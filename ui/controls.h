@@ -133,6 +133,7 @@ struct MenuEntry {
       : caption(std::move(text)), keys(std::move(key)) {}
   std::string caption;  // "-" draws a line
   std::string keys;     // "Ctrl+D": what does the same, told beside it; "" for none
+  Property<bool> visible{true};
   Signal<> click;
 };
 

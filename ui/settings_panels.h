@@ -64,9 +64,15 @@ struct ProfilePanel {
   Timer profileclock{0, true, Timer::Start::kWholeMinute};  // while the panel shows
 };
 
-// Speech recognition reminders.
+// Speech recognition reminders, and what was heard.
 struct SpeechPanel {
+  SpeechPanel() { cmd_listen.visible = false; }
+
   Frame Frame3{false};
+  Button cmd_listen{"Listen"};  // shown once a character is loaded; a second click gives up
+  Property<bool> listening{false};
+  Label lab_heard;    // what was heard last and what came of it; "" before
+  Label lab_trouble;  // why there is no character; "" when there is one
 };
 
 }  // namespace homewarden

@@ -128,9 +128,9 @@ Task<bool> DeviceCommands::send_order(SwitchTarget target, DeviceOrder order, bo
   co_return sent;
 }
 
-Task<bool> DeviceCommands::turndim(SwitchTarget target) {
+Task<bool> DeviceCommands::turndim(SwitchTarget target, Source source) {
   const Sending sending(*this);
-  const LineTurn turn = co_await turns_.take(Source::kWindow);
+  const LineTurn turn = co_await turns_.take(source);
   const OnTheWay on_the_way(*this, target.key);
   const bool sent = co_await send(target, kX10Dim, 20);
   report(sent, "DIMMED", "DIM", target);
@@ -138,8 +138,8 @@ Task<bool> DeviceCommands::turndim(SwitchTarget target) {
   co_return sent;
 }
 
-Task<bool> DeviceCommands::turnbright(SwitchTarget target) {
-  const LineTurn turn = co_await turns_.take(Source::kWindow);
+Task<bool> DeviceCommands::turnbright(SwitchTarget target, Source source) {
+  const LineTurn turn = co_await turns_.take(source);
   const OnTheWay on_the_way(*this, target.key);
   const bool sent = co_await send(target, kX10Bright, 20);
   report(sent, "BRIGHT command sent to", "send a BRIGHT command to", target);

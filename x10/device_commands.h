@@ -65,8 +65,8 @@ class DeviceCommands {
 
   // A step of 20 % down or up, without a pause behind it. Nothing is recorded, whatever the result:
   // what level comes out is not known.
-  Task<bool> turndim(SwitchTarget target);
-  Task<bool> turnbright(SwitchTarget target);
+  Task<bool> turndim(SwitchTarget target, Source source);
+  Task<bool> turnbright(SwitchTarget target, Source source);
 
   // Raised with the device key when an act gets the line (true) and when it is recorded or given up
   // (false).

@@ -12,8 +12,8 @@
 namespace homewarden {
 
 // Where a command comes from.
-enum class Source { kWindow, kEvent, kQueue, kWeb, kPowerLine };
-inline constexpr std::size_t kSources = 5;
+enum class Source { kWindow, kEvent, kQueue, kWeb, kPowerLine, kVoice };
+inline constexpr std::size_t kSources = 6;
 
 // What a device is told: off, or on at a level from 0 to 100 percent.
 struct DeviceOrder {

@@ -26,6 +26,7 @@
 #include "platform/desktop/qt_desktop.h"
 #include "platform/desktop/qt_sound_player.h"
 #include "platform/linux/window_call_pipe.h"
+#include "platform/no_speech_agent.h"
 #include "ui/qt/appearance.h"
 #include "ui/qt/main_window_view.h"
 #include "ui/qt/qt_dialogs.h"
@@ -71,10 +72,12 @@ int run(const AppOptions& options, bool offscreen) {
     line = std::make_unique<DemoLine>(machine.loop, folders.machine, standard_output());
   }
 
+  NoSpeechAgent speech("This program was built without speech recognition.");
   BackgroundService background(options, offscreen);
   Program program({machine.platform(background.control(), machine.window_instance,
                                     machine.service_instance, dialogs),
-                   window_call, desktop, sounds, background.installer(), background.logon_entry()},
+                   window_call, desktop, sounds, background.installer(), background.logon_entry(),
+                   speech},
                   report_escaped);
   if (options.demo) program.frm_main.caption = "Homewarden - Demo";
   view::WaitWindowView wait_window(program.frm_wait);

@@ -26,13 +26,15 @@ std::string without_room(const TreeNode& node) {
 }  // namespace
 
 NavigationTree::NavigationTree(FrmMain& form, Operations& operations, EventLoop& loop,
-                               RoomList& rooms, HouseIndex& house, DevicePanel& devices)
+                               RoomList& rooms, HouseIndex& house, DevicePanel& devices,
+                               Speech& speech)
     : form_(form),
       operations_(operations),
       loop_(loop),
       rooms_(rooms),
       house_(house),
       devices_(devices),
+      speech_(speech),
       selectors_(form, form, form, form) {
   form.Tree.selected.changed.connect([this] {
     const TreeNode* node = form_.Tree.selected;
@@ -72,7 +74,11 @@ void NavigationTree::loadtree() {
     for (const char* name : kFixedNodes) form_.Tree.add(nullptr, name, name);
     // A room that bears the name of a node that is there shares it.
     for (const std::string& room : house_.rooms()) form_.Tree.add(nullptr, room, room);
-    for (const Device& device : house_.devices()) add_device(device);
+    speech_.begin_commands();
+    for (const Device& device : house_.devices()) {
+      add_device(device);
+      speech_.add_commands(device);
+    }
   }
   selectors_.fill(house_);
   select_again();

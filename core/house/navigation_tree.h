@@ -8,6 +8,7 @@
 #include "core/lists/room_list.h"
 #include "platform/event_loop.h"
 #include "ui/frm_main.h"
+#include "voice/speech.h"
 #include "x10/device_panel.h"
 
 namespace homewarden {
@@ -17,9 +18,10 @@ namespace homewarden {
 class NavigationTree {
  public:
   NavigationTree(FrmMain& form, Operations& operations, EventLoop& loop, RoomList& rooms,
-                 HouseIndex& house, DevicePanel& devices);
+                 HouseIndex& house, DevicePanel& devices, Speech& speech);
 
-  // Builds the tree and the lists that devices and rooms are chosen from, of the house index. The
+  // Builds the tree, the lists that devices and rooms are chosen from and what can be said to the
+  // house, of the house index. The
   // tree is emptied by the caller; what was selected then is selected again, and the panel that is
   // shown stays.
   void loadtree();
@@ -49,6 +51,7 @@ class NavigationTree {
   RoomList& rooms_;
   HouseIndex& house_;
   DevicePanel& devices_;
+  Speech& speech_;
   DeviceSelectors selectors_;
   std::string selected_key_;   // of the node selected last; of a device without its room
   std::string selected_room_;  // key of its room when it is a device

@@ -13,7 +13,7 @@ Platform with_dialogs(const Platform& of, Dialogs& dialogs) {
   const HousePlatform house{of.loop,     of.files,       of.registry,          of.services,
                             of.instance, of.counterpart, of.interface_control, dialogs,
                             of.web,      of.folder,      of.windows_folder,    of.folder_trouble};
-  return {house, of.window_call, of.desktop, of.sounds, of.installer, of.logon_entry};
+  return {house, of.window_call, of.desktop, of.sounds, of.installer, of.logon_entry, of.speech};
 }
 
 }  // namespace
@@ -27,7 +27,11 @@ Program::Program(const Platform& outside, Operations::ErrorHandler on_error)
       devices_(frm_main, frm_main, house_.operations, house_.house, house_.device_state,
                house_.commands, presses_, platform_.dialogs, platform_.sounds, platform_.folder),
       state_watch_(frm_main, platform_.registry, house_.device_state),
-      tree_(frm_main, house_.operations, platform_.loop, house_.rooms, house_.house, devices_),
+      speech_(frm_main, frm_main, {&frm_main.frm_macros, &frm_main.Frame4}, frm_main, frm_main,
+              frm_main.Statusbar, house_.operations, house_.house, house_.settings,
+              house_.device_state, house_.commands, platform_.speech),
+      tree_(frm_main, house_.operations, platform_.loop, house_.rooms, house_.house, devices_,
+            speech_),
       tree_levels_(frm_main.Tree, tree_, house_.device_state),
       interface_overview_(frm_main, frm_main, frm_main.Statusbar, frm_main, house_.module1,
                           house_.notices),
@@ -91,8 +95,9 @@ Program::Program(const Platform& outside, Operations::ErrorHandler on_error)
                      house_.notices),
       startup_(frm_main, frm_wait, house_.operations, platform_.loop, house_.module1,
                house_.settings, house_.steps, platform_.instance, platform_.counterpart,
-               platform_.desktop, house_.startup, house_.rooms, tree_, house_.profile_switch,
-               house_.events, tray_, house_.finder, service_mode_, start_options_),
+               platform_.desktop, house_.startup, house_.rooms, speech_, tree_,
+               house_.profile_switch, house_.events, tray_, house_.finder, service_mode_,
+               start_options_),
       shutdown_(frm_main, frm_main, frm_main.Statusbar, frm_main, frm_main, frm_wait, house_.steps,
                 startup_, service_mode_, service_call_, house_.shutdown, house_.web_server, tray_,
                 house_.operations, platform_.loop, house_.module1, house_.settings,

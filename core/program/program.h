@@ -39,6 +39,7 @@
 #include "ui/timer_driver.h"
 #include "ui/tray.h"
 #include "ui/window_services.h"
+#include "voice/speech.h"
 #include "x10/device_panel.h"
 #include "x10/presses.h"
 #include "x10/state_watch.h"
@@ -82,6 +83,7 @@ class Program {
   Presses presses_;
   DevicePanel devices_;
   StateWatch state_watch_;
+  Speech speech_;
   NavigationTree tree_;
   TreeLevels tree_levels_;
   InterfaceOverview interface_overview_;

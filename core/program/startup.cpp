@@ -13,8 +13,9 @@ namespace homewarden {
 Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop,
                  Module1& module1, Settings& settings, Steps& steps, SingleInstance& instance,
                  SingleInstance& service, Desktop& desktop, HouseStartup& house, RoomList& rooms,
-                 NavigationTree& tree, ProfileSwitch& profiles, EventList& events, Tray& tray,
-                 InterfaceFinder& finder, ServiceMode& service_mode, StartOptions& start_options)
+                 Speech& speech, NavigationTree& tree, ProfileSwitch& profiles, EventList& events,
+                 Tray& tray, InterfaceFinder& finder, ServiceMode& service_mode,
+                 StartOptions& start_options)
     : steps_(steps),
       takeover_(form, wait, steps, module1, instance, service),
       form_(form),
@@ -26,6 +27,7 @@ Startup::Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop
       desktop_(desktop),
       house_(house),
       rooms_(rooms),
+      speech_(speech),
       tree_(tree),
       profiles_(profiles),
       events_(events),
@@ -70,6 +72,8 @@ Task<void> Startup::Form_Load() {
   form_.lst_temproom.clear();
 
   co_await house_.load_lists();
+  co_await steps_.progress("Loading MsAgent");
+  steps_.run([this] { speech_.initagent(); });
   co_await steps_.progress("Loading Devices");
   steps_.run([this] { tree_.loadtree(); });
   co_await steps_.progress("Loading Options");

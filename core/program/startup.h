@@ -19,6 +19,7 @@
 #include "ui/frm_main.h"
 #include "ui/frm_wait.h"
 #include "ui/tray.h"
+#include "voice/speech.h"
 #include "x10/interface_finder.h"
 
 namespace homewarden {
@@ -30,9 +31,9 @@ class Startup {
   // Start-up fills every panel of the window.
   Startup(FrmMain& form, FrmWait& wait, Operations& operations, EventLoop& loop, Module1& module1,
           Settings& settings, Steps& steps, SingleInstance& instance, SingleInstance& service,
-          Desktop& desktop, HouseStartup& house, RoomList& rooms, NavigationTree& tree,
-          ProfileSwitch& profiles, EventList& events, Tray& tray, InterfaceFinder& finder,
-          ServiceMode& service_mode, StartOptions& start_options);
+          Desktop& desktop, HouseStartup& house, RoomList& rooms, Speech& speech,
+          NavigationTree& tree, ProfileSwitch& profiles, EventList& events, Tray& tray,
+          InterfaceFinder& finder, ServiceMode& service_mode, StartOptions& start_options);
 
   // Begins, and is called once. A copy of the program that finds another one running quits the loop
   // after five seconds, unless the other one ends by then.
@@ -71,6 +72,7 @@ class Startup {
   Desktop& desktop_;
   HouseStartup& house_;
   RoomList& rooms_;
+  Speech& speech_;
   NavigationTree& tree_;
   ProfileSwitch& profiles_;
   EventList& events_;

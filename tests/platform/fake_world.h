@@ -7,6 +7,7 @@
 #include "tests/platform/fake_desktop.h"
 #include "tests/platform/fake_interface.h"
 #include "tests/platform/fake_services.h"
+#include "tests/platform/fake_speech.h"
 #include "tests/platform/fake_web.h"
 #include "tests/platform/memory_files.h"
 #include "tests/platform/memory_registry.h"
@@ -22,7 +23,8 @@ struct FakeWorld {
   }
   Platform platform(std::filesystem::path folder) {
     return {
-        house_platform(std::move(folder)), window_call, desktop, sounds, installer, logon_entry};
+        house_platform(std::move(folder)), window_call, desktop, sounds, installer, logon_entry,
+        speech};
   }
 
   VirtualLoop loop;
@@ -38,6 +40,7 @@ struct FakeWorld {
   FakeDialogs dialogs{loop};
   FakeDesktop desktop;
   FakeSounds sounds;
+  FakeSpeech speech;
   FakeWeb web;
 
   // What may be something else for the platform that comes next.

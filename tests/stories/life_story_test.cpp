@@ -10,8 +10,8 @@ TEST(LifeStory, StartsFindsTheInterfaceAndCloses) {
   House house;
   house.loop.set_wall_clock(2023, 6, 21, 12, 0, 23);
   house.open(0s);
-  EXPECT_THAT(house.wait_texts,
-              ElementsAre("Loading Lists", "Loading Devices", "Loading Options", "Loading Events"));
+  EXPECT_THAT(house.wait_texts, ElementsAre("Loading Lists", "Loading MsAgent", "Loading Devices",
+                                            "Loading Options", "Loading Events"));
   EXPECT_TRUE(house.form().visible);
   EXPECT_FALSE(house.wait().visible);
   EXPECT_TRUE(house.form().frm_home.visible);
