@@ -83,8 +83,9 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # Found at run time, which no program's header tells: the windows' platforms (without them it does
 # not start), Wayland's, what opens a web page, and the bus on which a notification area and the
-# person's service manager answer; Debian's usual one brings the latter along.
+# person's service manager answer; Debian's usual one brings the latter along; and the language in
+# which spoken commands are understood.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-  "qt6-wayland, xdg-utils, default-dbus-session-bus | dbus-session-bus")
+  "qt6-wayland, xdg-utils, pocketsphinx-en-us, default-dbus-session-bus | dbus-session-bus")
 include(CPack)

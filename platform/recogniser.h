@@ -70,7 +70,7 @@ class Recogniser {
   // Loads what recognition needs and tells of the guessed names, as the first listening would.
   virtual void prepare() = 0;
 
-  // Within listen(): the microphone is open.
+  // Within listen(), before the microphone is asked for sound.
   Signal<> began;
   // The loudness in decibels over the smallest step of a sample, some 20 times a second while it
   // listens: 20 in a quiet room, 50 to 70 for speech, 90 is too loud.

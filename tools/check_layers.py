@@ -34,6 +34,8 @@ OTHERS = {
     "platform/linux": GROUND,
     "platform/qt": GROUND,
     "platform/serial": GROUND + ["platform/cm11", "platform/linux"],
+    "platform/speech": GROUND + ["platform/qt"],
+    "platform/speech/absent": GROUND + ["platform/speech"],
     "platform/store": GROUND,
     "platform/systemd": GROUND + ["platform/linux", "platform/qt"],
     "platform/windows": GROUND,
@@ -55,6 +57,8 @@ OTHERS = {
 ONLY_IN = {
     "microhttpd.h": "platform/http",
     "gnutls/crypto.h": "platform/http",
+    "pocketsphinx.h": "platform/speech",
+    "flite/flite.h": "platform/speech",
     "sqlite3.h": "platform/store",
     "QSerialPort": "platform/serial",
     "xcb/xcb.h": "ui/qt",
