@@ -2,6 +2,8 @@
 
 #include <pocketsphinx.h>
 #include <sphinxbase/err.h>
+#include <sphinxbase/fsg_model.h>
+#include <sphinxbase/jsgf.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -21,6 +23,12 @@ struct Segment {
 
 struct FreeDecoder {
   void operator()(ps_decoder_t* decoder) const { ps_free(decoder); }
+};
+struct FreeGrammar {
+  void operator()(jsgf_t* grammar) const { jsgf_grammar_free(grammar); }
+};
+struct FreeModel {
+  void operator()(fsg_model_t* model) const { fsg_model_free(model); }
 };
 struct FreeSettings {
   void operator()(cmd_ln_t* settings) const { cmd_ln_free_r(settings); }
@@ -43,7 +51,7 @@ class PocketSphinx : public Decoder {
     }
     for (const auto& [word, pronunciation] : pronunciations)
       if (!add_word(word, pronunciation.phones)) return false;
-    if (ps_set_jsgf_string(decoder_.get(), kGrammarSearch, jsgf.c_str()) != 0) return false;
+    if (!set_model(jsgf)) return false;
     has_grammar_ = true;
     return true;
   }
@@ -63,6 +71,17 @@ class PocketSphinx : public Decoder {
   }
 
  private:
+  // Step by step, for ps_set_jsgf_string() never frees what it has read.
+  bool set_model(const std::string& jsgf) {
+    const std::unique_ptr<jsgf_t, FreeGrammar> grammar(jsgf_parse_string(jsgf.c_str(), nullptr));
+    jsgf_rule_t* said = grammar ? jsgf_get_public_rule(grammar.get()) : nullptr;
+    if (!said) return false;
+    const double weight = cmd_ln_float_r(ps_get_config(decoder_.get()), "-lw");
+    const std::unique_ptr<fsg_model_t, FreeModel> model(jsgf_build_fsg(
+        grammar.get(), said, ps_get_logmath(decoder_.get()), static_cast<float>(weight)));
+    return model && ps_set_fsg(decoder_.get(), kGrammarSearch, model.get()) == 0;
+  }
+
   bool add_word(const std::string& word, const std::vector<std::string>& ways) {
     int number = 0;
     for (const std::string& phones : ways) {

@@ -1,6 +1,7 @@
 #include "platform/speech/flite_english.h"
 
 #include <cctype>
+#include <map>
 #include <mutex>
 
 extern "C" {
@@ -82,6 +83,26 @@ std::string model_phone(const char* name) {
   return phone == "PAU" ? "" : phone;
 }
 
+std::string look_up(const std::string& word) {
+  // What an apostrophe adds does not follow from the spelling.
+  const bool is_genitive = word.size() > 2 && word.ends_with("'s");
+  const std::string stem = is_genitive ? word.substr(0, word.size() - 2) : word;
+  std::string phones;
+  std::string last;
+  cst_val* found = lex_lookup(english().lexicon(), stem.c_str(), nullptr, nullptr);
+  for (const cst_val* one = found; one; one = val_cdr(one)) {
+    const std::string phone = model_phone(val_string(val_car(one)));
+    if (phone.empty()) continue;
+    if (!phones.empty()) phones += ' ';
+    phones += last = phone;
+  }
+  delete_val_list(found);
+  if (!is_genitive || phones.empty()) return phones;
+  const std::string marked = " " + last + " ";
+  if (std::string(" S Z SH ZH CH JH ").find(marked) != std::string::npos) return phones + " IH Z";
+  return phones + (std::string(" P T K F TH ").find(marked) != std::string::npos ? " S" : " Z");
+}
+
 }  // namespace
 
 std::vector<std::string> english_words(const std::string& text) {
@@ -101,23 +122,11 @@ std::vector<std::string> english_words(const std::string& text) {
 
 std::string english_phones(const std::string& word) {
   const std::lock_guard guard(turn);
-  // What an apostrophe adds does not follow from the spelling.
-  const bool is_genitive = word.size() > 2 && word.ends_with("'s");
-  const std::string stem = is_genitive ? word.substr(0, word.size() - 2) : word;
-  std::string phones;
-  std::string last;
-  cst_val* found = lex_lookup(english().lexicon(), stem.c_str(), nullptr, nullptr);
-  for (const cst_val* one = found; one; one = val_cdr(one)) {
-    const std::string phone = model_phone(val_string(val_car(one)));
-    if (phone.empty()) continue;
-    if (!phones.empty()) phones += ' ';
-    phones += last = phone;
-  }
-  delete_val_list(found);
-  if (!is_genitive || phones.empty()) return phones;
-  const std::string marked = " " + last + " ";
-  if (std::string(" S Z SH ZH CH JH ").find(marked) != std::string::npos) return phones + " IH Z";
-  return phones + (std::string(" P T K F TH ").find(marked) != std::string::npos ? " S" : " Z");
+  // The library loses some bytes with each look-up, so each word is looked up once.
+  static std::map<std::string, std::string> known;
+  const auto [one, is_new] = known.try_emplace(word);
+  if (is_new) one->second = look_up(word);
+  return one->second;
 }
 
 }  // namespace homewarden::speech

@@ -39,8 +39,8 @@ std::string choice(const std::set<std::string>& texts, const std::string& weight
 
 // How likely what is no command is beside what is one. Both were measured in noise, where without
 // them one command in ten was heard as something odd with the neighbours' words in it.
-constexpr const char* kNear = "/1e-3/ ";
-constexpr const char* kOdd = "/1e-10/ ";
+constexpr const char* kNear = "/1e-5/ ";
+constexpr const char* kOdd = "/1e-20/ ";
 
 class Builder {
  public:

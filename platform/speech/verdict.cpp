@@ -14,7 +14,7 @@ constexpr double kOfTheOthers = 10;
 
 // What noise takes from the score of a word; measured in babble at 20 and at 10 dB.
 constexpr double kFullContrast = 38;
-constexpr double kMostLost = 15;  // decibels
+constexpr double kMostLost = 20;  // decibels
 constexpr double kLostPerDecibel = 0.4;
 
 double length_of(const HeardWord& word) {

@@ -3,16 +3,16 @@
 namespace homewarden::testing {
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr Extent kExtent = Extent::kFew;
-#else
-constexpr Extent kExtent = Extent::kOnce;
-#endif
-
 // Real recognition of synthetic speech, each command in one of four voices at one of five speeds.
 // `voice_table` says all of it in all voices.
 TEST(Recognition, TheHouseIsUnderstoodAndOtherTalkIsNot) {
-  const RecognitionTable table = recognise({"slt", "rms", "awb", "kal16"}, kExtent);
+#if defined(__SANITIZE_ADDRESS__)
+  // Too few for shares, enough to see that nothing is read where it is not.
+  const RecognitionTable few = recognise({"slt", "rms", "awb", "kal16"}, Extent::kFew);
+  EXPECT_EQ(few.commands_in(Surroundings::kClean).accepted_share(), 100);
+  return;
+#endif
+  const RecognitionTable table = recognise({"slt", "rms", "awb", "kal16"}, Extent::kOnce);
   table.print();
   EXPECT_GE(table.commands_in(Surroundings::kClean).accepted_share(), 99);
   EXPECT_GE(table.commands_in(Surroundings::kBabble20).accepted_share(), 97);
