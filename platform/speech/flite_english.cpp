@@ -35,7 +35,7 @@ class English {
 std::mutex turn;
 
 const English& english() {
-  static const English loaded;
+  static English loaded;
   return loaded;
 }
 

@@ -40,7 +40,7 @@ Sound Resampler::take(std::span<const float> samples) {
     float sum = 0;
     for (std::size_t i = first; i <= last; ++i) {
       const double distance = std::abs(static_cast<double>(i) - next_);
-      sum += held_[i] * kernel_[static_cast<std::size_t>(distance * kFineness + 0.5)];
+      sum += held_[i] * kernel_[static_cast<std::size_t>(std::lround(distance * kFineness))];
     }
     const float scaled = std::round(std::clamp(sum, -1.0F, 1.0F) * 32767.0F);
     result.push_back(static_cast<std::int16_t>(scaled));

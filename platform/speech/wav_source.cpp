@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kBeat{20};
 constexpr std::size_t kPortion = kSampleRate / 50;
+constexpr std::size_t kPortionAtOnce = kSampleRate / 5;
 
 }  // namespace
 
@@ -33,7 +34,8 @@ void WavSource::stop() {
 }
 
 void WavSource::give() {
-  const std::size_t count = std::min(kPortion, sound_.size() - given_);
+  const std::size_t portion_size = pace_ == Pace::kAsSpoken ? kPortion : kPortionAtOnce;
+  const std::size_t count = std::min(portion_size, sound_.size() - given_);
   const SoundView portion = SoundView(sound_).subspan(given_, count);
   given_ += count;
   if (count > 0) return samples_(portion);
