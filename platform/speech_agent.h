@@ -57,6 +57,8 @@ class SpeechAgent {
   Signal<const VoiceCommand&> Command;     // it was said and understood, or chosen from the list
   Signal<const std::string&> ListenStart;  // a character, by its name, listens from now on
   Signal<> ListenEnd;                      // no more, whatever was heard
+  // While it listens, some 20 times a second: how loud it is, in percent of what is too loud.
+  Signal<int> Level;
   // What was heard and is no command, as far as it could be told; "" for something that no word of
   // the house was found in.
   Signal<const std::string&> not_understood;

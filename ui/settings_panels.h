@@ -66,13 +66,20 @@ struct ProfilePanel {
 
 // Speech recognition reminders, and what was heard.
 struct SpeechPanel {
-  SpeechPanel() { cmd_listen.visible = false; }
+  SpeechPanel() {
+    for (Button* button : {&cmd_listen, &cmd_speechproperties, &cmd_commands})
+      button->visible = false;
+  }
 
   Frame Frame3{false};
-  Button cmd_listen{"Listen"};  // shown once a character is loaded; a second click gives up
+  // Shown once a character is loaded.
+  Button cmd_listen{"Listen"};  // a second click gives up
+  Button cmd_speechproperties{"Speech properties..."};
+  Button cmd_commands{"Choose a command..."};  // the face shows the command list there
   Property<bool> listening{false};
-  Label lab_heard;    // what was heard last and what came of it; "" before
-  Label lab_trouble;  // why there is no character; "" when there is one
+  Property<int> listen_level{0};  // percent of what is too loud
+  Label lab_heard;                // what was heard last and what came of it; "" before
+  Label lab_trouble;              // why there is no character; "" when there is one
 };
 
 }  // namespace homewarden

@@ -35,6 +35,7 @@ Speech::Speech(SpeechPanel& panel, PanelStack& panels, std::vector<Frame*> kept,
   agent.Command.connect([this](const VoiceCommand& command) { recognised(command); });
   agent.ListenStart.connect([this](const std::string&) { listen_started(); });
   agent.ListenEnd.connect([this] { show_listening(false); });
+  agent.Level.connect([&panel](int level) { panel.listen_level = level; });
   agent.not_understood.connect([this](const std::string& words) {
     panel_.lab_heard.caption =
         words.empty() ? "Not understood." : "Heard \"" + words + "\", which is no command.";
@@ -48,6 +49,7 @@ Speech::Speech(SpeechPanel& panel, PanelStack& panels, std::vector<Frame*> kept,
     if (character_) character_->Listen(!panel_.listening);
   };
   panel.cmd_listen.click.connect(listen);
+  panel.cmd_speechproperties.click.connect([&agent] { agent.PropertySheetVisible(true); });
   menu.mnu_listen.click.connect(listen);
   for (MenuEntry* entry : {&menu.mnu_listen, &menu.mnu_line1}) {
     entry->visible = false;
@@ -71,7 +73,8 @@ void Speech::initagent() {
   character->Commands().Visible(true);
   status_.panel2 = "MsAgent Character has loaded";
   character_ = character;
-  panel_.cmd_listen.visible = true;
+  for (Button* button : {&panel_.cmd_listen, &panel_.cmd_speechproperties, &panel_.cmd_commands})
+    button->visible = true;
 }
 
 void Speech::begin_commands() {
