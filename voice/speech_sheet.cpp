@@ -95,7 +95,7 @@ void SpeechSheet::show_reach() {
       form_.lab_key.caption = "Works whichever window you are in";
       break;
     case KeyReach::kTaken:
-      form_.lab_key.caption = "Another program has such a key; there it works in this window only";
+      form_.lab_key.caption = "One of these keys works in this window only: something else has it elsewhere";
       break;
     case KeyReach::kWindow:
       form_.lab_key.caption = "Works in this window only";

@@ -20,16 +20,17 @@
 #include "app/demo/demo_line.h"
 #include "app/window/background_service.h"
 #include "app/window/service_at_exit.h"
+#include "app/window/speech_parts.h"
 #include "app/window/start_report.h"
 #include "core/program/program.h"
 #include "core/version.h"
 #include "platform/desktop/qt_desktop.h"
 #include "platform/desktop/qt_sound_player.h"
 #include "platform/linux/window_call_pipe.h"
-#include "platform/no_speech_agent.h"
 #include "ui/qt/appearance.h"
 #include "ui/qt/main_window_view.h"
 #include "ui/qt/qt_dialogs.h"
+#include "ui/qt/speech_view.h"
 #include "ui/qt/tray_view.h"
 #include "ui/qt/wait_window_view.h"
 
@@ -72,18 +73,21 @@ int run(const AppOptions& options, bool offscreen) {
     line = std::make_unique<DemoLine>(machine.loop, folders.machine, standard_output());
   }
 
-  NoSpeechAgent speech("This program was built without speech recognition.");
+  const std::unique_ptr<SpeechParts> speech =
+      make_speech({"This program was built without speech recognition.", nullptr, nullptr},
+                  machine.files, machine.registry, machine.loop, folders.application);
   BackgroundService background(options, offscreen);
   Program program({machine.platform(background.control(), machine.window_instance,
                                     machine.service_instance, dialogs),
                    window_call, desktop, sounds, background.installer(), background.logon_entry(),
-                   speech},
+                   speech->agent()},
                   report_escaped);
   if (options.demo) program.frm_main.caption = "Homewarden - Demo";
   view::WaitWindowView wait_window(program.frm_wait);
   view::MainWindowView window(program.frm_main);
   view::TrayView tray(program.frmSysTray, program.frm_main);
   window_dialogs.set_parent(&window);
+  const auto speech_view = offscreen ? nullptr : speech->show(program.frm_main, &window);
   if (offscreen) print_status_lines(standard_output(), program.frm_main.Statusbar);
   if (options.report_start) report_first_paint(window);
   if (options.report_loop) report_loop_turns();

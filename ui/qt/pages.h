@@ -21,6 +21,6 @@ QWidget* make_event_page(EventPanel& panel);
 QWidget* make_macro_page(MacroPanel& panel);
 QWidget* make_web_page(WebPanel& panel);
 QWidget* make_profiles_page(ProfilePanel& panel);
-QWidget* make_speech_page();
+QWidget* make_speech_page(SpeechPanel& panel);
 
 }  // namespace homewarden::view

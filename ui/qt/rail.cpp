@@ -6,6 +6,7 @@
 
 #include "platform/qt/text_codec.h"
 #include "ui/fixed_nodes.h"
+#include "ui/qt/listen_button.h"
 #include "ui/qt/look.h"
 #include "ui/qt/page.h"
 #include "ui/qt/scaled_label.h"
@@ -74,6 +75,7 @@ Rail::Rail(FrmMain& form, std::function<void()> open_tree, QWidget* parent)
   find->setToolTip(tr("Find anything (Ctrl+K)"));
   connect(find, &QAbstractButton::clicked, this, [this] { form_.opened(); });
   rows->addWidget(find);
+  rows->addWidget(new ListenButton(form, kSide, this));
   for (std::size_t place = 0; place < std::size(kIcons); ++place) {
     const char* name = kFixedNodes[place];
     auto* button = new RailButton(kIcons[place], name, this);

@@ -9,6 +9,7 @@
 #include "platform/qt/text_codec.h"
 #include "ui/qt/box.h"
 #include "ui/qt/line_icons.h"
+#include "ui/qt/listen_button.h"
 #include "ui/qt/look.h"
 #include "ui/qt/page.h"
 #include "ui/qt/scaled_label.h"
@@ -72,7 +73,9 @@ SidePane::SidePane(FrmMain& form, QWidget* parent)
   auto* find = new FindButton(whole_);
   auto* find_place = new QHBoxLayout;
   find_place->setContentsMargins(12, 0, 12, 8);
+  find_place->setSpacing(6);
   find_place->addWidget(find);
+  find_place->addWidget(new ListenButton(form, kRow, whole_));
   rows->addLayout(find_place);
   connect(find, &QAbstractButton::clicked, this, [&form] { form.opened(); });
   auto* tree = new TreePane(
