@@ -76,6 +76,8 @@ struct SpeechPanel {
   Button cmd_listen{"Listen"};  // a second click gives up
   Button cmd_speechproperties{"Speech properties..."};
   Button cmd_commands{"Choose a command..."};  // the face shows the command list there
+  Button cmd_speechpage{"How to speak..."};    // leads to the reminders; always shown
+  Label lab_voicestate;                        // "Ready to listen", "Listening", "No voice"
   Property<bool> listening{false};
   Property<int> listen_level{0};  // percent of what is too loud
   Label lab_heard;                // what was heard last and what came of it; "" before

@@ -49,6 +49,7 @@ Speech::Speech(SpeechPanel& panel, PanelStack& panels, std::vector<Frame*> kept,
     if (character_) character_->Listen(!panel_.listening);
   };
   panel.cmd_listen.click.connect(listen);
+  panel.cmd_speechpage.click.connect([&panel, &panels] { panels.show_only(panel.Frame3); });
   panel.cmd_speechproperties.click.connect([&agent] { agent.PropertySheetVisible(true); });
   menu.mnu_listen.click.connect(listen);
   for (MenuEntry* entry : {&menu.mnu_listen, &menu.mnu_line1}) {
@@ -64,6 +65,7 @@ void Speech::initagent() {
   AgentCharacter* character = trouble.empty() ? agent_.Character(name) : nullptr;
   panel_.lab_trouble.caption = trouble;
   if (!character) {
+    panel_.lab_voicestate.caption = "No voice";
     status_.panel2 = "Cannot load MsAgent Character, see help file for more.";
     return;
   }
@@ -75,6 +77,7 @@ void Speech::initagent() {
   character_ = character;
   for (Button* button : {&panel_.cmd_listen, &panel_.cmd_speechproperties, &panel_.cmd_commands})
     button->visible = true;
+  show_listening(false);
 }
 
 void Speech::begin_commands() {
@@ -163,6 +166,7 @@ void Speech::listen_started() {
 void Speech::show_listening(bool listens) {
   panel_.listening = listens;
   panel_.cmd_listen.caption = listens ? "Listening" : "Listen";
+  panel_.lab_voicestate.caption = listens ? "Listening" : "Ready to listen";
 }
 
 void Speech::show_reminders() {

@@ -108,6 +108,10 @@ Program::Program(const Platform& outside, Operations::ErrorHandler on_error)
   show_line_state(frm_main.Statusbar, frm_main);
   anything_.offer("Settings", "options location place city start sunrise sunset",
                   [this] { frm_main.cmd_settings.click(); });
+  anything_.offer("Voice", "speech listen microphone", [this] {
+    frm_main.Tree.selected = nullptr;
+    frm_main.show_only(frm_main.Frame3);
+  });
   // The first room and device have a page of their own.
   const auto is_begun = [this] { return !frm_main.is_first_run; };
   anything_.offer(

@@ -90,7 +90,7 @@ void MainWindowView::build() {
   add_page(form_.Frame4, [this] { return make_web_page(form_); });
   add_page(form_.Frame5, [this] { return make_profiles_page(form_); });
   add_page(form_.Frame3, [this] { return make_speech_page(form_); });
-  add_page(form_.frm_settings, [this] { return make_options_page(form_, form_, form_); });
+  add_page(form_.frm_settings, [this] { return make_options_page(form_, form_, form_, form_); });
 
   splitter_ = new QSplitter;
   QSplitter* splitter = splitter_;

@@ -1,12 +1,15 @@
-// The settings page: where the house is, how the program starts, the interface, the files.
+// The settings page: where the house is, how the program starts, the interface, the voice, the
+// files.
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QPushButton>
 
 #include "platform/qt/text_codec.h"
+#include "ui/qt/action_button.h"
 #include "ui/qt/bindings.h"
 #include "ui/qt/box.h"
+#include "ui/qt/breaking_row.h"
 #include "ui/qt/halves.h"
 #include "ui/qt/home_boxes.h"
 #include "ui/qt/page.h"
@@ -70,6 +73,22 @@ QWidget* make_start(OptionsPanel& options, QWidget* parent) {
   return box;
 }
 
+QWidget* make_voice(SpeechPanel& speech, QWidget* parent) {
+  auto* box = new Box(parent, 16);
+  box->rows()->addWidget(make_heading(tr("Voice"), box));
+  auto* state = make_quiet_label(box);
+  bind(speech.lab_voicestate, state);
+  box->rows()->addWidget(state);
+  auto* buttons = new BreakingRow(box);
+  buttons->first()->addWidget(
+      make_action(speech.cmd_listen, LineIcon::kMicrophone, ButtonKind::kPlain, buttons));
+  buttons->first()->addWidget(make_button(speech.cmd_speechproperties, buttons));
+  buttons->second()->addWidget(make_button(speech.cmd_speechpage, buttons));
+  buttons->second()->addStretch();
+  box->rows()->addWidget(buttons);
+  return box;
+}
+
 QWidget* make_files(OptionsPanel& options, QWidget* parent) {
   auto* box = new Box(parent, 16);
   auto* columns = new QHBoxLayout;
@@ -88,7 +107,8 @@ QWidget* make_files(OptionsPanel& options, QWidget* parent) {
 
 }  // namespace
 
-QWidget* make_options_page(OptionsPanel& options, InterfacePanel& interface, HomePanel& home) {
+QWidget* make_options_page(OptionsPanel& options, InterfacePanel& interface, HomePanel& home,
+                           SpeechPanel& speech) {
   auto* page = new Page(tr("Settings"), 0);
   page->subtitle()->setText(tr("Colours and text size follow your desktop"));
   page->show_subtitle();
@@ -99,6 +119,7 @@ QWidget* make_options_page(OptionsPanel& options, InterfacePanel& interface, Hom
   halves->left()->addStretch();
   halves->right()->addWidget(make_start(options, halves->right_half()));
   halves->right()->addWidget(make_interface_box(interface, home, halves->right_half()));
+  halves->right()->addWidget(make_voice(speech, halves->right_half()));
   halves->right()->addWidget(make_files(options, halves->right_half()));
   halves->right()->addStretch();
   page->rows()->addWidget(halves);

@@ -13,7 +13,8 @@ namespace homewarden::view {
 
 // The panels of the main window, each built and laid out by one function.
 QWidget* make_home_page(FrmMain& form);
-QWidget* make_options_page(OptionsPanel& options, InterfacePanel& interface, HomePanel& home);
+QWidget* make_options_page(OptionsPanel& options, InterfacePanel& interface, HomePanel& home,
+                           SpeechPanel& speech);
 QWidget* make_device_page(HousePanel& panel);
 QWidget* make_add_room_page(AddRoomPanel& panel);
 QWidget* make_add_device_page(AddDevicePanel& panel);

@@ -7,6 +7,7 @@
 #include "ui/qt/action_button.h"
 #include "ui/qt/bindings.h"
 #include "ui/qt/box.h"
+#include "ui/qt/breaking_row.h"
 #include "ui/qt/page.h"
 #include "ui/qt/pages.h"
 #include "ui/qt/scaled_label.h"
@@ -29,29 +30,28 @@ QWidget* make_heard(SpeechPanel& panel, QWidget* parent) {
   auto* words = new QVBoxLayout;
   words->setSpacing(0);
   auto* state = make_heading({}, box);
-  follow(panel.listening, state, [state](bool listening) {
-    state->setText(listening ? tr("Listening") : tr("Ready to listen"));
-  });
+  bind(panel.lab_voicestate, state);
   words->addWidget(state);
   auto* heard = make_quiet_label(box);
   heard->setTextFormat(Qt::PlainText);
-  follow(panel.lab_heard.caption, heard, [heard](const std::string& text) {
-    heard->setText(text.empty() ? tr("Press Listen or Scroll Lock, then say a command")
-                                : qt::from_code_page(text));
-  });
+  const auto show_heard = [heard, &panel] {
+    const std::string& text = panel.lab_heard.caption;
+    heard->setText(panel.listening ? tr("Say a command; Escape gives up")
+                   : text.empty()  ? tr("Press Listen or Scroll Lock, then say a command")
+                                   : qt::from_code_page(text));
+  };
+  watch(panel.lab_heard.caption.changed, heard, show_heard);
+  follow(panel.listening, heard, [show_heard](bool) { show_heard(); });
   words->addWidget(heard);
   box->rows()->addLayout(words);
-  auto* buttons = new QHBoxLayout;
-  buttons->setSpacing(8);
-  buttons->addWidget(
-      make_action(panel.cmd_listen, LineIcon::kMicrophone, ButtonKind::kPrimary, box));
-  buttons->addWidget(make_button(panel.cmd_commands, box));
-  buttons->addStretch();
-  box->rows()->addLayout(buttons);
-  auto* properties = new QHBoxLayout;
-  properties->addWidget(make_button(panel.cmd_speechproperties, box));
-  properties->addStretch();
-  box->rows()->addLayout(properties);
+  auto* buttons = new BreakingRow(box);
+  buttons->first()->addWidget(
+      make_action(panel.cmd_listen, LineIcon::kMicrophone, ButtonKind::kPrimary, buttons));
+  buttons->first()->addWidget(make_button(panel.cmd_commands, buttons));
+  buttons->second()->addWidget(make_button(panel.cmd_speechproperties, buttons));
+  buttons->second()->addStretch();
+  box->rows()->addSpacing(4);
+  box->rows()->addWidget(buttons);
   follow(panel.cmd_listen.visible, box, [box](bool visible) { box->setVisible(visible); });
   return box;
 }
@@ -62,6 +62,7 @@ QWidget* make_trouble(SpeechPanel& panel, QWidget* parent) {
   box->rows()->addWidget(make_heading(tr("There is no voice"), box));
   auto* why = make_quiet_label(box);
   bind(panel.lab_trouble, why);
+  why->setTextFormat(Qt::PlainText);
   box->rows()->addWidget(why);
   follow(panel.lab_trouble.caption, box,
          [box](const std::string& text) { box->setVisible(!text.empty()); });
