@@ -62,6 +62,9 @@ Agent::Agent(FrmCharacter& figure, FrmSpeechSheet& sheet, Recogniser& recogniser
                       std::to_string(place->left) + "," + std::to_string(place->top));
   });
   sheet.cmd_test.click.connect([this] { test(); });
+  sheet.visible.changed.connect([this] {
+    if (!form_.visible && purpose_ == Purpose::kTest) recogniser_.stop();
+  });
   sheet_.spoken_as_changed.connect([this] { commands_changed(); });
 }
 

@@ -22,9 +22,13 @@ struct FakeWorld {
             *connected, *used_dialogs, web,      std::move(folder), ""};
   }
   Platform platform(std::filesystem::path folder) {
-    return {
-        house_platform(std::move(folder)), window_call, desktop, sounds, installer, logon_entry,
-        speech};
+    return {house_platform(std::move(folder)),
+            window_call,
+            desktop,
+            sounds,
+            installer,
+            logon_entry,
+            *used_speech};
   }
 
   VirtualLoop loop;
@@ -46,6 +50,7 @@ struct FakeWorld {
   // What may be something else for the platform that comes next.
   Files* used_files = &files;
   Dialogs* used_dialogs = &dialogs;
+  SpeechAgent* used_speech = &speech;
   InterfaceControl* connected = &interface_control;
 };
 

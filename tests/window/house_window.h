@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <functional>
 
 #include "tests/stories/event_house.h"
 #include "tests/window/form_window.h"
@@ -17,7 +18,10 @@ class HouseWindow : public ::testing::Test {
       "Kitchen~~~\r\nKitchen~Table Lamp~A~3\r\nKitchen~Kettle~A~4\r\nHall~~~\r\n"
       "Hall~Lamp~B~12\r\n";
 
-  explicit HouseWindow(const std::string& rooms = kFurnished, const std::string& events = {}) {
+  // The function is called with the house before it opens.
+  explicit HouseWindow(const std::string& rooms = kFurnished, const std::string& events = {},
+                       const std::function<void(EventHouse&)>& prepare = {}) {
+    if (prepare) prepare(house);
     if (!events.empty()) house.files.contents[House::file("evelst.hwd")] = events;
     house.files.contents.erase(House::file("rmlst.hwd"));
     if (!rooms.empty()) house.files.contents[House::file("rmlst.hwd")] = rooms;

@@ -65,8 +65,7 @@ QList<QRect> places_in_use(const QWidget& window) {
   if (!window.isVisible() || window.isMinimized()) return {};
   QList<QRect> places;
   const QWidget* focus = QApplication::focusWidget();
-  if (focus && focus->isVisible() && (focus->window() == &window || focus->window()->isModal()))
-    places << under_keyboard(*focus, window);
+  if (focus && focus->isVisible()) places << under_keyboard(*focus, *focus->window());
   places << under_pointer(window);
   places.removeIf([](const QRect& place) { return place.isEmpty(); });
   return places;

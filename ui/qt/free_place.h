@@ -14,8 +14,8 @@ namespace homewarden::view {
 QPoint free_place(const QList<QPoint>& places, const QSize& size, const QList<QRect>& avoid,
                   const QRect& screen);
 
-// What the person is using in the window right now, in pixels of the desktop: the field that has
-// the keyboard, the card that the pointer is on.
+// What the person is using right now, in pixels of the desktop: the field that has the keyboard,
+// also in a box beside the window, and the card that the pointer is on in the window.
 QList<QRect> places_in_use(const QWidget& window);
 
 // The part of the screen around a point that windows may use.

@@ -17,8 +17,8 @@ constexpr double kInner = 28;
 
 }  // namespace
 
-ListenButton::ListenButton(SpeechPanel& panel, int side, QWidget* parent)
-    : QAbstractButton(parent), panel_(panel), side_(side) {
+ListenButton::ListenButton(SpeechPanel& panel, int side, Frame frame, QWidget* parent)
+    : QAbstractButton(parent), panel_(panel), side_(side), frame_(frame) {
   setFixedSize(side, side);
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_Hover);
@@ -46,8 +46,14 @@ void ListenButton::paintEvent(QPaintEvent* /*event*/) {
     draw_box(painter, centred(rect(), kInner + loud), (kInner + loud) / 2, ring, Qt::transparent);
     draw_box(painter, centred(rect(), kInner), kInner / 2, look.primary, Qt::transparent);
   } else {
-    const QColor ground = isDown() ? look.press : underMouse() ? look.over : look.field;
-    draw_box(painter, rect(), kControlCorner, ground, underMouse() ? look.edge : look.line);
+    const bool framed = frame_ == Frame::kField;
+    const QColor rest = framed ? look.field : QColor(Qt::transparent);
+    const QColor border = !framed ? QColor(Qt::transparent) : underMouse() ? look.edge : look.line;
+    draw_box(painter, rect(), kControlCorner,
+             isDown()       ? look.press
+             : underMouse() ? look.over
+                            : rest,
+             border);
   }
   draw_icon(painter, LineIcon::kMicrophone, centred(rect(), kSign),
             panel_.listening ? QColor(Qt::white) : look.quiet);

@@ -10,7 +10,9 @@ namespace homewarden::view {
 // it is loud. Hidden where there is no voice.
 class ListenButton : public QAbstractButton {
  public:
-  ListenButton(SpeechPanel& panel, int side, QWidget* parent);
+  enum class Frame { kNone, kField };  // kField: beside a field, and framed like it
+
+  ListenButton(SpeechPanel& panel, int side, Frame frame, QWidget* parent);
   QSize sizeHint() const override { return {side_, side_}; }
 
  protected:
@@ -21,6 +23,7 @@ class ListenButton : public QAbstractButton {
 
   SpeechPanel& panel_;
   int side_;
+  Frame frame_;
 };
 
 }  // namespace homewarden::view

@@ -75,7 +75,7 @@ Rail::Rail(FrmMain& form, std::function<void()> open_tree, QWidget* parent)
   find->setToolTip(tr("Find anything (Ctrl+K)"));
   connect(find, &QAbstractButton::clicked, this, [this] { form_.opened(); });
   rows->addWidget(find);
-  rows->addWidget(new ListenButton(form, kSide, this));
+  rows->addWidget(new ListenButton(form, kSide, ListenButton::Frame::kNone, this));
   for (std::size_t place = 0; place < std::size(kIcons); ++place) {
     const char* name = kFixedNodes[place];
     auto* button = new RailButton(kIcons[place], name, this);

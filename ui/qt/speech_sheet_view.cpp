@@ -176,6 +176,8 @@ QWidget* SpeechSheetView::make_test() {
   tested->setWordWrap(true);
   tested->setTextFormat(Qt::PlainText);
   bind(form_.lab_tested, tested);
+  follow(form_.lab_tested.caption, tested,
+         [tested](const std::string& text) { tested->setVisible(!text.empty()); });
   rows->addWidget(tested);
   return place;
 }
