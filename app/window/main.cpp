@@ -20,6 +20,7 @@
 #include "app/demo/demo_line.h"
 #include "app/window/background_service.h"
 #include "app/window/service_at_exit.h"
+#include "app/window/speech_ear.h"
 #include "app/window/speech_parts.h"
 #include "app/window/start_report.h"
 #include "core/program/program.h"
@@ -73,9 +74,8 @@ int run(const AppOptions& options, bool offscreen) {
     line = std::make_unique<DemoLine>(machine.loop, folders.machine, standard_output());
   }
 
-  const std::unique_ptr<SpeechParts> speech =
-      make_speech({"This program was built without speech recognition.", nullptr, nullptr},
-                  machine.files, machine.registry, machine.loop, folders.application);
+  const std::unique_ptr<SpeechParts> speech = make_speech(
+      find_ear(machine.loop), machine.files, machine.registry, machine.loop, folders.application);
   BackgroundService background(options, offscreen);
   Program program({machine.platform(background.control(), machine.window_instance,
                                     machine.service_instance, dialogs),

@@ -3,10 +3,9 @@
 #include <filesystem>
 #include <memory>
 
+#include "app/window/speech_ear.h"
 #include "platform/event_loop.h"
 #include "platform/files.h"
-#include "platform/microphones.h"
-#include "platform/recogniser.h"
 #include "platform/registry.h"
 #include "platform/speech_agent.h"
 #include "ui/frm_main.h"
@@ -18,13 +17,6 @@ class SpeechView;
 }
 
 namespace homewarden {
-
-// What listens on this machine. Everything that the recogniser needs goes when this does.
-struct SpeechEar {
-  std::string trouble;  // why there is none, in words for a person
-  std::shared_ptr<Microphones> microphones;
-  std::shared_ptr<Recogniser> recogniser;  // nullptr for none
-};
 
 // Speech with its faces, or what says why there is none.
 class SpeechParts {
