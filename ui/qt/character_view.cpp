@@ -21,6 +21,7 @@ namespace {
 
 constexpr int kUsualLetter = 14;
 constexpr int kMargin = 24;  // to the edges of the window
+constexpr int kCardGap = 4;  // around the figure, where it stands on a card
 constexpr int kFoot = 56;    // the same at its foot, where the status bar is
 
 QString words_of(Pose pose) {
@@ -157,7 +158,9 @@ void CharacterView::paintEvent(QPaintEvent* /*event*/) {
     draw_box(painter, rect(), kBoxCorner, look.card, look.edge);
   }
   const std::size_t frame = std::min(frame_, shown->frames.size() - 1);
-  paint_figure(painter, *form_.figure.get(), shown->frames[frame], rect(), look);
+  const int gap = blends() ? 0 : kCardGap;
+  paint_figure(painter, *form_.figure.get(), shown->frames[frame],
+               rect().adjusted(gap, gap, -gap, -gap), look);
 }
 
 // Where windows may not place themselves the desktop moves it.
