@@ -37,6 +37,7 @@ struct FrmSpeechSheet {
 
   // Beside Scroll Lock: as a toolkit writes keys, "Ctrl+Alt+L"; "" is none.
   Property<std::string> key;
+  Signal<> key_refused;  // a person has chosen one that is needed for writing
   Property<KeyReach> key_reach{KeyReach::kWindow};
   Label lab_key;  // where it works
 

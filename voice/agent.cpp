@@ -182,7 +182,9 @@ void Agent::ended(homewarden::ListenEnd how, const std::string& trouble) {
   if (how != homewarden::ListenEnd::kUtterance) talk_.be_idle();
   ListenEnd();
   if (how == homewarden::ListenEnd::kNothing) refuse("");
-  if (how == homewarden::ListenEnd::kTrouble) listening_failed(trouble);
+  if (how != homewarden::ListenEnd::kTrouble) return;
+  talk_.say(trouble, Pose::kNotUnderstood);
+  listening_failed(trouble);
 }
 
 void Agent::heard(const Heard& heard) {

@@ -24,8 +24,14 @@ SpeechSheet::SpeechSheet(FrmSpeechSheet& form, Recogniser& recogniser, Microphon
     : form_(form), recogniser_(recogniser), microphones_(microphones), settings_(settings) {
   form.lst_microphone.selected.changed.connect([this] { choose_microphone(); });
   form.lst_strictness.selected.changed.connect([this] { choose_strictness(); });
-  form.key.changed.connect([this] { settings_.write(kSection, "Key", form_.key); });
+  form.key.changed.connect([this] {
+    settings_.write(kSection, "Key", form_.key);
+    show_reach();
+  });
   form.key_reach.changed.connect([this] { show_reach(); });
+  form.key_refused.connect([this] {
+    form_.lab_key.caption = "Choose a key that writes nothing, such as F9 or Ctrl+Alt+L";
+  });
   form.respelled.connect(
       [this](const std::string& name, const std::string& spoken) { respell(name, spoken); });
   recogniser.guessed.connect([this](const std::vector<GuessedName>& names) {
@@ -95,7 +101,8 @@ void SpeechSheet::show_reach() {
       form_.lab_key.caption = "Works whichever window you are in";
       break;
     case KeyReach::kTaken:
-      form_.lab_key.caption = "One of these keys works in this window only: something else has it elsewhere";
+      form_.lab_key.caption =
+          "One of these keys works in this window only: something else has it elsewhere";
       break;
     case KeyReach::kWindow:
       form_.lab_key.caption = "Works in this window only";

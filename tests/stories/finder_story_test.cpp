@@ -107,6 +107,9 @@ TEST_F(FinderStory, RoomsPanelsAndEventsAreShown) {
   EXPECT_TRUE(house.form().frm_settings.visible);
   house.form().opened();
   EXPECT_EQ(find("prof").front(), "Profiles");
+  EXPECT_EQ(find("speech").front(), "Voice");
+  house.form().do_it();
+  EXPECT_TRUE(house.form().Frame3.visible) << "a page that the tree does not have";
   house.form().closed();
   EXPECT_FALSE(house.form().frm_finder.visible);
 }

@@ -150,6 +150,7 @@ TEST_F(AgentTest, AListeningIsToldFromItsBeginningToItsEnd) {
   merlin().Listen(true);
   loop.run_pending();
   EXPECT_THAT(told, ElementsAre("ends", "failed: There is no microphone."));
+  EXPECT_EQ(figure.lab_bubble.caption.get(), "There is no microphone.");
 }
 
 // Catches: a lamp switched by a doubt, by a question nobody saw, or by an answer that comes late.

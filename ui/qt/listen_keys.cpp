@@ -28,6 +28,10 @@ bool is_modifier(int key) {
   }
 }
 
+bool can_begin_with(const QKeySequence& keys) {
+  return !keys.isEmpty() && can_begin_listening(keys[0]);
+}
+
 bool is_yes(const QKeyEvent& key) {
   return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
 }
@@ -39,6 +43,16 @@ bool is_recorder(const QWidget* widget) {
 }
 
 }  // namespace
+
+bool can_begin_listening(QKeyCombination key) {
+  constexpr Qt::KeyboardModifiers kCommanding =
+      Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+  if (is_modifier(key.key()) || key.key() == Qt::Key_Escape) return false;
+  if ((key.keyboardModifiers() & kCommanding) != 0) return true;
+  return (key.key() >= Qt::Key_F1 && key.key() <= Qt::Key_F35) || key.key() == Qt::Key_Pause ||
+         key.key() == Qt::Key_ScrollLock || key.key() == Qt::Key_Print ||
+         key.key() >= Qt::Key_Back;  // those of keyboards for music and offices
+}
 
 ListenKeys::ListenKeys(SpeechPanel& panel, FrmCharacter& figure, FrmSpeechSheet& sheet,
                        QObject* parent)
@@ -66,7 +80,7 @@ void ListenKeys::listen_for_keys() {
   }
   QList<QKeyCombination> keys{kAlways};
   const QKeySequence own(qt::from_code_page(sheet_.key.get()), QKeySequence::PortableText);
-  if (!own.isEmpty() && own[0] != kAlways) keys << own[0];
+  if (can_begin_with(own) && own[0] != kAlways) keys << own[0];
   const auto reach = global_.listen_for(keys);
   sheet_.key_reach = !global_.can()                     ? KeyReach::kWindow
                      : reach == GlobalKeys::Reach::kAll ? KeyReach::kEverywhere
@@ -78,7 +92,7 @@ bool ListenKeys::is_listen_key(const QKeyEvent& key) const {
   const QKeyCombination pressed(key.modifiers() & ~Qt::KeypadModifier,
                                 static_cast<Qt::Key>(key.key()));
   const QKeySequence own(qt::from_code_page(sheet_.key.get()), QKeySequence::PortableText);
-  return pressed == kAlways || (!own.isEmpty() && own[0] == pressed);
+  return pressed == kAlways || (can_begin_with(own) && own[0] == pressed);
 }
 
 bool ListenKeys::takes(const QKeyEvent& key) const {

@@ -11,6 +11,9 @@ class QKeyEvent;
 
 namespace homewarden::view {
 
+// Whether a key can be given to listening: not one that writes, or that fields and lists need.
+bool can_begin_listening(QKeyCombination key);
+
 // The keys of speech, in all windows of the program and where the desktop can do it in all others:
 // Scroll Lock and a person's own begin to listen and give up, Escape gives up; Enter and Escape
 // answer what the figure has asked, until another key is pressed: then they belong to whatever the

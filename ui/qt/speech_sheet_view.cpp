@@ -15,6 +15,7 @@
 #include "ui/qt/box.h"
 #include "ui/qt/free_place.h"
 #include "ui/qt/level_bar.h"
+#include "ui/qt/listen_keys.h"
 #include "ui/qt/page.h"
 #include "ui/qt/scaled_label.h"
 #include "ui/qt/segments.h"
@@ -152,7 +153,14 @@ QWidget* SpeechSheetView::make_key() {
       edit->setKeySequence(QKeySequence(keys[static_cast<uint>(keys.count() - 1)]));
   });
   connect(edit, &QKeySequenceEdit::editingFinished, this, [this, edit] {
-    form_.key = qt::to_code_page(edit->keySequence().toString(QKeySequence::PortableText));
+    const QKeySequence keys = edit->keySequence();
+    if (keys.isEmpty() || can_begin_listening(keys[0])) {
+      form_.key = qt::to_code_page(keys.toString(QKeySequence::PortableText));
+      return;
+    }
+    edit->setKeySequence(
+        QKeySequence(qt::from_code_page(form_.key.get()), QKeySequence::PortableText));
+    form_.key_refused();
   });
   connect(none, &QPushButton::clicked, this, [this] { form_.key = std::string(); });
   follow(form_.key, edit, [edit](const std::string& key) {
