@@ -1,16 +1,14 @@
 #include "voice/character_file.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <iterator>
 #include <map>
-#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "base/code_page.h"
 #include "base/text.h"
+#include "voice/character_words.h"
 #include "voice/path_data.h"
 
 namespace homewarden {
@@ -21,7 +19,6 @@ constexpr std::size_t kMostNamed = 200;    // colours, and parts
 constexpr std::size_t kMostFrames = 60;    // of a pose
 constexpr std::size_t kMostShapes = 300;   // of a frame
 constexpr std::size_t kMostSteps = 50000;  // of all outlines that are kept
-constexpr double kFarthest = 10000;
 constexpr int kSmallest = 16;
 constexpr int kBiggest = 512;
 constexpr int kShortest = 40;  // milliseconds of a frame
@@ -33,43 +30,7 @@ constexpr std::pair<std::string_view, Pose> kPoseNames[] = {
     {"listening", Pose::kListening},
     {"understood", Pose::kUnderstood},
     {"not-understood", Pose::kNotUnderstood}};
-constexpr std::pair<std::string_view, FigureRole> kRoleNames[] = {
-    {"card", FigureRole::kCard},   {"line", FigureRole::kLine},       {"edge", FigureRole::kEdge},
-    {"text", FigureRole::kText},   {"quiet", FigureRole::kQuiet},     {"link", FigureRole::kLink},
-    {"amber", FigureRole::kAmber}, {"primary", FigureRole::kPrimary}, {"ink", FigureRole::kInk},
-    {"warm", FigureRole::kWarm}};
-
 using Words = std::vector<std::string_view>;
-
-Words words_of(std::string_view line) {
-  Words words;
-  while (true) {
-    const auto begin = line.find_first_not_of(" \t");
-    if (begin == std::string_view::npos) return words;
-    line.remove_prefix(begin);
-    const auto end = std::min(line.find_first_of(" \t"), line.size());
-    words.push_back(line.substr(0, end));
-    line.remove_prefix(end);
-  }
-}
-
-std::optional<double> number_in(std::string_view word) {
-  double number = 0;
-  const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
-  const bool is_whole = error == std::errc() && end == word.data() + word.size();
-  if (!is_whole || !(std::abs(number) <= kFarthest)) return {};
-  return number;
-}
-
-std::optional<std::uint32_t> colour_value(std::string_view word) {
-  if (word.size() != 7 || word.front() != '#') return {};
-  std::uint32_t value = 0;
-  for (const char digit : word.substr(1)) {
-    if (hex_digit(digit) < 0) return {};
-    value = value * 16 + static_cast<std::uint32_t>(hex_digit(digit));
-  }
-  return value;
-}
 
 // How shapes are drawn from here on.
 struct Pen {
@@ -157,11 +118,7 @@ class Reader {
     if (word == "none") return FigureColour{};
     const auto named = colours_.find(std::string(word));
     if (named != colours_.end()) return named->second;
-    for (const auto& [name, role] : kRoleNames)
-      if (name == word) return FigureColour{FigureColour::Kind::kRole, role, 0, 0};
-    if (const auto value = colour_value(word))
-      return FigureColour{FigureColour::Kind::kValue, FigureRole::kText, *value, *value};
-    return {};
+    return plain_colour(word);
   }
 
   std::string take_part(const Words& words) {
