@@ -10,17 +10,13 @@
 #include <string>
 #include <vector>
 
+#include "platform/microphones.h"
 #include "platform/speech/audio_source.h"
 #include "platform/speech/resampler.h"
 
 class QIODevice;
 
 namespace homewarden::speech {
-
-struct MicrophoneName {
-  std::string id;    // as the sound system knows it, the same after the next start
-  std::string name;  // for a person
-};
 
 // The microphones there are now, the usual one first. The first call connects to the desktop's
 // sound system, which takes some ten milliseconds.

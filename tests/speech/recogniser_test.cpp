@@ -15,21 +15,6 @@ namespace {
 using speech::WavSource;
 using Verdict = Heard::Verdict;
 
-std::string number(std::size_t value, int bytes) {
-  std::string text;
-  for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> (8 * i) & 0xFF);
-  return text;
-}
-
-void write_wave(const std::filesystem::path& file, const Sound& sound) {
-  const std::size_t size = sound.size() * 2;
-  std::ofstream stream(file, std::ios::binary);
-  stream << "RIFF" << number(36 + size, 4) << "WAVEfmt " << number(16, 4) << number(1, 2)
-         << number(1, 2) << number(kSoundRate, 4) << number(kSoundRate * 2, 4) << number(2, 2)
-         << number(16, 2) << "data" << number(size, 4);
-  stream.write(reinterpret_cast<const char*>(sound.data()), static_cast<std::streamsize>(size));
-}
-
 // The recogniser as the program has it: on an event loop, with its thread, a file for the
 // microphone.
 class RecogniserTest : public ::testing::Test {

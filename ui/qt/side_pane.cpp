@@ -75,7 +75,7 @@ SidePane::SidePane(FrmMain& form, QWidget* parent)
   find_place->setContentsMargins(12, 0, 12, 8);
   find_place->setSpacing(6);
   find_place->addWidget(find);
-  find_place->addWidget(new ListenButton(form, kRow, ListenButton::Frame::kField, whole_));
+  find_place->addWidget(new ListenButton(form, kSideRow, ListenButton::Frame::kField, whole_));
   rows->addLayout(find_place);
   connect(find, &QAbstractButton::clicked, this, [&form] { form.opened(); });
   auto* tree = new TreePane(

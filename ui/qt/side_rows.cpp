@@ -12,12 +12,11 @@
 namespace homewarden::view {
 namespace {
 
-constexpr int kRow = 36;
 constexpr int kSign = 20;
 constexpr const char* kFindKeys = "Ctrl+K";
 
 int row_height(const QWidget& row) {
-  return std::max(kRow, row.fontMetrics().height() + 12);
+  return std::max(kSideRow, row.fontMetrics().height() + 12);
 }
 
 void draw_ring(QPainter& painter, const QAbstractButton& button, const Look& look) {

@@ -8,6 +8,8 @@ namespace homewarden::view {
 
 struct Look;
 
+inline constexpr int kSideRow = 36;  // its height, at the usual size of text
+
 // What lies below a button of the side by its state, and the ring when it has the focus.
 void draw_side_button(QPainter& painter, const QAbstractButton& button, const Look& look);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <fstream>
 #include <iterator>
 #include <map>
 #include <random>
@@ -66,6 +67,12 @@ Sound with_quiet(const Sound& speech, double before, double after) {
   return sound;
 }
 
+std::string number(std::size_t value, int bytes) {
+  std::string text;
+  for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> (8 * i) & 0xFF);
+  return text;
+}
+
 }  // namespace
 
 Sound say(const std::string& text, const std::string& voice, double stretch) {
@@ -123,6 +130,15 @@ Sound in_babble(const Sound& speech, double before, double after, double decibel
   const double gain = std::sqrt(power(speech) / power(others)) * std::pow(10, -decibels / 20);
   for (std::size_t i = 0; i < sound.size(); ++i) sound[i] = sample_of(sound[i] + others[i] * gain);
   return sound;
+}
+
+void write_wave(const std::filesystem::path& file, const Sound& sound) {
+  const std::size_t size = sound.size() * 2;
+  std::ofstream stream(file, std::ios::binary);
+  stream << "RIFF" << number(36 + size, 4) << "WAVEfmt " << number(16, 4) << number(1, 2)
+         << number(1, 2) << number(kSoundRate, 4) << number(kSoundRate * 2, 4) << number(2, 2)
+         << number(16, 2) << "data" << number(size, 4);
+  stream.write(reinterpret_cast<const char*>(sound.data()), static_cast<std::streamsize>(size));
 }
 
 }  // namespace homewarden::testing

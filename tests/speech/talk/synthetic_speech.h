@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -24,5 +25,8 @@ Sound babble(std::size_t length);
 // speech over that of the noise is given in decibels. Very little noise is in every room.
 Sound in_a_room(const Sound& speech, double before, double after);
 Sound in_babble(const Sound& speech, double before, double after, double decibels);
+
+// As a wave file of 16-bit samples.
+void write_wave(const std::filesystem::path& file, const Sound& sound);
 
 }  // namespace homewarden::testing
