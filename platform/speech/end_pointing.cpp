@@ -16,6 +16,7 @@ constexpr std::size_t kStartWindow = 12;
 constexpr std::size_t kGap = 30;  // within what was said before the start was found
 
 constexpr std::size_t kQuietEnds = 60;
+constexpr std::size_t kQuietMayEnd = 30;
 constexpr double kLeastAbove = 6;
 // Where between the floor (0) and the loudest of the speech (1) its edges lie. In a quiet room that
 // is far below any word, among people who talk it is above most of them.
@@ -53,12 +54,16 @@ void EndPointer::cut() {
   is_speaking_ = false;
 }
 
-Sound EndPointer::utterance() const {
+Sound EndPointer::sound_of(const Place& place) const {
   const auto at = [this](std::size_t frame) {
     const std::size_t sample = std::min(frame * kFrame, samples_.size());
     return samples_.begin() + static_cast<std::ptrdiff_t>(sample);
   };
-  return has_ended_ ? Sound(at(begin_), at(end_)) : Sound();
+  return {at(place.begin), at(place.end)};
+}
+
+std::optional<EndPointer::Place> EndPointer::likely_utterance() const {
+  return is_speaking_ && is_quiet_for(kQuietMayEnd) ? measure() : std::nullopt;
 }
 
 void EndPointer::take_frame() {
@@ -94,24 +99,31 @@ void EndPointer::look_for_end() {
   const auto start = levels_.begin() + static_cast<std::ptrdiff_t>(start_);
   const double peak = quantile({start, levels_.end()}, 0.9);
   loud_ = floor_ + std::max(kLeastAbove, kEdge * (peak - floor_));
-  const std::size_t quiet = std::min(kQuietEnds, frames_ - start_);
+  if (is_quiet_for(kQuietEnds) || frames_ - start_ >= kMostSpeech) end();
+}
+
+bool EndPointer::is_quiet_for(std::size_t frames) const {
+  if (frames_ - start_ < frames) return false;
   const auto is_loud = [this](double level) { return level >= loud_; };
-  const bool is_quiet =
-      std::none_of(levels_.end() - static_cast<std::ptrdiff_t>(quiet), levels_.end(), is_loud);
-  if ((is_quiet && quiet == kQuietEnds) || frames_ - start_ >= kMostSpeech) end();
+  return std::none_of(levels_.end() - static_cast<std::ptrdiff_t>(frames), levels_.end(), is_loud);
 }
 
 void EndPointer::end() {
   is_speaking_ = false;
+  utterance_ = measure();
+  has_ended_ = utterance_.has_value();
+  if (!has_ended_) wait_on();
+}
+
+std::optional<EndPointer::Place> EndPointer::measure() const {
   const Stretch speech = longest_stretch();
   const auto at = [this](std::size_t frame) {
     return levels_.begin() + static_cast<std::ptrdiff_t>(frame);
   };
-  contrast_ = quantile({at(speech.first), at(speech.end)}, 0.9) - floor_;
-  if (speech.end - speech.first < kLeastSpeech || contrast_ < kLeastContrast) return wait_on();
-  has_ended_ = true;
-  begin_ = std::max(waiting_from_, speech.first > kBefore ? speech.first - kBefore : 0);
-  end_ = speech.end + kAfter;
+  const double contrast = quantile({at(speech.first), at(speech.end)}, 0.9) - floor_;
+  if (speech.end - speech.first < kLeastSpeech || contrast < kLeastContrast) return {};
+  const std::size_t begin = speech.first > kBefore ? speech.first - kBefore : 0;
+  return Place{std::max(waiting_from_, begin), speech.end + kAfter, contrast};
 }
 
 // From a loud frame to behind a loud one, with no long pause inside.

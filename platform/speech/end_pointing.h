@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <optional>
 #include <vector>
 
 #include "platform/speech/sound.h"
@@ -13,6 +14,15 @@ namespace homewarden::speech {
 // are waited through.
 class EndPointer {
  public:
+  // Where it lies, in frames of 10 ms, with a little of what was before and behind it.
+  struct Place {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    // By how many decibels the loudest of it stands out from what is heard around it: 40 and more
+    // in a quiet room, 18 where other people talk 10 dB less loud.
+    double contrast = 0;
+  };
+
   // True when the utterance has ended; what comes then is ignored. Any number of samples.
   bool take(SoundView samples);
 
@@ -25,12 +35,11 @@ class EndPointer {
   // Loudness of the last 30 ms, in decibels as of level_of().
   double level() const { return levels_.empty() ? 0 : levels_.back(); }
 
-  // With a little of what was before and behind it. Empty before its end, and when nobody spoke.
-  Sound utterance() const;
-
-  // By how many decibels the loudest of it stands out from what is heard around it: 40 and more in
-  // a quiet room, 18 where other people talk 10 dB less loud.
-  double contrast() const { return contrast_; }
+  // Nothing before its end, and when nobody spoke.
+  std::optional<Place> utterance() const { return utterance_; }
+  // Where it probably lies, when it has been quiet for half the time that ends it; else nothing.
+  std::optional<Place> likely_utterance() const;
+  Sound sound_of(const Place& place) const;
 
  private:
   struct Stretch {
@@ -42,7 +51,9 @@ class EndPointer {
   void take_frame();
   void look_for_start();
   void look_for_end();
+  bool is_quiet_for(std::size_t frames) const;
   void end();
+  std::optional<Place> measure() const;
   Stretch longest_stretch() const;
   void wait_on();
 
@@ -57,9 +68,7 @@ class EndPointer {
   std::size_t start_ = 0;         // first frame of the speech
   double floor_ = 0;              // under the speech
   double loud_ = 0;               // what belongs to the speech
-  std::size_t begin_ = 0;         // what is kept of it
-  std::size_t end_ = 0;
-  double contrast_ = 0;
+  std::optional<Place> utterance_;
 };
 
 }  // namespace homewarden::speech

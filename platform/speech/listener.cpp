@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::size_t kLongest = 8 * kSampleRate;
 constexpr std::size_t kLevelEvery = kSampleRate / 20;
+constexpr std::size_t kSamePlace = 5;  // frames by which two places differ that hold the same words
 
 std::vector<GuessedName> guessed_names(const HouseGrammar& grammar,
                                        const Pronunciations& pronunciations) {
@@ -23,6 +24,11 @@ std::vector<GuessedName> guessed_names(const HouseGrammar& grammar,
     if (!one.words.empty()) names.push_back(std::move(one));
   }
   return names;
+}
+
+bool is_same(const EndPointer::Place& a, const EndPointer::Place& b) {
+  const auto near = [](std::size_t x, std::size_t y) { return std::max(x, y) - std::min(x, y); };
+  return near(a.begin, b.begin) <= kSamePlace && near(a.end, b.end) <= kSamePlace;
 }
 
 }  // namespace
@@ -47,6 +53,7 @@ void Listener::learn(std::vector<VoiceCommand> commands, const SpokenAs& spoken_
     trouble_.clear();
     commands_ = std::move(commands);
     grammar_ = std::move(grammar);
+    guess_.reset();
   } else {
     trouble_ = "The names of the house cannot be made into what is listened for.";
   }
@@ -56,6 +63,7 @@ void Listener::learn(std::vector<VoiceCommand> commands, const SpokenAs& spoken_
 void Listener::begin(Strictness strictness) {
   strictness_ = strictness;
   ends_ = std::make_unique<EndPointer>();
+  guess_.reset();
   heard_samples_ = since_level_ = 0;
   load();
   if (!trouble_.empty()) end(ListenEnd::kTrouble, trouble_);
@@ -67,7 +75,17 @@ void Listener::take(SoundView samples) {
   heard_samples_ += samples.size();
   if (!ends_->take(samples) && heard_samples_ == kLongest) ends_->cut();
   tell_level(samples.size());
-  if (ends_->has_ended()) understand();
+  if (ends_->has_ended())
+    understand();
+  else
+    guess();
+}
+
+// Takes about as long as it is quiet until the end is sure.
+void Listener::guess() {
+  const auto place = ends_->likely_utterance();
+  if (!place || (guess_ && is_same(guess_->place, *place))) return;
+  guess_ = Guess{*place, decoder_->decode(ends_->sound_of(*place))};
 }
 
 void Listener::finish(const std::string& trouble) {
@@ -98,16 +116,17 @@ void Listener::end(ListenEnd how, const std::string& trouble) {
 }
 
 void Listener::understand() {
-  const Sound utterance = ends_->utterance();
-  const double contrast = ends_->contrast();
-  if (utterance.empty()) return end(ListenEnd::kNothing);
+  const auto place = ends_->utterance();
+  if (!place) return end(ListenEnd::kNothing);
+  const bool is_known = guess_ && is_same(guess_->place, *place);
+  const Sound sound = is_known ? Sound() : ends_->sound_of(*place);
   end(ListenEnd::kUtterance);
-  const HeardWords words = decoder_->decode(utterance);
+  const HeardWords words = is_known ? std::move(guess_->words) : decoder_->decode(sound);
   Heard heard;
   for (const HeardWord& word : words) heard.words += (heard.words.empty() ? "" : " ") + word.word;
   if (const auto found = grammar_.meaning.find(heard.words); found != grammar_.meaning.end()) {
     heard.command = commands_[found->second];
-    heard.verdict = judge(certainty(words, contrast), strictness_);
+    heard.verdict = judge(certainty(words, place->contrast), strictness_);
   }
   answers_.heard(heard);
 }

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -45,6 +46,7 @@ class Listener {
  private:
   bool load();
   void understand();
+  void guess();
   void tell_level(std::size_t samples);
   void end(ListenEnd how, const std::string& trouble = {});
 
@@ -56,6 +58,12 @@ class Listener {
   HouseGrammar grammar_;
   Strictness strictness_ = Strictness::kNormal;
   std::unique_ptr<EndPointer> ends_;  // while it listens
+  // What was made of the utterance before it was sure to have ended: most have ended then.
+  struct Guess {
+    EndPointer::Place place;
+    HeardWords words;
+  };
+  std::optional<Guess> guess_;
   std::size_t heard_samples_ = 0;
   std::size_t since_level_ = 0;
 };
