@@ -223,8 +223,13 @@ void Agent::refuse(const std::string& words) {
   not_understood(words);
 }
 
+// While it listens it looks so, and "done" of the command before would be taken for an answer.
 void Agent::Speak(const std::string& text, Mood mood) {
-  talk_.say(text, mood == Mood::kUnderstood ? Pose::kUnderstood : Pose::kNotUnderstood);
+  const bool well = mood == Mood::kUnderstood;
+  if (!recogniser_.is_listening() || purpose_ != Purpose::kCommand)
+    talk_.say(text, well ? Pose::kUnderstood : Pose::kNotUnderstood);
+  else if (!well)
+    talk_.mention(text);
 }
 
 void Agent::post(std::function<void()> function) {

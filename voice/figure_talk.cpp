@@ -47,8 +47,12 @@ void FigureTalk::be_idle() {
 void FigureTalk::say(const std::string& text, Pose pose) {
   if (form_.asking) return;
   form_.pose = pose;
-  form_.lab_bubble.caption = text;
   later(calm_, kPoseLasts, [this] { form_.pose = Pose::kIdle; });
+  mention(text);
+}
+
+void FigureTalk::mention(const std::string& text) {
+  form_.lab_bubble.caption = text;
   later(silent_, kWordsLast, [this] { form_.lab_bubble.caption = std::string(); });
 }
 

@@ -26,6 +26,8 @@ class FigureTalk {
   void be_idle();
   // Looks so for about three seconds; the words stay a little longer. Not said while it asks.
   void say(const std::string& text, Pose pose);
+  // Only the words: how it looks stays.
+  void mention(const std::string& text);
   // Calls the function with what is answered; not at all when the question is taken back. Nobody
   // can see one that is hidden: that is answered with no.
   void ask(const std::string& text, std::function<void(bool yes)> answered);

@@ -137,6 +137,12 @@ TEST_F(AgentTest, AListeningIsToldFromItsBeginningToItsEnd) {
   EXPECT_EQ(loop.pending_calls(), 0U) << "an idle figure wakes nobody";
 
   listen();
+  merlin().Speak("Hall Lamp on", AgentCharacter::Mood::kUnderstood);
+  EXPECT_EQ(figure.pose, Pose::kListening) << "the command before has been sent meanwhile";
+  EXPECT_EQ(figure.lab_bubble.caption.get(), "") << "not what was heard now";
+  merlin().Speak("Not sent: Hall Lamp on", AgentCharacter::Mood::kNotUnderstood);
+  EXPECT_EQ(figure.pose, Pose::kListening);
+  EXPECT_EQ(figure.lab_bubble.caption.get(), "Not sent: Hall Lamp on");
   recogniser.say(Verdict::kRefused, "hall kettle on");
   EXPECT_THAT(told, ElementsAre("ends", "not: hall kettle on"));
   listen();
