@@ -93,6 +93,22 @@ TEST_F(PanelTest, NothingIsCutOffOnASmallScreen) {
   QApplication::setFont(usual);
 }
 
+TEST_F(PanelTest, ALampThatIsSentToSaysWhatIsKnownOfIt) {
+  HomeChip chip;
+  chip.name = "Lamp";
+  chip.state = ChipState::kSending;
+  const auto says = [&](std::optional<int> wished) {
+    chip.wished = wished;
+    form.chips = {chip};
+    auto* button = named<QAbstractButton>("Lamp, ");
+    return button ? button->accessibleDescription().toStdString() : "";
+  };
+  show(form.frm_home);
+  EXPECT_EQ(says(0), "Turning off");
+  EXPECT_EQ(says(100), "Turning on");
+  EXPECT_EQ(says({}), "Sending") << "a spoken command";
+}
+
 // Catches: a rail that leads nowhere, a tree that stays over the page or does not come back.
 TEST_F(PanelTest, ANarrowWindowHasARailFromWhichTheTreeOpens) {
   form.Tree.add(form.Tree.add(nullptr, "Den", "Den"), "Lamp~A~1", "Lamp");

@@ -83,6 +83,7 @@ QString ChipButton::second_line() const {
     case ChipState::kWaiting:
       return tr("Waiting: %1").arg(level_in_words(wished, chip_.dimmable));
     case ChipState::kSending:
+      if (!chip_.wished) return tr("Sending");  // a spoken command, or an event's
       return wished > 0 ? tr("Turning on") : tr("Turning off");
     case ChipState::kIdle:
       break;
