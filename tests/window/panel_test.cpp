@@ -48,6 +48,14 @@ TEST_F(PanelTest, ANameIsReplacedByTyping) {
   EXPECT_EQ(box->selectedText(), "Old") << "the click that brought the focus took the selection";
   QTest::mouseClick(box, Qt::LeftButton, {}, end);
   EXPECT_TRUE(box->selectedText().isEmpty()) << "a second click cannot place the cursor";
+  QTest::keyClicks(box, " Ro");
+  form.frm_addroom.visible = false;
+  show(form.Frame3);
+  form.Frame3.visible = false;
+  show(form.frm_addroom);
+  box->setFocus();
+  QTest::keyClicks(box, "om");
+  EXPECT_EQ(form.txt_roomname.text.get(), "Old Room") << "half typed while a command was spoken";
 }
 
 TEST_F(PanelTest, EnterInTheLineOfAFormSavesIt) {

@@ -12,7 +12,8 @@
 namespace homewarden::view {
 namespace {
 
-// Selects its whole text when it gets the focus, so that typing replaces it.
+// Selects its whole text when it gets the focus, so that typing replaces it; but what is half typed
+// when its page is taken away and given back can be gone on with.
 class NameBox : public QLineEdit {
  public:
   using QLineEdit::QLineEdit;
@@ -20,7 +21,11 @@ class NameBox : public QLineEdit {
  protected:
   void focusInEvent(QFocusEvent* event) override {
     QLineEdit::focusInEvent(event);
-    selectAll();
+    const bool came_back = event->reason() == Qt::OtherFocusReason && isModified();
+    if (came_back)
+      deselect();
+    else
+      selectAll();
     clicked_ = event->reason() == Qt::MouseFocusReason;
   }
   // The click that brought the focus comes second and would put the cursor where it was.
