@@ -198,7 +198,8 @@ void Agent::heard(const Heard& heard) {
       ask(heard);
       return;
     case Heard::Verdict::kRefused:
-      refuse(heard.words);
+      // A command that was not heard surely enough is one all the same.
+      refuse(heard.command.name.empty() ? heard.words : "");
       return;
   }
 }

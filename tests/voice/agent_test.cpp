@@ -146,6 +146,9 @@ TEST_F(AgentTest, AListeningIsToldFromItsBeginningToItsEnd) {
   recogniser.say(Verdict::kRefused, "hall kettle on");
   EXPECT_THAT(told, ElementsAre("ends", "not: hall kettle on"));
   listen();
+  recogniser.say(Verdict::kRefused, "Hall Lamp on");
+  EXPECT_THAT(told, ElementsAre("ends", "not: ")) << "nobody is told that this is no command";
+  listen();
   merlin().Listen(false);
   loop.run_pending();
   EXPECT_THAT(told, ElementsAre("ends"));
