@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <stdexcept>
 
 namespace homewarden::speech {
 namespace {
@@ -38,6 +39,11 @@ struct FreeSettings {
 // number behind it.
 bool is_filler(const std::string& word) {
   return word.empty() || word.front() == '<' || word.front() == '[' || word.front() == '+';
+}
+
+// At what it holds to be fatal, a damaged file above all, the library would end the program.
+void refuse_to_die(void* /*user*/, err_lvl_t level, const char* /*format*/, ...) {
+  if (level == ERR_FATAL) throw std::runtime_error("it cannot go on with its speech model");
 }
 
 class PocketSphinx : public Decoder {
@@ -145,8 +151,9 @@ class PocketSphinx : public Decoder {
 
 }  // namespace
 
-std::unique_ptr<Decoder> Decoder::open(const std::filesystem::path& acoustic_model) {
+std::unique_ptr<Decoder> Decoder::open(const std::filesystem::path& acoustic_model) try {
   err_set_logfp(nullptr);  // it would write all it does to the terminal
+  err_set_callback(refuse_to_die, nullptr);
   const std::string folder = acoustic_model.string();
   // The widths of the search were measured in noise; with the usual ones one command in six is lost
   // at 10 dB. All senones are scored in every frame, which makes the scores of two searches
@@ -161,6 +168,8 @@ std::unique_ptr<Decoder> Decoder::open(const std::filesystem::path& acoustic_mod
   auto opened = std::make_unique<PocketSphinx>(decoder);
   if (ps_set_allphone_file(decoder, kPhoneSearch, nullptr) != 0) return nullptr;
   return opened;
+} catch (const std::runtime_error&) {
+  return nullptr;
 }
 
 }  // namespace homewarden::speech

@@ -102,6 +102,8 @@ class Builder {
     std::string full;
     for (const VoicePart& part : parts) {
       const std::string words = words_of(part.text);
+      // Or "on" would be all that is said of a device whose names have no words.
+      if (words.empty()) return grammar_.unreachable.push_back(place);
       full = sequence({full, words});
       std::vector<std::string> longer;
       for (const std::string& form : forms) {

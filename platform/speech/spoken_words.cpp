@@ -1,5 +1,6 @@
 #include "platform/speech/spoken_words.h"
 
+#include <algorithm>
 #include <iterator>
 
 #include "base/code_page.h"
@@ -8,6 +9,9 @@
 
 namespace homewarden::speech {
 namespace {
+
+// Nobody says more, and Flite writes beyond its buffer at a row of 300 points.
+constexpr std::size_t kMostLetters = 200;
 
 // The letters of the code page from 0xC0 on, in ASCII.
 constexpr const char* kLetters[] = {
@@ -60,6 +64,7 @@ std::string in_ascii(char byte) {
 std::vector<std::string> spoken_words(std::string_view name) {
   std::string ascii;
   for (const char byte : name) ascii += in_ascii(byte);
+  ascii.resize(std::min(ascii.size(), kMostLetters));
   // Capitals are no hint: some people write all names in them.
   return english_words(to_lower(ascii));
 }

@@ -1,6 +1,7 @@
 #include "platform/speech/voice_model.h"
 
 #include <system_error>
+#include <vector>
 
 namespace homewarden::speech {
 
@@ -11,7 +12,11 @@ VoiceModel installed_model() {
 
 std::string trouble_with(const VoiceModel& model) {
   std::error_code error;
-  for (const auto& file : {model.acoustic / "mdef", model.acoustic / "means", model.dictionary})
+  std::vector<std::filesystem::path> files = {model.dictionary};
+  for (const char* name :
+       {"mdef", "means", "variances", "transition_matrices", "sendump", "feat.params"})
+    files.push_back(model.acoustic / name);
+  for (const auto& file : files)
     if (!std::filesystem::is_regular_file(file, error))
       return "The speech model is missing: " + file.string() +
              " is not there. It comes with the package pocketsphinx-en-us.";

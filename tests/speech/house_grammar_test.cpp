@@ -2,6 +2,7 @@
 
 #include "platform/speech/decoder.h"
 #include "platform/speech/voice_model.h"
+#include "tests/platform/scratch_folder.h"
 #include "tests/speech/talk/house_talk.h"
 
 namespace homewarden::testing {
@@ -75,15 +76,33 @@ TEST_F(GrammarTest, NamesThatCannotBeSaidStopNoOthers) {
       "rich 3\xB0 <a> | b;");
   add("Attic [2]", "Lamp");
   add("Hall", "xqzt");
+  add("", "?!");
   EXPECT_EQ(meaning("lamp on"), "on~A2") << "in no room";
   EXPECT_EQ(meaning("hall lamp on"), "on~A3") << "the first of two with the same words";
-  EXPECT_THAT(build_grammar(commands, {}).unreachable, ::testing::SizeIs(8));
+  EXPECT_NE(meaning("on"), "on~A8") << "it has no words";
+  EXPECT_THAT(build_grammar(commands, {}).unreachable, ::testing::SizeIs(12));
   EXPECT_TRUE(is_accepted());
   spoken_as["xqzt"] = "ex cue";
   EXPECT_EQ(meaning("hall ex cue on"), "on~A7");
   EXPECT_EQ(meaning("hall x q z t on"), "");
   spoken_as["xqzt"] = "???";
   EXPECT_EQ(meaning("hall x q z t on"), "on~A7") << "a respelling without words is none";
+}
+
+// The library ends the program at some damage, if it is let.
+TEST(VoiceModel, OneThatIsDamagedIsSaidToBeSo) {
+  const ScratchFolder scratch;
+  const speech::VoiceModel installed = speech::installed_model();
+  const speech::VoiceModel model{scratch.path() / "model", installed.dictionary};
+  for (const char* name : {"transition_matrices", "sendump", "mdef", "variances"}) {
+    std::filesystem::copy(installed.acoustic, model.acoustic);
+    EXPECT_EQ(speech::trouble_with(model), "");
+    std::filesystem::resize_file(model.acoustic / name, 0);
+    EXPECT_EQ(speech::Decoder::open(model.acoustic), nullptr) << name;
+    std::filesystem::remove(model.acoustic / name);
+    EXPECT_THAT(speech::trouble_with(model), ::testing::HasSubstr(name));
+    std::filesystem::remove_all(model.acoustic);
+  }
 }
 
 TEST_F(GrammarTest, AnEmptyHouseAndALargeOneAreAccepted) {

@@ -42,6 +42,7 @@ TEST(VoiceForm, NamesWithBracketsAndWithoutLettersDoNoHarm) {
 
 // Each of these was once heard as something else or made the whole grammar unreadable.
 TEST(SpokenWords, AreWhatAPersonSays) {
+  const std::string long_row = "Lamp " + std::string(5000, '.');
   const std::vector<std::pair<const char*, std::vector<std::string>>> names = {
       {"Floor Lamp", {"floor", "lamp"}},
       {"TV", {"t", "v"}},
@@ -58,6 +59,7 @@ TEST(SpokenWords, AreWhatAPersonSays) {
        {"smorrebrod"}},
       {"Lamp (old) <2>; [x] | *", {"lamp", "old", "two", "x"}},
       {"???", {}},
+      {long_row.c_str(), {"lamp"}},
       {"", {}},
       {"\x01\x7F\x81\xFF", {"y"}}};
   for (const auto& [name, words] : names) EXPECT_EQ(speech::spoken_words(name), words) << name;
