@@ -17,6 +17,7 @@ namespace {
 constexpr double kQuiet = 20;
 constexpr double kLoud = 85;
 constexpr std::size_t kMostWords = 80;  // letters of what was heard
+constexpr int kFarthestPlace = 32767;   // no screen is wider
 
 int percent_of(double level) {
   return static_cast<int>(
@@ -32,7 +33,9 @@ std::optional<FigurePlace> place_in(const std::string& text) {
   const auto top = std::from_chars(text.data() + comma + 1, end, place.top);
   const bool is_whole = left.ec == std::errc() && left.ptr == text.data() + comma &&
                         top.ec == std::errc() && top.ptr == end;
-  return is_whole ? std::optional(place) : std::nullopt;
+  const auto is_far = [](int at) { return at < -kFarthestPlace || at > kFarthestPlace; };
+  if (!is_whole || is_far(place.left) || is_far(place.top)) return {};
+  return place;
 }
 
 }  // namespace

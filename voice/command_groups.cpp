@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include "base/text.h"
 #include "voice/voice_commands.h"
 
 namespace homewarden {
@@ -35,8 +36,8 @@ std::optional<SpokenNames> spoken_names(const VoiceCommand& command) {
   const auto begin = voice.find(" [");
   if (begin == std::string_view::npos) return {};
   const std::string_view rest = voice.substr(begin + 2);
-  return SpokenNames{std::string(voice.substr(0, begin)),
-                     std::string(rest.substr(0, rest.find(']')))};
+  return SpokenNames{std::string(trim_blanks(voice.substr(0, begin))),
+                     std::string(trim_blanks(rest.substr(0, rest.find(']'))))};
 }
 
 std::vector<CommandGroup> group_commands(

@@ -18,6 +18,13 @@ constexpr std::array<std::pair<std::string_view, What>, 4> kKeys = {{
     {"bright~", What::kBright},
 }};
 
+// A bracket of a name would change what of the voice may be left out.
+std::string without_brackets(std::string name) {
+  std::replace_if(
+      name.begin(), name.end(), [](char c) { return c == '[' || c == ']'; }, ' ');
+  return name;
+}
+
 }  // namespace
 
 std::vector<VoiceCommand> fixed_voice_commands() {
@@ -28,7 +35,8 @@ std::vector<VoiceCommand> fixed_voice_commands() {
 std::vector<VoiceCommand> voice_commands_of(const Device& device) {
   const std::string at = device.house_code + std::to_string(device.unit);
   const std::string who = device.room + " " + device.name;
-  const std::string said = device.room + " [" + device.name + "]";
+  const std::string said =
+      without_brackets(device.room) + " [" + without_brackets(device.name) + "]";
   return {{"on~" + at, who + " on", said + " [on]"},
           {"bright~" + at, "Bright " + who, "Bright " + said},
           {"dim~" + at, "Dim " + who, "Dim " + said},

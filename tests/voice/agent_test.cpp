@@ -13,6 +13,7 @@
 #include "tests/platform/memory_files.h"
 #include "tests/platform/memory_registry.h"
 #include "tests/platform/virtual_loop.h"
+#include "voice/command_groups.h"
 #include "voice/voice_commands.h"
 
 namespace homewarden::testing {
@@ -113,6 +114,26 @@ TEST_F(AgentTest, CommandsThatChangeAreTakenOverAtOnceAndTogether) {
   EXPECT_THAT(told, IsEmpty()) << "never from within a call";
   loop.run_pending();
   EXPECT_THAT(told, ElementsAre("Cancel Attic Fan"));
+}
+
+// A bracket in a name made "Hall" alone a command.
+TEST_F(AgentTest, NamesWithBracketsLeaveTheFormOfTheirCommandsAlone) {
+  const auto voice = [](const std::string& room, const std::string& name) {
+    return voice_commands_of({room, name, "C", 1})[0].voice;
+  };
+  EXPECT_EQ(voice("Hall", "["), "Hall [ ] [on]");
+  EXPECT_EQ(voice("At[ti]c", "L]amp"), "At ti c [L amp] [on]");
+  const auto names = spoken_names(voice_commands_of({"[x]", "[y]", "C", 1})[3]);
+  ASSERT_TRUE(names);
+  EXPECT_EQ(names->room + "," + names->device, "x,y");
+}
+
+TEST_F(AgentTest, APlaceThatIsOnNoScreenIsForgotten) {
+  for (const char* place : {"2147483647,2147483647", "0,-2147483648", "1", "1,2,3"}) {
+    settings.write("agent", "Place", place);
+    load();
+    EXPECT_FALSE(figure.place.get()) << place;
+  }
 }
 
 TEST_F(AgentTest, AListeningIsToldFromItsBeginningToItsEnd) {
