@@ -10,6 +10,7 @@
 #include "tests/platform/fake_desktop.h"
 #include "tests/platform/fake_interface.h"
 #include "tests/platform/fake_services.h"
+#include "tests/platform/fake_speech.h"
 #include "tests/platform/memory_files.h"
 #include "tests/platform/memory_registry.h"
 #include "tests/platform/virtual_loop.h"
@@ -54,7 +55,11 @@ void loadlists_and_loadtree(benchmark::State& state) {
   Presses presses(operations, house, device_state, commands);
   DevicePanel devices(form, form, operations, house, device_state, commands, presses, dialogs,
                       sounds, "/house");
-  NavigationTree tree(form, operations, loop, rooms, house, devices);
+  FakeSpeech agent;
+  Speech speech(form, form, {}, form, form, form.Statusbar, operations, house, settings,
+                device_state, commands, agent);
+  speech.initagent();
+  NavigationTree tree(form, operations, loop, rooms, house, devices, speech);
 
   for (auto _ : state) {
     operations.start(rooms.loadlists());
