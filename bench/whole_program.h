@@ -13,6 +13,7 @@
 #include "platform/http/http_server.h"
 #include "platform/linux/linux_web_host.h"
 #include "platform/linux/posix_files.h"
+#include "platform/no_speech_agent.h"
 #include "platform/qt/qt_loop.h"
 #include "platform/serial/qt_serial_stream.h"
 #include "platform/store/sqlite_registry.h"
@@ -95,6 +96,7 @@ class WholeProgram {
   testing::FakeServices services_;
   testing::FakeInstaller installer_{services_};
   testing::FakeLogonEntry logon_entry_;
+  NoSpeechAgent speech_{"not measured here"};
   testing::FakeInstance instance_;
   testing::FakeWindowCall window_call_;
   testing::FakeInstance counterpart_;
@@ -117,7 +119,8 @@ class WholeProgram {
                     desktop_,
                     sounds_,
                     installer_,
-                    logon_entry_},
+                    logon_entry_,
+                    speech_},
                    [](std::exception_ptr error) { std::rethrow_exception(error); }};
   view::MainWindowView view_{program_.frm_main};
 };

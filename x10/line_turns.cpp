@@ -28,8 +28,8 @@ class LineTurns::Waiting {
 
   Source source() const { return source_; }
   bool must_go_before_the_web() const {
-    const bool comes_first = source_ == Source::kWindow || source_ == Source::kEvent ||
-                             source_ == Source::kVoice;
+    const bool comes_first =
+        source_ == Source::kWindow || source_ == Source::kEvent || source_ == Source::kVoice;
     return comes_first && turns_.web_turns_ > since_;
   }
 
