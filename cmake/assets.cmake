@@ -1,5 +1,5 @@
-# What the program expects beside it: pictures, sounds, the figure that listens. The build has the same
-# layout as the installed copy: bin/ and share/homewarden/.
+# What the program expects beside it: pictures, sounds, the figure that listens. The build has the
+# same layout as the installed copy: bin/ and share/homewarden/.
 include(GNUInstallDirs)
 
 file(GLOB pictures CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/html/*)

@@ -45,8 +45,8 @@ struct GuessedName {
 };
 
 // Listens for one command at a time. Nothing is loaded and no thread runs before the first
-// listening. All members return at once, and all signals come from the event loop, with one
-// exception: began.
+// listening. All members return at once, and all signals come from the event loop, but for began
+// and for ended within stop().
 class Recogniser {
  public:
   virtual ~Recogniser() = default;

@@ -71,10 +71,10 @@ void NavigationTree::loadtree() {
     const TreeView::Batch batch(form_.Tree);
     form_.Tree.root_lines = true;
     form_.lab_norooms.visible = form_.lst_rooms.items.get().empty();
+    speech_.begin_commands();
     for (const char* name : kFixedNodes) form_.Tree.add(nullptr, name, name);
     // A room that bears the name of a node that is there shares it.
     for (const std::string& room : house_.rooms()) form_.Tree.add(nullptr, room, room);
-    speech_.begin_commands();
     for (const Device& device : house_.devices()) {
       add_device(device);
       speech_.add_commands(device);
