@@ -59,8 +59,8 @@ set(CPACK_PACKAGE_DESCRIPTION
 "Homewarden switches, dims and times lamps, appliances, fans and radios that
 hear X10 commands on the power line, arranged in rooms. It speaks to a CM11 or
 CM12 computer interface on a serial port, shows what wall transmitters do, runs
-events by the clock and by the sun, and shows the house to phones, browsers and
-televisions. While the window is closed, and after you have logged out, the
+events by the clock and by the sun, shows the house to phones, browsers and
+televisions, and understands spoken commands without the network. While the window is closed, and after you have logged out, the
 service wardengine goes on with that, if you like.
 .
 The interface can be emulated: homewarden --demo shows a furnished house, and
