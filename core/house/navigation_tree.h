@@ -21,8 +21,8 @@ class NavigationTree {
                  HouseIndex& house, DevicePanel& devices, Speech& speech);
 
   // Builds the tree, the lists that devices and rooms are chosen from and what can be said to the
-  // house, of the house index. The tree is emptied by the caller; what was selected then is selected
-  // again, and the panel that is shown stays.
+  // house, of the house index. The tree is emptied by the caller; what was selected then is
+  // selected again, and the panel that is shown stays.
   void loadtree();
 
   // Before loadtree(): what was selected under its old name is selected under the new one. For a
