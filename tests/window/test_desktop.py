@@ -47,7 +47,7 @@ class DesktopTest(Desktop):
         self.tell("windowminimize")
         self.check_hidden()
       self.say("xdotool", "mousemove", *map(str, self.icon()), "click", "3", "sleep", "0.5",
-               "key", "Down", "Return")
+               "key", "Down", "Down", "Return")
       wait_for("the box", about)
       if not hidden:
         self.tell("windowminimize")

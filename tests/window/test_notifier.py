@@ -56,7 +56,7 @@ class NotifierTest(Desktop):
     menu = self.bus.get_object(icon.bus_name, path, introspect=False)
     entries = menu.GetLayout(0, -1, dbus.Array([], signature="s"), dbus_interface=MENU)[1][2]
     self.assertEqual([str(entry[1].get("label", "-")).replace("_", "") for entry in entries],
-                     ["About Homewarden", "-", "Exit"])
+                     ["Listen for a command", "-", "About Homewarden", "-", "Exit"])
 
     self.tell("windowminimize")
     self.check_hidden()
