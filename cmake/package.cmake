@@ -60,8 +60,9 @@ set(CPACK_PACKAGE_DESCRIPTION
 hear X10 commands on the power line, arranged in rooms. It speaks to a CM11 or
 CM12 computer interface on a serial port, shows what wall transmitters do, runs
 events by the clock and by the sun, shows the house to phones, browsers and
-televisions, and understands spoken commands without the network. While the window is closed, and after you have logged out, the
-service wardengine goes on with that, if you like.
+televisions, and understands spoken commands without the network. While the
+window is closed, and after you have logged out, the service wardengine goes
+on with that, if you like.
 .
 The interface can be emulated: homewarden --demo shows a furnished house, and
 cm11-emulator serves any program that can speak to the real thing.
