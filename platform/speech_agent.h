@@ -41,7 +41,7 @@ class AgentCharacter {
 };
 
 // The speech agent: characters that can be loaded, what they hear, and their settings. Signals are
-// raised on the thread of the event loop, never from within a call.
+// raised on the thread of the event loop, from within no call but Listen().
 class SpeechAgent {
  public:
   virtual ~SpeechAgent() = default;

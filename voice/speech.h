@@ -32,7 +32,6 @@ class Speech {
   // Loads the character that the settings name, or says in the status line that it cannot. To be
   // called once.
   void initagent();
-  bool is_loaded() const { return character_ != nullptr; }
 
   // The commands of the house, anew: the fixed ones, then those of each device in turn.
   void begin_commands();

@@ -29,7 +29,6 @@ class EndPointer {
   // Nothing more is coming: what has been said so far is the utterance.
   void cut();
 
-  bool is_speaking() const { return is_speaking_; }
   bool has_ended() const { return has_ended_; }
 
   // Loudness of the last 30 ms, in decibels as of level_of().
