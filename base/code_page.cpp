@@ -55,4 +55,22 @@ std::string from_utf8(std::string_view text) {
   return bytes;
 }
 
+std::string to_utf8(std::string_view text) {
+  std::string utf8;
+  for (const char byte : text) {
+    const unsigned code = character_of(byte);
+    if (code < kFirst) {
+      utf8 += byte;
+    } else if (code < 0x800) {
+      utf8 += static_cast<char>(0xC0U | code >> 6U);
+      utf8 += static_cast<char>(0x80U | (code & 0x3FU));
+    } else {
+      utf8 += static_cast<char>(0xE0U | code >> 12U);
+      utf8 += static_cast<char>(0x80U | (code >> 6U & 0x3FU));
+      utf8 += static_cast<char>(0x80U | (code & 0x3FU));
+    }
+  }
+  return utf8;
+}
+
 }  // namespace homewarden

@@ -23,4 +23,7 @@ std::optional<char> byte_of(char16_t character);
 // character that the code page does not have. Bytes that are no UTF-8 stay.
 std::string from_utf8(std::string_view text);
 
+// The bytes of the code page in UTF-8.
+std::string to_utf8(std::string_view text);
+
 }  // namespace homewarden

@@ -187,4 +187,19 @@ std::string two_digits(int number) {
   return digits.size() < 2 ? "0" + digits : digits;
 }
 
+std::string percent_decoded(std::string_view encoded) {
+  std::string text;
+  for (std::size_t i = 0; i < encoded.size(); ++i) {
+    const int high = encoded[i] == '%' && i + 2 < encoded.size() ? hex_digit(encoded[i + 1]) : -1;
+    const int low = high >= 0 ? hex_digit(encoded[i + 2]) : -1;
+    if (low < 0) {
+      text += encoded[i];
+      continue;
+    }
+    text += static_cast<char>(high * 16 + low);
+    i += 2;
+  }
+  return text;
+}
+
 }  // namespace homewarden

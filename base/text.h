@@ -56,4 +56,7 @@ std::string text_of_single(float number);
 // At least two digits: "07", "12", "123". For numbers from 0.
 std::string two_digits(int number);
 
+// "%41" becomes "A". A percent sign without two hexadecimal digits behind it stays.
+std::string percent_decoded(std::string_view encoded);
+
 }  // namespace homewarden

@@ -69,18 +69,7 @@ std::string room_of_query(std::string_view query) {
 }
 
 std::string decode_query(std::string_view query) {
-  std::string text;
-  for (std::size_t i = 0; i < query.size(); ++i) {
-    const int high = query[i] == '%' && i + 2 < query.size() ? hex_digit(query[i + 1]) : -1;
-    const int low = high >= 0 ? hex_digit(query[i + 2]) : -1;
-    if (low < 0) {
-      text += query[i];
-      continue;
-    }
-    text += static_cast<char>(high * 16 + low);
-    i += 2;
-  }
-  return text;
+  return percent_decoded(query);
 }
 
 }  // namespace homewarden
