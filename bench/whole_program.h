@@ -11,6 +11,7 @@
 #include "core/settings.h"
 #include "platform/cm11/driver.h"
 #include "platform/http/http_server.h"
+#include "platform/json/nlohmann_json.h"
 #include "platform/linux/linux_web_host.h"
 #include "platform/linux/posix_files.h"
 #include "platform/no_speech_agent.h"
@@ -104,6 +105,7 @@ class WholeProgram {
   testing::FakeDesktop desktop_;
   testing::FakeSounds sounds_;
   os_linux::LinuxWebHost web_host_;
+  json::NlohmannJson json_;
   http::HttpServer web_{loop_, web_host_,
                         [this](int descriptor, std::function<void()> function) {
                           loop_.watch_readable(descriptor, std::move(function));
@@ -114,7 +116,7 @@ class WholeProgram {
                           return limits;
                         }()};
   Program program_{{{loop_, files_, registry_, services_, instance_, counterpart_, driver_,
-                     dialogs_, web_, folder_, ""},
+                     dialogs_, web_, json_, folder_, ""},
                     window_call_,
                     desktop_,
                     sounds_,

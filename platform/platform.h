@@ -10,6 +10,7 @@ class Dialogs;
 class EventLoop;
 class Files;
 class InterfaceControl;
+class JsonCodec;
 class LogonEntry;
 class Registry;
 class ServiceControl;
@@ -31,6 +32,7 @@ struct HousePlatform {
   InterfaceControl& interface_control;
   Dialogs& dialogs;
   WebServerControl& web;
+  const JsonCodec& json;
 
   std::filesystem::path folder;     // the application folder: data files, html/, sounds
   std::string windows_folder;       // where the service tools lie; "" where there are none

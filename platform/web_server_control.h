@@ -2,12 +2,15 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "base/signal.h"
 #include "platform/web_access.h"
+#include "platform/web_api.h"
+#include "platform/web_https.h"
 
 namespace homewarden {
 
@@ -108,6 +111,38 @@ class WebServerControl {
   // A request: its identifier, never used twice in a run, and the page asked for, without the
   // leading slash: "index.html", "" for the root.
   Signal<int, const std::string&> RequestArrived;
+
+  // ---- Programs ---------------------------------------------------------------------------------
+
+  // A request below kApiRoot, by its identifier, which is none of a page. It waits for SendAnswer
+  // or SendStream; whoever has gone meanwhile is not told of. It has passed the same guards as
+  // pages: from foreign pages and under a foreign Host there are none, and none with a wrong token.
+  Signal<int, const ApiRequest&> ApiRequestArrived;
+  // Answers a request of a program. Nothing happens for one that is not waiting any more.
+  virtual void SendAnswer(int request, const ApiAnswer& answer) = 0;
+  // Answers it with a stream that goes on until its source is over, its reader leaves or takes
+  // nothing for too long, its token is revoked or the server stops. A source is dropped then.
+  virtual void SendStream(int request, std::shared_ptr<StreamSource> source) = 0;
+  // Has every stream ask its source, from the event loop and soon.
+  virtual void StreamsHaveMore() = 0;
+
+  // Those that count from now on, also while the server runs: streams of others end at once.
+  virtual void Tokens(std::vector<ApiToken> tokens) = 0;
+  virtual NewToken new_token() = 0;
+
+  // ---- TLS --------------------------------------------------------------------------------------
+
+  // For the next StartListening. A certificate or port that cannot be used leaves the server
+  // without TLS, which HttpsState() tells.
+  virtual void Https(WebHttps https) = 0;
+  virtual WebHttpsState HttpsState() const = 0;
+  // Files that were renewed are taken up within a minute, without a restart; what is wrong with
+  // them is told, and the old ones go on.
+  Signal<> HttpsStateChanged;
+  // Makes a key and a certificate for this machine's names and addresses that it signs itself, good
+  // for `days`. The key can be read by its owner only. "", or why it could not be done.
+  virtual std::string make_certificate(const std::filesystem::path& certificate,
+                                       const std::filesystem::path& key, int days) = 0;
 };
 
 }  // namespace homewarden

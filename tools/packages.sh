@@ -1,6 +1,6 @@
 # The Debian packages that each task needs, one place for all scripts.
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev qt6-multimedia-dev
-  qt6-svg-dev libsqlite3-dev libmicrohttpd-dev libgnutls28-dev libxcb1-dev libqrencode-dev
+  qt6-svg-dev libsqlite3-dev libmicrohttpd-dev libgnutls28-dev nlohmann-json3-dev libxcb1-dev libqrencode-dev
   libsystemd-dev libpocketsphinx-dev flite1-dev pkg-config libgtest-dev libgmock-dev
   libbenchmark-dev)
 package_packages=(dpkg-dev file gzip)

@@ -59,6 +59,7 @@ HousePlatform Machine::platform(ServiceControl& services, SingleInstance& instan
           interface_control,
           dialogs,
           web,
+          json,
           folders.application,
           "",
           folder_trouble};

@@ -8,6 +8,7 @@
 #include "platform/cm11/driver.h"
 #include "platform/dialogs.h"
 #include "platform/http/http_server.h"
+#include "platform/json/nlohmann_json.h"
 #include "platform/linux/folders.h"
 #include "platform/linux/linux_web_host.h"
 #include "platform/linux/lock_file_instance.h"
@@ -44,6 +45,7 @@ struct Machine {
   cm11::Driver interface_control;
   os_linux::LinuxWebHost web_host;
   http::HttpServer web;
+  json::NlohmannJson json;
 };
 
 // Says on standard error what an operation ended with that nobody caught.

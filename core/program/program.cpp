@@ -10,9 +10,19 @@ namespace homewarden {
 namespace {
 
 Platform with_dialogs(const Platform& of, Dialogs& dialogs) {
-  const HousePlatform house{of.loop,     of.files,       of.registry,          of.services,
-                            of.instance, of.counterpart, of.interface_control, dialogs,
-                            of.web,      of.folder,      of.windows_folder,    of.folder_trouble};
+  const HousePlatform house{of.loop,
+                            of.files,
+                            of.registry,
+                            of.services,
+                            of.instance,
+                            of.counterpart,
+                            of.interface_control,
+                            dialogs,
+                            of.web,
+                            of.json,
+                            of.folder,
+                            of.windows_folder,
+                            of.folder_trouble};
   return {house, of.window_call, of.desktop, of.sounds, of.installer, of.logon_entry, of.speech};
 }
 

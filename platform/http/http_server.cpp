@@ -135,6 +135,25 @@ void HttpServer::SendPage(int request, const std::string& page, bool serve_file)
   arm();
 }
 
+void HttpServer::SendAnswer(int, const ApiAnswer&) {}
+
+void HttpServer::SendStream(int, std::shared_ptr<StreamSource>) {}
+
+void HttpServer::StreamsHaveMore() {}
+
+void HttpServer::Tokens(std::vector<ApiToken> tokens) {
+  tokens_ = std::move(tokens);
+}
+
+NewToken HttpServer::new_token() {
+  return {};
+}
+
+std::string HttpServer::make_certificate(const std::filesystem::path&, const std::filesystem::path&,
+                                         int) {
+  return "";
+}
+
 void HttpServer::turn() {
   if (!server_ || in_turn_) return;
   {

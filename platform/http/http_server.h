@@ -49,6 +49,15 @@ class HttpServer : public WebServerControl {
   std::string ClientAddress(int request) const override;
   bool UnderForeignName(int request) const override;
   void SendPage(int request, const std::string& page, bool serve_file) override;
+  void SendAnswer(int request, const ApiAnswer& answer) override;
+  void SendStream(int request, std::shared_ptr<StreamSource> source) override;
+  void StreamsHaveMore() override;
+  void Tokens(std::vector<ApiToken> tokens) override;
+  NewToken new_token() override;
+  void Https(WebHttps https) override { https_ = std::move(https); }
+  WebHttpsState HttpsState() const override { return {}; }
+  std::string make_certificate(const std::filesystem::path& certificate,
+                               const std::filesystem::path& key, int days) override;
 
  private:
   GateRules rules(http::DocumentFolder& folder);
@@ -74,6 +83,8 @@ class HttpServer : public WebServerControl {
   StateTest state_pages_;
   std::function<std::string(const WebRefusal&)> refusal_pages_;
   WebAccess access_;
+  WebHttps https_;
+  std::vector<ApiToken> tokens_;
 
   // What the loop watches, for good: the library's descriptor comes and goes inside it.
   const std::unique_ptr<SocketSet> watched_;

@@ -44,6 +44,30 @@ class FakeWeb : public WebServerControl {
                                  : std::to_string(request) + " " + page);
   }
 
+  void SendAnswer(int request, const ApiAnswer& answer) override { api_answers[request] = answer; }
+  void SendStream(int request, std::shared_ptr<StreamSource> source) override {
+    streams[request] = std::move(source);
+  }
+  void StreamsHaveMore() override { ++stream_calls; }
+  void Tokens(std::vector<ApiToken> now) override { tokens = std::move(now); }
+  NewToken new_token() override {
+    const std::string number = std::to_string(++made_tokens_);
+    return {"hw_secret" + number, "hash" + number};
+  }
+  void Https(WebHttps wanted) override { https = std::move(wanted); }
+  WebHttpsState HttpsState() const override { return https_state; }
+  std::string make_certificate(const std::filesystem::path& certificate,
+                               const std::filesystem::path& key, int) override {
+    certificates.push_back(certificate.string() + " " + key.string());
+    return certificate_trouble;
+  }
+
+  // A request of a program; its identifier.
+  int api(const ApiRequest& request) {
+    ApiRequestArrived(++last_id_, request);
+    return last_id_;
+  }
+
   // A request from outside; its identifier.
   int request(const std::string& page, const std::string& query = {}) {
     const int id = ++last_id_;
@@ -65,6 +89,14 @@ class FakeWeb : public WebServerControl {
   SwitchTest what_switches;
   StateTest state_page;
   std::function<std::string(const WebRefusal&)> refusal_page;
+  std::map<int, ApiAnswer> api_answers;
+  std::map<int, std::shared_ptr<StreamSource>> streams;
+  int stream_calls = 0;
+  std::vector<ApiToken> tokens;
+  WebHttps https;
+  WebHttpsState https_state;
+  std::vector<std::string> certificates;  // made: the two paths
+  std::string certificate_trouble;
 
  private:
   std::string port_;
@@ -72,6 +104,7 @@ class FakeWeb : public WebServerControl {
   int mode_ = 0;
   bool listening_ = false;
   int last_id_ = 0;
+  int made_tokens_ = 0;
   std::map<int, std::string> queries_;
 };
 

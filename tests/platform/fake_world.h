@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "platform/json/nlohmann_json.h"
 #include "platform/platform.h"
 #include "tests/platform/fake_desktop.h"
 #include "tests/platform/fake_interface.h"
@@ -18,8 +19,8 @@ namespace homewarden::testing {
 // Everything that the program needs of the world, in memory and on a virtual clock.
 struct FakeWorld {
   HousePlatform house_platform(std::filesystem::path folder) {
-    return {loop,       *used_files,   registry, services,          instance, counterpart,
-            *connected, *used_dialogs, web,      std::move(folder), ""};
+    return {loop,       *used_files,   registry, services, instance,          counterpart,
+            *connected, *used_dialogs, web,      json,     std::move(folder), ""};
   }
   Platform platform(std::filesystem::path folder) {
     return {house_platform(std::move(folder)),
@@ -46,6 +47,7 @@ struct FakeWorld {
   FakeSounds sounds;
   FakeSpeech speech;
   FakeWeb web;
+  json::NlohmannJson json;
 
   // What may be something else for the platform that comes next.
   Files* used_files = &files;
