@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -78,6 +79,10 @@ class WebHost {
 
   // Ends a connection for both sides; whoever has the socket closes it.
   virtual void shut_down(int socket) = 0;
+  // For a connection on which something is sent now and then for a long time: the system is to keep
+  // little of what its client has not taken, some 64 KB, and to end it when the client takes
+  // nothing for so long.
+  virtual void expect_reader(int socket, std::chrono::milliseconds patience) = 0;
   // For each connection, in the order given, whether the client has ended it. Does not wait.
   virtual std::vector<bool> hung_up(const std::vector<int>& sockets) = 0;
   // Sockets and files that the process may have open at once; nothing when that is not known.

@@ -25,8 +25,12 @@ std::size_t affordable_connections(std::optional<std::size_t> descriptors, std::
   return std::clamp<std::size_t>(left / 2, 16, wanted);
 }
 
+bool is_handled(const Connection& connection) {
+  return connection.phase == Phase::kHandling || connection.phase == Phase::kStreaming;
+}
+
 bool can_be_cut(const Connection& connection) {
-  return connection.phase != Phase::kHandling && connection.phase != Phase::kClosing;
+  return !is_handled(connection) && connection.phase != Phase::kClosing;
 }
 
 }  // namespace
@@ -146,7 +150,7 @@ void Connections::cut_late(milliseconds now) {
 std::vector<Connection*> Connections::handled() const {
   std::vector<Connection*> found;
   for (const auto& [connection, owned] : all_)
-    if (connection->phase == Phase::kHandling) found.push_back(connection);
+    if (is_handled(*connection)) found.push_back(connection);
   return found;
 }
 

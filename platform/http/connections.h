@@ -21,7 +21,7 @@ namespace homewarden::http {
 
 struct Connection {
   // `closing`: it has been cut and its end is not yet noticed.
-  enum class Phase { kFirstHead, kIdle, kHead, kHandling, kSending, kClosing };
+  enum class Phase { kFirstHead, kIdle, kHead, kHandling, kSending, kStreaming, kClosing };
 
   MHD_Connection* library = nullptr;
   int socket = -1;
@@ -35,12 +35,14 @@ struct Connection {
   RequestHead head;
   std::optional<Refusal> refusal;
   Admission admission;
-  int request = 0;  // 0 while it is not waiting
+  std::string body;
+  std::size_t refused_body = 0;  // bytes that came and were not kept
+  int request = 0;               // 0 while it is not waiting
 };
 
 // All connections: keeps the time limits and shares the places among addresses when there are too
-// many. Connections whose request is being handled are never cut. Cutting is a shutdown of the
-// socket, which the library then finds at its end.
+// many. Connections whose request is being handled, and streams, are never cut for another one.
+// Cutting is a shutdown of the socket, which the library then finds at its end.
 class Connections {
  public:
   // `proxies` are not held to the share of one address: each of theirs is somebody else's.
@@ -57,7 +59,10 @@ class Connections {
 
   // Cuts what has outlived its time limit.
   void cut_late(std::chrono::milliseconds now);
-  // Those being handled whose client has hung up. Asks the system about each; nothing is cut.
+  // Ends one whatever it does.
+  void cut(Connection& connection);
+  // Those being handled, and streams, whose client has hung up. Asks the system about each; nothing
+  // is cut.
   std::vector<Connection*> deserted() const;
 
   // False also while those that were cut have not been closed.
@@ -66,6 +71,7 @@ class Connections {
   // many descriptors; and with those that were cut and not yet closed.
   std::size_t largest() const { return largest_; }
   std::size_t most_sockets() const { return largest_ + spare_; }
+  // With streams.
   std::vector<Connection*> handled() const;
 
  private:
@@ -79,7 +85,6 @@ class Connections {
   Place place_for(const Address& from, std::chrono::milliseconds now) const;
   Connection* longest_at_rest(const Group& group) const;
   std::chrono::milliseconds allowed(Connection::Phase phase) const;
-  void cut(Connection& connection);
   void leave_group(Connection& connection);
 
   WebHost& host_;

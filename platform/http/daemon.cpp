@@ -41,15 +41,17 @@ void* on_line(void* events, const char* uri, MHD_Connection* library) {
 }
 
 MHD_Result on_request(void* events, MHD_Connection* library, const char* /*url*/,
-                      const char* method, const char* version, const char* /*body*/,
+                      const char* method, const char* version, const char* body,
                       std::size_t* body_size, void** context) {
   auto& to = *static_cast<DaemonEvents*>(events);
   Connection& connection = *connection_of(library);
-  *body_size = 0;
   bool go_on = false;
   if (*context == nullptr) {
     *context = &connection;
     go_on = to.head_read(connection, library, method, version);
+  } else if (*body_size != 0) {
+    go_on = to.body_read(connection, {body, *body_size});
+    *body_size = 0;
   } else {
     go_on = to.request_read(connection);
   }

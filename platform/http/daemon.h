@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <optional>
+#include <string_view>
 
 #include "platform/handle.h"
 #include "platform/http/request_head.h"
@@ -28,6 +29,8 @@ class DaemonEvents {
   // A request has come, without its body. False closes the connection.
   virtual bool head_read(Connection& connection, MHD_Connection* library, const char* method,
                          const char* version) = 0;
+  // A piece of its body has come; never when the request was answered by its head.
+  virtual bool body_read(Connection& connection, std::string_view piece) = 0;
   // It has come as a whole, or goes on after it was held up. False closes the connection.
   virtual bool request_read(Connection& connection) = 0;
   // It has been answered, or its connection ends.

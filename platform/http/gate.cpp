@@ -1,5 +1,7 @@
 #include "platform/http/gate.h"
 
+#include "platform/http/api_form.h"
+#include "platform/http/api_path.h"
 #include "platform/http/host_name.h"
 #include "platform/http/safe_path.h"
 
@@ -30,24 +32,38 @@ std::variant<Admission, Refusal> Gate::check(const RequestHead& head, const Cloc
   const Visitor visitor = visitor_of(head, rules_.proxies);
   if (!rules_.log_in)
     if (auto refusal = check_origin(visitor, clock.uptime())) return std::move(*refusal);
-  if (auto refusal = check_form(head)) return std::move(*refusal);
+  const auto path = api_path(head.path());
+  if (auto refusal = check_form(head, path.has_value())) return std::move(*refusal);
+  if (path && is_preflight(head)) return check_preflight(head);
+  Admission admission;
+  admission.from = visitor.from;
   std::string cookie;
   if (rules_.log_in) {
     auto verdict = rules_.log_in->check(head, visitor, clock);
     if (auto* refusal = std::get_if<Refusal>(&verdict)) return std::move(*refusal);
     cookie = std::get<std::string>(std::move(verdict));
   }
+  admission.query = head.query();
+  if (path) admission.call = call_of(head, visitor, *path);
+  auto verdict = path ? check_call(head, visitor, std::move(admission))
+                      : check_page(head, visitor, std::move(admission));
+  auto* admitted = std::get_if<Admission>(&verdict);
+  if (admitted != nullptr && admitted->shows_states && !cookie.empty())
+    admitted->headers.emplace_back("Set-Cookie", std::move(cookie));
+  return verdict;
+}
+
+std::variant<Admission, Refusal> Gate::check_page(const RequestHead& head, const Visitor& visitor,
+                                                  Admission admission) const {
   auto page = safe_path(head.path());
   if (!page) return Refusal{404, "There is no such page."};
-  Admission admission;
-  admission.from = visitor.from;
   admission.page = std::move(*page);
-  admission.query = head.query();
   if (rules_.switches) admission.switches = rules_.switches(admission.page, admission.query);
   std::optional<StatePage> states;
   if (!admission.switches && rules_.state_pages)
     states = rules_.state_pages(admission.page, admission.query);
   if (!admission.switches && !states) return admission;
+  admission.shows_states = true;
   // Foreign pages can name what is fetched so, and browsers then say that nobody's page causes it.
   if (head.in_advance && (admission.switches || states->remembered))
     return Refusal{503, "Nothing is switched or remembered for what a browser fetches in advance."};
@@ -57,13 +73,43 @@ std::variant<Admission, Refusal> Gate::check(const RequestHead& head, const Cloc
   auto refusal = admission.switches ? check_switch(head, own_host, cause)
                                     : check_state_page(head, own_host, cause, *states, admission);
   if (refusal) return std::move(*refusal);
-  if (!cookie.empty()) admission.headers.emplace_back("Set-Cookie", std::move(cookie));
-  if (cause == Cause::kAllowed && head.origin) {
-    admission.headers.emplace_back("Access-Control-Allow-Origin", *head.origin);
-    admission.headers.emplace_back("Access-Control-Allow-Credentials", "true");
-    admission.headers.emplace_back("Vary", "Origin");
-  }
+  admission.headers = cross_origin(head);
   return admission;
+}
+
+// Whoever asks in a browser's name learns of states no more than its pages do.
+std::variant<Admission, Refusal> Gate::check_call(const RequestHead& head, const Visitor& visitor,
+                                                  Admission admission) const {
+  const bool own_host = has_own_host(head);
+  const Cause cause = cause_of(head, visitor.https, rules_.origins);
+  if (only_asks(head)) {
+    if (!own_host) return under_foreign_name("Nothing is shown");
+    if (cause == Cause::kForeign) return shown_to_foreign_page();
+  } else if (auto refusal = check_switch(head, own_host, cause)) {
+    return std::move(*refusal);
+  }
+  admission.headers = cross_origin(head);
+  return admission;
+}
+
+// Such a question comes without a log-in, and its answer tells only which pages are allowed.
+Refusal Gate::check_preflight(const RequestHead& head) const {
+  if (cross_origin(head).empty()) return shown_to_foreign_page();
+  return {204, "", "Access-Control-Max-Age", "600"};
+}
+
+Gate::Headers Gate::cross_origin(const RequestHead& head) const {
+  if (!head.origin || cause_of(head, std::nullopt, rules_.origins) != Cause::kAllowed) return {};
+  Headers headers{{"Access-Control-Allow-Origin", *head.origin},
+                  {"Access-Control-Allow-Credentials", "true"},
+                  {"Vary", "Origin"}};
+  if (!is_for_programs(head.path())) return headers;
+  headers.emplace_back("Access-Control-Expose-Headers", "Location, Retry-After");
+  if (!is_preflight(head)) return headers;
+  headers.emplace_back("Access-Control-Allow-Methods", kMethodsOfCalls);
+  headers.emplace_back("Access-Control-Allow-Headers",
+                       "Authorization, Content-Type, Last-Event-ID");
+  return headers;
 }
 
 std::optional<Refusal> Gate::check_origin(const Visitor& visitor, std::chrono::milliseconds now) {
@@ -84,15 +130,16 @@ std::optional<Refusal> Gate::check_origin(const Visitor& visitor, std::chrono::m
   return Refusal{403, "Without a password only this machine and its own networks are answered."};
 }
 
-std::optional<Refusal> Gate::check_form(const RequestHead& head) const {
-  if (head.method != "GET" && head.method != "HEAD") return not_allowed("GET, HEAD");
+std::optional<Refusal> Gate::check_form(const RequestHead& head, bool is_call) const {
+  if (is_call ? !is_method_of_calls(head) : !only_asks(head))
+    return not_allowed(is_call ? kMethodsOfCalls : "GET, HEAD");
   if (head.uri.size() > kLongestUri) return Refusal{414, "The address is too long."};
-  if (head.has_body) return Refusal{400, "A question with a body is not understood."};
+  if (head.has_body && !is_call) return Refusal{400, "A question with a body is not understood."};
   if (head.repeats || (head.needs_host && !head.host))
     return Refusal{400, "The request is malformed."};
   if (head.is_absolute && !has_own_host(head))
     return Refusal{421, "This server does not pass requests on to others."};
-  return std::nullopt;
+  return is_call ? check_body(head) : std::nullopt;
 }
 
 // A client that knows no host names, of HTTP 1.0, is no browser.
@@ -100,14 +147,22 @@ bool Gate::has_own_host(const RequestHead& head) const {
   return head.host ? is_own_host(*head.host, all_names_) : !head.needs_host;
 }
 
+Refusal Gate::under_foreign_name(const std::string& what) const {
+  return {403, what +
+                   ", as this house is not known under the name in the address. Further names that "
+                   "are known: " +
+                   listed(rules_.names) + ". More can be added" + kPanel};
+}
+
+Refusal Gate::shown_to_foreign_page() const {
+  return {403, "Nothing is shown to a page of somebody else's. Foreign pages that may look: " +
+                   listed(rules_.origins) + ". More can be added" + kPanel};
+}
+
 std::optional<Refusal> Gate::check_switch(const RequestHead& head, bool own_host,
                                           Cause cause) const {
-  if (head.method != "GET") return not_allowed("GET");
-  if (!own_host)
-    return Refusal{403,
-                   "Nothing is switched, as this house is not known under the name in the address. "
-                   "Further names that are known: " +
-                       listed(rules_.names) + ". More can be added" + kPanel};
+  if (head.method == "HEAD") return not_allowed("GET");
+  if (!own_host) return under_foreign_name("Nothing is switched");
   if (cause == Cause::kOwn || cause == Cause::kAllowed) return std::nullopt;
   const bool may_repeat = is_navigation(head);
   Refusal refusal{403, ""};
@@ -139,14 +194,7 @@ std::optional<Refusal> Gate::check_state_page(const RequestHead& head, bool own_
                                               const StatePage& states, Admission& admission) const {
   const bool foreign = !own_host || cause == Cause::kForeign;
   if (foreign && !is_navigation(head)) {
-    if (!own_host)
-      return Refusal{403,
-                     "Nothing is shown, as this house is not known under the name in the address. "
-                     "Further names that are known: " +
-                         listed(rules_.names) + ". More can be added" + kPanel};
-    return Refusal{403,
-                   "Nothing is shown to a page of somebody else's. Foreign pages that may look: " +
-                       listed(rules_.origins) + ". More can be added" + kPanel};
+    return own_host ? shown_to_foreign_page() : under_foreign_name("Nothing is shown");
   }
   if (!foreign && (cause != Cause::kUnproven || !states.remembered)) return std::nullopt;
   admission.page = states.home;

@@ -23,8 +23,10 @@ struct Admission {
   std::string page;   // decoded, without the leading slash
   std::string query;  // as it was sent
   std::optional<WebSwitch> switches{};
+  std::optional<ApiRequest> call{};  // of a program, in place of a page, without its body
+  bool shows_states = false;
   bool nameless = false;  // see WebServerControl::UnderForeignName()
-  // That the answer has besides those of every answer: name and value.
+  // That the answer has besides those of every answer.
   std::vector<std::pair<const char*, std::string>> headers{};
 };
 
@@ -52,13 +54,25 @@ class Gate {
   // The refusal says what to answer; a wrong password counts from this call on.
   std::variant<Admission, Refusal> check(const RequestHead& head, const Clock& clock);
 
+  // The headers by which a page of a foreign origin that is allowed to may read the answer; none
+  // for others.
+  using Headers = std::vector<std::pair<const char*, std::string>>;
+  Headers cross_origin(const RequestHead& head) const;
+
  private:
   std::optional<Refusal> check_origin(const Visitor& visitor, std::chrono::milliseconds now);
-  std::optional<Refusal> check_form(const RequestHead& head) const;
+  std::optional<Refusal> check_form(const RequestHead& head, bool is_call) const;
+  std::variant<Admission, Refusal> check_page(const RequestHead& head, const Visitor& visitor,
+                                              Admission admission) const;
+  std::variant<Admission, Refusal> check_call(const RequestHead& head, const Visitor& visitor,
+                                              Admission admission) const;
   std::optional<Refusal> check_switch(const RequestHead& head, bool own_host, Cause cause) const;
   std::optional<Refusal> check_state_page(const RequestHead& head, bool own_host, Cause cause,
                                           const StatePage& states, Admission& admission) const;
   bool has_own_host(const RequestHead& head) const;
+  Refusal check_preflight(const RequestHead& head) const;
+  Refusal under_foreign_name(const std::string& what) const;
+  Refusal shown_to_foreign_page() const;
 
   GateRules rules_;
   std::vector<std::string> all_names_;

@@ -32,6 +32,26 @@ struct HttpLimits {
   std::size_t in_line = 128;
   std::size_t in_line_of_one = 16;
   std::size_t switches_of_one = 6;
+
+  // Requests of programs that are not answered, of which some wait for the power line; and how
+  // often an address may ask: so many times at once, as when all pages of a house come back, and so
+  // many times a second in the long run, which a page with a slider or a script hardly reaches.
+  std::size_t calls = 256;
+  std::size_t calls_of_one = 64;
+  std::size_t calls_at_once = 300;
+  std::size_t calls_per_second = 100;
+  // Of a body that is refused so much is taken before the refusal is sent, as clients read it only
+  // when they have sent everything.
+  std::size_t refused_body = 64UL * 1024;
+
+  // Streams, at most half of the connections, and of an address half of its share. A heartbeat is
+  // sent after so long without anything else, and a reader cut that takes nothing for so long; and
+  // so long after sources were asked they are not asked again.
+  std::size_t streams = 512;
+  std::size_t streams_of_one = 256;
+  std::chrono::milliseconds heartbeat{15'000};
+  std::chrono::milliseconds stream_taking{30'000};
+  std::chrono::milliseconds stream_pause{5};
 };
 
 }  // namespace homewarden::http

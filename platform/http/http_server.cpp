@@ -124,22 +124,32 @@ bool HttpServer::UnderForeignName(int request) const {
 
 void HttpServer::SendPage(int request, const std::string& page, bool serve_file) {
   if (!server_) return;
-  const bool sent =
-      serve_file ? server_->answer_document(request) : server_->answer_page(request, page);
-  // Also when its client has gone there is room for another request now.
-  if (in_turn_) {
-    answered_ = answered_ || sent;
+  answered(serve_file ? server_->answer_document(request) : server_->answer_page(request, page));
+}
+
+void HttpServer::SendAnswer(int request, const ApiAnswer& answer) {
+  if (server_) answered(server_->answer_call(request, answer));
+}
+
+void HttpServer::SendStream(int request, std::shared_ptr<StreamSource> source) {
+  if (server_) answered(server_->answer_stream(request, std::move(source)));
+}
+
+// Also when its client has gone there is room for another request now.
+void HttpServer::answered(bool has_to_send) {
+  if (in_turn_ || running_ != nullptr) {
+    answered_ = answered_ || has_to_send;
     return;
   }
-  if (sent) run();
+  if (has_to_send) run();
   arm();
 }
 
-void HttpServer::SendAnswer(int, const ApiAnswer&) {}
-
-void HttpServer::SendStream(int, std::shared_ptr<StreamSource>) {}
-
-void HttpServer::StreamsHaveMore() {}
+void HttpServer::StreamsHaveMore() {
+  if (!server_ || server_->streams().empty()) return;
+  server_->streams().have_more();
+  if (!in_turn_ && running_ == nullptr) arm();
+}
 
 void HttpServer::Tokens(std::vector<ApiToken> tokens) {
   tokens_ = std::move(tokens);
@@ -159,20 +169,34 @@ void HttpServer::turn() {
   {
     const FlagGuard guard(in_turn_);
     turn_start_ = loop_.uptime();
-    int rounds = 0;
-    do {
+    tell_streams();
+    answered_ = true;
+    for (int rounds = 0; server_ && answered_ && rounds < kRounds; ++rounds) {
+      if (rounds > 0 && !has_patience()) break;
       answered_ = false;
       run();
       hand_over();
-    } while (server_ && answered_ && ++rounds < kRounds && has_patience());
+    }
     if (server_ && answered_) run();
   }
   arm();
 }
 
 void HttpServer::run() {
+  with_running([](RunningServer& server) { server.run(); });
+}
+
+void HttpServer::tell_streams() {
+  Streams& streams = server_->streams();
+  if (!streams.has_to_tell() || streams.pause() > milliseconds(0)) return;
+  with_running(
+      [this](RunningServer& server) { server.streams().tell([this] { return has_patience(); }); });
+}
+
+// One that is stopped meanwhile goes only afterwards.
+void HttpServer::with_running(const std::function<void(RunningServer&)>& function) {
   running_ = server_.get();
-  running_->run();
+  function(*running_);
   running_ = nullptr;
   stopped_.reset();
 }
@@ -183,24 +207,45 @@ bool HttpServer::has_patience() const {
 
 // Whoever is told of a request may answer it at once, and may stop or start the server.
 void HttpServer::hand_over() {
-  while (server_ && has_patience()) {
-    const auto id = server_->next_request(pages_at_once_);
-    if (!id) return;
-    const std::string page = server_->find(*id)->page;
-    RequestArrived(*id, page);
+  bool has_more = true;
+  while (has_more && server_ && has_patience()) {
+    const bool was_call = hand_over_call();
+    const bool was_page = server_ && hand_over_page();
+    has_more = was_call || was_page;
   }
+}
+
+bool HttpServer::hand_over_page() {
+  const auto id = server_->next_request(pages_at_once_);
+  if (!id) return false;
+  const std::string page = server_->find(*id)->page;
+  RequestArrived(*id, page);
+  return true;
+}
+
+bool HttpServer::hand_over_call() {
+  const auto id = server_->next_call();
+  if (!id) return false;
+  const ApiRequest call = *server_->find_call(*id);
+  ApiRequestArrived(*id, call);
+  return true;
 }
 
 void HttpServer::arm() {
   if (!server_) return;
-  if (server_->has_more() || server_->has_request(pages_at_once_)) turn_soon();
+  if (server_->has_more() || server_->has_request(pages_at_once_) || server_->has_call())
+    turn_soon(milliseconds(0));
+  else if (server_->streams().has_to_tell())
+    turn_soon(server_->streams().pause());
   if (next_look_ == 0 && server_->has_connections())
     next_look_ = loop_.call_after(limits_.look_around, [this] { look_around(); });
 }
 
-void HttpServer::turn_soon() {
-  if (next_turn_ != 0) return;
-  next_turn_ = loop_.call_after(milliseconds(0), [this] {
+void HttpServer::turn_soon(milliseconds delay) {
+  if (next_turn_ != 0 && next_turn_delay_ <= delay) return;
+  loop_.cancel(next_turn_);
+  next_turn_delay_ = delay;
+  next_turn_ = loop_.call_after(delay, [this] {
     next_turn_ = 0;
     turn();
   });

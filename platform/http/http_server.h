@@ -64,11 +64,16 @@ class HttpServer : public WebServerControl {
   // Once around: reads, hands requests to the program, sends what it answered.
   void turn();
   void run();
+  void tell_streams();
+  void with_running(const std::function<void(RunningServer&)>& function);
   void hand_over();
+  bool hand_over_page();
+  bool hand_over_call();
+  void answered(bool has_to_send);
   bool has_patience() const;
   // Sees to it that the next turn comes.
   void arm();
-  void turn_soon();
+  void turn_soon(std::chrono::milliseconds delay);
   void look_around();
 
   EventLoop& loop_;
@@ -96,6 +101,7 @@ class HttpServer : public WebServerControl {
   std::chrono::milliseconds turn_start_{};
   bool answered_ = false;  // since the server ran last
   EventLoop::CallId next_turn_ = 0;
+  std::chrono::milliseconds next_turn_delay_{};
   EventLoop::CallId next_look_ = 0;
   // Known to functions that a loop may still call; gone with the server.
   std::shared_ptr<HttpServer*> self_;

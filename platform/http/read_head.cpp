@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstring>
+#include <limits>
 #include <string_view>
 
 #include "base/text.h"
@@ -14,7 +16,7 @@ struct KnownHeader {
   std::optional<std::string> RequestHead::*value;
 };
 
-constexpr std::array<KnownHeader, 10> kKnownHeaders{{
+constexpr std::array<KnownHeader, 13> kKnownHeaders{{
     {"Host", &RequestHead::host},
     {"Authorization", &RequestHead::authorization},
     {"Origin", &RequestHead::origin},
@@ -25,12 +27,24 @@ constexpr std::array<KnownHeader, 10> kKnownHeaders{{
     {"User-Agent", &RequestHead::user_agent},
     {"If-None-Match", &RequestHead::if_none_match},
     {"If-Modified-Since", &RequestHead::if_modified_since},
+    {"Content-Type", &RequestHead::content_type},
+    {"Last-Event-ID", &RequestHead::last_event_id},
+    {"Access-Control-Request-Method", &RequestHead::asked_method},
 }};
 
 bool tells_purpose(std::string_view name) {
   constexpr std::array<std::string_view, 4> kNames{"Sec-Purpose", "Purpose", "X-Purpose", "X-Moz"};
   return std::any_of(kNames.begin(), kNames.end(),
                      [&](std::string_view purpose) { return equals_ignoring_case(name, purpose); });
+}
+
+// The library has refused what is no number.
+void read_size(std::string_view text, RequestHead& head) {
+  const std::string_view digits = trim_blanks(text);
+  std::uint64_t size = 0;
+  const auto error = std::from_chars(digits.data(), digits.data() + digits.size(), size).ec;
+  head.body_size = error == std::errc() ? size : std::numeric_limits<std::uint64_t>::max();
+  head.has_body = head.has_body || head.body_size != 0U;
 }
 
 MHD_Result on_header(void* to, MHD_ValueKind, const char* name, std::size_t name_size,
@@ -50,9 +64,8 @@ MHD_Result on_header(void* to, MHD_ValueKind, const char* name, std::size_t name
       (contains_ignoring_case(text, "prefetch") || contains_ignoring_case(text, "preview")))
     head.in_advance = true;
   head.forwarded.take(given, text);
-  if (equals_ignoring_case(given, "Transfer-Encoding") ||
-      (equals_ignoring_case(given, "Content-Length") && trim_blanks(text) != "0"))
-    head.has_body = true;
+  if (equals_ignoring_case(given, "Content-Length")) read_size(text, head);
+  if (equals_ignoring_case(given, "Transfer-Encoding")) head.has_body = true;
   return MHD_YES;
 }
 

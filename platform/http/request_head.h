@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,6 +19,7 @@ struct RequestHead {
   std::string uri;  // the path and what follows it, as it was sent
   bool needs_host = true;
   bool has_body = false;
+  std::optional<std::uint64_t> body_size{};  // nothing when it was not announced
   bool takes_html = false;   // as browsers do for what they show; programs hardly say so
   bool in_advance = false;   // nobody has asked for the answer yet: a browser guesses, or previews
   bool repeats = false;      // one of the headers below came twice
@@ -32,6 +34,9 @@ struct RequestHead {
   std::optional<std::string> user_agent;
   std::optional<std::string> if_none_match;
   std::optional<std::string> if_modified_since;
+  std::optional<std::string> content_type;
+  std::optional<std::string> last_event_id;
+  std::optional<std::string> asked_method;  // Access-Control-Request-Method
   std::string cookies;  // of all Cookie headers, of which there may be several; each ends in ";"
   ForwardedHeaders forwarded;
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "platform/http/api_path.h"
 #include "platform/http/cookies.h"
 
 namespace homewarden::http {
@@ -87,6 +88,35 @@ Response Response::refusal(const Refusal& refusal, const std::string& html) {
   response.header("Cache-Control", "no-store");
   if (refusal.sets_cookie) response.header("Set-Cookie", kSetHouseCookie);
   if (!refusal.header.empty()) response.header(refusal.header.c_str(), refusal.value);
+  return response;
+}
+
+Response Response::problem(const Refusal& refusal) {
+  const bool has_body = refusal.status != MHD_HTTP_NO_CONTENT;
+  ApiAnswer answer{refusal.status};
+  if (has_body) answer.body = problem_json(refusal.status, refusal.reason);
+  answer.type = "application/problem+json";
+  Response response = program(answer);
+  if (!refusal.header.empty()) response.header(refusal.header.c_str(), refusal.value);
+  return response;
+}
+
+Response Response::program(const ApiAnswer& answer) {
+  Response response(answer.status, from_text(answer.body));
+  if (!answer.body.empty()) response.header("Content-Type", answer.type);
+  response.header("Cache-Control", "no-store");
+  if (!answer.location.empty()) response.header("Location", answer.location);
+  if (!answer.retry_after.empty()) response.header("Retry-After", answer.retry_after);
+  return response;
+}
+
+Response Response::stream(Stream& reader) {
+  constexpr std::size_t kBlock = 4096;  // for clients that take no chunks
+  Response response(MHD_HTTP_OK, MHD_create_response_from_callback(
+                                     MHD_SIZE_UNKNOWN, kBlock, &Stream::read, &reader, nullptr));
+  response.header("Content-Type", "text/event-stream");
+  response.header("Cache-Control", "no-store");
+  response.header("X-Accel-Buffering", "no");
   return response;
 }
 

@@ -7,6 +7,8 @@
 #include "platform/http/document_folder.h"
 #include "platform/http/gate.h"
 #include "platform/http/request_head.h"
+#include "platform/http/stream.h"
+#include "platform/web_api.h"
 
 namespace homewarden::http {
 
@@ -19,6 +21,12 @@ class Response {
   // The page, or for "" the reason as plain text, with the status and the headers that the refusal
   // names.
   static Response refusal(const Refusal& refusal, const std::string& html = {});
+  // The reason as programs read it.
+  static Response problem(const Refusal& refusal);
+  // What a program is answered, and one of a stream that `reader` is read for (see Stream), which
+  // must last until the library has done with the answer.
+  static Response program(const ApiAnswer& answer);
+  static Response stream(Stream& reader);
   // The document, or word that the client has it already (304, without content).
   static Response document(Document document, const RequestHead& head);
 

@@ -4,6 +4,9 @@
 #include <limits>
 #include <utility>
 
+#include "platform/http/api_form.h"
+#include "platform/http/api_path.h"
+
 namespace homewarden::http {
 
 using Phase = Connection::Phase;
@@ -43,6 +46,8 @@ RunningServer::RunningServer(const Clock& clock, WebHost& host, const HttpLimits
       arrived_(std::move(arrived)),
       connections_(host, limits, gate_.proxies()),
       requests_(limits, connections_.largest() / 3),
+      calls_(limits),
+      streams_(clock, host, limits, connections_.largest()),
       listening_(std::move(listening)),
       daemon_(*this, host.duplicate(listening_), connections_.most_sockets()) {}
 
@@ -52,19 +57,34 @@ RunningServer::~RunningServer() {
 
 void RunningServer::retire() {
   retired_ = true;
+  streams_.give_up_all();
   host_.shut_down(listening_.get());
 }
 
 void RunningServer::look_around() {
   connections_.cut_late(clock_.uptime());
   for (Connection* connection : connections_.deserted()) give_up(*connection);
+  for (Connection* connection : streams_.look_around()) {
+    connections_.cut(*connection);
+    streams_.give_up(*connection);
+  }
 }
 
 // The library goes on with the connection and is told in request_read() that it ends.
 void RunningServer::give_up(Connection& connection) {
-  requests_.desert(std::exchange(connection.request, 0));
+  const bool is_stream = connection.phase == Phase::kStreaming;
+  desert(connection);
   connection.phase = Phase::kClosing;
-  if (&connection != arriving_) MHD_resume_connection(connection.library);
+  if (is_stream)
+    streams_.give_up(connection);
+  else if (&connection != arriving_)
+    MHD_resume_connection(connection.library);
+}
+
+void RunningServer::desert(Connection& connection) {
+  const int id = std::exchange(connection.request, 0);
+  requests_.desert(id);
+  calls_.desert(id);
 }
 
 bool RunningServer::has_gone(int id) const {
@@ -103,9 +123,7 @@ bool RunningServer::answer_page(int id, const std::string& html) {
   if (connection == nullptr) return false;
   // What is kept is sent to everybody, and must not have a cookie of one browser.
   if (connection->admission.headers.empty()) return send(*connection, pages_.of(html));
-  Response own = Response::page(html);
-  for (const auto& [name, value] : connection->admission.headers) own.header(name, value);
-  return send(*connection, own);
+  return send_with_headers(*connection, Response::page(html));
 }
 
 bool RunningServer::answer_document(int id) {
@@ -119,9 +137,39 @@ bool RunningServer::answer_document(int id) {
   return send(*connection, Response::document(std::move(*document), connection->head));
 }
 
+bool RunningServer::answer_call(int id, const ApiAnswer& answer) {
+  Connection* connection = calls_.finish(id);
+  return connection != nullptr && send_with_headers(*connection, Response::program(answer));
+}
+
+bool RunningServer::answer_stream(int id, std::shared_ptr<StreamSource> source) {
+  Connection* connection = calls_.finish(id);
+  if (connection == nullptr) return false;
+  if (const auto refusal = streams_.too_many(connection->admission.from))
+    return send(*connection, answer_to(*connection, *refusal));
+  Stream& stream = streams_.begin(*connection, std::move(source));
+  send_with_headers(*connection, Response::stream(stream));
+  if (connection->phase == Phase::kClosing || connection->head.method == "HEAD")
+    stream.give_up();  // nothing will be read of it
+  else
+    connection->phase = Phase::kStreaming;
+  return true;
+}
+
+bool RunningServer::send_with_headers(Connection& connection, Response response) {
+  for (const auto& [name, value] : connection.admission.headers) response.header(name, value);
+  return send(connection, response);
+}
+
 // A browser that was refused its login asks for another one; the rest it shows.
 Response RunningServer::answer_to(const Connection& connection, const Refusal& refusal) const {
   constexpr unsigned kUnauthorized = 401;
+  if (is_for_programs(connection.head.path())) {
+    Response problem = Response::problem(refusal);
+    for (const auto& [name, value] : gate_.cross_origin(connection.head))
+      problem.header(name, value);
+    return problem;
+  }
   if (!refusal_pages_ || !connection.head.takes_html || refusal.status == kUnauthorized)
     return Response::refusal(refusal);
   return Response::refusal(refusal, refusal_pages_(WebRefusal{refusal.status, refusal.reason,
@@ -166,17 +214,54 @@ bool RunningServer::head_read(Connection& connection, MHD_Connection* library, c
   auto verdict = gate_.check(connection.head, clock_);
   if (auto* admission = std::get_if<Admission>(&verdict)) {
     connection.admission = std::move(*admission);
-    return true;
+    if (connection.admission.call)
+      connection.refusal = calls_.too_often(connection.admission.from, clock_.uptime());
+  } else {
+    connection.refusal = std::get<Refusal>(std::move(verdict));
   }
-  connection.refusal = std::get<Refusal>(std::move(verdict));
   // An answer before the body has come makes the library close the connection after it.
-  return !connection.head.has_body || answer_to(connection, *connection.refusal).queue_on(library);
+  return !connection.refusal || takes_body(connection.head) ||
+         answer_to(connection, *connection.refusal).queue_on(library);
+}
+
+// Whether the body of a request that is refused is taken all the same: many clients read their
+// answer only when they have sent it all.
+bool RunningServer::takes_body(const RequestHead& head) const {
+  return !head.has_body ||
+         (is_for_programs(head.path()) && head.body_size.value_or(0) <= limits_.refused_body);
+}
+
+bool RunningServer::body_read(Connection& connection, std::string_view piece) {
+  if (connection.phase == Phase::kClosing) return false;
+  if (!connection.refusal && connection.body.size() + piece.size() > kLargestApiBody) {
+    connection.refusal = too_large();
+    connection.body.clear();
+  }
+  if (connection.refusal)
+    connection.refused_body += piece.size();
+  else
+    connection.body.append(piece);
+  return connection.refused_body <= limits_.refused_body;
 }
 
 bool RunningServer::request_read(Connection& connection) {
   if (connection.phase == Phase::kClosing || retired_) return false;
-  if (!connection.refusal) {
-    Admission& admission = connection.admission;
+  if (!connection.refusal) connection.refusal = take(connection);
+  if (!connection.refusal) return hand_over(connection);
+  connection.phase = Phase::kSending;
+  connection.since = clock_.uptime();
+  return answer_to(connection, *connection.refusal).queue_on(connection.library);
+}
+
+// Gives the request an id and puts it among those that wait, if there is room.
+std::optional<Refusal> RunningServer::take(Connection& connection) {
+  Admission& admission = connection.admission;
+  const int id = last_id_ == std::numeric_limits<int>::max() ? 1 : last_id_ + 1;
+  if (admission.call) {
+    if (auto refusal = calls_.too_many(admission.from)) return refusal;
+    admission.call->body = std::move(connection.body);
+    calls_.add(id, connection, admission.from, std::move(*admission.call));
+  } else {
     Request request{&connection,
                     admission.from,
                     std::move(admission.page),
@@ -184,20 +269,18 @@ bool RunningServer::request_read(Connection& connection) {
                     std::move(admission.switches),
                     admission.nameless};
     request.shows_states = is_page(request.page);
-    if (requests_.room_for(request)) return hand_over(connection, std::move(request));
-    connection.refusal = crowded(request, requests_.addresses_in_line(), connection.head.uri);
+    if (!requests_.room_for(request))
+      return crowded(request, requests_.addresses_in_line(), connection.head.uri);
+    requests_.add(id, std::move(request));
   }
-  connection.phase = Phase::kSending;
-  connection.since = clock_.uptime();
-  return answer_to(connection, *connection.refusal).queue_on(connection.library);
+  last_id_ = id;
+  connection.request = id;
+  return std::nullopt;
 }
 
 // Answered at once, or held until it is.
-bool RunningServer::hand_over(Connection& connection, Request request) {
-  last_id_ = last_id_ == std::numeric_limits<int>::max() ? 1 : last_id_ + 1;
-  connection.request = last_id_;
+bool RunningServer::hand_over(Connection& connection) {
   connection.phase = Phase::kHandling;
-  requests_.add(connection.request, std::move(request));
   arriving_ = &connection;
   arrived_();
   arriving_ = nullptr;
@@ -207,8 +290,11 @@ bool RunningServer::hand_over(Connection& connection, Request request) {
 }
 
 void RunningServer::completed(Connection& connection) {
-  if (connection.request != 0) requests_.desert(std::exchange(connection.request, 0));
+  desert(connection);
+  streams_.end(connection);
   connection.refusal.reset();
+  connection.body.clear();
+  connection.refused_body = 0;
   if (connection.phase == Phase::kClosing) return;
   connection.phase = Phase::kIdle;
   connection.since = clock_.uptime();

@@ -2,10 +2,13 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "platform/clock.h"
+#include "platform/http/api_requests.h"
 #include "platform/http/connections.h"
 #include "platform/http/daemon.h"
 #include "platform/http/document_folder.h"
@@ -14,6 +17,7 @@
 #include "platform/http/page_responses.h"
 #include "platform/http/requests.h"
 #include "platform/http/response.h"
+#include "platform/http/streams.h"
 #include "platform/web_server_control.h"
 
 namespace homewarden::http {
@@ -58,6 +62,14 @@ class RunningServer : private DaemonEvents {
   bool answer_page(int id, const std::string& html);
   bool answer_document(int id);
 
+  // The same for requests of programs.
+  std::optional<int> next_call() { return calls_.next(); }
+  bool has_call() const { return calls_.has_next(); }
+  const ApiRequest* find_call(int id) const { return calls_.find(id); }
+  bool answer_call(int id, const ApiAnswer& answer);
+  bool answer_stream(int id, std::shared_ptr<StreamSource> source);
+  Streams& streams() { return streams_; }
+
  private:
   bool admits(const sockaddr* from) override;
   Connection* opened(MHD_Connection* library, int socket, const sockaddr* from) override;
@@ -65,15 +77,20 @@ class RunningServer : private DaemonEvents {
   void line_read(Connection& connection, const char* uri) override;
   bool head_read(Connection& connection, MHD_Connection* library, const char* method,
                  const char* version) override;
+  bool body_read(Connection& connection, std::string_view piece) override;
   bool request_read(Connection& connection) override;
   void completed(Connection& connection) override;
 
-  bool hand_over(Connection& connection, Request request);
+  std::optional<Refusal> take(Connection& connection);
+  bool hand_over(Connection& connection);
   bool has_gone(int id) const;
   void drop_deserted_switches();
   bool send(Connection& connection, const Response& response);
   Response answer_to(const Connection& connection, const Refusal& refusal) const;
+  bool send_with_headers(Connection& connection, Response response);
   void give_up(Connection& connection);
+  void desert(Connection& connection);
+  bool takes_body(const RequestHead& head) const;
 
   const Clock& clock_;
   WebHost& host_;
@@ -87,6 +104,8 @@ class RunningServer : private DaemonEvents {
   Connection* arriving_ = nullptr;  // the library waits for its answer and has not suspended it
   Connections connections_;
   Requests requests_;
+  ApiRequests calls_;
+  Streams streams_;
   PageResponses pages_;
   const Handle listening_;
   Daemon daemon_;  // last: its end reports to the others

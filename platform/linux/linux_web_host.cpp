@@ -5,6 +5,7 @@
 #include <ifaddrs.h>
 #include <net/if.h>
 #include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/epoll.h>
 #include <sys/resource.h>
@@ -140,6 +141,13 @@ NetworkAddress LinuxWebHost::called_address(int socket) {
 
 void LinuxWebHost::shut_down(int socket) {
   ::shutdown(socket, SHUT_RDWR);
+}
+
+void LinuxWebHost::expect_reader(int socket, std::chrono::milliseconds patience) {
+  const int kept = 64 * 1024;
+  ::setsockopt(socket, SOL_SOCKET, SO_SNDBUF, &kept, sizeof kept);
+  const auto limit = static_cast<unsigned>(patience.count());
+  ::setsockopt(socket, IPPROTO_TCP, TCP_USER_TIMEOUT, &limit, sizeof limit);
 }
 
 std::vector<bool> LinuxWebHost::hung_up(const std::vector<int>& sockets) {

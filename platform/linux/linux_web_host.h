@@ -12,6 +12,7 @@ class LinuxWebHost : public WebHost {
   NetworkAddress address_of(const sockaddr* from) override;
   NetworkAddress called_address(int socket) override;
   void shut_down(int socket) override;
+  void expect_reader(int socket, std::chrono::milliseconds patience) override;
   std::vector<bool> hung_up(const std::vector<int>& sockets) override;
   std::optional<std::size_t> most_descriptors() override;
   std::vector<std::string> machine_names() override;

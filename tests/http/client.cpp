@@ -66,9 +66,10 @@ Answer Client::read() {
   while (input_.find("\r\n\r\n") == std::string::npos)
     if (!has(input_.size() + 1)) return {};
   const std::size_t end = input_.find("\r\n\r\n") + 4;
-  Answer answer{std::stoi(input_.substr(9, 3)), ""};
-  const std::size_t length = find_ignoring_case(input_, "\r\nContent-Length: ");
-  const std::size_t size = std::stoul(input_.substr(length + 18));
+  Answer answer{std::stoi(input_.substr(9, 3)), "", input_.substr(0, end)};
+  const std::size_t length = find_ignoring_case(answer.head, "\r\nContent-Length: ");
+  const bool has_body = length != std::string::npos;
+  const std::size_t size = has_body ? std::stoul(input_.substr(length + 18)) : 0;
   has(end + size);
   answer.body = input_.substr(end, size);
   input_.erase(0, end + size);
@@ -87,6 +88,13 @@ void Client::request(const std::string& path, const std::string& headers) {
 
 Answer Client::ask(const std::string& path, const std::string& headers) {
   request(path, headers);
+  return read();
+}
+
+Answer Client::send_body(const std::string& method, const std::string& path,
+                         const std::string& body, const std::string& headers) {
+  send(method + " " + path + " HTTP/1.1\r\nHost: localhost\r\nContent-Length: " +
+       std::to_string(body.size()) + "\r\n" + headers + "\r\n" + body);
   return read();
 }
 

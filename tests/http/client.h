@@ -11,6 +11,7 @@ namespace homewarden::testing {
 struct Answer {
   int status = 0;  // 0 when none came
   std::string body;
+  std::string head{};  // as it came
 };
 
 // A connection to a server that runs on the same loop, byte by byte as the test wants it.
@@ -23,6 +24,8 @@ class Client {
   void send(std::string_view bytes);
   Answer read();
   bool has_input();
+  // What has come and was not read, as it stands, and again with the next call.
+  const std::string& input() { return take(), input_; }
   // Whether the server closes the connection within the time.
   bool is_closed_within(std::chrono::milliseconds limit = std::chrono::seconds(5));
   // Ends it; with `reset` the server sees an error in place of an end.
@@ -31,6 +34,9 @@ class Client {
   // A request for a page, with more lines of its head; and its answer.
   void request(const std::string& path, const std::string& headers = "");
   Answer ask(const std::string& path, const std::string& headers = "");
+  // One with a body, of which the head tells the length.
+  Answer send_body(const std::string& method, const std::string& path, const std::string& body,
+                   const std::string& headers = "Content-Type: application/json\r\n");
 
  private:
   // False at the end of the connection.
