@@ -24,7 +24,8 @@ std::string listed(const std::vector<std::string>& entries) {
 
 }  // namespace
 
-Gate::Gate(GateRules rules) : rules_(std::move(rules)), all_names_(rules_.own_names) {
+Gate::Gate(GateRules rules)
+    : rules_(std::move(rules)), all_names_(rules_.own_names), tokens_(std::move(rules_.tokens)) {
   all_names_.insert(all_names_.end(), rules_.names.begin(), rules_.names.end());
 }
 
@@ -37,14 +38,21 @@ std::variant<Admission, Refusal> Gate::check(const RequestHead& head, const Cloc
   if (path && is_preflight(head)) return check_preflight(head);
   Admission admission;
   admission.from = visitor.from;
+  admission.query = head.query();
+  if (path) admission.call = call_of(head, visitor, *path);
   std::string cookie;
-  if (rules_.log_in) {
+  if (path && head.authorization && is_bearer(*head.authorization)) {
+    auto verdict = tokens_.check(*head.authorization, visitor.from, clock.uptime());
+    if (auto* refusal = std::get_if<Refusal>(&verdict)) return std::move(*refusal);
+    auto& token = std::get<ApiToken>(verdict);
+    admission.token = std::move(token.hash);
+    admission.call->token = std::move(token.name);
+    admission.call->may_change = token.may_change;
+  } else if (rules_.log_in) {
     auto verdict = rules_.log_in->check(head, visitor, clock);
     if (auto* refusal = std::get_if<Refusal>(&verdict)) return std::move(*refusal);
     cookie = std::get<std::string>(std::move(verdict));
   }
-  admission.query = head.query();
-  if (path) admission.call = call_of(head, visitor, *path);
   auto verdict = path ? check_call(head, visitor, std::move(admission))
                       : check_page(head, visitor, std::move(admission));
   auto* admitted = std::get_if<Admission>(&verdict);
@@ -77,12 +85,15 @@ std::variant<Admission, Refusal> Gate::check_page(const RequestHead& head, const
   return admission;
 }
 
-// Whoever asks in a browser's name learns of states no more than its pages do.
+// A browser is answered for the pages that it is answered for otherwise. A token is not sent by a
+// browser of its own accord, so that whoever has sent it means it.
 std::variant<Admission, Refusal> Gate::check_call(const RequestHead& head, const Visitor& visitor,
                                                   Admission admission) const {
   const bool own_host = has_own_host(head);
   const Cause cause = cause_of(head, visitor.https, rules_.origins);
-  if (only_asks(head)) {
+  if (!admission.token.empty()) {
+    // It is for whoever has the token.
+  } else if (only_asks(head)) {
     if (!own_host) return under_foreign_name("Nothing is shown");
     if (cause == Cause::kForeign) return shown_to_foreign_page();
   } else if (auto refusal = check_switch(head, own_host, cause)) {

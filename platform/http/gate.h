@@ -13,6 +13,7 @@
 #include "platform/http/log_in.h"
 #include "platform/http/refusal.h"
 #include "platform/http/request_head.h"
+#include "platform/http/token_check.h"
 #include "platform/http/visitor.h"
 #include "platform/web_server_control.h"
 
@@ -24,6 +25,7 @@ struct Admission {
   std::string query;  // as it was sent
   std::optional<WebSwitch> switches{};
   std::optional<ApiRequest> call{};  // of a program, in place of a page, without its body
+  std::string token{};               // the hash of the token it came with; "" for none
   bool shows_states = false;
   bool nameless = false;  // see WebServerControl::UnderForeignName()
   // That the answer has besides those of every answer.
@@ -40,10 +42,11 @@ struct GateRules {
   std::vector<std::string> origins{};    // allowed ones, as of origin_of()
   WebServerControl::SwitchTest switches{};
   WebServerControl::StateTest state_pages{};
+  std::vector<ApiToken> tokens{};
 };
 
 // Decides which requests are answered at all, and with what. It remembers who tried wrong passwords
-// and who has logged in.
+// and tokens, and who has logged in.
 class Gate {
  public:
   explicit Gate(GateRules rules);
@@ -51,8 +54,10 @@ class Gate {
   // Those that are trusted.
   const std::vector<NetworkPrefix>& proxies() const { return rules_.proxies; }
 
-  // The refusal says what to answer; a wrong password counts from this call on.
+  // The refusal says what to answer; a wrong password or token counts from this call on.
   std::variant<Admission, Refusal> check(const RequestHead& head, const Clock& clock);
+
+  TokenCheck& tokens() { return tokens_; }
 
   // The headers by which a page of a foreign origin that is allowed to may read the answer; none
   // for others.
@@ -76,6 +81,7 @@ class Gate {
 
   GateRules rules_;
   std::vector<std::string> all_names_;
+  TokenCheck tokens_;
 };
 
 }  // namespace homewarden::http

@@ -91,6 +91,7 @@ GateRules HttpServer::rules(http::DocumentFolder& folder) {
   rules.origins = std::move(access.origins);
   rules.switches = switches_;
   rules.state_pages = state_pages_;
+  rules.tokens = tokens_;
   return rules;
 }
 
@@ -153,10 +154,11 @@ void HttpServer::StreamsHaveMore() {
 
 void HttpServer::Tokens(std::vector<ApiToken> tokens) {
   tokens_ = std::move(tokens);
+  if (server_) answered(server_->set_tokens(tokens_));
 }
 
 NewToken HttpServer::new_token() {
-  return {};
+  return make_token();
 }
 
 std::string HttpServer::make_certificate(const std::filesystem::path&, const std::filesystem::path&,

@@ -14,6 +14,23 @@ std::string keyed_hash(std::string_view key, std::string_view text) {
   return hash;
 }
 
+std::string hash_of(std::string_view text) {
+  std::string hash(gnutls_hash_get_len(GNUTLS_DIG_SHA256), '\0');
+  if (gnutls_hash_fast(GNUTLS_DIG_SHA256, text.data(), text.size(), hash.data()) != 0)
+    throw std::runtime_error("the library cannot compute a hash");
+  return hash;
+}
+
+std::string hex_of(std::string_view bytes) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  std::string text;
+  for (const char byte : bytes) {
+    const auto code = static_cast<unsigned char>(byte);
+    text.append({kDigits[code / 16U], kDigits[code % 16U]});
+  }
+  return text;
+}
+
 std::string random_bytes(std::size_t count) {
   std::string bytes(count, '\0');
   if (gnutls_rnd(GNUTLS_RND_KEY, bytes.data(), bytes.size()) != 0)

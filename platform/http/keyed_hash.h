@@ -9,6 +9,12 @@ namespace homewarden::http {
 // HMAC-SHA-256: 32 bytes that nobody can compute or check without the key.
 std::string keyed_hash(std::string_view key, std::string_view text);
 
+// SHA-256: 32 bytes.
+std::string hash_of(std::string_view text);
+
+// Two digits for each byte, in lower case.
+std::string hex_of(std::string_view bytes);
+
 // Bytes that nobody can foretell. Throws std::runtime_error when the system has none.
 std::string random_bytes(std::size_t count);
 

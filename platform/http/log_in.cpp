@@ -35,33 +35,26 @@ std::variant<std::string, Refusal> LogIn::check(const RequestHead& head, const V
   const auto given = cookie(head.cookies, kLoginCookie);
   const long today = day_of(clock.local_time());
   const auto browser = given ? cookies_.read(*given, today) : std::nullopt;
-  const Address network = network_of(visitor.from);
-  const Address site = site_of(visitor.from);
   const bool known = is_known(visitor.from, now);
 
   milliseconds wait =
-      browser ? browser_delays_.wait(browser->id, now) : delays_.wait(visitor.from.bytes, now);
-  if (!browser && !known)
-    wait = std::max(
-        {wait, network_delays_.wait(network.bytes, now), site_delays_.wait(site.bytes, now)});
+      browser ? browser_delays_.wait(browser->id, now) : delays_.wait_of_own(visitor.from, now);
+  if (!browser && !known) wait = std::max(wait, delays_.wait_of_others(visitor.from, now));
   if (wait > milliseconds(0))
     return Refusal{429, "Too many wrong passwords; wait before the next one.", "Retry-After",
                    std::to_string(std::chrono::ceil<std::chrono::seconds>(wait).count())};
 
   if (!credentials_.admit(*head.authorization)) {
-    if (browser) {
+    if (browser)
       browser_delays_.wrong(browser->id, now);
-    } else {
-      delays_.wrong(visitor.from.bytes, now);
-      network_delays_.wrong(network.bytes, now);
-      site_delays_.wrong(site.bytes, now);
-    }
+    else
+      delays_.wrong(visitor.from, now);
     return ask_to_log_in();
   }
   if (browser)
     browser_delays_.right(browser->id);
   else if (!known)  // later a guesser at the same address would be forgiven with each request
-    delays_.right(visitor.from.bytes);
+    delays_.right(visitor.from);
   remember(visitor.from, now);
   if (browser && browser->day == today) return std::string();
   const std::string lifetime = std::to_string(LoginCookies::kDays * 24 * 60 * 60);

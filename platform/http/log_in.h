@@ -8,6 +8,7 @@
 
 #include "platform/clock.h"
 #include "platform/http/credentials.h"
+#include "platform/http/guess_delays.h"
 #include "platform/http/login_cookie.h"
 #include "platform/http/login_delays.h"
 #include "platform/http/refusal.h"
@@ -35,11 +36,7 @@ class LogIn {
 
   const Credentials credentials_;
   const LoginCookies cookies_;
-  LoginDelays delays_{5};
-  // Somebody who has a whole network of addresses, or many networks, does not get free tries with
-  // each.
-  LoginDelays network_delays_{50};
-  LoginDelays site_delays_{500};
+  GuessDelays delays_;
   // Whoever has got hold of a browser's cookie does not get free tries with it.
   LoginDelays browser_delays_{5};
   std::map<Address, std::chrono::milliseconds> known_;  // when each has logged in last

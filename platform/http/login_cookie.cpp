@@ -12,16 +12,6 @@ namespace {
 constexpr std::size_t kIdDigits = 32;
 constexpr std::size_t kSignatureDigits = 64;
 
-std::string hex_of(std::string_view bytes) {
-  constexpr std::string_view kDigits = "0123456789abcdef";
-  std::string text;
-  for (const char byte : bytes) {
-    const auto code = static_cast<unsigned char>(byte);
-    text.append({kDigits[code / 16U], kDigits[code % 16U]});
-  }
-  return text;
-}
-
 }  // namespace
 
 LoginCookies::LoginCookies(std::string_view key, std::string_view passwords)

@@ -64,10 +64,7 @@ void RunningServer::retire() {
 void RunningServer::look_around() {
   connections_.cut_late(clock_.uptime());
   for (Connection* connection : connections_.deserted()) give_up(*connection);
-  for (Connection* connection : streams_.look_around()) {
-    connections_.cut(*connection);
-    streams_.give_up(*connection);
-  }
+  for (Connection* stream : streams_.look_around()) cut(*stream);
 }
 
 // The library goes on with the connection and is told in request_read() that it ends.
@@ -154,6 +151,26 @@ bool RunningServer::answer_stream(int id, std::shared_ptr<StreamSource> source) 
   else
     connection->phase = Phase::kStreaming;
   return true;
+}
+
+bool RunningServer::set_tokens(std::vector<ApiToken> tokens) {
+  gate_.tokens().set(std::move(tokens));
+  bool has_to_send = false;
+  for (Connection* connection : connections_.handled()) {
+    const std::string& token = connection->admission.token;
+    if (token.empty() || gate_.tokens().knows(token)) continue;
+    has_to_send = true;
+    if (connection->phase == Phase::kStreaming)
+      cut(*connection);
+    else if (calls_.finish(connection->request) != nullptr)
+      send(*connection, answer_to(*connection, unknown_token()));
+  }
+  return has_to_send;
+}
+
+void RunningServer::cut(Connection& stream) {
+  connections_.cut(stream);
+  streams_.give_up(stream);
 }
 
 bool RunningServer::send_with_headers(Connection& connection, Response response) {
@@ -258,6 +275,7 @@ std::optional<Refusal> RunningServer::take(Connection& connection) {
   Admission& admission = connection.admission;
   const int id = last_id_ == std::numeric_limits<int>::max() ? 1 : last_id_ + 1;
   if (admission.call) {
+    if (!admission.token.empty() && !gate_.tokens().knows(admission.token)) return unknown_token();
     if (auto refusal = calls_.too_many(admission.from)) return refusal;
     admission.call->body = std::move(connection.body);
     calls_.add(id, connection, admission.from, std::move(*admission.call));

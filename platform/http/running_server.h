@@ -69,6 +69,8 @@ class RunningServer : private DaemonEvents {
   bool answer_call(int id, const ApiAnswer& answer);
   bool answer_stream(int id, std::shared_ptr<StreamSource> source);
   Streams& streams() { return streams_; }
+  // Those that count from now on. What came with others ends. True as above.
+  bool set_tokens(std::vector<ApiToken> tokens);
 
  private:
   bool admits(const sockaddr* from) override;
@@ -89,6 +91,7 @@ class RunningServer : private DaemonEvents {
   Response answer_to(const Connection& connection, const Refusal& refusal) const;
   bool send_with_headers(Connection& connection, Response response);
   void give_up(Connection& connection);
+  void cut(Connection& stream);
   void desert(Connection& connection);
   bool takes_body(const RequestHead& head) const;
 
