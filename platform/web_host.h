@@ -36,6 +36,9 @@ class WebFolder {
   // symbolic link on the way, and not the file with the passwords under another name. Never waits.
   virtual std::optional<OpenFile> open(const std::string& name) = 0;
 
+  // What a file holds, at most so many bytes of it; "" when it cannot be read.
+  virtual std::string read(const OpenFile& file, std::size_t most) = 0;
+
   // The content of `htaccess.txt`, of whatever letter case; "" when there is none or it cannot be
   // read.
   virtual std::string passwords() = 0;

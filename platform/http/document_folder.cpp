@@ -1,5 +1,6 @@
 #include "platform/http/document_folder.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -11,6 +12,8 @@
 
 namespace homewarden::http {
 namespace {
+
+constexpr std::array kTemplates{"index.html", "wmcindex.html"};
 
 constexpr auto kPageType = "text/html; charset=windows-1252";
 
@@ -59,6 +62,10 @@ std::string tag_of(const OpenFile& file) {
 
 }  // namespace
 
+bool is_template(const std::string& page) {
+  return std::find(kTemplates.begin(), kTemplates.end(), page) != kTemplates.end();
+}
+
 std::string media_type(const std::string& page) {
   const std::string name = to_lower(page);
   for (const auto& [end, type] : kTypes)
@@ -75,6 +82,25 @@ std::string DocumentFolder::key() {
   return key;
 }
 
+std::string DocumentFolder::policy_of_pages() {
+  std::vector<InlineBlocks> blocks;
+  for (const char* name : kTemplates)
+    if (const auto file = folder_->open(name)) blocks.push_back(blocks_of(name, *file));
+  return content_policy(blocks);
+}
+
+const InlineBlocks& DocumentFolder::blocks_of(const std::string& page, const OpenFile& file) {
+  constexpr std::size_t kMostRemembered = 64;
+  constexpr std::size_t kMostRead = 1024UL * 1024;
+  if (known_.size() > kMostRemembered) known_.clear();
+  Known& known = known_[page];
+  if (std::string tag = tag_of(file); tag != known.tag) {
+    known.tag = std::move(tag);
+    known.blocks = inline_blocks(folder_->read(file, kMostRead));
+  }
+  return known.blocks;
+}
+
 std::optional<Document> DocumentFolder::open(const std::string& page) {
   auto found = folder_->open(page);
   if (!found) return std::nullopt;
@@ -84,6 +110,7 @@ std::optional<Document> DocumentFolder::open(const std::string& page) {
   document.last_modified = http_date(found->modified);
   document.tag = tag_of(*found);
   document.is_page = document.type == kPageType;
+  document.policy = document.is_page ? content_policy({blocks_of(page, *found)}) : content_policy();
   document.file = std::move(found->file);
   return document;
 }

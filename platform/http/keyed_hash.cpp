@@ -1,6 +1,7 @@
 #include "platform/http/keyed_hash.h"
 
 #include <gnutls/crypto.h>
+#include <gnutls/gnutls.h>
 
 #include <stdexcept>
 
@@ -28,6 +29,18 @@ std::string hex_of(std::string_view bytes) {
     const auto code = static_cast<unsigned char>(byte);
     text.append({kDigits[code / 16U], kDigits[code % 16U]});
   }
+  return text;
+}
+
+std::string base64_of(std::string_view bytes) {
+  std::string copy(bytes);
+  const gnutls_datum_t data{reinterpret_cast<unsigned char*>(copy.data()),
+                            static_cast<unsigned>(copy.size())};
+  gnutls_datum_t encoded{};
+  if (gnutls_base64_encode2(&data, &encoded) != 0)
+    throw std::runtime_error("the library cannot encode");
+  std::string text(reinterpret_cast<const char*>(encoded.data), encoded.size);
+  gnutls_free(encoded.data);
   return text;
 }
 

@@ -15,6 +15,9 @@ std::string hash_of(std::string_view text);
 // Two digits for each byte, in lower case.
 std::string hex_of(std::string_view bytes);
 
+// With padding, on one line.
+std::string base64_of(std::string_view bytes);
+
 // Bytes that nobody can foretell. Throws std::runtime_error when the system has none.
 std::string random_bytes(std::size_t count);
 

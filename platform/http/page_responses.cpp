@@ -12,11 +12,12 @@ constexpr std::size_t kMost = 16;
 
 }  // namespace
 
-const Response& PageResponses::of(const std::string& html) {
+const Response& PageResponses::of(const std::string& html,
+                                  const std::function<std::string()>& policy) {
   const auto known = std::find_if(kept_.begin(), kept_.end(),
                                   [&html](const Kept& kept) { return kept.html == html; });
   if (known != kept_.end()) return known->response;
-  Kept fresh{html, Response::page(html)};
+  Kept fresh{html, Response::page(html, policy())};
   if (kept_.size() < kMost) {
     kept_.push_back(std::move(fresh));
     return kept_.back().response;

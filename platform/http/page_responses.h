@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -12,9 +13,10 @@ namespace homewarden::http {
 // is copied and given its headers once.
 class PageResponses {
  public:
-  // Response::page() of this text, new or as it was made before. Valid until the next call; what
+  // Response::page() of this text, with the policy as it was when the text was new: what it is made
+  // from stands in the text. New or as it was made before. Valid until the next call; what
   // was queued is sent all the same.
-  const Response& of(const std::string& html);
+  const Response& of(const std::string& html, const std::function<std::string()>& policy);
 
  private:
   struct Kept {

@@ -11,12 +11,9 @@
 namespace homewarden::http {
 namespace {
 
-constexpr std::array<std::pair<const char*, const char*>, 4> kCommonHeaders{{
+constexpr std::array<std::pair<const char*, const char*>, 3> kCommonHeaders{{
     {"X-Content-Type-Options", "nosniff"},
     {"X-Frame-Options", "DENY"},
-    {"Content-Security-Policy",
-     "default-src 'none'; img-src 'self'; style-src 'self'; script-src 'self'; base-uri 'none'; "
-     "form-action 'none'; frame-ancestors 'none'"},
     {"Referrer-Policy", "same-origin"},
 }};
 
@@ -48,7 +45,9 @@ bool client_has(const Document& document, const RequestHead& head) {
 
 }  // namespace
 
-Response::Response(unsigned status, MHD_Response* response) : status_(status), response_(response) {
+Response::Response(unsigned status, MHD_Response* response, const std::string& policy)
+    : status_(status), response_(response) {
+  header("Content-Security-Policy", policy);
   for (const auto& [name, value] : kCommonHeaders) header(name, value);
 }
 
@@ -73,8 +72,8 @@ bool Response::queue_on(MHD_Connection* connection) const {
   return response_ != nullptr && MHD_queue_response(connection, status_, response_) == MHD_YES;
 }
 
-Response Response::page(const std::string& html) {
-  Response response(MHD_HTTP_OK, from_text(html));
+Response Response::page(const std::string& html, const std::string& policy) {
+  Response response(MHD_HTTP_OK, from_text(html), policy);
   response.header("Content-Type", kHtml);
   response.header("Cache-Control", "no-store");
   response.header("Set-Cookie", kSetHouseCookie);
@@ -120,6 +119,13 @@ Response Response::stream(Stream& reader) {
   return response;
 }
 
+Response Response::redirect(const std::string& to) {
+  Response response(MHD_HTTP_FOUND, from_text(""));
+  response.header("Cache-Control", "no-store");
+  response.header("Location", to);
+  return response;
+}
+
 Response Response::document(Document document, const RequestHead& head) {
   const bool known = !document.is_page && client_has(document, head);
   MHD_Response* body = nullptr;
@@ -130,7 +136,7 @@ Response Response::document(Document document, const RequestHead& head) {
     body = MHD_create_response_from_fd64(document.size, document.file.get());
     if (body != nullptr) document.file.release();
   }
-  Response response(known ? MHD_HTTP_NOT_MODIFIED : MHD_HTTP_OK, body);
+  Response response(known ? MHD_HTTP_NOT_MODIFIED : MHD_HTTP_OK, body, document.policy);
   response.header("Content-Type", document.type);
   if (document.is_page) {
     response.header("Cache-Control", "no-store");

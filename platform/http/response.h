@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "platform/http/content_policy.h"
 #include "platform/http/document_folder.h"
 #include "platform/http/gate.h"
 #include "platform/http/request_head.h"
@@ -17,7 +18,8 @@ namespace homewarden::http {
 class Response {
  public:
   // A page is not stored by browsers: it shows the house as it is now. It sets kHouseCookie.
-  static Response page(const std::string& html);
+  // `policy`: see content_policy().
+  static Response page(const std::string& html, const std::string& policy);
   // The page, or for "" the reason as plain text, with the status and the headers that the refusal
   // names.
   static Response refusal(const Refusal& refusal, const std::string& html = {});
@@ -27,6 +29,8 @@ class Response {
   // must last until the library has done with the answer.
   static Response program(const ApiAnswer& answer);
   static Response stream(Stream& reader);
+  // To the page of this relative address.
+  static Response redirect(const std::string& to);
   // The document, or word that the client has it already (304, without content).
   static Response document(Document document, const RequestHead& head);
 
@@ -43,7 +47,7 @@ class Response {
   bool queue_on(MHD_Connection* connection) const;
 
  private:
-  Response(unsigned status, MHD_Response* response);
+  Response(unsigned status, MHD_Response* response, const std::string& policy = content_policy());
 
   unsigned status_;
   MHD_Response* response_;

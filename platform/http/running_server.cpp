@@ -119,16 +119,20 @@ bool RunningServer::answer_page(int id, const std::string& html) {
   Connection* connection = requests_.finish(id);
   if (connection == nullptr) return false;
   // What is kept is sent to everybody, and must not have a cookie of one browser.
-  if (connection->admission.headers.empty()) return send(*connection, pages_.of(html));
-  return send_with_headers(*connection, Response::page(html));
+  if (connection->admission.headers.empty())
+    return send(*connection, pages_.of(html, [this] { return folder_.policy_of_pages(); }));
+  return send_with_headers(*connection, Response::page(html, folder_.policy_of_pages()));
 }
 
 bool RunningServer::answer_document(int id) {
   const Request* request = requests_.find(id);
   if (request == nullptr) return false;
   const std::string page = request->page;
+  // The home page in place of a template that nobody has put anything into.
+  const bool is_home = !request->query.empty() && (page.empty() || is_template(page));
   Connection* connection = requests_.finish(id);
   if (connection == nullptr) return false;
+  if (is_home) return send(*connection, Response::redirect(page.empty() ? "./" : page));
   auto document = folder_.open(page);
   if (!document) return send(*connection, answer_to(*connection, {404, "There is no such page."}));
   return send(*connection, Response::document(std::move(*document), connection->head));

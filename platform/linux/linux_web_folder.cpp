@@ -2,8 +2,11 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <cerrno>
 #include <string_view>
 #include <utility>
 
@@ -56,6 +59,21 @@ std::optional<OpenFile> LinuxWebFolder::open(const std::string& name) {
       std::int64_t{info.st_mtim.tv_sec} * 1'000'000'000 + info.st_mtim.tv_nsec;
   return OpenFile{handle_of(std::move(file)), info.st_ino, static_cast<std::uint64_t>(info.st_size),
                   modified};
+}
+
+std::string LinuxWebFolder::read(const OpenFile& file, std::size_t most) {
+  std::string content(std::min<std::size_t>(file.size, most), '\0');
+  std::size_t size = 0;
+  while (size < content.size()) {
+    const ssize_t got = ::pread(file.file.get(), content.data() + size, content.size() - size,
+                                static_cast<off_t>(size));
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return "";
+    if (got == 0) break;
+    size += static_cast<std::size_t>(got);
+  }
+  content.resize(size);
+  return content;
 }
 
 std::string LinuxWebFolder::passwords() {

@@ -10,6 +10,7 @@ class LinuxWebFolder : public WebFolder {
   explicit LinuxWebFolder(std::filesystem::path folder);
 
   std::optional<OpenFile> open(const std::string& name) override;
+  std::string read(const OpenFile& file, std::size_t most) override;
   std::string passwords() override;
   std::string key() override;
   void keep_key(const std::string& key) override;

@@ -24,9 +24,9 @@ inline HttpLimits on_loopback() {
   return limits;
 }
 
-// A server on the loop of the test. It answers every page with its name and query, files from the
-// folder, and what names "hold" not at all. "turn<state>~<device>" switches a device; "show" is the
-// query that shows what it did.
+// A server on the loop of the test. It answers every page with its name and query, files and what
+// is asked for with "file" from the folder, and what names "hold" not at all.
+// "turn<state>~<device>" switches a device; "show" is the query that shows what it did.
 class ServerTest : public ::testing::Test {
  protected:
   explicit ServerTest(HttpLimits limits = on_loopback())
@@ -73,6 +73,8 @@ class ServerTest : public ::testing::Test {
     pages.push_back(page);
     if (page.find("hold") != std::string::npos) {
       held.push_back(id);
+    } else if (server.QueryText(id, "") == "file") {
+      server.SendPage(id, "", true);
     } else if (page.find(".html") != std::string::npos || page.empty()) {
       server.SendPage(id, page + "?" + server.QueryText(id, ""), false);
     } else {

@@ -80,7 +80,7 @@ class FilesTest(unittest.TestCase):
     cookie = "homewarden=1; Path=/; Max-Age=31536000; SameSite=Strict; HttpOnly"
     for status, keep, sets, target, headers in (
         (200, page, cookie, "/", [AUTH]), (200, page, cookie, ROOM + "Kitchen", [AUTH]),
-        (200, page, cookie, "/wmcindex.html", [AUTH]), (200, page, None, "/index.html?x", [AUTH]),
+        (200, page, cookie, "/wmcindex.html", [AUTH]), (302, page, None, "/index.html?x", [AUTH]),
         (200, picture, None, "/fanoff.gif", [AUTH]), (200, script, None, "/homewarden.js", [AUTH]),
         (400, page, None, "/", [AUTH, AUTH]), (401, page, None, "/", []),
         (403, page, None, "/index.html?turnon", [AUTH, "Origin: null"]),
