@@ -18,6 +18,7 @@
 #include "core/program/service_program.h"
 #include "core/version.h"
 #include "platform/linux/absent_services.h"
+#include "platform/linux/descriptor_limit.h"
 #include "platform/linux/service_command.h"
 #include "platform/linux/supervisor.h"
 
@@ -74,6 +75,7 @@ int supervise(const AppOptions& options) {
 int main(int argc, char* argv[]) {
   using namespace homewarden;
   os_linux::prepare_standard_streams();
+  os_linux::raise_descriptor_limit();
   QCoreApplication application(argc, argv);
   QCoreApplication::setApplicationName("wardengine");
   QCoreApplication::setApplicationVersion(kVersion);

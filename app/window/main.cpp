@@ -27,6 +27,7 @@
 #include "core/version.h"
 #include "platform/desktop/qt_desktop.h"
 #include "platform/desktop/qt_sound_player.h"
+#include "platform/linux/descriptor_limit.h"
 #include "platform/linux/window_call_pipe.h"
 #include "ui/qt/appearance.h"
 #include "ui/qt/main_window_view.h"
@@ -112,6 +113,7 @@ int run(const AppOptions& options, bool offscreen) {
 int main(int argc, char* argv[]) {
   using namespace homewarden;
   os_linux::prepare_standard_streams();
+  os_linux::raise_descriptor_limit();
   const bool is_chosen = is_set("QT_QPA_PLATFORM");
   const bool offscreen = choose_offscreen();
   QApplication application(argc, argv);

@@ -101,6 +101,38 @@ class BrowserPages(BrowserTest):
       self.assertEqual(self.browser.get_log("browser"), [])
 
 
+class OwnTemplateHouse(FurnishedHouse):
+  """With a template of a person's own: a script and a style in it, and what must not run."""
+
+  def furnish(self):
+    super().furnish()
+    self.html.mkdir(exist_ok=True)
+    for end in ("\n", "\r\n"):
+      lines = ("<!doctype html>", "<style>", "h1 { color: rgb(1, 2, 3); }", "</style>",
+               "<h1 onclick=\"document.title = 'attribute'\" style=\"width: 7px\"><room></h1>",
+               "<script>", "// Küche", "document.title = 'Grüße';", "</script>",
+               "<script>document.body.dataset.filled = '<room1>';</script>", "")
+      name = "index.html" if end == "\n" else "wmcindex.html"
+      (self.html / name).write_bytes(end.join(lines).encode("cp1252"))
+
+
+class OwnTemplate(BrowserTest):
+  house_kind = OwnTemplateHouse
+
+  def test_its_own_script_and_style_work_and_nothing_else_does(self):
+    for page in ("index.html", "wmcindex.html"):
+      with self.subTest(page):
+        self.open(page + "?loadroomGarden")
+        self.assertEqual(self.browser.title, "Grüße")
+        self.assertEqual(self.js("return getComputedStyle(document.querySelector('h1')).color"),
+                         "rgb(1, 2, 3)")
+        self.assertNotEqual(self.js("return document.querySelector('h1').style.width"), "7px")
+        self.find("h1").click()
+        self.assertEqual(self.browser.title, "Grüße", "an attribute ran")
+        self.assertIsNone(self.js("return document.body.dataset.filled ?? null"),
+                          "a script ran into which a name was put")
+
+
 class HouseWithABadLine(FurnishedHouse):
   rooms = FurnishedHouse.rooms + "Garden~Fount\nGarden~Fountain beside the pond~C~2\n"
 
