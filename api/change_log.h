@@ -1,7 +1,6 @@
 #pragma once
 
-#include <cstdint>
-#include <deque>
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -17,6 +16,10 @@ namespace homewarden {
 // gone is told to fetch everything anew ("refetch"), and its stream ends.
 class ChangeLog {
  public:
+  // What is kept, whichever is reached first.
+  static constexpr std::size_t kMostEvents = 4096;
+  static constexpr std::size_t kMostBytes = 4UL * 1024 * 1024;
+
   // `run` tells this run of the program from others: places of another one mean nothing here.
   ChangeLog(const JsonCodec& json, WebServerControl& web, std::string run);
   ~ChangeLog();
@@ -37,8 +40,7 @@ class ChangeLog {
 
   const JsonCodec& json_;
   WebServerControl& web_;
-  std::string run_;
-  std::shared_ptr<Kept> kept_;
+  const std::shared_ptr<Kept> kept_;
 };
 
 }  // namespace homewarden

@@ -81,7 +81,7 @@ class BenchHouse {
   FrmMain form;
   Operations operations{[](std::exception_ptr error) { std::rethrow_exception(error); }};
   Module1 module1{loop, registry, services, ""};
-  DeviceState device_state{module1};
+  DeviceState device_state{module1, loop};
   DeviceCommands commands{form.Statusbar, form, loop, module1, interface_control, device_state};
   ListFile event_file{files, folder / "evelst.hwd", folder / "temp.txt"};
   Settings settings{registry};

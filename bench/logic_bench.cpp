@@ -46,7 +46,7 @@ void loadlists_and_loadtree(benchmark::State& state) {
   Operations operations(fail);
   Settings settings(registry);
   Module1 module1(loop, registry, services, "");
-  DeviceState device_state(module1);
+  DeviceState device_state(module1, loop);
   ListFile room_file(files, "/house/rmlst.hwd", "/house/tc.tmp");
   HouseIndex house(settings);
   Notices notices;

@@ -20,4 +20,9 @@ inline std::string hh_mm_ss(const LocalTime& time) {
   return hh_mm(time) + ":" + two_digits(time.second);
 }
 
+// As programs write it (RFC 3339, without a zone): "2026-11-24T07:30:00".
+std::string iso_text(const LocalTime& time);
+// In UTC: "2026-11-24T07:30:00.123Z". For years from 0 to 9999.
+std::string iso_text(SystemTime time);
+
 }  // namespace homewarden

@@ -17,6 +17,9 @@ struct LocalTime {
   int year_day = 0;  // 0 = 1 January
 };
 
+// A moment, whatever the clocks of the house show.
+using SystemTime = std::chrono::sys_time<std::chrono::milliseconds>;
+
 class Clock {
  public:
   virtual ~Clock() = default;
@@ -27,6 +30,9 @@ class Clock {
 
   // What the wall clock shows now; it may jump in both directions.
   virtual LocalTime local_time() const = 0;
+
+  // The moment at which it shows that. It jumps when the clock is set, not with daylight saving.
+  virtual SystemTime system_time() const = 0;
 };
 
 }  // namespace homewarden

@@ -34,12 +34,17 @@ class DeviceCommands::Sending {
 // Tells that a command to a device is on its way.
 class DeviceCommands::OnTheWay {
  public:
-  OnTheWay(DeviceCommands& commands, const std::string& key) : commands_(commands), key_(key) {
+  OnTheWay(DeviceCommands& commands, const std::string& key, std::optional<DeviceOrder> order)
+      : commands_(commands), key_(key) {
+    commands_.on_its_way_ = OnItsWay{key_, order};
     commands_.sending_to(key_, true);
   }
   OnTheWay(const OnTheWay&) = delete;
   OnTheWay& operator=(const OnTheWay&) = delete;
-  ~OnTheWay() { commands_.sending_to(key_, false); }
+  ~OnTheWay() {
+    commands_.on_its_way_.reset();
+    commands_.sending_to(key_, false);
+  }
 
  private:
   DeviceCommands& commands_;
@@ -86,13 +91,14 @@ Task<bool> DeviceCommands::send_and_record(LineTurn turn, SwitchTarget target, D
                                            Source source, bool bright) {
   const Sending sending(*this);
   const LineTurn has_the_line(std::move(turn));
-  const OnTheWay on_the_way(*this, target.key);
+  const OnTheWay on_the_way(*this, target.key, order);
   // A lamp that is on stays at its level when it gets a mere On, and one that the last command did
   // not reach may be at any level.
   const bool may_be_dimmed =
       state_.getlaststatus(target.key) &&
       (state_.level(target.key) < kFullyOn || state_.not_sent(target.key).has_value());
   const bool sent = co_await send_order(target, order, bright || may_be_dimmed);
+  on_its_way_.reset();
   if (!target.key.empty()) state_.setstatus(target.key, order, source, sent);
   tried(target, sent);
   co_return sent;
@@ -130,17 +136,28 @@ Task<bool> DeviceCommands::send_order(SwitchTarget target, DeviceOrder order, bo
 
 Task<bool> DeviceCommands::turndim(SwitchTarget target, Source source) {
   const Sending sending(*this);
-  const LineTurn turn = co_await turns_.take(source);
-  const OnTheWay on_the_way(*this, target.key);
+  LineTurn turn = co_await turns_.take(source);
+  co_return co_await step_down(std::move(turn), std::move(target));
+}
+
+Task<bool> DeviceCommands::turnbright(SwitchTarget target, Source source) {
+  LineTurn turn = co_await turns_.take(source);
+  co_return co_await step_up(std::move(turn), std::move(target));
+}
+
+Task<bool> DeviceCommands::step_down(LineTurn turn, SwitchTarget target) {
+  const Sending sending(*this);
+  const LineTurn has_the_line(std::move(turn));
+  const OnTheWay on_the_way(*this, target.key, std::nullopt);
   const bool sent = co_await send(target, kX10Dim, 20);
   report(sent, "DIMMED", "DIM", target);
   tried(target, sent);
   co_return sent;
 }
 
-Task<bool> DeviceCommands::turnbright(SwitchTarget target, Source source) {
-  const LineTurn turn = co_await turns_.take(source);
-  const OnTheWay on_the_way(*this, target.key);
+Task<bool> DeviceCommands::step_up(LineTurn turn, SwitchTarget target) {
+  const LineTurn has_the_line(std::move(turn));
+  const OnTheWay on_the_way(*this, target.key, std::nullopt);
   const bool sent = co_await send(target, kX10Bright, 20);
   report(sent, "BRIGHT command sent to", "send a BRIGHT command to", target);
   tried(target, sent);

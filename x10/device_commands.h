@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "base/signal.h"
@@ -67,6 +68,17 @@ class DeviceCommands {
   // what level comes out is not known.
   Task<bool> turndim(SwitchTarget target, Source source);
   Task<bool> turnbright(SwitchTarget target, Source source);
+  // The same for who has the line already.
+  Task<bool> step_down(LineTurn turn, SwitchTarget target);
+  Task<bool> step_up(LineTurn turn, SwitchTarget target);
+
+  // What is on its way to a device and not recorded yet.
+  struct OnItsWay {
+    std::string key;                   // as in SwitchTarget
+    std::optional<DeviceOrder> order;  // nothing for a step
+  };
+  // Nothing when nobody has the line. Changes right before `sending_to` and DeviceState::changed.
+  const std::optional<OnItsWay>& on_its_way() const { return on_its_way_; }
 
   // Raised with the device key when an act gets the line (true) and when it is recorded or given up
   // (false).
@@ -96,6 +108,7 @@ class DeviceCommands {
   DeviceState& state_;
   LineTurns turns_;
   int commands_ = 0;  // being sent
+  std::optional<OnItsWay> on_its_way_;
 };
 
 }  // namespace homewarden

@@ -5,6 +5,7 @@
 
 #include "base/lines.h"
 #include "base/text.h"
+#include "core/device_ids.h"
 #include "core/house/house_input.h"
 #include "core/lists/file_lock.h"
 
@@ -75,7 +76,8 @@ void DeletionUndo::remember(DeletedItem& deleted) {
     if (!entry || !entry->device) continue;
     const std::string key = entry->device->key();
     deleted.stored.push_back(
-        {*entry->device, settings_.read("type", key, ""), state_.record_of(key)});
+        {*entry->device, settings_.read("type", key, ""), DeviceIds::recorded(settings_, key),
+         state_.record_of(key)});
   }
 }
 
@@ -130,17 +132,20 @@ Task<std::string> DeletionUndo::rewrite(const DeletedItem& deleted, const std::s
 
 // What a device of the house has by now stays.
 void DeletionUndo::store(const DeletedItem& deleted, const HouseIndex& there) {
-  for (const auto& [device, type, state] : deleted.stored) {
+  for (const auto& [device, type, id, state] : deleted.stored) {
     if (there.by_key(device.key())) continue;
     if (!type.empty()) settings_.write("type", device.key(), type);
+    DeviceIds::record(settings_, device.key(), id);
     state_.put_back(device.key(), state);
   }
 }
 
 void DeletionUndo::forget(const DeletedItem& deleted, const HouseIndex& there) {
-  for (const auto& [device, type, state] : deleted.stored) {
+  for (const DeletedItem::Stored& one : deleted.stored) {
+    const Device& device = one.device;
     if (there.by_key(device.key())) continue;
     settings_.remove("type", device.key());
+    DeviceIds::forget(settings_, device.key());
     state_.forget(device.key());
   }
 }

@@ -28,6 +28,7 @@ struct DeletedItem {
   struct Stored {
     Device device;
     std::string type;  // "" for none
+    std::string id;    // of DeviceIds
     DeviceState::Record state;
   };
 
@@ -41,7 +42,7 @@ struct DeletedItem {
 };
 
 // Brings a deleted room or device back: its lines of all lists, each where it stood, its type,
-// state and level. One rename on the disk decides. Events go to the profile that they were taken
+// id, state and level. One rename on the disk decides. Events go to the profile that they were taken
 // from, also when another one is active by then. What has been added anew meanwhile stays as it is
 // and comes only once.
 class DeletionUndo {

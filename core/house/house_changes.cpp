@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "core/device_ids.h"
 #include "core/house/house_input.h"
 #include "core/house/noted_type.h"
 #include "core/lists/file_lock.h"
@@ -169,7 +170,11 @@ void HouseChanges::record_new(const Renaming& renaming, const std::string& type,
     }
     const std::string old_type = settings_.read("type", step.from.key(), "");
     const std::string& new_type = type.empty() ? old_type : type;
-    if (has_new_key(step)) state_.copy(step.from.key(), step.to.key());
+    if (has_new_key(step)) {
+      state_.copy(step.from.key(), step.to.key());
+      DeviceIds::record(settings_, step.to.key(),
+                        DeviceIds::recorded(settings_, step.from.key()));
+    }
     if (new_type.empty())
       settings_.remove("type", step.to.key());
     else
@@ -186,6 +191,7 @@ void HouseChanges::forget(const Renaming& renaming, bool old_ones) {
     const std::string key = old_ones ? step.from.key() : step.to.key();
     if (others.by_key(key)) continue;
     settings_.remove("type", key);
+    DeviceIds::forget(settings_, key);
     state_.forget(key);
     if (old_ones) state_.follow(key, step.to.key());
   }

@@ -25,7 +25,7 @@
 namespace homewarden {
 
 // Other names, rooms, addresses and types for what the house has already. Everything that names the
-// device follows: the room list, the events of all profiles, macros, its type, its state and level,
+// device follows: the room list, the events of all profiles, macros, its type, id, state and level,
 // what could not be sent, and presses that wait. One rename on the disk decides.
 class HouseChanges {
  public:

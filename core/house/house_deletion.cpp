@@ -6,6 +6,7 @@
 
 #include "base/lines.h"
 #include "core/asking.h"
+#include "core/device_ids.h"
 #include "core/lists/file_lock.h"
 #include "core/time_text.h"
 #include "platform/waiting.h"
@@ -265,6 +266,7 @@ Task<void> HouseDeletion::tell_found(const char* what, std::string name, std::si
 void HouseDeletion::forget(const std::set<std::string>& keys) {
   for (const std::string& key : keys) {
     settings_.remove("type", key);
+    DeviceIds::forget(settings_, key);
     state_.forget(key);
   }
 }

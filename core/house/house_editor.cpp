@@ -9,6 +9,7 @@
 #include "base/lines.h"
 #include "base/text.h"
 #include "core/asking.h"
+#include "core/device_ids.h"
 #include "core/house/house_input.h"
 #include "core/lists/file_lock.h"
 
@@ -174,6 +175,7 @@ Task<bool> HouseEditor::write(const Addition& addition) {
 Task<bool> HouseEditor::write_device(const Device& device, const std::string& type) {
   const std::string old_type = settings_.read("type", device.key(), "");
   settings_.write("type", device.key(), type);
+  DeviceIds::forget(settings_, device.key());  // what a kill has left of another device
   co_await module1_.stored(RegistryRoot::kCurrentUser);
   if (list_.add(line_of(ListLine{device.room, device}))) co_return true;
   if (old_type.empty())

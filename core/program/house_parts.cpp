@@ -1,6 +1,7 @@
 #include "core/program/house_parts.h"
 
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "base/code_page.h"
@@ -8,14 +9,27 @@
 #include "x10/interface_state.h"
 
 namespace homewarden {
+namespace {
+
+// The millisecond of its start, short: a machine does not start two in one.
+std::string name_of_run(const Clock& clock) {
+  constexpr std::string_view kDigits = "0123456789abcdefghijklmnopqrstuvwxyz";
+  std::string name;
+  for (auto rest = clock.system_time().time_since_epoch().count(); rest > 0; rest /= 36)
+    name.insert(name.begin(), kDigits[static_cast<std::size_t>(rest % 36)]);
+  return name;
+}
+
+}  // namespace
 
 HouseParts::HouseParts(const HousePlatform& platform, Operations::ErrorHandler on_error,
                        Label& progress)
     : operations(std::move(on_error)),
       settings(platform.registry),
       house(settings),
+      device_ids(settings, house),
       module1(platform.loop, platform.registry, platform.services, platform.windows_folder),
-      device_state(module1),
+      device_state(module1, platform.loop),
       files(platform.files, platform.folder),
       rooms(frm_main, frm_main, frm_main, frm_main, frm_main, module1, house, files.rooms, notices),
       commands(frm_main.Statusbar, frm_main, platform.loop, module1, platform.interface_control,
@@ -48,6 +62,13 @@ HouseParts::HouseParts(const HousePlatform& platform, Operations::ErrorHandler o
                PageCache(platform.loop, platform.files, platform.registry, notices,
                          files.rooms.path(), platform.folder / "html"),
                house, commands, device_state),
+      run(name_of_run(platform.loop)),
+      routes(operations, platform.json, platform.web),
+      change_log(platform.json, platform.web, run),
+      remote_commands(frm_main.Statusbar, operations, platform.loop, house, device_ids,
+                      device_state, commands, run),
+      house_api(routes, change_log, house, device_ids, device_state, commands, remote_commands,
+                module1, notices, platform.loop, platform.web, {}),
       finder(frm_main, frm_main, frm_main, frm_main, frm_main.Statusbar, frm_main, frm_main,
              operations, platform.loop, module1, platform.interface_control, platform.dialogs,
              notices),
@@ -62,6 +83,7 @@ HouseParts::HouseParts(const HousePlatform& platform, Operations::ErrorHandler o
   };
   commands.carried_out.connect(run_macros);
   incoming.seen_on_line.connect(run_macros);
+  shutdown.begins.connect([this] { remote_commands.take_no_more(); });
   // Beside it another message, that there is no interface, may have taken the place of this one.
   finder.found.connect([this] { web_server.tell_failure(); });
   show_notices(frm_main, frm_main.Statusbar, notices);

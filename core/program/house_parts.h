@@ -2,6 +2,10 @@
 
 #include <list>
 
+#include "api/change_log.h"
+#include "api/house_api.h"
+#include "api/remote_commands.h"
+#include "api/routes.h"
 #include "automation/event_cleanup.h"
 #include "automation/event_list.h"
 #include "automation/event_memory.h"
@@ -11,6 +15,7 @@
 #include "automation/profile_switch.h"
 #include "automation/scheduler.h"
 #include "base/operations.h"
+#include "core/device_ids.h"
 #include "core/house_files.h"
 #include "core/house_index.h"
 #include "core/lists/room_list.h"
@@ -55,6 +60,7 @@ struct HouseParts {
   Notices notices;
   Settings settings;
   HouseIndex house;
+  DeviceIds device_ids;
   Module1 module1;
   DeviceState device_state;
   HouseFiles files;
@@ -77,6 +83,11 @@ struct HouseParts {
   PageBuilder pages;
   WebServer web_server;
   RequestHandler requests;
+  const std::string run;  // tells this run of the program from others
+  Routes routes;
+  ChangeLog change_log;
+  RemoteCommands remote_commands;
+  HouseApi house_api;
   InterfaceFinder finder;
   Steps steps;
   HouseStartup startup;

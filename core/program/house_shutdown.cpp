@@ -30,6 +30,7 @@ HouseShutdown::HouseShutdown(Window& window, HiddenLists& lists, Flags& flags,
       interface_(interface_control) {}
 
 void HouseShutdown::take_nothing_more() {
+  begins();
   busy_.emplace(window_);
   finder_.stop();
   for (Timer* timer : {&timers_.timerdelete, &timers_.timetimer, &timers_.eventtimer})

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "automation/event_cleanup.h"
+#include "base/signal.h"
 #include "base/task.h"
 #include "core/module1.h"
 #include "core/program/steps.h"
@@ -29,6 +30,8 @@ class HouseShutdown {
   // No press, search or event begins from now on; what macros have queued is sent as fast as the
   // line takes it.
   void take_nothing_more();
+  Signal<> begins;  // raised by it
+
   // What is on its way to the power line gets there and is recorded, as is what comes from there
   // and what macros do about it; what works on the files comes to its end. Waits 30 seconds at
   // most, all calls together.

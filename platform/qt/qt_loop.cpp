@@ -22,10 +22,12 @@ milliseconds QtLoop::uptime() const {
   return std::chrono::duration_cast<milliseconds>(elapsed * lapse_.factor);
 }
 
+SystemTime QtLoop::system_time() const {
+  return SystemTime(lapse_.at(milliseconds(QDateTime::currentMSecsSinceEpoch())));
+}
+
 LocalTime QtLoop::local_time() const {
-  QDateTime now = QDateTime::currentDateTime();
-  if (lapse_.factor != 1)
-    now.setMSecsSinceEpoch(lapse_.at(milliseconds(now.toMSecsSinceEpoch())).count());
+  const auto now = QDateTime::fromMSecsSinceEpoch(system_time().time_since_epoch().count());
   const QDate date = now.date();
   const QTime time = now.time();
   LocalTime local;

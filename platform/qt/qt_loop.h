@@ -22,6 +22,7 @@ class QtLoop : public EventLoop {
 
   std::chrono::milliseconds uptime() const override;
   LocalTime local_time() const override;
+  SystemTime system_time() const override;
   CallId call_after(std::chrono::milliseconds delay, std::function<void()> function) override;
   void cancel(CallId id) override;
   void quit() override;

@@ -16,6 +16,9 @@ class SocketLoop : public EventLoop {
  public:
   std::chrono::milliseconds uptime() const override { return os_linux::uptime(); }
   LocalTime local_time() const override { return {}; }
+  SystemTime system_time() const override {
+    return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+  }
   CallId call_after(std::chrono::milliseconds delay, std::function<void()> function) override {
     calls_.emplace(Due{uptime() + delay, ++last_id_}, std::move(function));
     return last_id_;

@@ -21,9 +21,12 @@ class VirtualLoop : public EventLoop {
 
   Milliseconds uptime() const override { return now_; }
 
+  // The house lies where the wall clock shows UTC.
+  SystemTime system_time() const override { return SystemTime(wall_offset_ + now_); }
+
   LocalTime local_time() const override {
     using namespace std::chrono;
-    const auto wall = sys_time<milliseconds>(wall_offset_ + now_);
+    const auto wall = system_time();
     const auto today = floor<days>(wall);
     const year_month_day date(today);
     const std::chrono::hh_mm_ss<milliseconds> time(wall - today);
