@@ -17,7 +17,8 @@ DeviceChanges::DeviceChanges(ChangeLog& log, const DeviceView& view, HouseIndex&
       [this](const std::string& key, bool) { tell(house_.by_key(key)); });
   commands.changed.connect([this, &ids](const RemoteCommand& command) {
     log_.publish("command", json_of(command));
-    tell(ids.by_id(command.device));
+    // What it is on the way to is told when it is.
+    if (command.state != RemoteCommand::State::kSending) tell(ids.by_id(command.device));
   });
   house.changed.connect([this] {
     told_.clear();

@@ -152,26 +152,27 @@ std::optional<RemoteCommands::Refusal> RemoteCommands::no_place(
 }
 
 RemoteCommands::Answer RemoteCommands::add(RemoteCommand command) {
-  replace_level(command);
+  const Shared older = take_older_level(command);
   if (const auto refusal = no_place(command)) return *refusal;
   command.id = run_ + "-" + std::to_string(++last_);
   command.asked = loop_.system_time();
   auto shared = std::make_shared<RemoteCommand>(std::move(command));
   waiting_.push_back(shared);
+  if (older) set(older, State::kDropped, "A newer level took its place.");
   changed(*shared);
   if (!working_) operations_.start(work_off());
   return Pointer(shared);
 }
 
 // Only the last command of the device, so that what was asked between two levels is not lost.
-void RemoteCommands::replace_level(const RemoteCommand& by) {
-  if (by.act != RemoteAct::kLevel || !takes_more_) return;
+RemoteCommands::Shared RemoteCommands::take_older_level(const RemoteCommand& by) {
+  if (by.act != RemoteAct::kLevel || !takes_more_) return nullptr;
   const auto last = std::find_if(waiting_.rbegin(), waiting_.rend(),
                                  [&by](const Shared& other) { return other->device == by.device; });
-  if (last == waiting_.rend() || (*last)->act != RemoteAct::kLevel) return;
-  const Shared older = *last;
+  if (last == waiting_.rend() || (*last)->act != RemoteAct::kLevel) return nullptr;
+  Shared older = *last;
   waiting_.erase(std::next(last).base());
-  set(older, State::kDropped, "A newer level took its place.");
+  return older;
 }
 
 RemoteCommands::Pointer RemoteCommands::find(const std::string& id) const {

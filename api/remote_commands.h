@@ -100,7 +100,7 @@ class RemoteCommands {
   std::optional<Refusal> no_place(const RemoteCommand& command) const;
   std::optional<DeviceOrder> order_of(const Device& device, RemoteAct act, int level) const;
   bool is_to_be_on(const Device& device) const;
-  void replace_level(const RemoteCommand& by);
+  Shared take_older_level(const RemoteCommand& by);
   void set(const Shared& command, RemoteCommand::State state, std::string detail = {});
   void drop_strangers();
   Task<void> work_off();
