@@ -107,6 +107,7 @@ class Live extends EventTarget {
   }
 
   start() {
+    document.body.dataset.live = this.state;
     window.addEventListener("online", () => this.#reconnect());
     window.addEventListener("offline", () => this.#reconnect());
     window.addEventListener("pageshow", (event) => { if (event.persisted) this.#resume(); });
@@ -172,6 +173,7 @@ class Live extends EventTarget {
     if (state === this.state && reason === this.reason) return;
     this.state = state;
     this.reason = reason;
+    document.body.dataset.live = state;  // for the script that does without
     this.#tell("state", state);
   }
 

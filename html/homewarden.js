@@ -1,5 +1,6 @@
-// Shared by the pages for browsers and for ten-foot screens: keeps addresses clean, shows states
-// and presses, refreshes the page while nobody touches it.
+// Shared by the pages for browsers and for ten-foot screens: keeps addresses clean and shows states.
+// Where the house is not read live, it also shows presses and refreshes the page while nobody touches
+// it; otherwise homewarden-live.js says so on the body (data-live).
 (function () {
   "use strict";
 
@@ -116,7 +117,7 @@
 
   document.addEventListener("click", (event) => {
     const link = event.target.closest("a");
-    if (!links.includes(link) || event.button || event.ctrlKey || event.metaKey || event.shiftKey)
+    if (event.defaultPrevented || !links.includes(link) || event.button || event.ctrlKey || event.metaKey || event.shiftKey)
       return;
     if (busy) {
       event.preventDefault();
@@ -145,7 +146,8 @@
 
   // Only when the server answers: an old page is better than the browser's error page.
   function refresh() {
-    if (document.hidden || busy) return;
+    const { live } = document.body.dataset;
+    if (document.hidden || busy || (live && live !== "absent")) return;
     const probe = new Image();
     probe.onload = () => {
       if (document.hidden || busy) return;

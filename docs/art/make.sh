@@ -42,4 +42,10 @@ for size in 16 24 32 48 64 128; do
   rsvg-convert -w "$size" -h "$size" -o "$root/packaging/icons/$size.png" homewarden.svg
 done
 
+# What phones put on their home screens.
+for size in 192 512; do
+  rsvg-convert -w "$size" -h "$size" -o "$root/html/icon-$size.png" homewarden.svg
+done
+rsvg-convert -w 512 -h 512 -o "$root/html/icon-maskable.png" maskable.svg
+
 python3 sounds.py "$root/sounds"

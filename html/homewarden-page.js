@@ -1,0 +1,237 @@
+// The page for browsers, live: rooms change in place, presses go by script, what is wrong is said.
+
+import { live } from "./homewarden-live.js";
+import { deviceOfLink, roomOfQuery, roomQuery } from "./homewarden-markup.js";
+import { Cards, stateWords, toggle } from "./homewarden-cards.js";
+import { countOn, countWords, Home, make, setText } from "./homewarden-home.js";
+
+const FIRST_MS = 1500;  // for the house, before the home page shows what it came with
+
+const main = document.querySelector("main");
+const heading = main.querySelector("h1");
+const summary = main.querySelector(".summary");
+const nav = document.querySelector("nav ul");
+const list = main.querySelector("ul");
+const homePlace = document.getElementById("home");
+const banner = document.getElementById("banner");
+const spoken = document.getElementById("spoken");
+const cards = new Cards(list);
+const home = new Home(homePlace);
+const isHome = () => !location.search;
+
+// ---- What is shown ------------------------------------------------------------------------------
+
+function drawHeading() {
+  const room = roomOfQuery(location.search);
+  if (isHome()) {
+    setText(heading, home.heading());
+    setText(summary, home.summary());
+    document.title = "Homewarden";
+  } else if (room) {
+    setText(heading, room.name);
+    setText(summary, countWords(room.devices));
+    document.title = room.name + " \u2013 Homewarden";
+  }
+}
+
+function drawNav() {
+  const room = roomOfQuery(location.search);
+  const homeLink = nav.querySelector(".home a");
+  if (isHome()) homeLink.setAttribute("aria-current", "page");
+  else homeLink.removeAttribute("aria-current");
+  const places = [...nav.children].filter((place) => !place.classList.contains("home"));
+  live.house.rooms.forEach((one, i) => {
+    const place = places[i] || nav.appendChild(make("li"));
+    place.classList.remove("over");
+    let link = place.querySelector("a");
+    if (!link) {
+      link = make("a");
+      link.append(make("font"));
+      place.replaceChildren(link);
+    }
+    if (!link.badge) {
+      link.badge = make("span", "badge");
+      link.append(link.badge);
+    }
+    link.setAttribute("href", "index.html" + roomQuery(one));
+    setText(link.querySelector("font"), one.name);
+    const on = countOn(one.devices);
+    link.badge.hidden = !on;
+    setText(link.badge, on ? String(on) : "");
+    link.setAttribute("aria-label", on ? one.name + ", " + on + " on" : one.name);
+    if (one === room) link.setAttribute("aria-current", "page");
+    else link.removeAttribute("aria-current");
+  });
+  places.slice(live.house.rooms.length).forEach((place) => place.replaceChildren());
+}
+
+function drawNotices() {
+  const notices = live.house.notices || [];
+  let foot = document.querySelector("footer");
+  if (!foot && notices.length) {
+    foot = make("footer");
+    foot.setAttribute("role", "status");
+    document.body.append(foot);
+  }
+  if (!foot) return;
+  const now = [...foot.children].map((line) => line.textContent);
+  if (JSON.stringify(now) === JSON.stringify(notices)) return;
+  if (notices.length) foot.replaceChildren(...notices.map((text) => make("p", "", text)));
+  else foot.remove();
+}
+
+function drawBanner() {
+  const text = bannerText();
+  banner.hidden = !text;
+  document.body.classList.toggle("with-banner", Boolean(text));
+  setText(banner, text);
+  if (live.state !== "refused") return;
+  const again = make("a", "", "Log in");
+  again.href = location.href;
+  banner.append(" ", again);
+}
+
+function seenWords() {
+  const seen = new Date(live.seen);
+  const time = String(seen.getHours()).padStart(2, "0") + ":"
+    + String(seen.getMinutes()).padStart(2, "0");
+  return seen.toDateString() === new Date().toDateString() ? time
+    : seen.toLocaleDateString("en-GB", { day: "numeric", month: "long" }) + ", " + time;
+}
+
+function bannerText() {
+  if (live.state === "refused") return live.reason;
+  if (live.state === "lost")
+    return "No connection." + (live.house ? " What is shown is from " + seenWords() + "." : "")
+      + " Trying again\u2026";
+  if (live.state !== "connected") return "";
+  if (live.house.interface.state === "away")
+    return "The X10 interface is not connected. What you switch now cannot be sent.";
+  if (live.house.interface.state === "none")
+    return "No X10 interface is set up. Nothing can be switched.";
+  return "";
+}
+
+function drawAll() {
+  if (!live.house) return;
+  const body = document.body.classList;
+  homePlace.hidden = !isHome();
+  list.hidden = isHome();
+  body.toggle("is-home", isHome());
+  const room = roomOfQuery(location.search);
+  if (isHome()) home.draw();
+  else cards.show(room);
+  body.toggle("without-rooms", !live.house.rooms.length);
+  body.toggle("without-devices", !isHome() && !list.children.length);
+  body.remove("choose", "opening");
+  drawHeading();
+  drawNav();
+  drawNotices();
+  drawBanner();
+}
+
+live.addEventListener("house", drawAll);
+live.addEventListener("device", ({ detail }) => {
+  if (isHome()) home.drawDevice(detail);
+  else cards.draw(detail);
+  drawHeading();
+  drawNav();
+});
+live.addEventListener("interface", drawBanner);
+live.addEventListener("notices", drawNotices);
+live.addEventListener("state", () => {
+  document.body.classList.remove("opening");
+  drawBanner();
+});
+
+// ---- What is said -------------------------------------------------------------------------------
+
+live.addEventListener("outcome", ({ detail: { device, press } }) => {
+  const words = stateWords(device, press).toLowerCase().replace("\u00a0%", " percent");
+  const done = words.endsWith("percent") ? "on, " + words : words;
+  const text = device.name + (press.state === "done" ? " " + done
+    : " not sent: " + done + (press.detail ? ". " + press.detail : ""));
+  // The same words twice are said twice.
+  spoken.textContent = "";
+  setTimeout(() => { spoken.textContent = text; }, 50);
+});
+
+// ---- Going from room to room ----------------------------------------------------------------------
+
+history.scrollRestoration = "manual";
+let leaving = 0;
+function keepScroll() {
+  history.replaceState({ ...history.state, top: window.scrollY }, "");
+}
+addEventListener("scroll", () => {
+  clearTimeout(leaving);
+  leaving = setTimeout(keepScroll, 150);
+}, { passive: true });
+
+function arrive(top) {
+  if (isHome()) home.open();
+  drawAll();
+  window.scrollTo(0, top);
+  const current = nav.querySelector("[aria-current]");
+  if (current) current.scrollIntoView({ block: "nearest", inline: "center" });
+}
+
+addEventListener("popstate", (event) => {
+  clearTimeout(leaving);
+  if (live.house) arrive((event.state && event.state.top) || 0);
+  else location.reload();
+});
+
+function go(link, byKey) {
+  clearTimeout(leaving);
+  keepScroll();
+  if (link.search !== location.search) history.pushState({}, "", link.href);
+  const inMain = main.contains(link);
+  arrive(0);
+  if (inMain && byKey) main.focus({ preventScroll: true });
+}
+
+const isPage = (link) => link.origin === location.origin
+  && link.pathname.replace(/[^/]*$/, "") === location.pathname.replace(/[^/]*$/, "")
+  && link.pathname.endsWith("/index.html") && !link.hash;
+
+// Before the script for pages without the house does it.
+document.addEventListener("click", (event) => {
+  const link = event.target.closest("a");
+  if (!link || !live.house || event.button || event.ctrlKey || event.metaKey || event.shiftKey
+      || event.altKey) return;
+  const device = deviceOfLink(link);
+  if (device) {
+    event.preventDefault();
+    toggle(device);
+  } else if (isPage(link) && !banner.contains(link)
+      && (!link.search || roomOfQuery(link.search))) {
+    event.preventDefault();
+    go(link, event.detail === 0);
+  }
+}, true);
+
+document.addEventListener("keydown", (event) => {
+  const link = event.target.closest("a[role=switch]");
+  if (event.key !== " " || !link) return;
+  event.preventDefault();
+  if (!event.repeat) link.click();
+});
+
+// ---- The beginning ------------------------------------------------------------------------------
+
+// Space for sliders, and on the home page nothing that would be taken away a moment later.
+document.body.classList.add("live");
+if (isHome()) {
+  document.body.classList.add("opening");
+  setTimeout(() => document.body.classList.remove("opening"), FIRST_MS);
+}
+live.addEventListener("house", () => {
+  window.scrollTo(0, (history.state && history.state.top) || 0);
+}, { once: true });
+live.addEventListener("state", ({ detail }) => {
+  if (detail === "absent") document.body.classList.remove("live");
+  if (detail === "connected" && "serviceWorker" in navigator)
+    navigator.serviceWorker.register(new URL("sw.js", import.meta.url)).catch(() => {});
+});
+live.start();
