@@ -46,6 +46,7 @@ class Live extends EventTarget {
   #abort = null;      // of the stream
   #wake = null;       // ends the pause between two tries
   #paused = false;
+  #forbidden = false;
   #reading = null;
   #clock = 0;         // the house's local time less this machine's
   #timers = {};
@@ -108,6 +109,10 @@ class Live extends EventTarget {
 
   start() {
     document.body.dataset.live = this.state;
+    // An older program's pages may ask for nothing.
+    document.addEventListener("securitypolicyviolation", (event) => {
+      this.#forbidden = this.#forbidden || event.effectiveDirective === "connect-src";
+    });
     window.addEventListener("online", () => this.#reconnect());
     window.addEventListener("offline", () => this.#reconnect());
     window.addEventListener("pageshow", (event) => { if (event.persisted) this.#resume(); });
@@ -142,7 +147,7 @@ class Live extends EventTarget {
           continue;
         }
         if (this.seen >= began) failures = 0;
-        if (error instanceof Refusal && error.status === 404 && !this.house) {
+        if (!this.house && (this.#forbidden || error.status === 404)) {
           this.#become("absent");
           return;
         }
