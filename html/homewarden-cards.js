@@ -26,6 +26,10 @@ export function pillWords(device, shown) {
   }
 }
 
+// How bright it shines, 0 to 1.
+export const lightOf = (device) =>
+  device.on ? (device.dimmable ? device.level : 100) / 100 : 0;
+
 // To the other state than what was last asked for, or what is recorded where that was not sent.
 export function toggle(device) {
   const shown = live.shown(device);
@@ -120,7 +124,7 @@ export class Card {
     const words = pillWords(device, shown);
     updateCell(place, device, this.room, PAGE);
     place.dataset.state = device.on ? "on" : "off";
-    place.style.setProperty("--light", device.on ? (device.dimmable ? device.level : 100) / 100 : 0);
+    place.style.setProperty("--light", lightOf(device));
     link.setAttribute("aria-checked", String(device.on));
     const plain = shown.state === "recorded";
     if (plain) link.removeAttribute("aria-description");

@@ -2,10 +2,11 @@
 
 import { live } from "./homewarden-live.js";
 import { roomQuery } from "./homewarden-markup.js";
-import { pillWords, toggle } from "./homewarden-cards.js";
+import { lightOf, pillWords, toggle } from "./homewarden-cards.js";
 
 const PAGE = "index.html";
 const STAY_MS = 8000;  // a chip switched off can be switched on again for so long
+const TICK_MS = 10000;
 const MOST_DOTS = 17;
 const DAYS = ["Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"];
 const MONTHS = ["January", "February", "March", "April", "May", "June", "July", "August",
@@ -75,8 +76,7 @@ class Chip {
     const shown = live.shown(device);
     this.place.dataset.state = device.on ? "on" : "off";
     this.place.dataset.phase = shown.state;
-    this.place.style.setProperty("--light",
-      device.on ? (device.dimmable ? device.level : 100) / 100 : 0);
+    this.place.style.setProperty("--light", lightOf(device));
     const source = device.type + (device.on ? "on" : "off") + ".gif";
     if (this.image.getAttribute("src") !== source) this.image.setAttribute("src", source);
     const words = pillWords(device, shown);
@@ -106,7 +106,7 @@ export class Home {
     const below = make("div", "below");
     below.append(rooms, this.next);
     place.replaceChildren(this.chips, below);
-    setInterval(() => { if (live.house && place.isConnected && !place.hidden) this.#tick(); }, 10000);
+    setInterval(() => { if (live.house && !place.hidden) this.#tick(); }, TICK_MS);
   }
 
   // What the heading and the line below it say.

@@ -104,7 +104,9 @@ class Live extends EventTarget {
   // Reads everything anew, soon.
   refresh() {
     clearTimeout(this.#timers.refresh);
-    this.#timers.refresh = setTimeout(() => this.#read().catch(() => this.#reconnect()), TOGETHER_MS);
+    this.#timers.refresh = setTimeout(() => {
+      this.#read().catch(() => this.#reconnect());
+    }, TOGETHER_MS);
   }
 
   start() {
@@ -115,6 +117,7 @@ class Live extends EventTarget {
     });
     window.addEventListener("online", () => this.#reconnect());
     window.addEventListener("offline", () => this.#reconnect());
+    document.addEventListener("resume", () => this.#resume());
     window.addEventListener("pageshow", (event) => { if (event.persisted) this.#resume(); });
     window.addEventListener("pagehide", () => {
       this.#presses.flush();
@@ -323,7 +326,7 @@ class Live extends EventTarget {
     if (device) this.#tell("outcome", { device, press });
   }
 
-  // ---- What is kept for a time without the house --------------------------------------------------
+  // ---- What is kept for a time without the house ------------------------------------------------
 
   #keepSoon() {
     this.#timers.keep = this.#timers.keep || setTimeout(() => this.#keep(), KEEP_MS);
@@ -335,7 +338,7 @@ class Live extends EventTarget {
     if (this.state !== "connected") return;
     try {
       localStorage.setItem(KEPT, JSON.stringify({ seen: this.seen, house: this.house }));
-    } catch (error) { /* storage is full or switched off: then nothing is shown without the house */ }
+    } catch (error) { /* storage is full or switched off: nothing is shown without the house */ }
   }
 
   #takeKept() {

@@ -5,8 +5,6 @@ import { deviceOfLink, roomOfQuery, roomQuery } from "./homewarden-markup.js";
 import { Cards, stateWords, toggle } from "./homewarden-cards.js";
 import { countOn, countWords, Home, make, setText } from "./homewarden-home.js";
 
-const FIRST_MS = 1500;  // for the house, before the home page shows what it came with
-
 const main = document.querySelector("main");
 const heading = main.querySelector("h1");
 const summary = main.querySelector(".summary");
@@ -17,6 +15,7 @@ const banner = document.getElementById("banner");
 const spoken = document.getElementById("spoken");
 const cards = new Cards(list);
 const home = new Home(homePlace);
+const look = document.documentElement.classList;  // as homewarden-start.js began it
 const isHome = () => !location.search;
 
 // ---- What is shown ------------------------------------------------------------------------------
@@ -123,7 +122,8 @@ function drawAll() {
   else cards.show(room);
   body.toggle("without-rooms", !live.house.rooms.length);
   body.toggle("without-devices", !isHome() && !list.children.length);
-  body.remove("choose", "opening");
+  body.remove("choose");
+  look.remove("opening");
   drawHeading();
   drawNav();
   drawNotices();
@@ -140,7 +140,7 @@ live.addEventListener("device", ({ detail }) => {
 live.addEventListener("interface", drawBanner);
 live.addEventListener("notices", drawNotices);
 live.addEventListener("state", () => {
-  document.body.classList.remove("opening");
+  look.remove("opening");
   drawBanner();
 });
 
@@ -156,7 +156,7 @@ live.addEventListener("outcome", ({ detail: { device, press } }) => {
   setTimeout(() => { spoken.textContent = text; }, 50);
 });
 
-// ---- Going from room to room ----------------------------------------------------------------------
+// ---- Going from room to room --------------------------------------------------------------------
 
 history.scrollRestoration = "manual";
 let leaving = 0;
@@ -220,17 +220,11 @@ document.addEventListener("keydown", (event) => {
 
 // ---- The beginning ------------------------------------------------------------------------------
 
-// Space for sliders, and on the home page nothing that would be taken away a moment later.
-document.body.classList.add("live");
-if (isHome()) {
-  document.body.classList.add("opening");
-  setTimeout(() => document.body.classList.remove("opening"), FIRST_MS);
-}
 live.addEventListener("house", () => {
   window.scrollTo(0, (history.state && history.state.top) || 0);
 }, { once: true });
 live.addEventListener("state", ({ detail }) => {
-  if (detail === "absent") document.body.classList.remove("live");
+  if (detail === "absent") look.remove("live");
   if (detail === "connected" && "serviceWorker" in navigator)
     navigator.serviceWorker.register(new URL("sw.js", import.meta.url)).catch(() => {});
 });

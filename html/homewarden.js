@@ -1,6 +1,6 @@
-// Shared by the pages for browsers and for ten-foot screens: keeps addresses clean and shows states.
-// Where the house is not read live, it also shows presses and refreshes the page while nobody touches
-// it; otherwise homewarden-live.js says so on the body (data-live).
+// Shared by the pages for browsers and for ten-foot screens: keeps addresses clean and shows
+// states. Where the house is not read live, it also shows presses and refreshes the page while
+// nobody touches it; otherwise homewarden-live.js says so on the body (data-live).
 (function () {
   "use strict";
 
@@ -117,8 +117,8 @@
 
   document.addEventListener("click", (event) => {
     const link = event.target.closest("a");
-    if (event.defaultPrevented || !links.includes(link) || event.button || event.ctrlKey || event.metaKey || event.shiftKey)
-      return;
+    if (event.defaultPrevented || !links.includes(link) || event.button || event.ctrlKey
+        || event.metaKey || event.shiftKey) return;
     if (busy) {
       event.preventDefault();
       return;

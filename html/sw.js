@@ -5,13 +5,15 @@
 const KEPT = "homewarden-shell";
 const ANSWER_MS = 4000;  // then what is kept is shown, and the page's script goes on trying
 const PAGES = ["index.html", "wmcindex.html"];
+const SCRIPTS = ["", "-start", "-live", "-stream", "-presses", "-markup", "-cards", "-home",
+  "-page", "-tv"];
+const STYLES = ["-base", "", "-live", "-tv"];
+const TYPES = ["switch", "bulb", "fan", "radio", "bulb2"];
 const FILES = [
-  "homewarden-base.css", "homewarden.css", "homewarden-live.css", "homewarden-tv.css",
-  "homewarden.js", "homewarden-live.js", "homewarden-stream.js", "homewarden-presses.js",
-  "homewarden-markup.js", "homewarden-cards.js", "homewarden-home.js", "homewarden-page.js",
-  "homewarden-tv.js", "manifest.webmanifest",
-  "homewarden.png", "icon-192.png", "icon-512.png", "icon-maskable.png",
-  ...["switch", "bulb", "fan", "radio", "bulb2"].flatMap((type) => [type + "on.gif", type + "off.gif"]),
+  ...SCRIPTS.map((name) => "homewarden" + name + ".js"),
+  ...STYLES.map((name) => "homewarden" + name + ".css"),
+  ...TYPES.flatMap((type) => [type + "on.gif", type + "off.gif"]),
+  "homewarden.png", "icon-192.png", "icon-512.png", "icon-maskable.png", "manifest.webmanifest",
 ];
 const ROOT = new URL("./", self.location).href;
 
