@@ -195,7 +195,7 @@ const isPage = (link) => link.origin === location.origin
   && link.pathname.replace(/[^/]*$/, "") === location.pathname.replace(/[^/]*$/, "")
   && link.pathname.endsWith("/index.html") && !link.hash;
 
-// Before the script for pages without the house does it.
+// Before the script for pages without the house does it, which may be a changed one.
 document.addEventListener("click", (event) => {
   const link = event.target.closest("a");
   if (!link || !live.house || event.button || event.ctrlKey || event.metaKey || event.shiftKey
@@ -203,10 +203,12 @@ document.addEventListener("click", (event) => {
   const device = deviceOfLink(link);
   if (device) {
     event.preventDefault();
+    event.stopPropagation();
     toggle(device);
   } else if (isPage(link) && !banner.contains(link)
       && (!link.search || roomOfQuery(link.search))) {
     event.preventDefault();
+    event.stopPropagation();
     go(link, event.detail === 0);
   }
 }, true);
