@@ -66,7 +66,10 @@ class Chip {
     const text = make("span", "text");
     text.append(make("b", "", device.name), this.words);
     this.button.append(this.image, text, make("span", "power"));
-    this.button.addEventListener("click", () => toggle(this.device));
+    this.button.addEventListener("click", () => {
+      if (live.shown(this.device).state === "not_sent") live.retry(this.device);
+      else toggle(this.device);
+    });
     this.place.append(this.button);
     this.since = 0;  // when it went off
   }
@@ -152,7 +155,8 @@ export class Home {
   // that presses twice.
   #drawChip(device, room) {
     let chip = this.#chips.get(device.id);
-    if (!chip && !device.on) return;
+    const notSent = live.shown(device).state === "not_sent";
+    if (!chip && !device.on && !notSent) return;
     if (!chip) {
       chip = new Chip(device);
       this.#chips.set(device.id, chip);

@@ -4,6 +4,7 @@
 
 import { ask, Refusal } from "./homewarden-stream.js";
 
+const KEPT = "homewarden-presses";
 const SETTLE_MS = 1000;    // for the device's record behind the command's end
 const KEPT_COMMANDS = 64;  // that were heard of before the answer that names them
 
@@ -30,6 +31,7 @@ export class Presses {
     this.root = root;
     this.changed = changed;
     this.ended = ended;
+    this.#takeFailed();
   }
 
   // The newest press of a device, or undefined: { device, command, on, level, state, detail } with
@@ -50,6 +52,7 @@ export class Presses {
     const press = { device: device.id, command, ...wanted, state: "waiting", detail: "", id: "" };
     this.#newest.set(device.id, press);
     this.#queue.push(press);
+    this.#keepFailed();
     this.changed(device.id);
     this.#post();
     return press;
@@ -107,6 +110,7 @@ export class Presses {
 
   #end(press) {
     if (this.#newest.get(press.device) !== press) return;
+    this.#keepFailed();
     this.changed(press.device);
     this.ended(press);
   }
@@ -115,6 +119,21 @@ export class Presses {
     if (this.#newest.get(press.device) !== press) return;
     this.#newest.delete(press.device);
     this.changed(press.device);
+  }
+
+  // What failed is there to be tried again when the page has been loaded anew.
+  #keepFailed() {
+    const failed = [...this.#newest.values()].filter((press) => press.state === "failed");
+    try {
+      sessionStorage.setItem(KEPT, JSON.stringify(failed));
+    } catch (error) { /* storage is full or switched off: then a new page does not know */ }
+  }
+
+  #takeFailed() {
+    try {
+      for (const press of JSON.parse(sessionStorage.getItem(KEPT)) || [])
+        this.#newest.set(press.device, press);
+    } catch (error) { /* as above */ }
   }
 
   // How a command is, from whomever.

@@ -177,7 +177,6 @@ class LivePages(BrowserTest):
     self.on(0, "Hall")
     self.wait(lambda: self.js("return navigator.serviceWorker.controller !== null"), "the worker")
     self.wait(lambda: self.js("return localStorage.length"), "what is kept")
-    self.js("window.isTheSame = true")
     self.house.kill()
     self.wait(self.banner, "the banner")
     self.assertRegex(self.banner(), r"^No connection\. What is shown is from \d\d:\d\d\. Trying")
@@ -193,6 +192,10 @@ class LivePages(BrowserTest):
     self.assertEqual(self.browser.execute_async_script(
         "fetch('index.html?C~2~HallFan~turnon~Hall').then(() => arguments[0]('answered'), "
         "() => arguments[0]('not answered'))"), "not answered")
+    self.browser.switch_to.window(self.windows[0])
+    self.browser.refresh()
+    self.wait(lambda: self.pill("Lamp 1") == "Not sent", "not sent, after loading the page anew")
+    self.js("window.isTheSame = true")
     self.house.begin()
     self.both(lambda: not self.banner(), "the house again")
     self.browser.switch_to.window(self.windows[0])
