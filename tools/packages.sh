@@ -10,7 +10,7 @@ window_packages=(libgl1 libegl1 fonts-dejavu-core xdg-utils)
 test_packages=(python3 curl iproute2 util-linux chromium chromium-driver python3-selenium
   xvfb openbox trayer dbus-daemon python3-dbus python3-dbusmock python3-gi systemd xdotool
   at-spi2-core python3-pyatspi
-  x11-utils x11-apps desktop-file-utils libglib2.0-bin pocketsphinx-en-us)
+  x11-utils x11-apps desktop-file-utils libglib2.0-bin pocketsphinx-en-us nodejs npm python3-jsonschema)
 check_packages=(clang-format clang-tidy git python3)
 fuzz_packages=(clang libclang-rt-14-dev)
 web_bench_packages=(nginx-light wrk curl python3)
