@@ -144,22 +144,23 @@ void PageBuilder::fill_menu(const Family& family, std::string& html) {
 }
 
 void PageBuilder::loadnormroom(const std::string& roomname) {
-  fill_room(kNormal, roomname);
+  fill_room(kNormal, rooms_.slug_meant(roomname));
 }
 
 void PageBuilder::loadroom(const std::string& roomname) {
+  const std::string room = rooms_.slug_meant(roomname);
   const auto read = [this](const char* name) {
     return module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, name);
   };
   const std::string last_room = read("lastroom");
   const std::string last_device = read("lastdev");
-  if (roomname != last_room)
-    module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "lastroom", roomname);
+  if (room != last_room)
+    module1_.regwrite(RegistryRoot::kLocalMachine, kMachineKey, "lastroom", room);
   if (!rooms_.is_there()) return;
-  const int devices = fill_room(kMediaCenter, roomname);
+  const int devices = fill_room(kMediaCenter, room);
   remove_modules(devices + 1);
   for (int slot = devices; slot < kPlaces; ++slot) replace(form_.page, place("dev", slot), "");
-  if (roomname == last_room && !last_device.empty())
+  if (room == last_room && !last_device.empty())
     replace(form_.page, "MCFocusStart=\"option1\"", "MCFocusStart=\"module" + last_device + "\"");
 }
 

@@ -40,7 +40,7 @@ class PageBuilder {
   // lines on which the name stands anywhere.
   // A device that the last command did not reach has a link more, which sends it again.
   // The ten-foot one also remembers the room, and puts the focus on the device used last when the
-  // room is the one shown last.
+  // room is the one shown last. A name in UTF-8 is found, and remembered in the code page.
   void loadnormroom(const std::string& roomname);
   void loadroom(const std::string& roomname);
 

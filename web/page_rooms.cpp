@@ -4,6 +4,7 @@
 
 #include "base/lines.h"
 #include "base/text.h"
+#include "web/request_grammar.h"
 
 namespace homewarden {
 namespace {
@@ -75,6 +76,17 @@ std::vector<Device> PageRooms::devices_of(std::string_view slug) const {
     if (!is_room_line(*line) && contains_ignoring_case(without_blanks(*line), slug)) add(*line);
   }
   return devices;
+}
+
+std::string PageRooms::slug_meant(std::string_view slug) const {
+  auto typed = typed_name(slug);
+  if (!typed || is_found(slug) || !is_found(*typed)) return std::string(slug);
+  return std::move(*typed);
+}
+
+// A room without devices is found too.
+bool PageRooms::is_found(std::string_view slug) const {
+  return rooms_.contains(to_lower(slug)) || !devices_of(slug).empty();
 }
 
 }  // namespace homewarden

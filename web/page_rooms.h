@@ -32,9 +32,13 @@ class PageRooms {
   // The first ten devices of the room of this name without blanks, letter case ignored; without
   // such a room, of the lines on which the name stands anywhere.
   std::vector<Device> devices_of(std::string_view slug) const;
+  // The name to ask devices_of() for when an address was typed: what finds nothing as it stands and
+  // something when it is read as UTF-8 is in the code page here. Everything else comes back.
+  std::string slug_meant(std::string_view slug) const;
 
  private:
   void read_lines();
+  bool is_found(std::string_view slug) const;
 
   Files& files_;
   const std::filesystem::path list_;

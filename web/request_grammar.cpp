@@ -4,6 +4,7 @@
 #include <cmath>
 #include <vector>
 
+#include "base/code_page.h"
 #include "base/text.h"
 
 namespace homewarden {
@@ -70,6 +71,15 @@ std::string room_of_query(std::string_view query) {
 
 std::string decode_query(std::string_view query) {
   return percent_decoded(query);
+}
+
+std::optional<std::string> typed_name(std::string_view name) {
+  std::string typed = from_utf8(name);
+  const auto unknown = [](std::string_view text) {
+    return std::count(text.begin(), text.end(), '?');
+  };
+  if (typed == name || unknown(typed) != unknown(name)) return std::nullopt;
+  return typed;
 }
 
 }  // namespace homewarden

@@ -49,4 +49,9 @@ std::string room_of_query(std::string_view query);
 // sign without two hexadecimal digits behind it stays.
 std::string decode_query(std::string_view query);
 
+// A decoded name as somebody meant it who typed the address: browsers encode typed letters beyond
+// ASCII in UTF-8, the program's links are in the code page. Nothing when it holds no such letter or
+// one that the code page does not have. A name that is found as it stands must not be read so.
+std::optional<std::string> typed_name(std::string_view name);
+
 }  // namespace homewarden

@@ -126,6 +126,8 @@ Task<void> RequestHandler::switch_device(int id, SwitchQuery device, bool on, Pa
                       std::to_string(device.position + 1));
   // An address that somebody typed must not write other values of the machine.
   const Device* known = house_.by_key(device.key);
+  if (const auto typed = known ? std::nullopt : typed_name(device.key))
+    known = house_.by_key(*typed);
   SwitchTarget target{device.house, device.unit, known ? known->key() : std::string(),
                       asked_by(web_.ClientAddress(id))};
   const std::string from = target.asked_by;

@@ -97,6 +97,33 @@ TEST(Pages, ATenFootRoomWithItsFocus) {
       << "the browser's home page does not show the room last seen";
 }
 
+// Browsers send what is typed in UTF-8. A name of the code page that happens to be UTF-8 is not to
+// lose its room to another.
+TEST(Pages, ATypedAddressInUtf8FindsTheRoomAndTheDevice) {
+  WebHouse house(
+      "B\xfcro~~~\r\nT\xfcr~~~\r\n\xc3\xa9~~~\r\n\xe9~~~\r\nB\xfcro~L\xe4mp~A~3\r\n"
+      "\xc3\xa9~Old~B~1\r\n\xe9~New~B~2\r\n");
+  house.content("html/index.html") = house.content("html/wmcindex.html") = "[<room>]";
+  const std::string rooms[][3] = {
+      // what is asked for, the room shown, the room remembered
+      {"B%C3%BCro", "B\xfcro", "B\xfcro"}, {"b\xc3\x9cRO", "B\xfcro", "b\xdcRO"},
+      {"B%FCro", "B\xfcro", "B\xfcro"},    {"%C3%BCro", "B\xfcro", "\xfcro"},
+      {"T%C3%BCr", "", "T\xfcr"},  // has no devices
+      {"%C3%A9", "\xc3\xa9", "\xc3\xa9"},  {"%E9", "\xe9", "\xe9"},
+      {"B%E2%98%83", "", "B\xe2\x98\x83"},
+  };
+  for (const auto& [query, shown, remembered] : rooms) {
+    for (const char* page : {"index.html", "wmcindex.html"})
+      EXPECT_EQ(house.get(page, "loadroom" + query), "[" + shown + "]\r\n") << query;
+    EXPECT_EQ(house.machine("lastroom"), remembered) << query;
+    EXPECT_EQ(house.get("index.html"), "[" + shown + "]\r\n") << query;
+  }
+  house.web.request("index.html", "A~3~B%C3%BCroL%C3%A4mp~turnon~B%C3%BCro");
+  house.loop.advance(5s);
+  EXPECT_EQ(house.machine("B\xfcroL\xe4mp"), "True");
+  EXPECT_THAT(house.web.answers.back(), EndsWith(" [B\xfcro]\r\n"));
+}
+
 TEST(Pages, ARoomShowsTenOfItsDevicesAndNoneOfARoomThatContainsItsName) {
   std::string list = "Bedroom~~~\r\nno device line\r\nBed~Odd~A~x\r\n";
   for (int i = 1; i <= 12; ++i)
