@@ -1,0 +1,117 @@
+// What a ten-foot page says beside its cards: what is wrong, what comes next, what a key does.
+import { live } from "./homewarden-live.js";
+
+const main = document.querySelector("main");
+
+const make = (kind, className) => {
+  const element = document.createElement(kind);
+  element.className = className;
+  return element;
+};
+
+// ---- What is wrong ------------------------------------------------------------------------------
+
+const banner = make("p", "banner");
+banner.setAttribute("role", "status");
+banner.hidden = true;
+document.body.prepend(banner);
+
+function whatIsWrong() {
+  const { state, reason, house } = live;
+  if (state === "lost")
+    return "No connection to Homewarden. " + (house ? "What is shown may be old. " : "")
+      + "It is tried again\u2026";
+  if (state === "refused") return reason;
+  if (!house || state !== "connected") return "";
+  if (house.interface.state === "away") return "The interface is away: presses do not reach the house.";
+  if (house.interface.state === "none") return "No interface is connected: presses do not reach the house.";
+  return "";
+}
+
+export function showBanner() {
+  const text = whatIsWrong();
+  banner.hidden = !text;
+  if (banner.textContent !== text) banner.textContent = text;
+  document.body.classList.toggle("with-banner", Boolean(text));
+  document.body.classList.toggle("out-of-touch", live.state === "lost" || live.state === "refused");
+}
+
+export function showNotices(notices) {
+  let foot = document.querySelector("footer");
+  if (!foot) {
+    if (!notices.length) return;
+    foot = make("footer", "");
+    foot.setAttribute("role", "status");
+    document.body.append(foot);
+  }
+  const shown = Array.from(foot.children, (child) => child.textContent);
+  if (shown.join("\n") === notices.join("\n")) return;
+  foot.hidden = !notices.length;
+  foot.replaceChildren(...notices.map((notice) => {
+    const paragraph = make("p", "");
+    paragraph.textContent = notice;
+    return paragraph;
+  }));
+}
+
+// ---- What changes, for those who hear the page --------------------------------------------------
+
+const said = make("p", "said");
+said.setAttribute("aria-live", "polite");
+main.append(said);
+
+export function say(text) {
+  said.textContent = text;
+}
+
+// ---- What comes next ----------------------------------------------------------------------------
+
+const nothing = make("p", "nothing");
+nothing.textContent = "Everything is off.";
+const next = make("div", "next");
+next.hidden = true;
+main.querySelector("section").before(nothing);
+main.append(next);
+
+const DAY_MS = 86400000;
+
+// "07:30", "Tomorrow 07:30", "Sat 07:30". Both are the house's local time, as if it were UTC.
+function when(text, now) {
+  const time = text.slice(11, 16);
+  const days = Math.floor(Date.parse(text + "Z") / DAY_MS) - Math.floor(now.getTime() / DAY_MS);
+  if (days <= 0) return time;
+  if (days === 1) return "Tomorrow " + time;
+  const day = new Date(text + "Z").toLocaleDateString("en", { weekday: "short", timeZone: "UTC" });
+  return day + " " + time;
+}
+
+const NEXT = 3;
+
+export function showNext(events, now) {
+  const shown = events.filter((event) => event.next).slice(0, NEXT);
+  next.hidden = !shown.length;
+  next.replaceChildren(...shown.map((event) => {
+    const tile = make("div", "");
+    const time = make("b", "");
+    time.textContent = when(event.next, now);
+    const text = make("span", "");
+    text.textContent = event.text;
+    const detail = make("small", "");
+    detail.textContent = event.detail;
+    tile.append(time, text, detail);
+    return tile;
+  }));
+}
+
+// ---- What the keys do ---------------------------------------------------------------------------
+
+const hint = make("p", "hint");
+hint.setAttribute("aria-hidden", "true");
+main.append(hint);
+
+export function showHint() {
+  const stop = document.activeElement.closest("[data-stop]");
+  hint.textContent = (stop && stop.dataset.hint) || "";
+}
+
+document.addEventListener("focusin", showHint);
