@@ -106,7 +106,9 @@ export class Card {
 
   #shown() {
     const shown = live.shown(this.device);
-    if (this.#level === undefined) return shown;
+    const { on, level: recorded } = this.device;
+    if (this.#level === undefined)
+      return shown.state === "not_sent" ? { ...shown, on, level: recorded } : shown;
     return { ...shown, on: this.#level > 0, level: this.#level, state: "waiting" };
   }
 

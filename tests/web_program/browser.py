@@ -65,6 +65,11 @@ def start_browser(folder):
   return webdriver.Chrome(service=service, options=options)
 
 
+def wait_live(test, state="connected"):
+  """Until the page's script has read the house, or whatever else has become of that."""
+  test.wait_for(f"body[data-live={state}]")
+
+
 class BrowserTest(unittest.TestCase):
   """One house and one browser for the tests of a class."""
 
