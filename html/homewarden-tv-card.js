@@ -1,18 +1,12 @@
 // The card of a device on a ten-foot page: a switch and, where the device can be dimmed, its level
 // below. Down goes to the level, left and right change it.
 import { live } from "./homewarden-live.js";
+import { make } from "./homewarden-tv-signs.js";
 
 const STEP = 10;         // per cent
 const SETTLED_MS = 350;  // without another key before a level is sent
 
 const { focusStop, move } = window.homewardenStops;
-
-const make = (kind, className, parent) => {
-  const element = document.createElement(kind);
-  element.className = className;
-  parent.append(element);
-  return element;
-};
 
 const stop = (element, role) => {
   element.dataset.stop = "";

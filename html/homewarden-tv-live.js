@@ -1,8 +1,9 @@
 // The ten-foot page as the house is: cards that switch, levels, what is on. The page as it was sent
 // stays until the house has been read, and for good where there is no interface for programs.
 import { live } from "./homewarden-live.js";
+import { roomOfQuery, roomQuery } from "./homewarden-markup.js";
 import { Card } from "./homewarden-tv-card.js";
-import { say, showBanner, showHint, showNext, showNotices } from "./homewarden-tv-signs.js";
+import { make, say, showBanner, showHint, showNext, showNotices } from "./homewarden-tv-signs.js";
 
 const PLACES = 10;  // devices on a page
 const HOME_PLACES = 6;
@@ -14,13 +15,6 @@ const nav = document.querySelector("nav");
 const section = document.querySelector("section");
 const heading = document.querySelector("h1");
 const sentTitle = heading.textContent;
-
-const make = (kind, className, parent) => {
-  const element = document.createElement(kind);
-  element.className = className;
-  if (parent) parent.append(element);
-  return element;
-};
 
 function makeButton(className, pressed) {
   const button = make("button", className);
@@ -39,24 +33,11 @@ let roomPage = -1;      // -1: that of the room shown
 const wereOn = new Set();  // devices that stay on the page "What is on" when they go off
 let records = new Map();  // device's id -> what was recorded last, to tell what changes
 
-const withoutBlanks = (text) => text.replaceAll(" ", "").toLowerCase();
-
-// A room's address may be in the page's own letters or, when it was typed, in UTF-8.
-function decoded(query) {
-  try {
-    return decodeURIComponent(query);
-  } catch (error) {
-    const bytes = unescape(query);
-    return new TextDecoder("windows-1252").decode(Uint8Array.from(bytes, (c) => c.charCodeAt(0)));
-  }
-}
-
+// The one asked for; without a query that of the page as it was sent.
 function currentRoom() {
   if (location.hash === "#home") return undefined;
-  const [, asked] = /^\?loadroom(.*)$/i.exec(location.search) || [];
-  return live.house.rooms.find((room) => room.name === sentTitle)
-    || (asked !== undefined && live.house.rooms.find(
-      (room) => withoutBlanks(room.slug) === decoded(asked).toLowerCase()));
+  return roomOfQuery(location.search)
+    || live.house.rooms.find((room) => room.name === sentTitle);
 }
 
 function view() {
@@ -135,12 +116,11 @@ moreRooms.id = "more-rooms";
 
 function drawRoom(box, room, isCurrent) {
   const on = room.devices.filter((device) => live.shown(device).on).length;
-  let link = box.querySelector("a");
-  if (box.dataset.room !== room.slug || !link.matches(".name")) {
-    const kept = link && link.textContent === room.name ? link.getAttribute("href") : "";
+  let link = box.querySelector("a.name");
+  if (box.dataset.room !== room.slug || !link) {
     box.replaceChildren();
     link = make("a", "name", box);
-    link.href = kept || "wmcindex.html?loadroom" + encodeURIComponent(room.slug);
+    link.href = "wmcindex.html" + roomQuery(room);
     link.textContent = room.name;
     link.tabIndex = -1;
     make("span", "count", box);
@@ -279,7 +259,11 @@ live.addEventListener("outcome", ({ detail: { device, press } }) => {
 
 live.addEventListener("notices", ({ detail }) => showNotices(detail));
 live.addEventListener("interface", showBanner);
-live.addEventListener("state", showBanner);
+live.addEventListener("state", ({ detail }) => {
+  showBanner();
+  if (detail === "connected" && "serviceWorker" in navigator)
+    navigator.serviceWorker.register(new URL("sw.js", import.meta.url)).catch(() => {});
+});
 window.addEventListener("hashchange", () => {
   page = 0;
   wereOn.clear();

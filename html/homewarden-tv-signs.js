@@ -3,11 +3,12 @@ import { live } from "./homewarden-live.js";
 
 const main = document.querySelector("main");
 
-const make = (kind, className) => {
+export function make(kind, className, parent) {
   const element = document.createElement(kind);
   element.className = className;
+  if (parent) parent.append(element);
   return element;
-};
+}
 
 // ---- What is wrong ------------------------------------------------------------------------------
 
@@ -92,13 +93,9 @@ export function showNext(events, now) {
   next.hidden = !shown.length;
   next.replaceChildren(...shown.map((event) => {
     const tile = make("div", "");
-    const time = make("b", "");
-    time.textContent = when(event.next, now);
-    const text = make("span", "");
-    text.textContent = event.text;
-    const detail = make("small", "");
-    detail.textContent = event.detail;
-    tile.append(time, text, detail);
+    make("b", "", tile).textContent = when(event.next, now);
+    make("span", "", tile).textContent = event.text;
+    make("small", "", tile).textContent = event.detail;
     return tile;
   }));
 }
