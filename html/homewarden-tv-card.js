@@ -1,19 +1,12 @@
 // The card of a device on a ten-foot page: a switch and, where the device can be dimmed, its level
 // below. Down goes to the level, left and right change it.
 import { live } from "./homewarden-live.js";
-import { make } from "./homewarden-tv-signs.js";
+import { make, makeStop } from "./homewarden-tv-signs.js";
 
 const STEP = 10;         // per cent
 const SETTLED_MS = 350;  // without another key before a level is sent
 
 const { focusStop, move } = window.homewardenStops;
-
-const stop = (element, role) => {
-  element.dataset.stop = "";
-  element.tabIndex = -1;
-  element.setAttribute("role", role);
-  return element;
-};
 
 export class Card {
   device = undefined;
@@ -33,13 +26,13 @@ export class Card {
     place.id = this.id;
     place.className = "imcl1";
     place.replaceChildren();
-    this.press = stop(make("div", "press", place), "switch");
+    this.press = makeStop(make("div", "press", place), "switch");
     this.picture = make("img", "", this.press);
     this.picture.alt = "";
     this.name = make("b", "", this.press);
     this.room = make("small", "", this.press);
     this.state = make("span", "state", this.press);
-    this.level = stop(make("div", "level", place), "slider");
+    this.level = makeStop(make("div", "level", place), "slider");
     this.level.setAttribute("aria-valuemin", "0");
     this.level.setAttribute("aria-valuemax", "100");
     this.bar = make("span", "bar", this.level);

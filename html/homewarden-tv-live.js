@@ -3,7 +3,7 @@
 import { live } from "./homewarden-live.js";
 import { roomOfQuery, roomQuery } from "./homewarden-markup.js";
 import { Card } from "./homewarden-tv-card.js";
-import { make, say, showBanner, showHint, showNext, showNotices } from "./homewarden-tv-signs.js";
+import { make, makeStop, say, showBanner, showHint, showNext, showNotices } from "./homewarden-tv-signs.js";
 
 const PLACES = 10;  // devices on a page
 const HOME_PLACES = 6;
@@ -17,10 +17,8 @@ const heading = document.querySelector("h1");
 const sentTitle = heading.textContent;
 
 function makeButton(className, pressed) {
-  const button = make("button", className);
+  const button = makeStop(make("button", className), "button");
   button.type = "button";
-  button.dataset.stop = "";
-  button.tabIndex = -1;
   button.addEventListener("click", pressed);
   return button;
 }
@@ -70,12 +68,12 @@ function focusPlace() {
 
 function restoreFocus(place) {
   if (!place) return;
-  const card = cards.find((other) => other.device && other.device.id === place.device)
-    || (place.slot >= 0 && (cards[place.slot] && cards[place.slot].device ? cards[place.slot]
-      : cards.findLast((other) => other.device)));
+  const used = cards.filter((card) => card.device);
+  const card = used.find((other) => other.device.id === place.device)
+    || (place.slot >= 0 ? cards[place.slot].device && cards[place.slot] || used.at(-1) : undefined);
   let stop = place.room && stops().find((other) => other.dataset.room === place.room);
   if (card) stop = place.isLevel && !card.level.hidden ? card.level : card.press;
-  stop = stop || document.getElementById(place.id) || stops()[0];
+  stop = stop || stops().find((other) => other.id && other.id === place.id) || stops()[0];
   if (stop && stop !== document.activeElement) focusStop(stop);
 }
 
@@ -97,15 +95,12 @@ function keptPlace() {
 
 // ---- The rooms ----------------------------------------------------------------------------------
 
-const home = make("div", "button2 home");
+const home = makeStop(make("div", "button2 home"), "link");
 home.id = "home";
 const homeLink = make("a", "", home);
 homeLink.href = "wmcindex.html#home";
 homeLink.textContent = "Home";
 homeLink.tabIndex = -1;
-home.dataset.stop = "";
-home.tabIndex = -1;
-home.setAttribute("role", "link");
 home.setAttribute("aria-label", "Home");
 
 const moreRooms = makeButton("button2 more", () => {
@@ -113,6 +108,11 @@ const moreRooms = makeButton("button2 more", () => {
   drawKeepingFocus();
 });
 moreRooms.id = "more-rooms";
+
+function markCurrent(link, isCurrent) {
+  if (isCurrent) link.setAttribute("aria-current", "page");
+  else link.removeAttribute("aria-current");
+}
 
 function drawRoom(box, room, isCurrent) {
   const on = room.devices.filter((device) => live.shown(device).on).length;
@@ -124,15 +124,12 @@ function drawRoom(box, room, isCurrent) {
     link.textContent = room.name;
     link.tabIndex = -1;
     make("span", "count", box);
-    Object.assign(box.dataset, { room: room.slug, stop: "" });
-    box.tabIndex = -1;
-    box.setAttribute("role", "link");
+    makeStop(box, "link").dataset.room = room.slug;
   }
   const count = on ? on + " on" : "";
   box.querySelector(".count").textContent = count;
   box.setAttribute("aria-label", count ? room.name + ", " + count : room.name);
-  link.toggleAttribute("aria-current", isCurrent);
-  if (isCurrent) link.setAttribute("aria-current", "page");
+  markCurrent(link, isCurrent);
 }
 
 function drawRooms(shown) {
@@ -142,8 +139,7 @@ function drawRooms(shown) {
   if (roomPage < 0) roomPage = Math.max(0, Math.floor(rooms.indexOf(shown.room) / places));
   roomPage %= pages;
   nav.prepend(home);
-  homeLink.toggleAttribute("aria-current", Boolean(shown.isHome));
-  if (shown.isHome) homeLink.setAttribute("aria-current", "page");
+  markCurrent(homeLink, shown.isHome);
   const boxes = Array.from(nav.querySelectorAll(":scope > div:not(.home)"));
   while (boxes.length < places) boxes.push(make("div", "", nav));
   boxes.forEach((box, index) => {
@@ -210,9 +206,8 @@ function draw() {
   drawRooms(shown);
   drawDevices(shown);
   showNext(shown.isHome ? live.house.next_events : [], live.houseNow());
-  if (isDrawn) return;
-  isDrawn = true;
   document.body.classList.add("live");
+  isDrawn = true;
 }
 
 function drawKeepingFocus() {
@@ -222,14 +217,15 @@ function drawKeepingFocus() {
   showHint();
 }
 
+// From the page as it was sent, or as it was left.
 function firstDraw() {
   const place = focusPlace();
   const kept = keptPlace();
   if (kept) ({ page } = kept);
   draw();
-  if (place && !kept && view().isHome && !location.hash) focusStop(document.getElementById("option1") || home);
-  else if (!kept && view().isHome) focusStop(cards[0].device ? cards[0].press : home);
-  else restoreFocus((kept && kept.focus) || (cards[place ? place.slot : -1] ? { slot: place.slot } : place));
+  if (kept) restoreFocus(kept.focus || {});
+  else if (location.hash && cards[0].press) focusStop(cards[0].press);
+  else restoreFocus(place || {});
 }
 
 function remember() {

@@ -10,6 +10,14 @@ export function make(kind, className, parent) {
   return element;
 }
 
+// Reached by the arrow keys, see homewarden-tv.js.
+export function makeStop(element, role) {
+  element.dataset.stop = "";
+  element.tabIndex = -1;
+  element.setAttribute("role", role);
+  return element;
+}
+
 // ---- What is wrong ------------------------------------------------------------------------------
 
 const banner = make("p", "banner");
@@ -74,6 +82,7 @@ next.hidden = true;
 main.querySelector("section").before(nothing);
 main.append(next);
 
+const MINUTE_MS = 60000;
 const DAY_MS = 86400000;
 
 // "07:30", "Tomorrow 07:30", "Sat 07:30". Both are the house's local time, as if it were UTC.
@@ -89,7 +98,8 @@ function when(text, now) {
 const NEXT = 3;
 
 export function showNext(events, now) {
-  const shown = events.filter((event) => event.next).slice(0, NEXT);
+  const isAhead = ({ next: time }) => time && Date.parse(time + "Z") > now.getTime() - MINUTE_MS;
+  const shown = events.filter(isAhead).slice(0, NEXT);
   next.hidden = !shown.length;
   next.replaceChildren(...shown.map((event) => {
     const tile = make("div", "");

@@ -130,6 +130,8 @@ class TenFootLive(TenFootTest):
           wait_live(self)
           self.wait(lambda: self.find("h1").text == "Küche", "the heading")
           self.assertIn("Küche", self.find("nav [aria-current]").text)
+        unescaped = curl(self.house, f"/{page}?loadroomKüche").body
+        self.assertIn(b"<h1>K\xfcche</h1>", unescaped)
         self.open(page + "?foo")
         self.assertEqual(self.address(), "/" + page)
         self.assertIn("Living Room", self.find("nav").text)
