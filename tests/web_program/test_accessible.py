@@ -54,6 +54,7 @@ class EveryPage(PagesForEverybody):
         self.look(f"{kind}-{room}", f"{page}?loadroom{room}", size)
       press = "?A~1~LivingRoomCeilingLight~turnon~LivingRoom~0"
       self.look(kind + "-refusal", page + press, size, host="evil.example")
+      self.assertEqual(self.find("h1").text, "Nothing was switched")
 
   def test_a_house_that_is_away_and_a_press_that_was_not_sent(self):
     for kind, page, size in self.FAMILIES:
