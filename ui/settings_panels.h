@@ -5,11 +5,12 @@
 
 #include "ui/controls.h"
 #include "ui/event_face.h"
+#include "ui/token_panel.h"
 
 namespace homewarden {
 
 // Web server settings.
-struct WebPanel {
+struct WebPanel : TokenPanel {
   WebPanel();
 
   Frame Frame4{false};

@@ -57,6 +57,8 @@ HouseParts::HouseParts(const HousePlatform& platform, Operations::ErrorHandler o
             files.rooms.path(), platform.folder / "html"),
       web_server(frm_main, frm_main.Statusbar, frm_server, operations, module1, settings,
                  platform.dialogs, platform.files, platform.web, platform.folder / "html"),
+      tokens(frm_main, frm_main, operations, platform.loop, settings, platform.registry,
+             platform.dialogs, notices, platform.web),
       requests(frm_main.Statusbar, frm_server, operations, platform.loop, module1, platform.web,
                pages,
                PageCache(platform.loop, platform.files, platform.registry, notices,

@@ -33,6 +33,7 @@
 #include "ui/timer_driver.h"
 #include "web/page_builder.h"
 #include "web/request_handler.h"
+#include "web/token_settings.h"
 #include "web/web_server.h"
 #include "x10/command_queue.h"
 #include "x10/device_commands.h"
@@ -82,6 +83,7 @@ struct HouseParts {
   HouseClock clock;
   PageBuilder pages;
   WebServer web_server;
+  TokenSettings tokens;
   RequestHandler requests;
   const std::string run;  // tells this run of the program from others
   Routes routes;

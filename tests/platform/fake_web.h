@@ -52,7 +52,7 @@ class FakeWeb : public WebServerControl {
   void Tokens(std::vector<ApiToken> now) override { tokens = std::move(now); }
   NewToken new_token() override {
     const std::string number = std::to_string(++made_tokens_);
-    return {"hw_secret" + number, "hash" + number};
+    return {"hw_secret" + number, std::string(64 - number.size(), '0') + number};
   }
   void Https(WebHttps wanted) override { https = std::move(wanted); }
   WebHttpsState HttpsState() const override { return https_state; }

@@ -1,15 +1,13 @@
 #include <QCheckBox>
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
-#include <QTimer>
 
 #include "platform/qt/text_codec.h"
 #include "ui/qt/action_button.h"
 #include "ui/qt/bindings.h"
 #include "ui/qt/breaking_row.h"
+#include "ui/qt/copy_button.h"
 #include "ui/qt/look.h"
 #include "ui/qt/page.h"
 #include "ui/qt/pages.h"
@@ -18,11 +16,10 @@
 #include "ui/qt/sized_label.h"
 #include "ui/qt/watch.h"
 #include "ui/qt/web_page_access.h"
+#include "ui/qt/web_page_tokens.h"
 
 namespace homewarden::view {
 namespace {
-
-constexpr int kCopiedFor = 2000;  // milliseconds
 
 // The address in large letters, as a link that wraps where it is too long for one line.
 QWidget* make_address(Label& address, QWidget* parent) {
@@ -36,18 +33,6 @@ QWidget* make_address(Label& address, QWidget* parent) {
   });
   QObject::connect(label, &QLabel::linkActivated, label, [&address] { address.click(); });
   return label;
-}
-
-QPushButton* make_copy(WebPanel& panel, QWidget* parent) {
-  auto* copy = make_action(panel.cmd_copyaddress, LineIcon::kCopy, ButtonKind::kPlain, parent);
-  QObject::connect(copy, &QPushButton::clicked, copy, [copy, &panel] {
-    QGuiApplication::clipboard()->setText(qt::from_code_page(panel.lab_webaddress.caption.get()));
-    copy->setText(tr("Copied"));
-    QTimer::singleShot(kCopiedFor, copy, [copy, &panel] {
-      copy->setText(qt::from_code_page(panel.cmd_copyaddress.caption.get()));
-    });
-  });
-  return copy;
 }
 
 QPushButton* make_open(WebPanel& panel, QWidget* parent) {
@@ -76,7 +61,7 @@ QWidget* make_address_card(WebPanel& panel, QWidget* parent) {
   words->addWidget(hint);
   auto* buttons = new BreakingRow(sides);
   QPushButton* open = make_open(panel, buttons);
-  QPushButton* copy = make_copy(panel, buttons);
+  QPushButton* copy = make_copy(panel.cmd_copyaddress, panel.lab_webaddress.caption, buttons);
   buttons->first()->addWidget(open);
   auto* others = new BreakingRow(buttons);
   copy->setParent(others);
@@ -144,6 +129,7 @@ QWidget* make_web_page(WebPanel& panel) {
   cards->first()->addWidget(make_port_card(panel, cards));
   cards->second()->addWidget(make_access_card(panel, cards), 1);
   page->rows()->addWidget(cards);
+  page->rows()->addWidget(make_token_card(panel, body));
   page->rows()->addWidget(make_trust_card(panel, body));
   page->add_rest();
   return page;

@@ -17,9 +17,7 @@
 #include "ui/qt/sized_label.h"
 
 namespace homewarden::view {
-namespace {
 
-// A field below what is to be typed into it.
 QLineEdit* add_field(TextBox& control, const char* prompt, bool secret, QBoxLayout* rows,
                      QWidget* parent) {
   auto* place = new QVBoxLayout;
@@ -32,8 +30,6 @@ QLineEdit* add_field(TextBox& control, const char* prompt, bool secret, QBoxLayo
   rows->addLayout(place, 1);
   return box;
 }
-
-}  // namespace
 
 Card::Card(QWidget* parent) : QWidget(parent), rows_(new QVBoxLayout(this)) {
   rows_->setContentsMargins(24, 20, 24, 20);

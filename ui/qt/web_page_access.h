@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLineEdit>
 #include <QVBoxLayout>
 #include <QWidget>
 
@@ -22,6 +23,10 @@ class Card : public QWidget {
  private:
   QVBoxLayout* rows_;
 };
+
+// A field below what is to be typed into it.
+QLineEdit* add_field(TextBox& control, const char* prompt, bool secret, QBoxLayout* rows,
+                     QWidget* parent);
 
 // User and password in one form.
 QWidget* make_access_card(WebPanel& panel, QWidget* parent);
