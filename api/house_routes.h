@@ -13,9 +13,9 @@ namespace homewarden {
 
 // What others know of the house, to be told with it.
 struct HouseFacts {
-  std::function<Json()> interface_now = [] { return Json(); };
-  std::function<Json()> profile = [] { return Json(); };
-  std::function<Json()> next_events = [] { return Json(); };
+  std::function<Json()> interface_now;
+  std::function<Json()> profile;
+  std::function<Json()> next_events;
 };
 
 // The whole house, and its stream of changes: /, /house, /stream.

@@ -67,6 +67,12 @@ EventEditor::EventEditor(EventPanel& panel, TreeView& tree, StatusBar& status, F
     if (edited_) end_editing();
   });
   list.renamed.connect([this](const ListFile::Edit& edit) { follow(edit); });
+  list.in_use.connect([this](const EventRecord& event, bool& used) {
+    used = used || edited_ == event ||
+           std::any_of(savings_.begin(), savings_.end(), [&event](const Saving& saving) {
+             return saving.event == event || saving.replaced == event;
+           });
+  });
   panel.flashsave.tick.connect([this] { panel_.Command6.bold = !panel_.Command6.bold; });
 }
 

@@ -59,6 +59,10 @@ class EventList {
   // locked: an event that somebody holds is now what its line has become.
   Signal<const ListFile::Edit&> renamed;
 
+  // Asked before an event is taken out of the list by somebody who is not at the window: who works
+  // on it there sets the flag.
+  Signal<const EventRecord&, bool&> in_use;
+
  private:
   void follow(const ListFile::Edit& edit);
   void load_macros();

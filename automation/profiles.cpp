@@ -6,25 +6,20 @@
 #include "base/flag_guard.h"
 #include "core/asking.h"
 #include "core/lists/choice_lists.h"
-#include "core/lists/file_lock.h"
 
 namespace homewarden {
 
 Profiles::Profiles(ProfilePanel& panel, EventPanel& event_panel, PanelStack& panels, Flags& flags,
-                   Window& window, Operations& operations, EventLoop& loop, Module1& module1,
-                   Dialogs& dialogs, ProfileSwitch& profiles, EventList& events,
-                   EventCleanup& cleanup)
+                   Operations& operations, EventLoop& loop, Dialogs& dialogs,
+                   ProfileSwitch& profiles, ProfileChange& change)
     : panel_(panel),
       event_panel_(event_panel),
       panels_(panels),
       flags_(flags),
-      window_(window),
       loop_(loop),
-      module1_(module1),
       dialogs_(dialogs),
       switch_(profiles),
-      events_(events),
-      cleanup_(cleanup) {
+      change_(change) {
   panel.com_profile.click.connect([this, &operations] { operations.start(profile_chosen()); });
 }
 
@@ -41,10 +36,7 @@ Task<void> Profiles::profile_chosen() {
 }
 
 Task<void> Profiles::change_to(std::string name) {
-  const EventList::Closed closed(events_);
-  const bool exchanged = co_await exchange(name);
-  co_await events_.loadevents();
-  window_.mouse_pointer = MousePointer::kNormal;
+  const bool exchanged = co_await change_.change_to(name);
   if (exchanged) {
     panels_.show_only(event_panel_.frm_event);
     preset_time(event_panel_, loop_.local_time());
@@ -56,22 +48,6 @@ Task<void> Profiles::change_to(std::string name) {
       "Sorry, the files of the profile " + name +
           " could not be read or written, so the profile was not changed. Please check "
           "the disk, the permissions of the files and that no other program has them open.");
-}
-
-Task<bool> Profiles::exchange(std::string name) {
-  const FileLock lock = co_await lock_files(flags_, module1_);
-  window_.mouse_pointer = MousePointer::kHourglass;
-  cleanup_.remove_due_events();  // they belong to the profile that goes
-  if (!switch_.park()) co_return false;
-  co_await module1_.pause(1);
-  const bool staged = co_await switch_.stage(name);
-  if (!staged) co_return false;
-  co_await module1_.pause(1);
-  const bool changed = co_await switch_.change();
-  if (!changed) co_return false;
-  events_.replaced();
-  co_await module1_.pause(1);
-  co_return true;
 }
 
 }  // namespace homewarden

@@ -3,12 +3,10 @@
 #include <optional>
 #include <string>
 
-#include "automation/event_cleanup.h"
-#include "automation/event_list.h"
+#include "automation/profile_change.h"
 #include "automation/profile_switch.h"
 #include "base/operations.h"
 #include "base/task.h"
-#include "core/module1.h"
 #include "platform/dialogs.h"
 #include "platform/event_loop.h"
 #include "ui/event_panel.h"
@@ -22,8 +20,8 @@ namespace homewarden {
 class Profiles {
  public:
   Profiles(ProfilePanel& panel, EventPanel& event_panel, PanelStack& panels, Flags& flags,
-           Window& window, Operations& operations, EventLoop& loop, Module1& module1,
-           Dialogs& dialogs, ProfileSwitch& profiles, EventList& events, EventCleanup& cleanup);
+           Operations& operations, EventLoop& loop, Dialogs& dialogs, ProfileSwitch& profiles,
+           ProfileChange& change);
 
   // Changes to the profile in the box; nothing happens while the window is being loaded. One that
   // is chosen during a change comes after it; of several the last. When the files cannot be read or
@@ -32,19 +30,15 @@ class Profiles {
 
  private:
   Task<void> change_to(std::string name);
-  Task<bool> exchange(std::string name);
 
   ProfilePanel& panel_;
   EventPanel& event_panel_;
   PanelStack& panels_;
   Flags& flags_;
-  Window& window_;
   EventLoop& loop_;
-  Module1& module1_;
   Dialogs& dialogs_;
   ProfileSwitch& switch_;
-  EventList& events_;
-  EventCleanup& cleanup_;
+  ProfileChange& change_;
   std::optional<std::string> wanted_;  // the next one
   bool changing_ = false;
 };

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "automation/due_time.h"
 #include "automation/event_input.h"
 #include "automation/event_target.h"
 #include "core/asking.h"
@@ -37,13 +36,12 @@ Task<void> RunEventNow::run_boxes() {
 }
 
 Task<void> RunEventNow::carry_out(EventRecord event) {
-  SwitchTarget target = target_of(event);
-  if (event.action == "on") {
-    const auto level = event_level(event);
-    if (level) co_await commands_.turnon(std::move(target), *level, Source::kWindow);
-  } else if (event.action == "off") {
-    co_await commands_.turnoff(std::move(target), Source::kWindow);
-  }
+  const auto order = order_of(event);
+  if (!order) co_return;
+  if (order->on)
+    co_await commands_.turnon(target_of(event), order->level, Source::kWindow);
+  else
+    co_await commands_.turnoff(target_of(event), Source::kWindow);
 }
 
 }  // namespace homewarden

@@ -11,6 +11,8 @@
 namespace homewarden {
 namespace {
 
+constexpr std::size_t kNextEvents = 5;  // told with the house
+
 // The millisecond of its start, short: a machine does not start two in one.
 std::string name_of_run(const Clock& clock) {
   constexpr std::string_view kDigits = "0123456789abcdefghijklmnopqrstuvwxyz";
@@ -49,6 +51,9 @@ HouseParts::HouseParts(const HousePlatform& platform, Operations::ErrorHandler o
                 [this] { frm_main.close_requested(); }),
       macros(frm_main, frm_main.Statusbar, files.macros),
       profile_switch(platform.files, settings, module1, files.events, platform.folder),
+      profile_change(frm_main, frm_main, frm_main, module1, profile_switch, events, cleanup),
+      off_events(platform.files, platform.folder, profile_switch, files.events, events, once_events,
+                 frm_main, module1),
       seen(frm_main.Statusbar, house, platform.loop, device_state),
       queue(frm_main, frm_main, frm_main, operations, house, commands, seen),
       incoming(frm_main.Statusbar, operations, platform.loop, platform.interface_control, seen),
@@ -69,8 +74,18 @@ HouseParts::HouseParts(const HousePlatform& platform, Operations::ErrorHandler o
       change_log(platform.json, platform.web, run),
       remote_commands(frm_main.Statusbar, operations, platform.loop, house, device_ids,
                       device_state, commands, run),
+      automation_api(
+          routes, change_log, platform.json, frm_main, platform.loop, module1, house, files.macros,
+          off_events, profile_switch, profile_change, location, commands,
+          [this](const Device& device) { return device_ids.of(device.key()); },
+          [this](const Device& device, DeviceOrder order, ApiCall call) {
+            return house_api.devices().run_event(device, order, std::move(call));
+          }),
       house_api(routes, change_log, house, device_ids, device_state, commands, remote_commands,
-                module1, notices, platform.loop, platform.web, {}),
+                module1, notices, platform.loop, platform.web,
+                {[this] { return automation_api.interface().json(); },
+                 [this]() -> Json { return to_utf8(profile_switch.active()); },
+                 [this]() -> Json { return automation_api.events().next(kNextEvents); }}),
       finder(frm_main, frm_main, frm_main, frm_main, frm_main.Statusbar, frm_main, frm_main,
              operations, platform.loop, module1, platform.interface_control, platform.dialogs,
              notices),

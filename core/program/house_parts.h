@@ -2,6 +2,7 @@
 
 #include <list>
 
+#include "api/automation_api.h"
 #include "api/change_log.h"
 #include "api/house_api.h"
 #include "api/remote_commands.h"
@@ -11,7 +12,9 @@
 #include "automation/event_memory.h"
 #include "automation/house_clock.h"
 #include "automation/macros.h"
+#include "automation/off_events.h"
 #include "automation/once_events.h"
+#include "automation/profile_change.h"
 #include "automation/profile_switch.h"
 #include "automation/scheduler.h"
 #include "base/operations.h"
@@ -77,6 +80,8 @@ struct HouseParts {
   Scheduler scheduler;
   Macros macros;
   ProfileSwitch profile_switch;
+  ProfileChange profile_change;
+  OffEvents off_events;
   SeenCommands seen;
   CommandQueue queue;
   IncomingTraffic incoming;
@@ -89,6 +94,7 @@ struct HouseParts {
   Routes routes;
   ChangeLog change_log;
   RemoteCommands remote_commands;
+  AutomationApi automation_api;
   HouseApi house_api;
   InterfaceFinder finder;
   Steps steps;

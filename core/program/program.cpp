@@ -68,9 +68,8 @@ Program::Program(const Platform& outside, Operations::ErrorHandler on_error)
       macro_editor_(frm_main, frm_main, house_.operations, platform_.loop, house_.module1,
                     platform_.dialogs, house_.files.macros, house_.events),
       macro_outlook_(frm_main, house_.house),
-      profiles_(frm_main, frm_main, frm_main, frm_main, frm_main, house_.operations, platform_.loop,
-                house_.module1, platform_.dialogs, house_.profile_switch, house_.events,
-                house_.cleanup),
+      profiles_(frm_main, frm_main, frm_main, frm_main, house_.operations, platform_.loop,
+                platform_.dialogs, house_.profile_switch, house_.profile_change),
       anything_(frm_main, frm_main, frm_main, house_.operations, platform_.loop, house_.house,
                 house_.device_state, devices_, house_.location, platform_.folder),
       profile_preview_(
