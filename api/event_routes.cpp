@@ -12,8 +12,6 @@
 namespace homewarden {
 namespace {
 
-const char* const kUnreadable =
-    "The events cannot be read now. Please check the files of the house and their permissions.";
 const char* const kNoEvent = "There is no such event. The events are at /events.";
 
 // What carries it out when the house does not have it: its outcome is recorded under the name that
@@ -32,16 +30,23 @@ EventRoutes::EventRoutes(Routes& routes, const EventAnswers& answers, OffEvents&
   routes.add("POST", "/events/{id}/run", [this](ApiCall call) { return run_now(std::move(call)); });
 }
 
+// Where the files cannot be read nobody knows whether it is there.
+ApiProblem EventRoutes::missing(unsigned unreadable) const {
+  const std::string trouble = events_.trouble();
+  if (trouble.empty()) return {404, kNoEvent};
+  return {unreadable, to_utf8(trouble)};
+}
+
 Task<Routes::Result> EventRoutes::list(ApiCall) {
   auto events = answers_.all();
-  if (!events) co_return ApiProblem{503, kUnreadable};
+  if (!events) co_return ApiProblem{503, to_utf8(events_.trouble())};
   Json body = Json::Object{{"events", *std::move(events)}};
   co_return Routes::Answer{200, std::move(body)};
 }
 
 Task<Routes::Result> EventRoutes::one(ApiCall call) {
   const auto entry = answers_.find(call.names[0]);
-  if (!entry) co_return ApiProblem{404, kNoEvent};
+  if (!entry) co_return missing(503);
   Json body = answers_.json_of(*entry);
   co_return Routes::Answer{200, std::move(body)};
 }
@@ -54,15 +59,15 @@ Task<Routes::Result> EventRoutes::change(ApiCall call) {
     co_return ApiProblem{400, "\"enabled\" must be there, true or false."};
   const bool on = *enabled->boolean();
   const auto entry = answers_.find(call.names[0]);
-  if (!entry) co_return ApiProblem{404, kNoEvent};
+  if (!entry) co_return missing(409);
   const OffEvents::Result result = co_await events_.switch_event(entry->event.key(), on);
   switch (result.outcome) {
     case OffEvents::Outcome::kGone:
       co_return ApiProblem{404, kNoEvent};
     case OffEvents::Outcome::kBusy:
-      co_return ApiProblem{503, result.problem};
+      co_return ApiProblem{503, to_utf8(result.problem)};
     case OffEvents::Outcome::kRefused:
-      co_return ApiProblem{409, result.problem};
+      co_return ApiProblem{409, to_utf8(result.problem)};
     case OffEvents::Outcome::kDone:
       break;
   }
@@ -73,7 +78,7 @@ Task<Routes::Result> EventRoutes::change(ApiCall call) {
 // Also one that is off: whoever asks for it wants it now.
 Task<Routes::Result> EventRoutes::run_now(ApiCall call) {
   const auto entry = answers_.find(call.names[0]);
-  if (!entry) co_return ApiProblem{404, kNoEvent};
+  if (!entry) co_return missing(503);
   const EventRecord& event = entry->event;
   const Device* known = answers_.device_of(event);
   const Device device = known ? *known : named_in(event);

@@ -21,6 +21,7 @@ class EventRoutes {
 
  private:
   Task<Routes::Result> list(ApiCall call);
+  ApiProblem missing(unsigned unreadable) const;
   Task<Routes::Result> one(ApiCall call);
   Task<Routes::Result> change(ApiCall call);
   Task<Routes::Result> run_now(ApiCall call);

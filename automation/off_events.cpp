@@ -11,7 +11,7 @@
 namespace homewarden {
 namespace {
 
-constexpr int kLooks = 4;                     // at the files, each two seconds after the other
+constexpr int kLooks = 4;                      // at the files, each two seconds after the other
 constexpr std::size_t kLongestFileName = 255;  // of most systems, in bytes
 
 // Nothing for a list that is there and cannot be read.
@@ -67,6 +67,13 @@ std::optional<std::vector<OffEvents::Entry>> OffEvents::all() {
     }
   }
   return entries;
+}
+
+std::string OffEvents::trouble() {
+  ListFile off = off_list();
+  for (ListFile* list : {&events_, &off})
+    if (!content_of(*list)) return refused(*list).problem;
+  return "";
 }
 
 Task<OffEvents::Result> OffEvents::switch_event(std::string key, bool on) {

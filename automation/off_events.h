@@ -37,6 +37,8 @@ class OffEvents {
   // Those that are on and then those that are off, each in the order of its list; equal lines as
   // one. Nothing when one of the lists is there and cannot be read.
   std::optional<std::vector<Entry>> all();
+  // Which list cannot be read, in a sentence for a person; "" when both can.
+  std::string trouble();
 
   enum class Outcome { kDone, kGone, kBusy, kRefused };
   struct Result {
