@@ -256,7 +256,7 @@ bool RunningServer::body_read(Connection& connection, std::string_view piece) {
   if (connection.phase == Phase::kClosing) return false;
   if (!connection.refusal && connection.body.size() + piece.size() > kLargestApiBody) {
     connection.refusal = too_large();
-    connection.body.clear();
+    connection.body = std::string();
   }
   if (connection.refusal)
     connection.refused_body += piece.size();
@@ -315,7 +315,7 @@ void RunningServer::completed(Connection& connection) {
   desert(connection);
   streams_.end(connection);
   connection.refusal.reset();
-  connection.body.clear();
+  connection.body = std::string();
   connection.refused_body = 0;
   if (connection.phase == Phase::kClosing) return;
   connection.phase = Phase::kIdle;

@@ -16,6 +16,8 @@ START = b"GET /index.html HTTP/1.1\r\nHost: localhost\r\n"
 LENGTH = START + b"Content-Length: "
 CHUNKED = START + b"Transfer-Encoding: chunked\r\n"
 POST = b"POST / HTTP/1.1\r\nHost: a\r\nContent-Length: "
+API = (b"POST /api/v1/x HTTP/1.1\r\nHost: a\r\nContent-Type: application/json\r\n"
+       b"Content-Length: ")
 SWITCH = b"GET /index.html?A~1~LivingRoomCeilingLight~turnon~LivingRoom HTTP/1.1\r\nHost: a\r\n\r\n"
 
 
@@ -25,7 +27,7 @@ def get(target, version="1.1", method="GET"):
 
 # The connection goes on behind these.
 ANSWERED = [
-    (200, get("/index.html?" + "a" * 4084)), (414, get("/index.html?" + "a" * 4085)),
+    (302, get("/index.html?" + "a" * 4084)), (414, get("/index.html?" + "a" * 4085)),
     (200, START + b"X: " + b"a" * 8000 + b"\r\n\r\n"), (200, b"\r\n\r\n" + get("/")),
     (200, START.replace(b"\r", b"") + b"\n"), (200, get("/index.html#x")), (200, get("/?")),
     (200, LENGTH + b"0\r\n\r\n"), (200, START + b"Upgrade: h2c\r\n\r\n"),
@@ -37,6 +39,7 @@ ANSWERED = [
     (404, get("index.html")), (404, get("?")),
     (404, get("//evil.example/index.html")), (404, get("/index html")),
     (405, get("*", method="OPTIONS")), (405, get("a:1", method="CONNECT")),
+    (413, API + b"20000\r\n\r\n" + b"x" * 20000), (415, API.replace(b"json", b"x") + b"1\r\n\r\nx"),
 ]
 
 # It ends behind these, with or without an answer: what follows must not be read as a request.
@@ -48,6 +51,7 @@ ENDED = [
     (400, CHUNKED + b"\r\n0\r\n\r\n"), (400, CHUNKED + b"\r\nzz\r\n"),
     (400, CHUNKED + b"Content-Length: 3\r\n\r\n0\r\n\r\n"), (405, POST + b"9999999\r\n\r\nhello"),
     (405, POST + b"5\r\nExpect: 100-continue\r\n\r\n"), (414, get("/" + "a" * 60000)),
+    (413, API + b"9999999\r\n\r\nhello"), (400, API + b"2\r\nTransfer-Encoding: chunked\r\n\r\n{}"),
     (431, START + b"X: " + b"a" * 60000 + b"\r\n\r\n"), (431, START + b"X: a\r\n" * 6000 + b"\r\n"),
     (400, START + b"no colon\r\n\r\n"), (400, get("/", version="1.x")), (400, b"GET /\r\n\r\n"),
     (505, get("/", version="2.0")), (None, get("/", method="")),
