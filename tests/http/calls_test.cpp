@@ -18,7 +18,7 @@ HttpLimits few_calls() {
   limits.calls_at_once = 20;
   limits.calls_per_second = 1;
   limits.look_around = 20ms;
-  limits.first_head = limits.head = 400ms;
+  limits.first_head = limits.head = 1s;
   return limits;
 }
 
@@ -57,7 +57,7 @@ TEST_F(CallsTest, HandsOverWhatLiesBelowItsRootAndNothingElse) {
   EXPECT_EQ(send("DELETE", "/api/v1/x", "", "").status, 201);
   Client head(loop, port);
   head.send("HEAD /api/v1/x HTTP/1.1\r\nHost: localhost\r\n\r\n");
-  loop.run_for(50ms);
+  EXPECT_TRUE(loop.run_until([&] { return head.has_input(); }));
   EXPECT_THAT(head.input(), AllOf(StartsWith("HTTP/1.1 201"), EndsWith("\r\n\r\n")));
   EXPECT_EQ(calls.size(), 7u);
   EXPECT_EQ(pages.size(), 1u) << "a request of a program was raised as a page";
@@ -158,7 +158,7 @@ TEST_F(CallsTest, TakesBodiesInPiecesUpToItsLimit) {
   Client slow(loop, port);
   slow.send("POST /api/v1/x HTTP/1.1\r\nHost: a\r\nContent-Length: 9\r\n" + std::string(kJson) +
             "\r\n{");
-  EXPECT_TRUE(slow.is_closed_within(2s)) << "a body may take for ever";
+  EXPECT_TRUE(slow.is_closed_within()) << "a body may take for ever";
   EXPECT_EQ(calls.size(), before + 1);
 }
 
@@ -186,8 +186,10 @@ TEST_F(CallsTest, KeepsSoManyOpenAndAnswersInAnyOrder) {
   EXPECT_THAT(clients[1]->read().head,
               AllOf(HasSubstr("Location: /api/v1/commands/1\r\n"), HasSubstr("Retry-After: 2\r\n"),
                     HasSubstr("Cache-Control: no-store\r\n")));
-  for (int i = 0; i < 16; ++i) EXPECT_EQ(clients[1]->ask("/api/v1/x").status, 201) << i;
-  EXPECT_EQ(clients[1]->ask("/api/v1/x").status, 429) << "it may ask as often as it likes";
+  int taken = 0;  // and one more for each second
+  while (taken < 90 && clients[1]->ask("/api/v1/x").status == 201) ++taken;
+  EXPECT_GE(taken, 16);
+  EXPECT_LT(taken, 90) << "it may ask as often as it likes";
   EXPECT_EQ(clients[1]->ask("/index.html").status, 200);
 }
 
