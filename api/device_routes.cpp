@@ -14,14 +14,16 @@ namespace {
 
 constexpr std::chrono::seconds kLongestWait{30};
 constexpr int kFullyOn = 100;
+const char* const kRetryAfter = "2";  // seconds, in which one or two have been sent
 const char* const kNoDevice = "The house has no such device. The devices are at /devices.";
 
 ApiProblem problem_of(RemoteCommands::Refusal refusal) {
   switch (refusal) {
     case RemoteCommands::Refusal::kTooManyOfOne:
-      return {429, "Too many commands from this address are waiting for the power line already."};
+      return {429, "Too many commands from this address are waiting for the power line already.",
+              kRetryAfter};
     case RemoteCommands::Refusal::kTooMany:
-      return {429, "Too many commands are waiting for the power line already."};
+      return {429, "Too many commands are waiting for the power line already.", kRetryAfter};
     case RemoteCommands::Refusal::kNothingToRepeat:
       return {422, "The last command reached this device: there is nothing to repeat."};
     default:

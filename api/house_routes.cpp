@@ -42,6 +42,7 @@ Task<Routes::Result> HouseRoutes::index(ApiCall) {
   const std::string root(kApiRoot);
   Json body = Json::Object{{"name", "Homewarden"},
                            {"version", kVersion},
+                           {"api", "1"},
                            {"description", root + "/openapi.json"},
                            {"house", root + "/house"},
                            {"stream", root + "/stream"}};

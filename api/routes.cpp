@@ -11,6 +11,7 @@ std::vector<std::string> segments_of(std::string_view path) {
   std::vector<std::string> segments;
   while (!path.empty()) {
     if (path.front() == '/') path.remove_prefix(1);
+    if (path.empty() && segments.empty()) break;  // the root, with its slash
     const std::size_t end = std::min(path.find('/'), path.size());
     segments.emplace_back(path.substr(0, end));
     path.remove_prefix(end);
@@ -135,7 +136,9 @@ void Routes::send(int id, const ApiProblem& problem) {
   const Json body = Json::Object{{"title", title_of(problem.status)},
                                  {"status", static_cast<int>(problem.status)},
                                  {"detail", problem.detail}};
-  web_.SendAnswer(id, {problem.status, json_.write(body) + "\n", "application/problem+json"});
+  ApiAnswer out{problem.status, json_.write(body) + "\n", "application/problem+json"};
+  out.retry_after = problem.retry_after;
+  web_.SendAnswer(id, out);
 }
 
 }  // namespace homewarden

@@ -32,6 +32,7 @@ struct ApiCall {
 struct ApiProblem {
   unsigned status = 400;
   std::string detail;
+  std::string retry_after{};  // in seconds; "" for none
 };
 
 // What the interface for programs offers: by method and path, each an operation that answers. Knows
