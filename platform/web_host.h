@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/files.h"
 #include "platform/handle.h"
 #include "platform/network_address.h"
 
@@ -80,6 +81,10 @@ class WebHost {
   // be told.
   virtual NetworkAddress called_address(int socket) = 0;
 
+  // What has come, as far as there is room, and what could be sent without waiting, in bytes. 0
+  // when the other side has ended the connection; -1 and errno, EAGAIN where it would have to wait.
+  virtual std::ptrdiff_t receive(int socket, void* data, std::size_t room) = 0;
+  virtual std::ptrdiff_t send(int socket, const void* data, std::size_t size) = 0;
   // Ends a connection for both sides; whoever has the socket closes it.
   virtual void shut_down(int socket) = 0;
   // For a connection on which something is sent now and then for a long time: the system is to keep
@@ -100,6 +105,8 @@ class WebHost {
   // line to one other machine, none of a network interface that is down.
   virtual std::vector<NetworkPrefix> on_link_prefixes() = 0;
 
+  // Files that are not served: certificates and keys.
+  virtual Files& files() = 0;
   // Never nullptr; a folder that is missing has no documents.
   virtual std::unique_ptr<WebFolder> folder(std::filesystem::path path) = 0;
 };

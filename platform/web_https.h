@@ -5,6 +5,10 @@
 
 namespace homewarden {
 
+// The first line of the certificates and keys that make_certificate() makes: it tells them from
+// files of others, and readers of PEM pass it over.
+inline constexpr const char* kMadeHere = "Made by Homewarden";
+
 // How the web server is reached over TLS.
 struct WebHttps {
   // What is answered without TLS.

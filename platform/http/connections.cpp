@@ -120,7 +120,8 @@ Connection& Connections::open(MHD_Connection* library, int socket, const Address
   connection.socket = socket;
   connection.from = from;
   // Whoever is seen with the address that was called is on the machine that has it.
-  connection.from_here = from == host_.called_address(socket);
+  connection.called = host_.called_address(socket);
+  connection.from_here = from == connection.called;
   connection.since = now;
   all_.emplace(&connection, std::move(owned));
   open_[from].push_back(&connection);

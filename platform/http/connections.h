@@ -13,6 +13,7 @@
 #include "platform/http/gate.h"
 #include "platform/http/http_limits.h"
 #include "platform/http/request_head.h"
+#include "platform/http/tls_transport.h"
 #include "platform/web_host.h"
 
 struct MHD_Connection;
@@ -27,6 +28,8 @@ struct Connection {
   int socket = -1;
   Address from;
   bool from_here = false;  // see RequestHead
+  Address called;
+  std::unique_ptr<TlsTransport> tls{};  // nothing without TLS
   Phase phase = Phase::kFirstHead;
   std::chrono::milliseconds since{};  // of the phase, by uptime
 

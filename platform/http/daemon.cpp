@@ -1,16 +1,25 @@
 #include "platform/http/daemon.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <cstring>
+#include <memory>
 #include <stdexcept>
+#include <vector>
 
 #include "base/text.h"
 #include "platform/http/connections.h"
+#include "platform/http/tls_transport.h"
 
 namespace homewarden::http {
 namespace {
 
 // For the head of a request and of its answer.
 constexpr std::size_t kConnectionMemory = 32 * 1024;
+
+// More than it takes to go through all that a session holds decrypted, 16 KB, in the steps of the
+// library's buffer.
+constexpr int kIdleRuns = 32;
 
 Connection* connection_of(MHD_Connection* library) {
   const auto* info = MHD_get_connection_info(library, MHD_CONNECTION_INFO_SOCKET_CONTEXT);
@@ -21,22 +30,10 @@ MHD_Result on_accept(void* events, const sockaddr* from, socklen_t) {
   return static_cast<DaemonEvents*>(events)->admits(from) ? MHD_YES : MHD_NO;
 }
 
-void on_connection(void* events, MHD_Connection* library, void** context,
-                   MHD_ConnectionNotificationCode code) {
-  auto& to = *static_cast<DaemonEvents*>(events);
-  if (code == MHD_CONNECTION_NOTIFY_STARTED) {
-    const auto* socket = MHD_get_connection_info(library, MHD_CONNECTION_INFO_CONNECTION_FD);
-    const int number = socket->connect_fd;
-    const auto* from = MHD_get_connection_info(library, MHD_CONNECTION_INFO_CLIENT_ADDRESS);
-    *context = to.opened(library, number, from->client_addr);
-  } else if (*context != nullptr) {
-    to.closed(*static_cast<Connection*>(*context));
-    *context = nullptr;
-  }
-}
-
 void* on_line(void* events, const char* uri, MHD_Connection* library) {
-  static_cast<DaemonEvents*>(events)->line_read(*connection_of(library), uri);
+  Connection& connection = *connection_of(library);
+  if (connection.tls) connection.tls->has_moved();
+  static_cast<DaemonEvents*>(events)->line_read(connection, uri);
   return nullptr;
 }
 
@@ -45,6 +42,7 @@ MHD_Result on_request(void* events, MHD_Connection* library, const char* /*url*/
                       std::size_t* body_size, void** context) {
   auto& to = *static_cast<DaemonEvents*>(events);
   Connection& connection = *connection_of(library);
+  if (connection.tls) connection.tls->has_moved();
   bool go_on = false;
   if (*context == nullptr) {
     *context = &connection;
@@ -72,15 +70,25 @@ std::size_t leave_encoded(void*, MHD_Connection*, char* text) {
 
 }  // namespace
 
-Daemon::Daemon(DaemonEvents& events, Handle listening, std::size_t most_connections) {
+Daemon::Daemon(DaemonEvents& events, Handle listening, std::size_t most_connections, Tls* tls)
+    : events_(events), tls_(tls) {
   void* to = &events;
   const int socket = listening.release();  // the library closes it
-  daemon_ = MHD_start_daemon(MHD_USE_EPOLL | MHD_ALLOW_SUSPEND_RESUME, 0, &on_accept, to,
-                             &on_request, to, MHD_OPTION_LISTEN_SOCKET, socket,
+  std::vector<MHD_OptionItem> options;
+  if (tls != nullptr) {
+    const auto retrieve = reinterpret_cast<std::intptr_t>(&TlsTransport::retrieve);
+    options.push_back({MHD_OPTION_HTTPS_CERT_CALLBACK, retrieve, nullptr});
+    options.push_back({MHD_OPTION_HTTPS_PRIORITIES, 0, const_cast<char*>(kTlsPriorities)});
+  }
+  options.push_back({MHD_OPTION_END, 0, nullptr});
+  unsigned flags = MHD_USE_EPOLL | MHD_ALLOW_SUSPEND_RESUME;
+  if (tls != nullptr) flags |= MHD_USE_TLS;
+  daemon_ = MHD_start_daemon(flags, 0, &on_accept, to, &on_request, to, MHD_OPTION_ARRAY,
+                             options.data(), MHD_OPTION_LISTEN_SOCKET, socket,
                              MHD_OPTION_CONNECTION_LIMIT, static_cast<unsigned>(most_connections),
                              MHD_OPTION_CONNECTION_MEMORY_LIMIT, kConnectionMemory,
                              MHD_OPTION_STRICT_FOR_CLIENT, 0, MHD_OPTION_NOTIFY_CONNECTION,
-                             &on_connection, to, MHD_OPTION_NOTIFY_COMPLETED, &on_completed, to,
+                             &on_connection, this, MHD_OPTION_NOTIFY_COMPLETED, &on_completed, to,
                              MHD_OPTION_URI_LOG_CALLBACK, &on_line, to,
                              MHD_OPTION_UNESCAPE_CALLBACK, &leave_encoded, to, MHD_OPTION_END);
   if (daemon_ == nullptr) throw std::runtime_error("the HTTP library does not start");
@@ -94,13 +102,37 @@ int Daemon::descriptor() const {
   return MHD_get_daemon_info(daemon_, MHD_DAEMON_INFO_EPOLL_FD)->epoll_fd;
 }
 
+void Daemon::on_connection(void* daemon, MHD_Connection* library, void** context,
+                           MHD_ConnectionNotificationCode code) {
+  const auto& self = *static_cast<Daemon*>(daemon);
+  if (code == MHD_CONNECTION_NOTIFY_STARTED) {
+    const auto* socket = MHD_get_connection_info(library, MHD_CONNECTION_INFO_CONNECTION_FD);
+    const int number = socket->connect_fd;
+    const auto* from = MHD_get_connection_info(library, MHD_CONNECTION_INFO_CLIENT_ADDRESS);
+    Connection* connection = self.events_.opened(library, number, from->client_addr);
+    *context = connection;
+    if (self.tls_ == nullptr) return;
+    const auto* info = MHD_get_connection_info(library, MHD_CONNECTION_INFO_GNUTLS_SESSION);
+    auto* session = static_cast<gnutls_session_t>(info->tls_session);
+    connection->tls = std::make_unique<TlsTransport>(*self.tls_, session, number);
+  } else if (*context != nullptr) {
+    self.events_.closed(*static_cast<Connection*>(*context));
+    *context = nullptr;
+  }
+}
+
 void Daemon::run() {
+  if (tls_ != nullptr) tls_->moved = false;
   MHD_run(daemon_);
+  if (tls_ != nullptr) idle_runs_ = tls_->moved ? 0 : std::min(idle_runs_ + 1, kIdleRuns);
 }
 
 bool Daemon::has_more() const {
   MHD_UNSIGNED_LONG_LONG milliseconds = 0;
-  return MHD_get_timeout(daemon_, &milliseconds) == MHD_YES && milliseconds == 0;
+  if (MHD_get_timeout(daemon_, &milliseconds) != MHD_YES || milliseconds != 0) return false;
+  // A connection whose handshake waits for the client counts as ready to the library all the time.
+  // What it waits for is announced by the descriptor.
+  return idle_runs_ < kIdleRuns;
 }
 
 }  // namespace homewarden::http

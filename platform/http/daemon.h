@@ -12,6 +12,7 @@
 namespace homewarden::http {
 
 struct Connection;
+struct Tls;
 
 // What the library reports of the connections, always from within Daemon::run() or its destructor.
 class DaemonEvents {
@@ -40,9 +41,9 @@ class DaemonEvents {
 // The HTTP library at work on a listening socket, without threads: all it does is done in run().
 class Daemon {
  public:
-  // Throws std::runtime_error when the library cannot start. Events come until it is destroyed, and
-  // no connection may be suspended then.
-  Daemon(DaemonEvents& events, Handle listening, std::size_t most_connections);
+  // With `tls` everything is encrypted. Throws std::runtime_error when the library cannot start.
+  // Events come until it is destroyed, and no connection may be suspended then.
+  Daemon(DaemonEvents& events, Handle listening, std::size_t most_connections, Tls* tls = nullptr);
   Daemon(const Daemon&) = delete;
   Daemon& operator=(const Daemon&) = delete;
   ~Daemon();
@@ -55,6 +56,12 @@ class Daemon {
   bool has_more() const;
 
  private:
+  static void on_connection(void* daemon, MHD_Connection* library, void** context,
+                            MHD_ConnectionNotificationCode code);
+
+  DaemonEvents& events_;
+  Tls* const tls_;
+  int idle_runs_ = 0;  // since something was sent or received; counted with TLS alone
   MHD_Daemon* daemon_;
 };
 

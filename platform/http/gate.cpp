@@ -35,6 +35,7 @@ std::variant<Admission, Refusal> Gate::check(const RequestHead& head, const Cloc
     if (auto refusal = check_origin(visitor, clock.uptime())) return std::move(*refusal);
   const auto path = api_path(head.path());
   if (auto refusal = check_form(head, path.has_value())) return std::move(*refusal);
+  if (auto refusal = check_https(head, visitor, clock.uptime())) return std::move(*refusal);
   if (path && is_preflight(head)) return check_preflight(head);
   Admission admission;
   admission.from = visitor.from;
@@ -139,6 +140,15 @@ std::optional<Refusal> Gate::check_origin(const Visitor& visitor, std::chrono::m
                    "Without a password nobody is answered of whom the proxy does not tell the "
                    "address: it must send either Forwarded or X-Forwarded-For."};
   return Refusal{403, "Without a password only this machine and its own networks are answered."};
+}
+
+// Before anybody is asked for a password.
+std::optional<Refusal> Gate::check_https(const RequestHead& head, const Visitor& visitor,
+                                         std::chrono::milliseconds now) {
+  if (!rules_.https || visitor.https.value_or(false)) return std::nullopt;
+  const bool at_home = !visitor.by_unknown_proxy && rules_.home.contains(visitor, now);
+  const bool logs_in = rules_.log_in || head.authorization;
+  return rules_.https->check(head, {at_home, logs_in, has_own_host(head)});
 }
 
 std::optional<Refusal> Gate::check_form(const RequestHead& head, bool is_call) const {

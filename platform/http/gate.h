@@ -10,6 +10,7 @@
 #include "platform/clock.h"
 #include "platform/http/cause.h"
 #include "platform/http/home_networks.h"
+#include "platform/http/https_policy.h"
 #include "platform/http/log_in.h"
 #include "platform/http/refusal.h"
 #include "platform/http/request_head.h"
@@ -35,6 +36,7 @@ struct Admission {
 struct GateRules {
   // Whoever may log in; nothing when only those at home are admitted.
   std::optional<LogIn> log_in{};
+  std::optional<HttpsPolicy> https{};  // nothing when TLS is not wanted
   HomeNetworks home{{}, false};
   std::vector<NetworkPrefix> proxies{};  // that are trusted
   std::vector<std::string> own_names{};  // of this machine
@@ -66,6 +68,8 @@ class Gate {
 
  private:
   std::optional<Refusal> check_origin(const Visitor& visitor, std::chrono::milliseconds now);
+  std::optional<Refusal> check_https(const RequestHead& head, const Visitor& visitor,
+                                     std::chrono::milliseconds now);
   std::optional<Refusal> check_form(const RequestHead& head, bool is_call) const;
   std::variant<Admission, Refusal> check_page(const RequestHead& head, const Visitor& visitor,
                                               Admission admission) const;

@@ -85,6 +85,12 @@ bool is_own_host(std::string_view host, const std::vector<std::string>& own_name
                      [&](const std::string& name) { return to_lower(name) == parsed->host; });
 }
 
+std::optional<std::string> host_without_port(std::string_view host) {
+  auto parsed = parse_host(host);
+  if (!parsed) return std::nullopt;
+  return std::move(parsed->host);
+}
+
 bool is_host_name(std::string_view text) {
   return text.size() <= 253 && text.find(':') == std::string_view::npos && parse_host(text);
 }

@@ -14,6 +14,10 @@ namespace homewarden::http {
 // for what is no host.
 bool is_own_host(std::string_view host, const std::vector<std::string>& own_names);
 
+// The host of a Host header without its port, lower-case, an IPv6 address in its brackets; nothing
+// for what is no host.
+std::optional<std::string> host_without_port(std::string_view host);
+
 // Whether a text is the name of a host, without a port.
 bool is_host_name(std::string_view text);
 

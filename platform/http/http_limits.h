@@ -18,6 +18,8 @@ struct HttpLimits {
   std::chrono::milliseconds idle{30'000};
   std::chrono::milliseconds sending{120'000};
   std::chrono::milliseconds look_around{1'000};  // how often these are checked
+  // How often the certificate's files are looked at: renewed ones are shown from then on.
+  std::chrono::milliseconds certificates{20'000};
 
   // Connections at once: no more than the process may have descriptors, a share of them for one
   // address. Beyond, a new one takes the place of the one that has been idle longest: of its own

@@ -7,6 +7,7 @@
 #include "base/flag_guard.h"
 #include "platform/http/access_rules.h"
 #include "platform/http/address.h"
+#include "platform/http/self_signed_files.h"
 
 namespace homewarden::http {
 
@@ -26,6 +27,7 @@ HttpServer::HttpServer(EventLoop& loop, WebHost& host, const WatchReadable& watc
     : loop_(loop),
       host_(host),
       limits_(std::move(limits)),
+      https_(loop, host, limits_, [this] { HttpsStateChanged(); }),
       watched_(host.socket_set()),
       self_(std::make_shared<HttpServer*>(this)) {
   watch(watched_->descriptor(), [self = std::weak_ptr(self_)] {
@@ -62,6 +64,7 @@ void HttpServer::StartListening() {
   if (!listening.is_open()) return;
 
   http::DocumentFolder folder(host_.folder(folder_));
+  Handle tls = https_.begin(port_);
   try {
     server_ =
         std::make_unique<RunningServer>(loop_, host_, limits_, rules(folder), refusal_pages_,
@@ -69,9 +72,17 @@ void HttpServer::StartListening() {
                                           if (in_turn_) hand_over();
                                         });
   } catch (const std::exception&) {
+    https_.end();
     return;  // Listening() tells
   }
-  if (!watched_->add(server_->descriptor())) server_.reset();
+  if (tls.is_open() && !server_->listen_tls(std::move(tls), https_.tls(), https_.hsts()))
+    https_.fail("There is no https: the HTTP library does not start it.");
+  if (!watch_all()) StopListening();
+}
+
+bool HttpServer::watch_all() {
+  const std::vector<int> all = server_->descriptors();
+  return std::all_of(all.begin(), all.end(), [this](int socket) { return watched_->add(socket); });
 }
 
 GateRules HttpServer::rules(http::DocumentFolder& folder) {
@@ -84,6 +95,7 @@ GateRules HttpServer::rules(http::DocumentFolder& folder) {
     has_logins_ = !credentials.empty();
     rules.log_in.emplace(std::move(credentials), LoginCookies(folder.key(), passwords));
   }
+  rules.https = https_.policy();
   rules.home = HomeNetworks([this] { return host_.on_link_prefixes(); }, access_.shared_addresses);
   rules.proxies = std::move(access.proxies);
   rules.own_names = host_.machine_names();
@@ -99,12 +111,13 @@ bool HttpServer::StopListening() {
   loop_.cancel(std::exchange(next_turn_, 0));
   loop_.cancel(std::exchange(next_look_, 0));
   if (!server_) return false;
-  watched_->remove(server_->descriptor());
+  for (const int descriptor : server_->descriptors()) watched_->remove(descriptor);
   if (running_ == server_.get()) {
     server_->retire();
     stopped_ = std::move(server_);
   }
   server_.reset();
+  https_.end();
   return true;
 }
 
@@ -161,9 +174,9 @@ NewToken HttpServer::new_token() {
   return make_token();
 }
 
-std::string HttpServer::make_certificate(const std::filesystem::path&, const std::filesystem::path&,
-                                         int) {
-  return "";
+std::string HttpServer::make_certificate(const std::filesystem::path& certificate,
+                                         const std::filesystem::path& key, int days) {
+  return write_self_signed(host_, certificate, key, days);
 }
 
 void HttpServer::turn() {

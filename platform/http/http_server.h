@@ -11,6 +11,7 @@
 
 #include "platform/event_loop.h"
 #include "platform/http/http_limits.h"
+#include "platform/http/https_service.h"
 #include "platform/http/running_server.h"
 #include "platform/web_host.h"
 #include "platform/web_server_control.h"
@@ -54,8 +55,8 @@ class HttpServer : public WebServerControl {
   void StreamsHaveMore() override;
   void Tokens(std::vector<ApiToken> tokens) override;
   NewToken new_token() override;
-  void Https(WebHttps https) override { https_ = std::move(https); }
-  WebHttpsState HttpsState() const override { return {}; }
+  void Https(WebHttps https) override { https_.settings(std::move(https)); }
+  WebHttpsState HttpsState() const override { return https_.state(); }
   std::string make_certificate(const std::filesystem::path& certificate,
                                const std::filesystem::path& key, int days) override;
 
@@ -66,6 +67,7 @@ class HttpServer : public WebServerControl {
   void run();
   void tell_streams();
   void with_running(const std::function<void(RunningServer&)>& function);
+  bool watch_all();
   void hand_over();
   bool hand_over_page();
   bool hand_over_call();
@@ -88,7 +90,7 @@ class HttpServer : public WebServerControl {
   StateTest state_pages_;
   std::function<std::string(const WebRefusal&)> refusal_pages_;
   WebAccess access_;
-  WebHttps https_;
+  HttpsService https_;
   std::vector<ApiToken> tokens_;
 
   // What the loop watches, for good: the library's descriptor comes and goes inside it.

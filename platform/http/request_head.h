@@ -15,6 +15,8 @@ namespace homewarden::http {
 struct RequestHead {
   Address from;
   bool from_here = false;  // of the same machine, whatever its address
+  Address called;          // of this machine, as the client of the connection called it
+  bool https = false;      // it came over TLS
   std::string method;
   std::string uri;  // the path and what follows it, as it was sent
   bool needs_host = true;

@@ -13,6 +13,9 @@ using Phase = Connection::Phase;
 
 namespace {
 
+constexpr const char* kHstsHeader = "Strict-Transport-Security";
+constexpr const char* kHsts = "max-age=31536000";  // a year
+
 bool is_page(const std::string& page) {
   return page.empty() || media_type(page).starts_with("text/html");
 }
@@ -55,10 +58,35 @@ RunningServer::~RunningServer() {
   for (Connection* connection : connections_.handled()) give_up(*connection);
 }
 
+bool RunningServer::listen_tls(Handle listening, Tls& tls, bool hsts) {
+  tls_listening_ = std::move(listening);
+  hsts_ = hsts;
+  DaemonEvents& events = *this;
+  try {
+    tls_daemon_.emplace(events, host_.duplicate(tls_listening_), connections_.most_sockets(), &tls);
+  } catch (const std::exception&) {
+    tls_listening_ = Handle();
+    return false;
+  }
+  return true;
+}
+
+std::vector<int> RunningServer::descriptors() const {
+  std::vector<int> all{daemon_.descriptor()};
+  if (tls_daemon_) all.push_back(tls_daemon_->descriptor());
+  return all;
+}
+
+void RunningServer::run() {
+  daemon_.run();
+  if (tls_daemon_) tls_daemon_->run();
+}
+
 void RunningServer::retire() {
   retired_ = true;
   streams_.give_up_all();
   host_.shut_down(listening_.get());
+  if (tls_listening_.is_open()) host_.shut_down(tls_listening_.get());
 }
 
 void RunningServer::look_around() {
@@ -132,10 +160,11 @@ bool RunningServer::answer_document(int id) {
   const bool is_home = !request->query.empty() && (page.empty() || is_template(page));
   Connection* connection = requests_.finish(id);
   if (connection == nullptr) return false;
-  if (is_home) return send(*connection, Response::redirect(page.empty() ? "./" : page));
+  if (is_home)
+    return send_with_headers(*connection, Response::redirect(page.empty() ? "./" : page));
   auto document = folder_.open(page);
   if (!document) return send(*connection, answer_to(*connection, {404, "There is no such page."}));
-  return send(*connection, Response::document(std::move(*document), connection->head));
+  return send_with_headers(*connection, Response::document(std::move(*document), connection->head));
 }
 
 bool RunningServer::answer_call(int id, const ApiAnswer& answer) {
@@ -184,17 +213,26 @@ bool RunningServer::send_with_headers(Connection& connection, Response response)
 
 // A browser that was refused its login asks for another one; the rest it shows.
 Response RunningServer::answer_to(const Connection& connection, const Refusal& refusal) const {
+  constexpr unsigned kFirstOfErrors = 400;
   constexpr unsigned kUnauthorized = 401;
   if (is_for_programs(connection.head.path())) {
     Response problem = Response::problem(refusal);
     for (const auto& [name, value] : gate_.cross_origin(connection.head))
       problem.header(name, value);
-    return problem;
+    return with_hsts(connection, std::move(problem));
   }
-  if (!refusal_pages_ || !connection.head.takes_html || refusal.status == kUnauthorized)
-    return Response::refusal(refusal);
-  return Response::refusal(refusal, refusal_pages_(WebRefusal{refusal.status, refusal.reason,
-                                                              refusal.again, connection.head.uri}));
+  if (!refusal_pages_ || !connection.head.takes_html || refusal.status < kFirstOfErrors ||
+      refusal.status == kUnauthorized)
+    return with_hsts(connection, Response::refusal(refusal));
+  const std::string page = refusal_pages_(
+      WebRefusal{refusal.status, refusal.reason, refusal.again, connection.head.uri});
+  return with_hsts(connection, Response::refusal(refusal, page));
+}
+
+// RFC 6797: not without TLS, where anybody could have put it in.
+Response RunningServer::with_hsts(const Connection& connection, Response response) const {
+  if (tells_hsts(connection)) response.header(kHstsHeader, kHsts);
+  return response;
 }
 
 bool RunningServer::send(Connection& connection, const Response& response) {
@@ -232,9 +270,12 @@ bool RunningServer::head_read(Connection& connection, MHD_Connection* library, c
   set_target(connection.head, std::move(connection.uri));
   connection.head.from = connection.from;
   connection.head.from_here = connection.from_here;
+  connection.head.called = connection.called;
+  connection.head.https = connection.tls != nullptr;
   auto verdict = gate_.check(connection.head, clock_);
   if (auto* admission = std::get_if<Admission>(&verdict)) {
     connection.admission = std::move(*admission);
+    if (tells_hsts(connection)) connection.admission.headers.emplace_back(kHstsHeader, kHsts);
     if (connection.admission.call)
       connection.refusal = calls_.too_often(connection.admission.from, clock_.uptime());
   } else {

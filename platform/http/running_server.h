@@ -39,9 +39,14 @@ class RunningServer : private DaemonEvents {
                 std::function<void()> arrived);
   ~RunningServer() override;
 
-  int descriptor() const { return daemon_.descriptor(); }
-  void run() { daemon_.run(); }
-  bool has_more() const { return daemon_.has_more(); }
+  // Takes connections over TLS as well; with `hsts` browsers are told to come that way alone. `tls`
+  // must outlive the server. False when the library cannot do it.
+  bool listen_tls(Handle listening, Tls& tls, bool hsts);
+
+  // One, or two with TLS.
+  std::vector<int> descriptors() const;
+  void run();
+  bool has_more() const { return daemon_.has_more() || (tls_daemon_ && tls_daemon_->has_more()); }
   // Frees the port and takes nothing more, for a server that is stopped from within run() and can
   // go only after it.
   void retire();
@@ -88,6 +93,8 @@ class RunningServer : private DaemonEvents {
   bool has_gone(int id) const;
   void drop_deserted_switches();
   bool send(Connection& connection, const Response& response);
+  bool tells_hsts(const Connection& connection) const { return hsts_ && connection.tls; }
+  Response with_hsts(const Connection& connection, Response response) const;
   Response answer_to(const Connection& connection, const Refusal& refusal) const;
   bool send_with_headers(Connection& connection, Response response);
   void give_up(Connection& connection);
@@ -111,7 +118,10 @@ class RunningServer : private DaemonEvents {
   Streams streams_;
   PageResponses pages_;
   const Handle listening_;
-  Daemon daemon_;  // last: its end reports to the others
+  Handle tls_listening_;
+  bool hsts_ = false;
+  Daemon daemon_;  // last, with the other one: their end reports to the others
+  std::optional<Daemon> tls_daemon_;
 };
 
 }  // namespace homewarden::http

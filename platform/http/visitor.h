@@ -13,7 +13,8 @@ struct Visitor {
   // Nobody's, the unspecified address, for whom a trusted proxy does not tell.
   Address from{};
   bool from_here = false;  // of this machine, whatever the address
-  // Whether it came to a trusted proxy by https; nothing when nobody tells.
+  // Whether the client came by https, to this machine or to a trusted proxy; nothing when nobody
+  // tells: in front of plain HTTP there may be a proxy that is not known.
   std::optional<bool> https{};
   // By way of a proxy that is not trusted: `from` is that of the proxy, or may be, where a trusted
   // one passed on what it had been told.

@@ -139,6 +139,14 @@ NetworkAddress LinuxWebHost::called_address(int socket) {
   return ::getsockname(socket, plain, &size) == 0 ? address_of(plain) : NetworkAddress();
 }
 
+std::ptrdiff_t LinuxWebHost::receive(int socket, void* data, std::size_t room) {
+  return ::recv(socket, data, room, 0);
+}
+
+std::ptrdiff_t LinuxWebHost::send(int socket, const void* data, std::size_t size) {
+  return ::send(socket, data, size, MSG_NOSIGNAL);
+}
+
 void LinuxWebHost::shut_down(int socket) {
   ::shutdown(socket, SHUT_RDWR);
 }
