@@ -1,7 +1,6 @@
 #include "platform/http/daemon.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <stdexcept>
@@ -76,8 +75,8 @@ Daemon::Daemon(DaemonEvents& events, Handle listening, std::size_t most_connecti
   const int socket = listening.release();  // the library closes it
   std::vector<MHD_OptionItem> options;
   if (tls != nullptr) {
-    const auto retrieve = reinterpret_cast<std::intptr_t>(&TlsTransport::retrieve);
-    options.push_back({MHD_OPTION_HTTPS_CERT_CALLBACK, retrieve, nullptr});
+    auto* retrieve = reinterpret_cast<void*>(&TlsTransport::retrieve);
+    options.push_back({MHD_OPTION_HTTPS_CERT_CALLBACK, 0, retrieve});
     options.push_back({MHD_OPTION_HTTPS_PRIORITIES, 0, const_cast<char*>(kTlsPriorities)});
   }
   options.push_back({MHD_OPTION_END, 0, nullptr});

@@ -30,10 +30,17 @@ Client::Client(SocketLoop& loop, int port, const std::string& from)
   connected_ = put(::connect, socket_.get(), "127.0.0.1", port);
 }
 
+ssize_t Client::give(const char* data, std::size_t size) {
+  return ::send(socket_.get(), data, size, MSG_DONTWAIT | MSG_NOSIGNAL);
+}
+
+ssize_t Client::get(char* data, std::size_t room) {
+  return ::recv(socket_.get(), data, room, MSG_DONTWAIT);
+}
+
 void Client::send(std::string_view bytes) {
   loop_.run_until([&] {
-    const ssize_t sent =
-        ::send(socket_.get(), bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
+    const ssize_t sent = give(bytes.data(), bytes.size());
     if (sent > 0) bytes.remove_prefix(static_cast<std::size_t>(sent));
     return bytes.empty() || (sent < 0 && errno != EAGAIN);
   });
@@ -41,7 +48,7 @@ void Client::send(std::string_view bytes) {
 
 bool Client::take() {
   std::array<char, 65536> buffer{};
-  const ssize_t got = ::recv(socket_.get(), buffer.data(), buffer.size(), MSG_DONTWAIT);
+  const ssize_t got = get(buffer.data(), buffer.size());
   if (got > 0) input_.append(buffer.data(), static_cast<std::size_t>(got));
   return got > 0 || (got < 0 && errno == EAGAIN);
 }

@@ -19,6 +19,9 @@ class Client {
  public:
   // `from` is the address of this machine that it comes from.
   Client(SocketLoop& loop, int port, const std::string& from = "127.0.0.1");
+  Client(const Client&) = delete;
+  Client& operator=(const Client&) = delete;
+  virtual ~Client() = default;
 
   bool is_connected() const { return connected_; }
   void send(std::string_view bytes);
@@ -38,13 +41,19 @@ class Client {
   Answer send_body(const std::string& method, const std::string& path, const std::string& body,
                    const std::string& headers = "Content-Type: application/json\r\n");
 
- private:
-  // False at the end of the connection.
-  bool take();
+ protected:
+  // As ::send() and ::recv() without waiting.
+  virtual ssize_t give(const char* data, std::size_t size);
+  virtual ssize_t get(char* data, std::size_t room);
 
   SocketLoop& loop_;
   os_linux::Descriptor socket_;
   bool connected_ = false;
+
+ private:
+  // False at the end of the connection.
+  bool take();
+
   std::string input_;
 };
 
