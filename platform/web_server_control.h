@@ -136,6 +136,9 @@ class WebServerControl {
   // without TLS, which HttpsState() tells.
   virtual void Https(WebHttps https) = 0;
   virtual WebHttpsState HttpsState() const = 0;
+  // Why the next start with these would be without TLS, as far as can be seen before; "" when
+  // nothing is. Whole sentences.
+  virtual std::string HttpsFault(const WebHttps& https) const = 0;
   // Files that were renewed are taken up within a minute, without a restart; what is wrong with
   // them is told, and the old ones go on.
   Signal<> HttpsStateChanged;

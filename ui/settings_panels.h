@@ -5,12 +5,13 @@
 
 #include "ui/controls.h"
 #include "ui/event_face.h"
+#include "ui/https_panel.h"
 #include "ui/token_panel.h"
 
 namespace homewarden {
 
 // Web server settings.
-struct WebPanel : TokenPanel {
+struct WebPanel : TokenPanel, HttpsPanel {
   WebPanel();
 
   Frame Frame4{false};

@@ -30,8 +30,8 @@ class WebServer::Occupied {
 
  private:
   void enable(bool on) {
-    for (Button* button :
-         {&panel_.Command7, &panel_.Command8, &panel_.Command9, &panel_.cmd_webaccess})
+    for (Button* button : {&panel_.Command7, &panel_.Command8, &panel_.Command9,
+                           &panel_.cmd_webaccess, &panel_.cmd_webhttps, &panel_.cmd_makecert})
       button->enabled = on;
   }
 
@@ -40,12 +40,14 @@ class WebServer::Occupied {
 
 WebServer::WebServer(WebPanel& panel, StatusBar& status, FrmServer& form, Operations& operations,
                      Module1& module1, Settings& settings, Dialogs& dialogs, Files& files,
-                     WebServerControl& web, std::filesystem::path document_folder)
+                     Notices& notices, WebServerControl& web, std::filesystem::path document_folder)
     : panel_(panel),
       status_(status),
       form_(form),
       module1_(module1),
       access_(panel, settings, dialogs, web),
+      https_(panel, settings, dialogs, files, notices, web,
+             document_folder.parent_path() / "https"),
       dialogs_(dialogs),
       files_(files),
       web_(web),
@@ -55,6 +57,7 @@ WebServer::WebServer(WebPanel& panel, StatusBar& status, FrmServer& form, Operat
   panel.Frame4.visible.changed.connect([this] {
     if (!panel_.Frame4.visible) return;
     access_.show();
+    https_.show();
     show_state();
   });
   panel.Command7.click.connect([this, &operations] {
@@ -69,6 +72,13 @@ WebServer::WebServer(WebPanel& panel, StatusBar& status, FrmServer& form, Operat
   panel.cmd_webaccess.click.connect([this, &operations] {
     if (panel_.cmd_webaccess.enabled) operations.start(save_access());
   });
+  panel.cmd_webhttps.click.connect([this, &operations] {
+    if (panel_.cmd_webhttps.enabled) operations.start(save_https());
+  });
+  panel.cmd_makecert.click.connect([this, &operations] {
+    if (panel_.cmd_makecert.enabled) operations.start(make_certificate());
+  });
+  web.HttpsStateChanged.connect([this] { show_state(); });
 }
 
 void WebServer::startserver() {
@@ -118,6 +128,7 @@ void WebServer::stop() {
   if (!form_.loaded) return;
   web_.StopListening();
   form_.loaded = false;
+  https_.show_state();
 }
 
 void WebServer::store_port(const std::string& port) {
@@ -132,6 +143,7 @@ bool WebServer::listen(const std::string& port) {
   web_.DocumentFolder(folder_);
   web_.AuthenticationMode(protected_ ? kWithLogin : 0);
   web_.Access(access_.stored());
+  web_.Https(https_.stored());
   web_.ServerOption(true);
   web_.StartListening();
   return web_.Listening();
@@ -142,6 +154,7 @@ void WebServer::show_state() {
       module1_.regread(RegistryRoot::kLocalMachine, kMachineKey, "webport", kDefaultPort);
   const bool has_password = files_.exists(credentials_);
   panel_.lab_weblock.caption = has_password ? "A password is set" : "No password is set";
+  https_.show_state();
   if (!web_.Listening()) {
     panel_.lab_webaddress.visible = false;
     panel_.lab_webstate.caption =
@@ -158,17 +171,26 @@ void WebServer::show_state() {
   if (has_password != protected_)
     text += has_password ? " The new password takes effect at its next start: save the port."
                          : " That ends at its next start: save the port.";
-  const std::string place = port == kDefaultPort ? "" : ":" + port;
   const auto addresses = web_.Addresses();
   panel_.is_in_network = !addresses.empty();
   panel_.lab_webaddress.caption =
-      "http://" + (addresses.empty() ? "localhost" : addresses.front()) + place + "/index.html";
+      address_of_pages(addresses.empty() ? "localhost" : addresses.front(), port);
   panel_.lab_webaddress.visible = true;
-  for (const std::string& address : addresses)
-    text += "\nOn a phone or a computer in your network, open http://" + address + place +
-            "/index.html";
+  std::string told;
+  for (const std::string& host : addresses) {
+    const std::string address = address_of_pages(host, port);
+    if (address != std::exchange(told, address))
+      text += "\nOn a phone or a computer in your network, open " + address;
+  }
   if (const std::string faults = access_.faults(); !faults.empty()) text += "\n" + faults;
   panel_.lab_webstate.caption = text;
+}
+
+// By https where there is any.
+std::string WebServer::address_of_pages(const std::string& host, const std::string& port) const {
+  std::string start = https_.address(host);
+  if (start.empty()) start = "http://" + host + (port == kDefaultPort ? "" : ":" + port);
+  return start + "/index.html";
 }
 
 Task<void> WebServer::save_port() {
@@ -195,6 +217,27 @@ Task<void> WebServer::save_access() {
   startserver();
   if (!web_.Listening()) co_return;  // the status line says why
   co_await tell_saved("The web server follows it from now on.", RegistryRoot::kCurrentUser);
+}
+
+Task<void> WebServer::save_https() {
+  const Occupied occupied(panel_);
+  std::string port = stored_port();
+  const bool stored = co_await https_.store(std::move(port));
+  if (!stored) co_return;
+  stop();
+  startserver();
+  if (!web_.Listening()) co_return;  // the status line says why
+  const std::string trouble = web_.HttpsState().trouble;
+  if (!trouble.empty()) {
+    co_await tell_error(dialogs_, "The setting has been saved. " + trouble);
+    co_return;
+  }
+  co_await tell_saved("The web server follows it from now on.", RegistryRoot::kCurrentUser);
+}
+
+Task<void> WebServer::make_certificate() {
+  const Occupied occupied(panel_);
+  co_await https_.make();
 }
 
 Task<void> WebServer::tell_saved(std::string what_follows, RegistryRoot root) {

@@ -6,6 +6,7 @@
 #include "base/operations.h"
 #include "base/task.h"
 #include "core/module1.h"
+#include "core/notices.h"
 #include "core/settings.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
@@ -14,6 +15,7 @@
 #include "ui/frm_server.h"
 #include "ui/settings_panels.h"
 #include "web/access_settings.h"
+#include "web/https_settings.h"
 
 namespace homewarden {
 
@@ -21,7 +23,7 @@ namespace homewarden {
 class WebServer {
  public:
   WebServer(WebPanel& panel, StatusBar& status, FrmServer& form, Operations& operations,
-            Module1& module1, Settings& settings, Dialogs& dialogs, Files& files,
+            Module1& module1, Settings& settings, Dialogs& dialogs, Files& files, Notices& notices,
             WebServerControl& web, std::filesystem::path document_folder);
 
   // Listens on the stored port, or on 8080, which is stored then. Asks for a log-in when anything
@@ -47,6 +49,9 @@ class WebServer {
   void show_state();
   Task<void> save_port();
   Task<void> save_access();
+  Task<void> save_https();
+  Task<void> make_certificate();
+  std::string address_of_pages(const std::string& host, const std::string& port) const;
   Task<void> tell_saved(std::string what_follows, RegistryRoot root);
   Task<void> set_password();
   Task<void> clear_password();
@@ -59,6 +64,7 @@ class WebServer {
   FrmServer& form_;
   Module1& module1_;
   AccessSettings access_;
+  HttpsSettings https_;
   Dialogs& dialogs_;
   Files& files_;
   WebServerControl& web_;

@@ -61,7 +61,7 @@ HouseParts::HouseParts(const HousePlatform& platform, Operations::ErrorHandler o
       pages(frm_server, module1, settings, device_state, notices, platform.files,
             files.rooms.path(), platform.folder / "html"),
       web_server(frm_main, frm_main.Statusbar, frm_server, operations, module1, settings,
-                 platform.dialogs, platform.files, platform.web, platform.folder / "html"),
+                 platform.dialogs, platform.files, notices, platform.web, platform.folder / "html"),
       tokens(frm_main, frm_main, operations, platform.loop, settings, platform.registry,
              platform.dialogs, notices, platform.web),
       requests(frm_main.Statusbar, frm_server, operations, platform.loop, module1, platform.web,

@@ -57,6 +57,7 @@ class HttpServer : public WebServerControl {
   NewToken new_token() override;
   void Https(WebHttps https) override { https_.settings(std::move(https)); }
   WebHttpsState HttpsState() const override { return https_.state(); }
+  std::string HttpsFault(const WebHttps& https) const override { return https_.fault(https); }
   std::string make_certificate(const std::filesystem::path& certificate,
                                const std::filesystem::path& key, int days) override;
 

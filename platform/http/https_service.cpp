@@ -85,6 +85,13 @@ WebHttpsState HttpsService::state() const {
   return state;
 }
 
+std::string HttpsService::fault(const WebHttps& https) const {
+  if (!parse_port(https.port)) return "The port must be a number from 1 to 65535.";
+  CertificateFiles files(host_.files(), https.certificate, https.key);
+  files.look(now());
+  return files.current() ? "" : files.trouble(now());
+}
+
 void HttpsService::look_later() {
   next_look_ = loop_.call_after(between_looks_, [this] {
     next_look_ = 0;

@@ -38,6 +38,8 @@ class HttpsService {
   // Whether answers over TLS tell browsers to come that way alone.
   bool hsts() const { return running_.hsts; }
   WebHttpsState state() const;
+  // See WebServerControl::HttpsFault().
+  std::string fault(const WebHttps& https) const;
   Tls& tls() { return tls_; }
 
  private:

@@ -56,6 +56,7 @@ class FakeWeb : public WebServerControl {
   }
   void Https(WebHttps wanted) override { https = std::move(wanted); }
   WebHttpsState HttpsState() const override { return https_state; }
+  std::string HttpsFault(const WebHttps&) const override { return https_fault; }
   std::string make_certificate(const std::filesystem::path& certificate,
                                const std::filesystem::path& key, int) override {
     certificates.push_back(certificate.string() + " " + key.string());
@@ -95,6 +96,7 @@ class FakeWeb : public WebServerControl {
   std::vector<ApiToken> tokens;
   WebHttps https;
   WebHttpsState https_state;
+  std::string https_fault;
   std::vector<std::string> certificates;  // made: the two paths
   std::string certificate_trouble;
 

@@ -16,6 +16,7 @@
 #include "ui/qt/sized_label.h"
 #include "ui/qt/watch.h"
 #include "ui/qt/web_page_access.h"
+#include "ui/qt/web_page_https.h"
 #include "ui/qt/web_page_tokens.h"
 
 namespace homewarden::view {
@@ -129,6 +130,7 @@ QWidget* make_web_page(WebPanel& panel) {
   cards->first()->addWidget(make_port_card(panel, cards));
   cards->second()->addWidget(make_access_card(panel, cards), 1);
   page->rows()->addWidget(cards);
+  page->rows()->addWidget(make_https_card(panel, body));
   page->rows()->addWidget(make_token_card(panel, body));
   page->rows()->addWidget(make_trust_card(panel, body));
   page->add_rest();
