@@ -7,7 +7,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 source tools/packages.sh
-tools/install-packages "what the web server is measured with" "${web_bench_packages[@]}" gnutls-bin
+tools/install-packages "what the web server is measured with" "${web_bench_packages[@]}"
 
 scratch=$(mktemp -d)
 program=

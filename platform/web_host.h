@@ -85,6 +85,8 @@ class WebHost {
   // when the other side has ended the connection; -1 and errno, EAGAIN where it would have to wait.
   virtual std::ptrdiff_t receive(int socket, void* data, std::size_t room) = 0;
   virtual std::ptrdiff_t send(int socket, const void* data, std::size_t size) = 0;
+  // Has what is sent go out at once: an answer in small pieces does not wait for the other side.
+  virtual void send_at_once(int socket) = 0;
   // Ends a connection for both sides; whoever has the socket closes it.
   virtual void shut_down(int socket) = 0;
   // For a connection on which something is sent now and then for a long time: the system is to keep

@@ -13,6 +13,6 @@ test_packages=(python3 curl iproute2 util-linux chromium chromium-driver python3
   x11-utils x11-apps desktop-file-utils libglib2.0-bin pocketsphinx-en-us nodejs npm python3-jsonschema)
 check_packages=(clang-format clang-tidy git python3)
 fuzz_packages=(clang libclang-rt-14-dev)
-web_bench_packages=(nginx-light wrk curl python3)
+web_bench_packages=(nginx-light wrk curl python3 gnutls-bin)
 screenshot_packages=(xvfb xauth xdotool imagemagick openbox x11-utils x11-apps dbus-daemon python3-dbus
   python3-dbusmock python3-gi at-spi2-core python3-pyatspi)

@@ -9,6 +9,7 @@ TlsTransport::TlsTransport(Tls& tls, gnutls_session_t session, int socket)
   gnutls_transport_set_ptr(session, this);
   gnutls_transport_set_pull_function(session, &pull);
   gnutls_transport_set_push_function(session, &push);
+  tls.host.send_at_once(socket);  // tickets are sent between handshake and answer
   has_moved();
 }
 

@@ -147,6 +147,11 @@ std::ptrdiff_t LinuxWebHost::send(int socket, const void* data, std::size_t size
   return ::send(socket, data, size, MSG_NOSIGNAL);
 }
 
+void LinuxWebHost::send_at_once(int socket) {
+  const int on = 1;
+  ::setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+}
+
 void LinuxWebHost::shut_down(int socket) {
   ::shutdown(socket, SHUT_RDWR);
 }

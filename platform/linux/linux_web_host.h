@@ -14,6 +14,7 @@ class LinuxWebHost : public WebHost {
   NetworkAddress called_address(int socket) override;
   std::ptrdiff_t receive(int socket, void* data, std::size_t room) override;
   std::ptrdiff_t send(int socket, const void* data, std::size_t size) override;
+  void send_at_once(int socket) override;
   void shut_down(int socket) override;
   void expect_reader(int socket, std::chrono::milliseconds patience) override;
   std::vector<bool> hung_up(const std::vector<int>& sockets) override;
