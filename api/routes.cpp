@@ -1,14 +1,17 @@
 #include "api/routes.h"
 
 #include <algorithm>
+#include <exception>
 
 #include "base/text.h"
 
 namespace homewarden {
 namespace {
 
+// A slash at the end changes nothing.
 std::vector<std::string> segments_of(std::string_view path) {
   std::vector<std::string> segments;
+  if (path.ends_with('/')) path.remove_suffix(1);
   while (!path.empty()) {
     if (path.front() == '/') path.remove_prefix(1);
     if (path.empty() && segments.empty()) break;  // the root, with its slash
@@ -70,7 +73,9 @@ std::optional<std::string> ApiCall::parameter(std::string_view name) const {
     rest.remove_prefix(std::min(end + 1, rest.size()));
     const std::size_t equals = std::min(part.find('='), part.size());
     if (part.substr(0, equals) != name) continue;
-    return percent_decoded(part.substr(std::min(equals + 1, part.size())));
+    std::string value(part.substr(std::min(equals + 1, part.size())));
+    std::replace(value.begin(), value.end(), '+', ' ');  // as forms and most libraries send blanks
+    return percent_decoded(value);
   }
   return std::nullopt;
 }
@@ -106,7 +111,7 @@ void Routes::arrived(Operations& operations, int id, const ApiRequest& request) 
       }
       call.body = std::move(*body);
     }
-    operations.start(answer(route, std::move(call)));
+    operations.start(answer(operations, route, std::move(call)));
     return;
   }
   if (is_there)
@@ -116,11 +121,16 @@ void Routes::arrived(Operations& operations, int id, const ApiRequest& request) 
                                  std::string(kApiRoot) + "/openapi.json."});
 }
 
-Task<void> Routes::answer(const Route& route, ApiCall call) {
+Task<void> Routes::answer(Operations& operations, const Route& route, ApiCall call) {
   const int id = call.id;
-  const Result result = co_await route.handler(std::move(call));
-  if (const auto* answer = std::get_if<Answer>(&result)) send(id, *answer);
-  if (const auto* problem = std::get_if<ApiProblem>(&result)) send(id, *problem);
+  try {
+    const Result result = co_await route.handler(std::move(call));
+    if (const auto* answer = std::get_if<Answer>(&result)) send(id, *answer);
+    if (const auto* problem = std::get_if<ApiProblem>(&result)) send(id, *problem);
+  } catch (...) {
+    operations.report(std::current_exception());
+    send(id, ApiProblem{500, "The program could not do this."});
+  }
 }
 
 void Routes::send(int id, const Answer& answer) {

@@ -63,7 +63,7 @@ class Routes {
   };
 
   void arrived(Operations& operations, int id, const ApiRequest& request);
-  Task<void> answer(const Route& route, ApiCall call);
+  Task<void> answer(Operations& operations, const Route& route, ApiCall call);
   void send(int id, const Answer& answer);
   void send(int id, const ApiProblem& problem);
 
