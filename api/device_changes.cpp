@@ -41,6 +41,7 @@ void DeviceChanges::tell(const Device* device) {
 
 void DeviceChanges::look_at_all(bool tell_changes) {
   for (const Device& device : house_.devices()) {
+    if (house_.by_key(device.key()) != &device) continue;  // its id is that of an earlier one
     if (tell_changes) {
       tell(&device);
       continue;
