@@ -16,6 +16,7 @@ using State = RemoteCommand::State;
 
 constexpr int kFullyOn = 100;
 constexpr std::size_t kLongestHouseCode = 20;
+const char* const kNoDevice = "The device is not in the house any more.";
 constexpr std::array<std::string_view, 8> kActs{"on", "off",  "toggle", "level",
                                                 "up", "down", "repeat", "event"};
 
@@ -132,17 +133,21 @@ std::optional<DeviceOrder> RemoteCommands::order_of(const Device& device, Remote
 
 bool RemoteCommands::is_to_be_on(const Device& device) const {
   const std::string key = device.key();
-  const Pointer last = last_waiting(ids_.of(key));
-  if (last && last->order) return last->order->on;
+  const std::string& id = ids_.of(key);
+  const auto last = std::find_if(waiting_.rbegin(), waiting_.rend(), [&id](const Shared& one) {
+    return one->device == id && one->order;  // a step leaves it as it is
+  });
+  if (last != waiting_.rend()) return (*last)->order->on;
   const auto& on_its_way = commands_.on_its_way();
   if (on_its_way && on_its_way->order && equals_ignoring_case(on_its_way->key, key))
     return on_its_way->order->on;
   return state_.getlaststatus(key);
 }
 
-std::optional<RemoteCommands::Refusal> RemoteCommands::no_place(
-    const RemoteCommand& command) const {
+std::optional<RemoteCommands::Refusal> RemoteCommands::no_place(const RemoteCommand& command,
+                                                                bool replaces) const {
   if (!takes_more_) return Refusal::kEnding;
+  if (replaces) return std::nullopt;
   if (waiting_.size() >= kMost) return Refusal::kTooMany;
   const auto own = std::count_if(waiting_.begin(), waiting_.end(), [&command](const Shared& other) {
     return other->from == command.from;
@@ -152,27 +157,29 @@ std::optional<RemoteCommands::Refusal> RemoteCommands::no_place(
 }
 
 RemoteCommands::Answer RemoteCommands::add(RemoteCommand command) {
-  const Shared older = take_older_level(command);
-  if (const auto refusal = no_place(command)) return *refusal;
+  Shared* const place = place_of_older_level(command);
+  if (const auto refusal = no_place(command, place != nullptr)) return *refusal;
   command.id = run_ + "-" + std::to_string(++last_);
   command.asked = loop_.system_time();
   auto shared = std::make_shared<RemoteCommand>(std::move(command));
-  waiting_.push_back(shared);
-  if (older) set(older, State::kDropped, "A newer level took its place.");
+  if (place != nullptr) {
+    const Shared older = std::exchange(*place, shared);
+    set(older, State::kDropped, "A newer level took its place.");
+  } else {
+    waiting_.push_back(shared);
+  }
   changed(*shared);
   if (!working_) operations_.start(work_off());
   return Pointer(shared);
 }
 
-// Only the last command of the device, so that what was asked between two levels is not lost.
-RemoteCommands::Shared RemoteCommands::take_older_level(const RemoteCommand& by) {
-  if (by.act != RemoteAct::kLevel || !takes_more_) return nullptr;
+// Only the last command of the device, so that what was asked between two levels is not lost. Where
+// it stands among those that wait: a slider that is moved on and on does not wait anew each time.
+RemoteCommands::Shared* RemoteCommands::place_of_older_level(const RemoteCommand& by) {
+  if (by.act != RemoteAct::kLevel) return nullptr;
   const auto last = std::find_if(waiting_.rbegin(), waiting_.rend(),
                                  [&by](const Shared& other) { return other->device == by.device; });
-  if (last == waiting_.rend() || (*last)->act != RemoteAct::kLevel) return nullptr;
-  Shared older = *last;
-  waiting_.erase(std::next(last).base());
-  return older;
+  return last == waiting_.rend() || (*last)->act != RemoteAct::kLevel ? nullptr : &*last;
 }
 
 RemoteCommands::Pointer RemoteCommands::find(const std::string& id) const {
@@ -228,8 +235,7 @@ void RemoteCommands::drop_strangers() {
   std::vector<Shared> strangers;
   std::copy_if(waiting_.begin(), waiting_.end(), std::back_inserter(strangers), is_stranger);
   std::erase_if(waiting_, is_stranger);
-  for (const Shared& command : strangers)
-    set(command, State::kDropped, "The device is not in the house any more.");
+  for (const Shared& command : strangers) set(command, State::kDropped, kNoDevice);
 }
 
 // Each is taken when it has the line. The second of pause behind a command does not hold up the
@@ -252,6 +258,11 @@ Task<void> RemoteCommands::carry_out(LineTurn turn, Shared command) {
   else if (command->address)
     target = {command->address->house_code, command->address->unit,
               without_blanks(command->address->roomdevice())};
+  if (target.house_code.empty()) {  // the ids have been read anew since
+    on_the_line_.reset();
+    set(command, State::kDropped, kNoDevice);
+    co_return;
+  }
   if (!command->from.empty()) target.asked_by = " (from " + command->from + ")";
   set(command, State::kSending);
   if (command->order) {

@@ -68,8 +68,9 @@ class RemoteCommands {
 
   // Returns at once. The device must be of the house and have an address. `level` counts for kLevel
   // alone, 0 to 100; 0 is off. A level takes the place of one that is the last command waiting for
-  // the device, whoever asked for that. A toggle makes of the device what it is not to be by the
-  // last command that waits, else by the one on its way from anybody, else by what is recorded.
+  // the device, whoever asked for that, and is never one too many. A toggle makes of the device
+  // what it is not to be by the last command that waits and is no step, else by the one on its way
+  // from anybody, else by what is recorded.
   Answer ask(const Device& device, RemoteAct act, int level, const std::string& from);
   // An order of an event; `device` is the address, and need not be of the house.
   Answer ask_event(const Device& device, DeviceOrder order, const std::string& from);
@@ -97,10 +98,10 @@ class RemoteCommands {
   using Shared = std::shared_ptr<RemoteCommand>;
 
   Answer add(RemoteCommand command);
-  std::optional<Refusal> no_place(const RemoteCommand& command) const;
+  std::optional<Refusal> no_place(const RemoteCommand& command, bool replaces) const;
   std::optional<DeviceOrder> order_of(const Device& device, RemoteAct act, int level) const;
   bool is_to_be_on(const Device& device) const;
-  Shared take_older_level(const RemoteCommand& by);
+  Shared* place_of_older_level(const RemoteCommand& by);
   void set(const Shared& command, RemoteCommand::State state, std::string detail = {});
   void drop_strangers();
   Task<void> work_off();
