@@ -135,8 +135,9 @@ Task<Routes::Result> DeviceRoutes::answer(RemoteCommands::Answer asked, bool wai
   const auto command = std::get<RemoteCommands::Pointer>(std::move(asked));
   if (wait) {
     co_await commands_.ended(command, kLongestWait);
-    // Nothing is stored of a dropped one, and the server stops right behind the last of them.
-    if (command->state != RemoteCommand::State::kDropped)
+    // Nothing is stored of others, and at the end the server stops right behind them.
+    if (command->state == RemoteCommand::State::kDone ||
+        command->state == RemoteCommand::State::kNotSent)
       co_await module1_.stored(RegistryRoot::kLocalMachine);
   }
   Routes::Answer answer{command->has_ended() && wait ? 200U : 202U, json_of(*command)};

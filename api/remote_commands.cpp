@@ -54,7 +54,7 @@ class RemoteCommands::Ending {
   void await_resume() const {}
 
   void look() {
-    if (!command_->has_ended()) return;
+    if (!command_->has_ended() && commands_.takes_more_) return;
     commands_.loop_.cancel(call_);
     call_after(std::chrono::milliseconds(0));
   }
@@ -213,6 +213,7 @@ void RemoteCommands::take_no_more() {
     waiting_.pop_front();
     set(command, State::kDropped, "The program is ending.");
   }
+  for (Ending* ending : endings_) ending->look();
 }
 
 void RemoteCommands::set(const Shared& command, State state, std::string detail) {

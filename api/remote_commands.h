@@ -84,7 +84,8 @@ class RemoteCommands {
   // The one on the line; nullptr when there is none.
   Pointer on_the_line() const { return on_the_line_; }
 
-  // Waits until it has ended, or for as long at most.
+  // Waits until it has ended, for as long at most, and not beyond take_no_more(): behind that
+  // nobody may be there any more to take an answer to the network.
   Task<void> ended(Pointer command, std::chrono::milliseconds at_most);
 
   // For the end: those that wait are dropped, others are refused. The one on the line is finished.
