@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <memory>
 #include <string>
 
 #include "automation/macros.h"
@@ -102,6 +103,37 @@ void delete_one_device(benchmark::State& state) {
   }
 }
 BENCHMARK(delete_one_device)->Unit(benchmark::kMillisecond);
+
+// 200 devices, all switched at the wall.
+struct ApiWorld : FakeWorld {
+  ApiWorld() {
+    std::string rooms;
+    for (int i = 0; i < kDevices; ++i)
+      rooms += "Room " + std::to_string(i / 10) + "~Device " + std::to_string(i) + "~" +
+               address(i).insert(1, "~") + "\r\n";
+    folder.files.write(folder.path / "rmlst.hwd", rooms);
+    used_files = &folder.files;
+    program = std::make_unique<Program>(
+        platform(folder.path), [](std::exception_ptr error) { std::rethrow_exception(error); });
+    program->start();
+    loop.advance(std::chrono::seconds(2));
+    for (int i = 0; i < kDevices; ++i) interface_control.CommandReceived(address(i), kX10On);
+    loop.advance(std::chrono::seconds(2));
+  }
+
+  static constexpr int kDevices = 200;
+  Folder folder;
+  std::unique_ptr<Program> program;
+};
+
+void house_for_programs(benchmark::State& state) {
+  ApiWorld world;
+  std::size_t bytes = 0;
+  for (auto _ : state) bytes = world.web.api_answers[world.web.api({"GET", "/house"})].body.size();
+  if (bytes < 200UL * ApiWorld::kDevices) state.SkipWithError("a device is missing");
+  state.counters["bytes"] = static_cast<double>(bytes);
+}
+BENCHMARK(house_for_programs)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
