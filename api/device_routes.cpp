@@ -81,11 +81,11 @@ Task<Routes::Result> DeviceRoutes::list(ApiCall call) {
   const auto room = call.parameter("room");
   const auto address = call.parameter("address");
   Json::Array devices;
-  for (const Device& device : house_.devices()) {
-    if (room && to_utf8(device.room) != *room) continue;
-    const std::string its_address = to_utf8(device.house_code) + std::to_string(device.unit);
+  for (const Device* device : house_.written_devices()) {
+    if (room && to_utf8(device->room) != *room) continue;
+    const std::string its_address = to_utf8(device->house_code) + std::to_string(device->unit);
     if (address && !equals_ignoring_case(its_address, *address)) continue;
-    devices.push_back(view_.json_of(device));
+    devices.push_back(view_.json_of(*device));
   }
   Json body = Json::Object{{"devices", std::move(devices)}};
   co_return Routes::Answer{200, std::move(body)};

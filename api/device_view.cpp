@@ -93,9 +93,10 @@ Json DeviceView::pending(const std::string& id, const std::string& key) const {
 
 Json DeviceView::rooms() const {
   std::map<std::string, Json::Array> devices;
-  for (const Device& device : house_.devices()) devices[device.room].push_back(json_of(device));
+  for (const Device* device : house_.written_devices())
+    devices[device->room].push_back(json_of(*device));
   Json::Array rooms;
-  for (const std::string& room : house_.rooms())
+  for (const std::string& room : house_.written_rooms())
     rooms.push_back(Json::Object{{"name", to_utf8(room)},
                                  {"slug", to_utf8(without_blanks(room))},
                                  {"devices", std::move(devices[room])}});

@@ -15,7 +15,8 @@ std::string address_text(std::string_view house_code, int unit) {
 
 }  // namespace
 
-void HouseIndex::set_lines(const std::vector<std::string>& lines) {
+void HouseIndex::set_lines(const std::vector<std::string>& lines,
+                           const std::vector<std::string>& written) {
   rooms_.clear();
   devices_.clear();
   lines_.clear();
@@ -32,7 +33,36 @@ void HouseIndex::set_lines(const std::vector<std::string>& lines) {
     devices_.push_back(std::move(*entry->device));
     lines_.push_back(line);
   }
+  order_as_written(written);
   changed();
+}
+
+void HouseIndex::order_as_written(const std::vector<std::string>& written) {
+  // A line that stands there twice is two devices.
+  std::unordered_multimap<std::string_view, std::size_t> positions;
+  for (std::size_t i = 0; i < lines_.size(); ++i) positions.emplace(lines_[i], i);
+  written_rooms_.clear();
+  written_devices_.clear();
+  std::unordered_set<std::string> known_rooms;
+  for (const std::string& line : written) {
+    if (const auto device = positions.extract(line)) {
+      written_devices_.push_back(device.mapped());
+      continue;
+    }
+    const auto entry = parse_list_line(line);
+    if (entry && known_rooms.insert(entry->room).second) written_rooms_.push_back(entry->room);
+  }
+  for (const std::size_t position : written_devices_) {
+    const std::string& room = devices_[position].room;
+    if (known_rooms.insert(room).second) written_rooms_.push_back(room);
+  }
+}
+
+std::vector<const Device*> HouseIndex::written_devices() const {
+  std::vector<const Device*> result;
+  result.reserve(written_devices_.size());
+  for (const std::size_t position : written_devices_) result.push_back(&devices_[position]);
+  return result;
 }
 
 std::vector<const Device*> HouseIndex::devices_in(std::string_view room) const {

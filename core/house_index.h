@@ -20,13 +20,19 @@ class HouseIndex {
   explicit HouseIndex(Settings& settings) : settings_(settings) {}
 
   // Replaces the house by the lines of a room list, in the order in which they are to be searched.
-  // Lines that are none of a room list are left out.
-  void set_lines(const std::vector<std::string>& lines);
+  // Lines that are none of a room list are left out. `written` are the same lines in the order of
+  // the file, for those who show the house in that order.
+  void set_lines(const std::vector<std::string>& lines, const std::vector<std::string>& written);
+  void set_lines(const std::vector<std::string>& lines) { set_lines(lines, lines); }
 
   // Names of the rooms in the order of the list, each once. A room exists when it has a line of its
   // own or a device.
   const std::vector<std::string>& rooms() const { return rooms_; }
   const std::vector<Device>& devices() const { return devices_; }
+  // The same in the order of the file, as the menu of the web pages has them: rooms that have no
+  // line of their own come last.
+  const std::vector<std::string>& written_rooms() const { return written_rooms_; }
+  std::vector<const Device*> written_devices() const;
   // In the order of the list; empty when no room has exactly this name.
   std::vector<const Device*> devices_in(std::string_view room) const;
 
@@ -60,11 +66,14 @@ class HouseIndex {
   };
 
   const Device* found(ByText& map, const std::string& text) const;
+  void order_as_written(const std::vector<std::string>& written);
 
   Settings& settings_;
   std::vector<std::string> rooms_;
   std::vector<Device> devices_;
   std::vector<std::string> lines_;  // of the devices
+  std::vector<std::string> written_rooms_;
+  std::vector<std::size_t> written_devices_;  // positions
   mutable ByText keys_{[](const Device& device) { return device.key(); }, {}};
   mutable ByText labels_{[](const Device& device) { return device.label(); }, {}};
   mutable ByText names_{[](const Device& device) { return device.room + " " + device.name; }, {}};

@@ -1,6 +1,5 @@
 #include "core/lists/room_list.h"
 
-#include <utility>
 #include <vector>
 
 #include "base/code_page.h"
@@ -38,11 +37,12 @@ Task<void> RoomList::loadlists() {
   const FileLock lock = co_await lock_files(flags_, module1_);
   // Only now: commands from the power line look their devices up meanwhile.
   lists_.lst_rooms.clear();
-  read_file();
-  house_.set_lines(lists_.lst_rooms.items);
+  const std::vector<std::string> written = read_file();
+  lists_.lst_rooms.add_all(written);
+  house_.set_lines(lists_.lst_rooms.items, written);
 }
 
-void RoomList::read_file() {
+std::vector<std::string> RoomList::read_file() {
   const auto content = list_.content();
   if (!content) {
     notices_.tell(
@@ -50,7 +50,7 @@ void RoomList::read_file() {
         "The room and device list rmlst.hwd cannot be read, so no rooms are shown. Please "
         "check the file and its permissions in " +
             from_utf8(list_.path().parent_path().string()) + ".");
-    return;
+    return {};
   }
 
   std::vector<std::string> lines;
@@ -60,9 +60,11 @@ void RoomList::read_file() {
     lines.emplace_back(*line);
     if (!line->empty() && !parse_list_line(*line)) left_out.add(lines.size());
   }
-  lists_.lst_rooms.add_all(std::move(lines));
-  if (left_out.empty()) return notices_.withdraw(kSubject);
-  notices_.tell(kSubject, left_out.text(kSubject));
+  if (left_out.empty())
+    notices_.withdraw(kSubject);
+  else
+    notices_.tell(kSubject, left_out.text(kSubject));
+  return lines;
 }
 
 void RoomList::loadroom(const std::string& room) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "base/task.h"
 #include "core/house_index.h"
@@ -42,7 +43,8 @@ class RoomList {
   View view() const;
 
  private:
-  void read_file();
+  // All lines of the file, in its order; none when it cannot be read, which is told.
+  std::vector<std::string> read_file();
 
   HomePanel& home_;
   HousePanel& room_;
