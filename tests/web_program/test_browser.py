@@ -2,7 +2,7 @@
 
 from browser import BrowserTest, FurnishedHouse
 
-CARD = "main li:nth-of-type(%d)"
+CARD = "main > ul > li:nth-of-type(%d)"
 
 # What is less readable than 4.5 to 1, with its contrast.
 PALE = """
@@ -185,7 +185,7 @@ class AwkwardNames(BrowserTest):
     for page, card, link in (("index.html", CARD % 1, " img"), ("wmcindex.html", "#module1", " b a")):
       with self.subTest(page):
         self.open(page)
-        self.find("nav a[href*=loadroom], nav div").click()
+        self.find("nav a[href*=loadroom]").click()
         self.wait_for(card + "[data-state=off]")
         self.assertEqual(self.find("h1").text, ROOM)
         self.assertEqual(self.find(card + " b").text, DEVICE)

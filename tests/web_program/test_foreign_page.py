@@ -68,8 +68,12 @@ class ForeignPages(BrowserTest):
     self.assertEqual(self.house.switched(), [])
     self.find('a[href*="turnon"]').click()  # the person wants it all the same
     self.wait(lambda: self.house.switched() == ["A1 On"], "the tap")
-    self.open("wmcindex.html", host="house.lan")  # no televisions show another room
-    self.assertTrue(self.find("h1").text.startswith("Please Select"), self.find("h1").text)
+    # No televisions show another room, which the page tells without its script.
+    for text in "Please Select", "What is on":
+      self.browser.execute_cdp_cmd("Emulation.setScriptExecutionDisabled",
+                                   {"value": text != "What is on"})
+      self.open("wmcindex.html", host="house.lan")
+      self.wait(lambda: self.find("h1").text.startswith(text), text)
 
     # The same address switches for the person who types it.
     self.open(LAMP, host="house.lan")

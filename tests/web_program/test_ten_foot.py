@@ -97,7 +97,7 @@ class TenFootLive(TenFootTest):
     self.wait_for("#module5[data-press=not_sent][data-state=off]")
     self.house.start()
     wait_live(self)
-    self.assertFalse(self.find(".banner").is_displayed())
+    self.wait(lambda: not self.find(".banner").is_displayed(), "the house and its interface")
     self.assertEqual(self.focus(), "module5")
     self.press(Keys.ENTER)
     self.wait_for("#module5[data-press=recorded][data-state=on]")
