@@ -2,18 +2,11 @@
 
 import re
 import time
-import urllib.error
 import urllib.request
 
 from browser import BrowserTest
-from house import wait_until
-from store import TYPE_KEY, write_values
-from two_programs import WINDOW, Machine
+from live_house import ODD, LiveHouse
 
-FACTOR = 12  # a minute in five seconds
-ODD = ['"Lampe" & <b>', "L'été 50% #1"]
-ROOMS = {"Living Room": [f"Lamp {n}" for n in range(1, 12)], "Küche": ["Lamp 1", *ODD],
-         "Hall": ["Lamp 1", "Fan"]}
 PILLS = "return [...document.querySelectorAll('main b > a')].map((a) => a.dataset.pill)"
 # Each lamp that is on a page, by its name, pressed in turn.
 TAP = """
@@ -25,42 +18,6 @@ names.forEach((name, i) => setTimeout(() => {
   if (i === names.length - 1) done(names.map((one) => link(one).dataset.pill));
 }, 120 * i));
 """
-
-
-class LiveHouse(Machine):
-  def __init__(self):
-    names = {}
-    for code, (room, devices) in zip("ABC", ROOMS.items()):
-      for unit, device in enumerate(devices, 1):
-        names[f"{code}{unit}"] = (room, device)
-    super().__init__(FACTOR, {address: " ".join(name.replace(" ", "") for name in both)
-                              for address, both in names.items()}, [("C1", "C2")])
-    lines = [f"{room}~{device}~{address[0]}~{address[1:]}"
-             for address, (room, device) in names.items()]
-    self.write_lines([f"{room}~~~" for room in ROOMS] + lines)
-    write_values(self.path, "user", TYPE_KEY, {
-        "".join(both).replace(" ", ""): "bulb" for both in names.values() if "Fan" not in both[1]})
-    self.begin()
-
-  def write_lines(self, lines):
-    text = "".join(line + "\r\n" for line in lines)
-    (self.folder / "rmlst.hwd").write_bytes(text.encode("cp1252"))
-
-  def begin(self):
-    self.process = self.start(WINDOW)
-    self.wait_until_ready(self.process)
-    wait_until(self.answers, "the web server")
-
-  def answers(self):
-    try:
-      with urllib.request.urlopen(f"http://127.0.0.1:{self.port}/index.html", timeout=30) as page:
-        return page.status == 200
-    except urllib.error.URLError:
-      return False
-
-  def kill(self):
-    self.process.kill()
-    self.process.wait()
 
 
 class LivePages(BrowserTest):

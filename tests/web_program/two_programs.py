@@ -36,6 +36,8 @@ class Machine:
   `macros` lead from one address to another, at On and Off. Minutes are those of the lapse, since
   1970, and local time is UTC."""
 
+  screen = {"QT_QPA_PLATFORM": "offscreen"}
+
   def __init__(self, factor, devices, macros=(), service_mode=False, **settings):
     self.home = tempfile.TemporaryDirectory()
     self.path = pathlib.Path(self.home.name)
@@ -71,7 +73,7 @@ class Machine:
     return (time.monotonic(), line.strip()) if line else None
 
   def write(self, file, lines):
-    (self.folder / file).write_text("".join(line + "\r\n" for line in lines))
+    (self.folder / file).write_bytes("".join(line + "\r\n" for line in lines).encode("cp1252"))
 
   def write_events(self, minutes):
     """Addresses to be switched on and the minutes in which they are."""
@@ -90,7 +92,7 @@ class Machine:
                    if name not in ("DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS")
                    and not name.startswith(("XDG_", "HOMEWARDEN_"))}
     environment |= {"HOME": self.home.name, "XDG_RUNTIME_DIR": self.home.name, "TZ": "UTC",
-                    "QT_QPA_PLATFORM": "offscreen", "HOMEWARDEN_WEB_ADDRESS": "127.0.0.1",
+                    **self.screen, "HOMEWARDEN_WEB_ADDRESS": "127.0.0.1",
                     "HOMEWARDEN_MACHINE_DIR": f"{self.path}/machine",
                     "HOMEWARDEN_USER_DIR": f"{self.path}/user",
                     "HOMEWARDEN_TIME_LAPSE": f"{self.factor}@{self.origin}"}
