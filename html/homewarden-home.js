@@ -233,7 +233,7 @@ export class Home {
       const place = make("li");
       const text = make("span", "text");
       text.append(make("b", "", event.text.replace(/ %/g, "\u00a0%")),
-        make("span", "detail", event.room + ", " + until(event.next, now)));
+        make("span", "detail", [event.room, until(event.next, now)].filter(Boolean).join(", ")));
       const time = make("time", "", event.next.slice(11, 16));
       time.dateTime = event.next;
       place.append(time, make("i", event.action), text);

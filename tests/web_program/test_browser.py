@@ -179,16 +179,17 @@ class AwkwardNames(BrowserTest):
     before = len(self.house.switched())
     element.click()
     self.wait_for(f"{card}[data-state={to}]")
+    self.wait(lambda: len(self.house.switched()) > before, "the power line")
     self.assertEqual(self.house.switched()[before:], [sent])
 
   def test_both_families_lead_to_the_room_and_switch_its_device(self):
-    for page, card, link in (("index.html", CARD % 1, " img"), ("wmcindex.html", "#module1", " b a")):
+    for page, card, link in (("index.html", CARD % 1, " b a"), ("wmcindex.html", "#module1", " .press")):
       with self.subTest(page):
         self.open(page)
         self.find("nav a[href*=loadroom]").click()
-        self.wait_for(card + "[data-state=off]")
+        self.wait_for("[data-live=connected] " + card + link)
         self.assertEqual(self.find("h1").text, ROOM)
         self.assertEqual(self.find(card + " b").text, DEVICE)
-        self.press(self.find(card + link), card, "on", "D1 On")
-        self.press(self.find(card + " b a"), card, "off", "D1 Off")
+        self.press(self.find(card + " img"), card, "on", "D1 On")
+        self.press(self.find(card + link), card, "off", "D1 Off")
         self.assertEqual(self.find("h1").text, ROOM)
