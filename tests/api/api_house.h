@@ -16,6 +16,11 @@ class ApiHouse : public EventHouse {
     request.from = from;
     return web.api(request);
   }
+  // Before the program is opened once more: the network outlives it here.
+  void forget_program() {
+    EventHouse::forget_program();
+    web.ApiRequestArrived = {};
+  }
   // 0 before it is answered.
   unsigned status_of(int number) {
     return web.api_answers.contains(number) ? web.api_answers[number].status : 0;
