@@ -1,7 +1,7 @@
 // The home page: what is on, the rooms with their counts, what comes next.
 
 import { live } from "./homewarden-live.js";
-import { roomQuery } from "./homewarden-markup.js";
+import { picture, roomQuery } from "./homewarden-markup.js";
 import { lightOf, pillWords, toggle } from "./homewarden-cards.js";
 
 const PAGE = "index.html";
@@ -80,7 +80,7 @@ class Chip {
     this.place.dataset.state = device.on ? "on" : "off";
     this.place.dataset.phase = shown.state;
     this.place.style.setProperty("--light", lightOf(device));
-    const source = device.type + (device.on ? "on" : "off") + ".gif";
+    const source = picture(device);
     if (this.image.getAttribute("src") !== source) this.image.setAttribute("src", source);
     const words = pillWords(device, shown);
     setText(this.words, words === "On" ? room.name : room.name + ", " + words);

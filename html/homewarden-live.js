@@ -15,11 +15,11 @@
 //   interface, notices, profile           that part of live.house
 // A device is an object of GET /api/v1/house; `live.shown(device)` says what its card shows.
 
+import { forgetHouse, keepHouse, keepPages, keptHouse } from "./homewarden-kept.js";
 import { ask, follow, Refusal, SILENCE_MS } from "./homewarden-stream.js";
 import { Presses } from "./homewarden-presses.js";
 
 const ROOT = new URL("api/v1/", import.meta.url);
-const KEPT = "homewarden-house " + ROOT.pathname;
 const FIRST_DELAY_MS = 500;
 const LONGEST_DELAY_MS = 10000;
 const REFUSED_DELAY_MS = 30000;
@@ -129,6 +129,7 @@ class Live extends EventTarget {
       if (document.hidden) this.#timers.hidden = setTimeout(() => this.#pause(), HIDDEN_MS);
       else this.#resume();
     });
+    this.addEventListener("state", ({ detail }) => { if (detail === "connected") keepPages(); });
     this.#run();
   }
 
@@ -156,7 +157,7 @@ class Live extends EventTarget {
         }
         const refused = error instanceof Refusal && (error.status === 401 || error.status === 403);
         if (refused) {
-          this.#forgetKept();
+          forgetHouse();
           this.#become("refused", error.message);
         } else if (failures) {
           this.#lose();
@@ -336,22 +337,12 @@ class Live extends EventTarget {
     clearTimeout(this.#timers.keep);
     this.#timers.keep = 0;
     if (this.state !== "connected") return;
-    try {
-      localStorage.setItem(KEPT, JSON.stringify({ seen: this.seen, house: this.house }));
-    } catch (error) { /* storage is full or switched off: nothing is shown without the house */ }
+    keepHouse(this.house, this.seen);
   }
 
   #takeKept() {
-    try {
-      const { seen, house } = JSON.parse(localStorage.getItem(KEPT)) || {};
-      if (house) this.#take(house, seen);
-    } catch (error) { /* as above */ }
-  }
-
-  #forgetKept() {
-    try {
-      localStorage.removeItem(KEPT);
-    } catch (error) { /* then there is none */ }
+    const kept = keptHouse();
+    if (kept) this.#take(kept.house, kept.seen);
   }
 }
 

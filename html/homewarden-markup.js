@@ -21,7 +21,7 @@ function encoded(name) {
 }
 
 // What a part of a link may say: as the program wrote it, and as somebody typed it, in UTF-8.
-export function decodings(text) {
+function decodings(text) {
   const bytes = [];
   for (let i = 0; i < text.length; ++i) {
     const code = /^%[0-9a-f]{2}/i.exec(text.slice(i, i + 3));
@@ -76,7 +76,7 @@ export function deviceOfLink(link) {
   return undefined;
 }
 
-const picture = (device) => device.type + (device.on ? "on" : "off") + ".gif";
+export const picture = (device) => device.type + (device.on ? "on" : "off") + ".gif";
 
 function switchAddress(device, room, page) {
   const [, house, unit] = /^(.)(.*)$/.exec(device.address) || ["", "", ""];

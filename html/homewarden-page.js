@@ -4,6 +4,7 @@ import { live } from "./homewarden-live.js";
 import { deviceOfLink, roomOfQuery, roomQuery } from "./homewarden-markup.js";
 import { Cards, stateWords, toggle } from "./homewarden-cards.js";
 import { countOn, countWords, Home, make, setText } from "./homewarden-home.js";
+import { bannerText, drawNotices } from "./homewarden-trouble.js";
 
 const main = document.querySelector("main");
 const heading = main.querySelector("h1");
@@ -64,21 +65,6 @@ function drawNav() {
   places.slice(live.house.rooms.length).forEach((place) => place.replaceChildren());
 }
 
-function drawNotices() {
-  const notices = live.house.notices || [];
-  let foot = document.querySelector("footer");
-  if (!foot && notices.length) {
-    foot = make("footer");
-    foot.setAttribute("role", "status");
-    document.body.append(foot);
-  }
-  if (!foot) return;
-  const now = [...foot.children].map((line) => line.textContent);
-  if (JSON.stringify(now) === JSON.stringify(notices)) return;
-  if (notices.length) foot.replaceChildren(...notices.map((text) => make("p", "", text)));
-  else foot.remove();
-}
-
 function drawBanner() {
   const text = bannerText();
   banner.hidden = !text;
@@ -88,27 +74,6 @@ function drawBanner() {
   const again = make("a", "", "Log in");
   again.href = location.href;
   banner.append(" ", again);
-}
-
-function seenWords() {
-  const seen = new Date(live.seen);
-  const time = String(seen.getHours()).padStart(2, "0") + ":"
-    + String(seen.getMinutes()).padStart(2, "0");
-  return seen.toDateString() === new Date().toDateString() ? time
-    : seen.toLocaleDateString("en-GB", { day: "numeric", month: "long" }) + ", " + time;
-}
-
-function bannerText() {
-  if (live.state === "refused") return live.reason;
-  if (live.state === "lost")
-    return "No connection." + (live.house ? " What is shown is from " + seenWords() + "." : "")
-      + " Trying again\u2026";
-  if (live.state !== "connected") return "";
-  if (live.house.interface.state === "away")
-    return "The X10 interface is not connected. What you switch now cannot be sent.";
-  if (live.house.interface.state === "none")
-    return "No X10 interface is set up. Nothing can be switched.";
-  return "";
 }
 
 function drawAll() {
@@ -227,7 +192,5 @@ live.addEventListener("house", () => {
 }, { once: true });
 live.addEventListener("state", ({ detail }) => {
   if (detail === "absent") look.remove("live");
-  if (detail === "connected" && "serviceWorker" in navigator)
-    navigator.serviceWorker.register(new URL("sw.js", import.meta.url)).catch(() => {});
 });
 live.start();

@@ -1,6 +1,7 @@
 // The card of a device on a ten-foot page: a switch and, where the device can be dimmed, its level
 // below. Down goes to the level, left and right change it.
 import { live } from "./homewarden-live.js";
+import { picture } from "./homewarden-markup.js";
 import { make, makeStop } from "./homewarden-tv-signs.js";
 
 const STEP = 10;         // per cent
@@ -60,8 +61,8 @@ export class Card {
     const text = device.switchable
       ? { waiting: "Waiting\u2026", sending: "Switching\u2026", not_sent: "Not sent" }[state] || recorded
       : "No address";
-    const picture = device.type + (on ? "on" : "off") + ".gif";
-    if (this.picture.getAttribute("src") !== picture) this.picture.src = picture;
+    const source = picture({ type: device.type, on });
+    if (this.picture.getAttribute("src") !== source) this.picture.src = source;
     this.name.textContent = device.name;
     this.room.textContent = tellsRoom ? device.room : "";
     this.state.textContent = text;

@@ -3,7 +3,8 @@
 import { live } from "./homewarden-live.js";
 import { roomOfQuery, roomQuery } from "./homewarden-markup.js";
 import { Card } from "./homewarden-tv-card.js";
-import { make, makeStop, say, showBanner, showHint, showNext, showNotices } from "./homewarden-tv-signs.js";
+import { make, makeStop, say, showBanner, showHint, showNext } from "./homewarden-tv-signs.js";
+import { drawNotices } from "./homewarden-trouble.js";
 
 const PLACES = 10;  // devices on a page
 const HOME_PLACES = 6;
@@ -115,7 +116,7 @@ function markCurrent(link, isCurrent) {
 }
 
 function drawRoom(box, room, isCurrent) {
-  const on = room.devices.filter((device) => live.shown(device).on).length;
+  const on = room.devices.filter((device) => device.on).length;
   let link = box.querySelector("a.name");
   if (box.dataset.room !== room.slug || !link) {
     box.replaceChildren();
@@ -236,7 +237,7 @@ live.addEventListener("house", () => {
   if (isDrawn) drawKeepingFocus();
   else firstDraw();
   remember();
-  showNotices(live.house.notices);
+  drawNotices();
   showBanner();
 });
 
@@ -253,13 +254,9 @@ live.addEventListener("outcome", ({ detail: { device, press } }) => {
   if (press.state !== "done") say(device.name + ": not sent. " + press.detail);
 });
 
-live.addEventListener("notices", ({ detail }) => showNotices(detail));
+live.addEventListener("notices", drawNotices);
 live.addEventListener("interface", showBanner);
-live.addEventListener("state", ({ detail }) => {
-  showBanner();
-  if (detail === "connected" && "serviceWorker" in navigator)
-    navigator.serviceWorker.register(new URL("sw.js", import.meta.url)).catch(() => {});
-});
+live.addEventListener("state", showBanner);
 window.addEventListener("hashchange", () => {
   page = 0;
   wereOn.clear();

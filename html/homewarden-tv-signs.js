@@ -1,5 +1,6 @@
 // What a ten-foot page says beside its cards: what is wrong, what comes next, what a key does.
 import { live } from "./homewarden-live.js";
+import { bannerText } from "./homewarden-trouble.js";
 
 const main = document.querySelector("main");
 
@@ -25,42 +26,12 @@ banner.setAttribute("role", "status");
 banner.hidden = true;
 document.body.prepend(banner);
 
-function whatIsWrong() {
-  const { state, reason, house } = live;
-  if (state === "lost")
-    return "No connection to Homewarden. " + (house ? "What is shown may be old. " : "")
-      + "It is tried again\u2026";
-  if (state === "refused") return reason;
-  if (!house || state !== "connected") return "";
-  if (house.interface.state === "away") return "The interface is away: presses do not reach the house.";
-  if (house.interface.state === "none") return "No interface is connected: presses do not reach the house.";
-  return "";
-}
-
 export function showBanner() {
-  const text = whatIsWrong();
+  const text = bannerText();
   banner.hidden = !text;
   if (banner.textContent !== text) banner.textContent = text;
   document.body.classList.toggle("with-banner", Boolean(text));
   document.body.classList.toggle("out-of-touch", live.state === "lost" || live.state === "refused");
-}
-
-export function showNotices(notices) {
-  let foot = document.querySelector("footer");
-  if (!foot) {
-    if (!notices.length) return;
-    foot = make("footer", "");
-    foot.setAttribute("role", "status");
-    document.body.append(foot);
-  }
-  const shown = Array.from(foot.children, (child) => child.textContent);
-  if (shown.join("\n") === notices.join("\n")) return;
-  foot.hidden = !notices.length;
-  foot.replaceChildren(...notices.map((notice) => {
-    const paragraph = make("p", "");
-    paragraph.textContent = notice;
-    return paragraph;
-  }));
 }
 
 // ---- What changes, for those who hear the page --------------------------------------------------

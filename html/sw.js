@@ -5,8 +5,8 @@
 const KEPT = "homewarden-shell";
 const ANSWER_MS = 4000;  // then what is kept is shown, and the page's script goes on trying
 const PAGES = ["index.html", "wmcindex.html"];
-const SCRIPTS = ["", "-start", "-live", "-stream", "-presses", "-markup", "-cards", "-home",
-  "-page", "-tv", "-tv-card", "-tv-live", "-tv-signs"];
+const SCRIPTS = ["", "-start", "-live", "-stream", "-presses", "-kept", "-markup", "-trouble",
+  "-cards", "-home", "-page", "-tv", "-tv-card", "-tv-live", "-tv-signs"];
 const STYLES = ["-base", "", "-live", "-tv"];
 const TYPES = ["switch", "bulb", "fan", "radio", "bulb2"];
 const FILES = [
