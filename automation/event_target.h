@@ -16,7 +16,8 @@ inline SwitchTarget target_of(const EventRecord& event) {
   return {event.housecode, to_integer16(event.unit).value_or(0), without_blanks(event.roomdevice)};
 }
 
-// What an event tells it when somebody asks for it now; nothing when its action or its level is none.
+// What an event tells it when somebody asks for it now; nothing when its action or its level is
+// none.
 inline std::optional<DeviceOrder> order_of(const EventRecord& event) {
   if (event.action == "off") return DeviceOrder{false};
   const auto level = event.action == "on" ? event_level(event) : std::nullopt;

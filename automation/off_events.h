@@ -46,8 +46,8 @@ class OffEvents {
     std::string problem;  // a sentence for a person; "" when it is done
   };
   // Switches the event with this key on or off; one that is so already stays. Waits some seconds at
-  // most for whoever works on the files. kGone: there is no such event any more. kRefused: the files
-  // do not allow it, or somebody edits the event; everything is as it was.
+  // most for whoever works on the files. kGone: there is no such event any more. kRefused: the
+  // files do not allow it, or somebody edits the event; everything is as it was.
   Task<Result> switch_event(std::string key, bool on);
 
   // An event was switched on or off.

@@ -8,9 +8,9 @@
 #include "base/signal.h"
 #include "base/task.h"
 #include "core/module1.h"
+#include "ui/controls.h"
 #include "ui/settings_panels.h"
 #include "ui/shared_state.h"
-#include "ui/controls.h"
 
 namespace homewarden {
 
@@ -21,9 +21,9 @@ class ProfileChange {
                 ProfileSwitch& profiles, EventList& events, EventCleanup& cleanup);
 
   // Waits until nobody works on the files; it then takes three seconds, in which the event list
-  // takes no input. True when the events of this profile are in the list, and its name in the box of
-  // the panel unless another one was chosen there meanwhile. False, with the profile as it was, when
-  // the files cannot be read or written.
+  // takes no input. True when the events of this profile are in the list, and its name in the box
+  // of the panel unless another one was chosen there meanwhile. False, with the profile as it was,
+  // when the files cannot be read or written.
   Task<bool> change_to(std::string name);
 
   // The profile is another one, and its events are in the list.

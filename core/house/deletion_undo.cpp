@@ -75,9 +75,8 @@ void DeletionUndo::remember(DeletedItem& deleted) {
     const auto entry = parse_list_line(one.line);
     if (!entry || !entry->device) continue;
     const std::string key = entry->device->key();
-    deleted.stored.push_back(
-        {*entry->device, settings_.read("type", key, ""), DeviceIds::recorded(settings_, key),
-         state_.record_of(key)});
+    deleted.stored.push_back({*entry->device, settings_.read("type", key, ""),
+                              DeviceIds::recorded(settings_, key), state_.record_of(key)});
   }
 }
 

@@ -42,9 +42,9 @@ struct DeletedItem {
 };
 
 // Brings a deleted room or device back: its lines of all lists, each where it stood, its type,
-// id, state and level. One rename on the disk decides. Events go to the profile that they were taken
-// from, also when another one is active by then. What has been added anew meanwhile stays as it is
-// and comes only once.
+// id, state and level. One rename on the disk decides. Events go to the profile that they were
+// taken from, also when another one is active by then. What has been added anew meanwhile stays as
+// it is and comes only once.
 class DeletionUndo {
  public:
   DeletionUndo(NavigationPane& pane, Flags& flags, StatusBar& status, Operations& operations,

@@ -172,8 +172,7 @@ void HouseChanges::record_new(const Renaming& renaming, const std::string& type,
     const std::string& new_type = type.empty() ? old_type : type;
     if (has_new_key(step)) {
       state_.copy(step.from.key(), step.to.key());
-      DeviceIds::record(settings_, step.to.key(),
-                        DeviceIds::recorded(settings_, step.from.key()));
+      DeviceIds::record(settings_, step.to.key(), DeviceIds::recorded(settings_, step.from.key()));
     }
     if (new_type.empty())
       settings_.remove("type", step.to.key());
