@@ -1,5 +1,6 @@
 #include "web/https_settings.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <utility>
@@ -79,15 +80,17 @@ std::string bracketed(const std::string& host) {
 }  // namespace
 
 HttpsSettings::HttpsSettings(WebPanel& panel, Settings& settings, Dialogs& dialogs, Files& files,
-                             Notices& notices, WebServerControl& web, std::filesystem::path folder)
+                             Notices& notices, WebServerControl& web,
+                             std::filesystem::path documents)
     : panel_(panel),
       settings_(settings),
       dialogs_(dialogs),
       files_(files),
       notices_(notices),
       web_(web),
-      certificate_(folder / "certificate.pem"),
-      key_(folder / "key.pem") {}
+      documents_(std::move(documents)),
+      certificate_(documents_.parent_path() / "https" / "certificate.pem"),
+      key_(documents_.parent_path() / "https" / "key.pem") {}
 
 WebHttps HttpsSettings::stored() const {
   const auto is_on = [this](const char* key) { return settings_.read(kSection, key, "0") == "1"; };
@@ -161,7 +164,19 @@ std::string HttpsSettings::fault(const WebHttps& https, const std::string& plain
        {std::pair{"certificate", &https.certificate}, {"key", &https.key}})
     if (!file->empty() && file->is_relative())
       return "The " + std::string(what) + " needs its whole path, which begins with /.";
+  if (is_served(https.key))
+    return "The key lies in the folder of the pages, where everybody can fetch it: with it they "
+           "could pass for this house.";
   return web_.HttpsFault(https);
+}
+
+// Also by way of a link to the folder.
+bool HttpsSettings::is_served(const std::filesystem::path& file) const {
+  std::error_code ignored;  // paths that lead nowhere are compared as they are written
+  const auto folder = std::filesystem::weakly_canonical(documents_, ignored);
+  const auto whole = std::filesystem::weakly_canonical(file, ignored);
+  return std::mismatch(folder.begin(), folder.end(), whole.begin(), whole.end()).first ==
+         folder.end();
 }
 
 Task<bool> HttpsSettings::store(std::string plain_port) {

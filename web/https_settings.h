@@ -17,9 +17,10 @@ namespace homewarden {
 // with it is a notice for as long as it is.
 class HttpsSettings {
  public:
-  // `folder` is where certificates that are made here lie; it must not be served.
+  // `documents`: the folder whose files everybody is sent. Certificates that are made here lie in
+  // the folder `https` beside it.
   HttpsSettings(WebPanel& panel, Settings& settings, Dialogs& dialogs, Files& files,
-                Notices& notices, WebServerControl& web, std::filesystem::path folder);
+                Notices& notices, WebServerControl& web, std::filesystem::path documents);
 
   // What is stored; a port or a choice that is none is as if there were none.
   WebHttps stored() const;
@@ -42,6 +43,7 @@ class HttpsSettings {
  private:
   std::string fault(const WebHttps& https, const std::string& plain_port) const;
   WebHttps typed() const;
+  bool is_served(const std::filesystem::path& file) const;
   bool is_foreign(const std::filesystem::path& file) const;
 
   WebPanel& panel_;
@@ -50,6 +52,7 @@ class HttpsSettings {
   Files& files_;
   Notices& notices_;
   WebServerControl& web_;
+  const std::filesystem::path documents_;
   const std::filesystem::path certificate_;  // those that are made here
   const std::filesystem::path key_;
 };

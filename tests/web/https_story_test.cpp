@@ -36,7 +36,9 @@ TEST(HttpsPanelStory, OnlyWhatCanBeUsedIsStoredAndTakesEffectAtOnce) {
   form.txt_webcert.text = "cert.pem";
   refused_for("The certificate needs its whole path");
   form.txt_webcert.text = " /etc/h\xE9/cert.pem";
-  form.txt_webkey.text = "/etc/key.pem";
+  form.txt_webkey.text = "/house/html/../html/tls/key.pem";
+  refused_for("where everybody can fetch it");
+  form.txt_webkey.text = "/house/html-key.pem";
   house.web.https_fault = "The key does not belong to the certificate.";
   refused_for("belong to the certificate. Nothing has been saved.");
 
