@@ -36,6 +36,7 @@ AutomationChanges::AutomationChanges(ChangeLog& log, const EventAnswers& events,
     look_at_sun();
     look_at_events();
   });
+  interface_json_ = interface.json();
   interface.changed.connect([this] { look_at_interface(); });
 }
 
@@ -46,14 +47,12 @@ void AutomationChanges::look() {
     macros_ = macro_answers_.all();
     profile_ = profiles_.active();
     sun_ = sun_now(location_, options_, clock_);
-    interface_json_ = interface_.json();
     return;
   }
   look_at_events();
   look_at_macros();
   look_at_profile();
   look_at_sun();
-  look_at_interface();
 }
 
 void AutomationChanges::look_at_events() {
@@ -87,8 +86,8 @@ void AutomationChanges::look_at_sun() {
   log_.publish("sun", Json::Object{});
 }
 
+// From the start: a page that waits for the program reads the house before its lists are there.
 void AutomationChanges::look_at_interface() {
-  if (!begun_) return;
   Json now = interface_.json();
   if (now == interface_json_) return;
   interface_json_ = std::move(now);

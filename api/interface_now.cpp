@@ -5,9 +5,10 @@
 
 namespace homewarden {
 
-InterfaceNow::InterfaceNow(StatusBar& status, const Flags& flags, DeviceCommands& commands)
+InterfaceNow::InterfaceNow(StatusBar& status, Flags& flags, DeviceCommands& commands)
     : status_(status), flags_(flags) {
   status.panel3.changed.connect([this] { changed(); });
+  flags.connected.changed.connect([this] { changed(); });
   commands.sending_to.connect([this](const std::string&, bool begins) {
     busy_ = begins;
     changed();

@@ -14,7 +14,7 @@ namespace homewarden {
 // window, and whether a command is on its way.
 class InterfaceNow {
  public:
-  InterfaceNow(StatusBar& status, const Flags& flags, DeviceCommands& commands);
+  InterfaceNow(StatusBar& status, Flags& flags, DeviceCommands& commands);
 
   Json json() const;
 
@@ -25,7 +25,7 @@ class InterfaceNow {
   std::string state() const;
 
   StatusBar& status_;
-  const Flags& flags_;
+  Flags& flags_;
   bool busy_ = false;
 };
 

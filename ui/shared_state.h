@@ -20,7 +20,7 @@ struct Flags {
   bool sending = false;
   // The interface has been found. Stays true when it is unplugged later, until a search for it at
   // the stored port fails.
-  bool connected = false;
+  Property<bool> connected{false};
 };
 
 // Today's sun times on the wall clock, which may fall on the day before or after; nothing until

@@ -116,7 +116,7 @@ void HomeOverview::show_button(bool stays_on) {
   if (stays_on) undo_.clear();
   home_.cmd_alloff.caption = undo_.empty() ? "Turn all off" : "Undo";
   home_.cmd_alloff.visible = stays_on || !undo_.empty();
-  home_.cmd_alloff.enabled = flags_.connected;
+  home_.cmd_alloff.enabled = flags_.connected.get();
 }
 
 HomeChip HomeOverview::chip_of(const Device& device) {

@@ -32,5 +32,20 @@ TEST(HouseForPrograms, RoomsAndDevicesComeInTheOrderOfTheFile) {
               ElementsAre("Lamp", "Radio", "Fan", "Amp", "Pump", "Fan"));
 }
 
+// Fails when pages go on saying that there is no interface after it was found.
+TEST(HouseForPrograms, AnInterfaceThatIsFoundIsTold) {
+  House house;
+  house.open(0s);
+  const int id = house.web.api(ApiRequest{"GET", "/stream"});
+  house.loop.advance(60s);
+  std::string all;
+  for (std::string more = house.web.streams[id]->next(); !more.empty();
+       more = house.web.streams[id]->next())
+    all += more;
+  const auto last = all.rfind("event: interface");
+  ASSERT_NE(last, std::string::npos);
+  EXPECT_THAT(all.substr(last, all.find("\n\n", last) - last), HasSubstr("\"ready\""));
+}
+
 }  // namespace
 }  // namespace homewarden::testing
