@@ -16,8 +16,8 @@ struct HttpsPanel {
   Button cmd_makecert{"Make a certificate"};
   Label lab_webcert;      // what the certificate says; hidden while there is none
   ComboBox com_webplain;  // kPlainAnswered, kPlainAtHome or kPlainSentOn
-  CheckBox chk_webhsts{"Tell browsers to come by https alone, for a year"};
-  CheckBox chk_webplainpassword{"Take passwords from outside without https too"};
+  CheckBox chk_webhsts{"Keep browsers on https for a year"};
+  CheckBox chk_webplainpassword{"Passwords in the clear from outside"};
   Button cmd_webhttps{"Save HTTPS"};
 };
 

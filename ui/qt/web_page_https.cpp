@@ -8,7 +8,6 @@
 #include "ui/qt/breaking_row.h"
 #include "ui/qt/list_editor_page.h"
 #include "ui/qt/page.h"
-#include "ui/qt/segments.h"
 #include "ui/qt/sized_label.h"
 #include "ui/qt/web_page_access.h"
 
@@ -50,8 +49,7 @@ QWidget* make_https_card(HttpsPanel& panel, QWidget* parent) {
   says->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   rows->addSpacing(6);
   rows->addWidget(make_caption(tr("What comes without https is"), card));
-  rows->addWidget(make_segments(panel.com_webplain, tr("What comes without https is"), card), 0,
-                  Qt::AlignLeft);
+  rows->addWidget(make_combo(panel.com_webplain, tr("What comes without https is"), card));
   add_check(panel.chk_webhsts, rows, card);
   add_check(panel.chk_webplainpassword, rows, card);
   rows->addWidget(save, 0, Qt::AlignLeft);
