@@ -64,7 +64,7 @@ Task<Routes::Result> ProfileRoutes::choose(ApiCall call) {
   });
   if (found == all.end())
     co_return ApiProblem{404, "There is no such profile. The profiles are at /profiles."};
-  const std::string name = *found;
+  const std::string& name = *found;
   for (int look = 1; flags_.formloading || flags_.filebusy; ++look) {
     if (look == kLooks)
       co_return ApiProblem{503, "The files of the house are in use. Please try again."};
