@@ -187,8 +187,9 @@ function drawDevices({ devices, isHome, title }) {
   heading.textContent = title;
   const first = ((page + 1) % pages) * places + 1;
   moreDevices.hidden = pages === 1;
-  moreDevices.textContent = (first > 1 ? "More: " : "Back to ") + first + " to "
-    + Math.min(first + places - 1, devices.length) + " of " + devices.length;
+  const last = Math.min(first + places - 1, devices.length);
+  moreDevices.textContent = (first > 1 ? "More: " : "Back to ") + first
+    + (last > first ? " to " + last : "") + " of " + devices.length;
   const body = document.body.classList;
   body.toggle("few-devices", devices.length <= 6 || Boolean(isHome));
   body.toggle("without-devices", devices.length === 0 && !isHome);
@@ -218,7 +219,8 @@ function drawKeepingFocus() {
   showHint();
 }
 
-// From the page as it was sent, or as it was left.
+// From the page as it was sent, or as it was left. Who comes from the rooms stays with the one
+// chosen: the page as it was sent knows the first alone.
 function firstDraw() {
   const place = focusPlace();
   const kept = keptPlace();
@@ -226,6 +228,8 @@ function firstDraw() {
   draw();
   if (kept) restoreFocus(kept.focus || {});
   else if (location.hash && cards[0].press) focusStop(cards[0].press);
+  else if (place && place.id === "option1" && currentRoom())
+    restoreFocus({ room: currentRoom().slug });
   else restoreFocus(place || {});
 }
 

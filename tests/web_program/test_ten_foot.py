@@ -144,6 +144,7 @@ class ManyRoomsAndDevices(TenFootTest):
     self.open("wmcindex.html?loadroomRoom24", (1280, 720))
     wait_live(self)
     self.assertIn("Room 25", self.find("nav").text)  # the page of rooms with the one shown
+    self.assertEqual(self.js("return document.activeElement.dataset.room"), "Room24")
     self.js("window.homewardenStops.focusStop(document.querySelector('#more-rooms'))")
     self.press(Keys.ENTER)
     self.assertIn("Room 18", self.find("nav").text)
