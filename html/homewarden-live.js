@@ -248,6 +248,7 @@ class Live extends EventTarget {
     this.#devices.clear();
     for (const room of house.rooms)
       for (const device of room.devices) this.#devices.set(device.id, device);
+    this.#devices.forEach((device) => this.#presses.compare(device));
     this.#tell("house", house);
     this.#keepSoon();
   }
@@ -307,7 +308,7 @@ class Live extends EventTarget {
       return;
     }
     Object.assign(known, device);
-    this.#presses.recorded(device.id);
+    this.#presses.recorded(known);
     this.#tell("device", known);
   }
 

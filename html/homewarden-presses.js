@@ -1,6 +1,6 @@
 // What the person at this page has asked for: posted one after the other in the order of the
 // presses, and never dropped. One that cannot be posted stays, as "failed", until it is tried again
-// or a newer press of its device takes its place.
+// or a newer order of its device, of whomever, takes its place.
 
 import { ask, Refusal } from "./homewarden-stream.js";
 
@@ -49,7 +49,8 @@ export class Presses {
       this.changed(device.id);
       return last;
     }
-    const press = { device: device.id, command, ...wanted, state: "waiting", detail: "", id: "" };
+    const press = { device: device.id, command, ...wanted, state: "waiting", detail: "", id: "",
+      after: device.changed || "" };
     this.#newest.set(device.id, press);
     this.#queue.push(press);
     this.#keepFailed();
@@ -150,6 +151,11 @@ export class Presses {
       return;
     }
     this.#posted.delete(command.id);
+    const newest = this.#newest.get(press.device);
+    if (newest && newest.after < command.ended) {
+      newest.after = command.ended;
+      this.#keepFailed();
+    }
     press.detail = command.detail || "";
     if (command.state === "done") {
       press.state = "done";
@@ -168,9 +174,23 @@ export class Presses {
   }
 
   // A device's record has come: it tells what a finished press did.
-  recorded(id) {
+  recorded(device) {
+    const press = this.#newest.get(device.id);
+    if (press && press.state === "done") this.#newest.delete(device.id);
+    else this.compare(device);
+  }
+
+  // What failed is no longer to be sent when something has switched the device since: something
+  // newer than the press, and no older press of this page that was still on its way.
+  compare({ id, changed }) {
     const press = this.#newest.get(id);
-    if (press && press.state === "done") this.#newest.delete(id);
+    if (!press || !changed || changed <= press.after) return;
+    if (press.state !== "failed") {
+      press.after = changed;
+    } else if (![...this.#posted.values()].some((other) => other.device === id)) {
+      this.#newest.delete(id);
+      this.#keepFailed();
+    }
   }
 
   // The house has been read anew; what ended meanwhile was not heard.

@@ -116,6 +116,28 @@ class LivePages(BrowserTest):
     self.assertEqual(self.find("main li:nth-of-type(1) b > a").get_attribute("aria-checked"),
                      "false", "the lamp of the same name, or another, was switched")
 
+  def test_what_was_not_sent_stays_until_something_else_has_switched_the_device(self):
+    self.on(0, "K%C3%BCche")
+    name, was = ODD[1], self.pill(ODD[1])
+    self.browser.execute_async_script(TAP, [name])  # on its way while the next one fails
+    self.cut_off(True)
+    self.addCleanup(self.cut_off, False)
+    self.browser.execute_async_script(TAP, [name])
+    self.wait(lambda: self.pill(name) == "Not sent", "not sent")
+    self.cut_off(False)
+    self.wait(lambda: len(self.switched()) == 1 and not self.banner(), "the first one")
+    time.sleep(1)
+    for _ in range(2):
+      self.assertEqual(self.pill(name), "Not sent")
+      self.browser.refresh()
+      self.wait_for("[data-live=connected] main [data-pill]")
+    now = "Off" if was == "Off" else "On"
+    self.house.type("remote B3 " + now.lower())
+    self.wait(lambda: self.pill(name) == now, "the wall switch")
+    self.browser.refresh()
+    self.wait_for("[data-live=connected] main [data-pill]")
+    self.assertEqual(self.pill(name), now)
+
   def test_back_and_forth_keep_the_page_and_its_place(self):
     self.on(0, "")
     self.js("window.isTheSame = true")
