@@ -85,6 +85,13 @@ function drawAll() {
   const room = roomOfQuery(location.search);
   if (isHome()) home.draw();
   else cards.show(room);
+  // A room that has gone, or has another name now.
+  if (!isHome() && !room && !list.children.length && live.state !== "lost"
+      && live.house.rooms.length) {
+    history.replaceState({}, "", "index.html");
+    drawAll();
+    return;
+  }
   body.toggle("without-rooms", !live.house.rooms.length);
   body.toggle("without-devices", !isHome() && !list.children.length);
   body.remove("choose");

@@ -151,6 +151,8 @@ class LivePages(BrowserTest):
     self.browser.back()
     self.wait(lambda: self.find("h1").text == "Living Room", "the room before")
     self.assertEqual(self.js("return [scrollY, window.isTheSame]"), [100, True])
+    self.on(0, "Attic")  # no room any more
+    self.wait(lambda: self.address() == "/index.html" and self.find("#home").is_displayed(), "home")
 
   def test_without_the_server_the_page_says_so_and_comes_back(self):
     self.on(0, "Hall")
