@@ -92,12 +92,15 @@ void Routes::add(std::string method, std::string pattern, Handler handler) {
 
 void Routes::arrived(Operations& operations, int id, const ApiRequest& request) {
   const auto path = segments_of(request.path);
-  bool is_there = false;
+  std::string methods;  // of what lies there
   for (const Route& route : routes_) {
     auto names = names_in(path, route.pattern);
     if (!names) continue;
-    is_there = true;
-    if (route.method != request.method) continue;
+    if (route.method != request.method) {
+      methods += (methods.empty() ? "" : ", ") +
+                 std::string(route.method == "GET" ? "GET, HEAD" : route.method);
+      continue;
+    }
     if (request.method != "GET" && !request.may_change) {
       send(id, ApiProblem{403, "This token may only read."});
       return;
@@ -114,8 +117,8 @@ void Routes::arrived(Operations& operations, int id, const ApiRequest& request) 
     operations.start(answer(operations, route, std::move(call)));
     return;
   }
-  if (is_there)
-    send(id, ApiProblem{405, "This cannot be asked with " + request.method + "."});
+  if (!methods.empty())
+    send(id, ApiProblem{405, "This cannot be asked with " + request.method + ".", "", methods});
   else
     send(id, ApiProblem{404, "There is nothing here. What there is stands in " +
                                  std::string(kApiRoot) + "/openapi.json."});
@@ -148,6 +151,7 @@ void Routes::send(int id, const ApiProblem& problem) {
                                  {"detail", problem.detail}};
   ApiAnswer out{problem.status, json_.write(body) + "\n", "application/problem+json"};
   out.retry_after = problem.retry_after;
+  out.allow = problem.allow;
   web_.SendAnswer(id, out);
 }
 

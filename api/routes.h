@@ -33,6 +33,7 @@ struct ApiProblem {
   unsigned status = 400;
   std::string detail;
   std::string retry_after{};  // in seconds; "" for none
+  std::string allow{};        // the methods that are taken; "" for none
 };
 
 // What the interface for programs offers: by method and path, each an operation that answers. Knows

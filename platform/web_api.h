@@ -28,9 +28,11 @@ struct ApiAnswer {
   unsigned status = 200;  // of HTTP
   std::string body{};     // "" for none
   std::string type = "application/json";
-  // Headers, "" for none: where the thing asked for is, and in how many seconds to ask again.
+  // Headers, "" for none: where the thing asked for is, in how many seconds to ask again, and which
+  // methods are taken.
   std::string location{};
   std::string retry_after{};
+  std::string allow{};
 };
 
 // What one reader of a stream of changes is sent (text/event-stream). Asked whenever the reader can

@@ -106,6 +106,7 @@ Response Response::program(const ApiAnswer& answer) {
   response.header("Cache-Control", "no-store");
   if (!answer.location.empty()) response.header("Location", answer.location);
   if (!answer.retry_after.empty()) response.header("Retry-After", answer.retry_after);
+  if (!answer.allow.empty()) response.header("Allow", answer.allow);
   return response;
 }
 

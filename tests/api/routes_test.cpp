@@ -29,6 +29,7 @@ TEST(RoutesTest, EveryQuestionGetsAnAnswer) {
             "[\"a\",\"Living Room+%zz\"]\n");
   EXPECT_EQ(ask({"GET", "/things"}).status, 404U);
   EXPECT_EQ(ask({"PUT", "/things/a"}).status, 405U);
+  EXPECT_EQ(ask({"PUT", "/things/a"}).allow, "GET, HEAD, POST");
   EXPECT_EQ(ask({"POST", "/things/a", "", "{"}).status, 400U);
   ApiRequest reader{"POST", "/things/a"};
   reader.may_change = false;

@@ -136,7 +136,8 @@ class Described(unittest.TestCase):
         self.check("POST", "/devices/{id}/commands", LAMP + "/commands", on, status, **headers)
     self.check("POST", "/devices/{id}/commands", LAMP + "/commands", "x" * 20000, 413)
     status, headers, _ = self.api.ask("DELETE", "/house")
-    self.assertEqual((status, headers["content-type"]), (405, "application/problem+json"))
+    self.assertEqual((status, headers["allow"], headers["content-type"]),
+                     (405, "GET, HEAD", "application/problem+json"))
 
   def test_a_generated_client_finds_its_way(self):
     packages = installed()
