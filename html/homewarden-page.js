@@ -102,7 +102,19 @@ function drawAll() {
   drawBanner();
 }
 
-live.addEventListener("house", drawAll);
+// An address of a room that the house has not, or has no more, leads home.
+function leaveNowhere() {
+  if (live.state !== "connected" || isHome() || !live.house.rooms.length) return;
+  if (roomOfQuery(location.search) || list.children.length) return;
+  history.replaceState({}, "", "index.html");
+  home.open();
+  drawAll();
+}
+
+live.addEventListener("house", () => {
+  drawAll();
+  leaveNowhere();
+});
 live.addEventListener("device", ({ detail }) => {
   if (isHome()) home.drawDevice(detail);
   else cards.draw(detail);
@@ -114,6 +126,7 @@ live.addEventListener("notices", drawNotices);
 live.addEventListener("state", () => {
   look.remove("opening");
   drawBanner();
+  leaveNowhere();
 });
 
 // ---- What is said -------------------------------------------------------------------------------

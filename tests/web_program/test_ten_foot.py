@@ -135,6 +135,8 @@ class TenFootLive(TenFootTest):
         self.open(page + "?foo")
         self.assertEqual(self.address(), "/" + page)
         self.assertIn("Living Room", self.find("nav").text)
+        self.open(page + "?loadroomCellar")
+        self.wait(lambda: self.find("h1").text in ("What is on", "Everything is off"), "home")
 
 
 class ManyRoomsAndDevices(TenFootTest):
