@@ -64,8 +64,15 @@ MHD_Result on_header(void* to, MHD_ValueKind, const char* name, std::size_t name
       (contains_ignoring_case(text, "prefetch") || contains_ignoring_case(text, "preview")))
     head.in_advance = true;
   head.forwarded.take(given, text);
-  if (equals_ignoring_case(given, "Content-Length")) read_size(text, head);
-  if (equals_ignoring_case(given, "Transfer-Encoding")) head.has_body = true;
+  const bool in_chunks = equals_ignoring_case(given, "Transfer-Encoding");
+  if (!in_chunks && !equals_ignoring_case(given, "Content-Length")) return MHD_YES;
+  // A proxy might take another end of the body for the right one (RFC 9112, 6.3).
+  head.repeats = head.repeats || head.tells_size;
+  head.tells_size = true;
+  if (in_chunks)
+    head.has_body = true;
+  else
+    read_size(text, head);
   return MHD_YES;
 }
 

@@ -24,7 +24,8 @@ struct RequestHead {
   std::optional<std::uint64_t> body_size{};  // nothing when it was not announced
   bool takes_html = false;   // as browsers do for what they show; programs hardly say so
   bool in_advance = false;   // nobody has asked for the answer yet: a browser guesses, or previews
-  bool repeats = false;      // one of the headers below came twice
+  bool repeats = false;      // one of the headers below came twice, or the size of the body
+  bool tells_size = false;   // of the body: a number of bytes, or pieces
   bool is_absolute = false;  // the target named a host, which took the place of the header's
   std::optional<std::string> host;
   std::optional<std::string> authorization;

@@ -87,12 +87,16 @@ TEST_F(CallsTest, RefusesWhatPagesAreRefusedInAFormThatProgramsRead) {
            {"PUT /api/v1/x", "Host: a\r\nUser-Agent: Mozilla/5.0\r\n", 403},
            {"GET /api/v1/x", "Host: a\r\nX-Forwarded-For: 10.0.0.1\r\n", 403},
            {"GET /api/v1/x", "Host: a\r\nContent-Length: 2\r\n", 400},
+           {"POST /api/v1/x", "Host: a\r\nContent-Length: 2\r\nContent-Length: 1\r\n", 400},
+           {"POST /api/v1/x", "Host: a\r\nContent-Length: 2\r\nTransfer-Encoding: chunked\r\n",
+            400},
            {"OPTIONS /api/v1/x",
             "Host: a\r\nOrigin: http://evil.example\r\nAccess-Control-Request-Method: PUT\r\n",
             403}}) {
     Client client(loop, port);
     client.send(std::string(request) + " HTTP/1.1\r\n" + headers + "\r\n");
-    if (status == 400) client.send("{}");
+    if (status == 400)
+      client.send(std::string(headers).ends_with("chunked\r\n") ? "0\r\n\r\n" : "{}");
     const Answer answer = client.read();
     EXPECT_EQ(answer.status, status) << request << headers;
     if (status == 201) continue;
