@@ -148,10 +148,11 @@ std::optional<RemoteCommands::Refusal> RemoteCommands::no_place(const RemoteComm
                                                                 bool replaces) const {
   if (!takes_more_) return Refusal::kEnding;
   if (replaces) return std::nullopt;
-  if (waiting_.size() >= kMost) return Refusal::kTooMany;
   const auto own = std::count_if(waiting_.begin(), waiting_.end(), [&command](const Shared& other) {
     return other->from == command.from;
   });
+  // Whoever has nothing waiting gets a place when others have taken all of them.
+  if (waiting_.size() >= (own == 0 ? kMost + kMost / 2 : kMost)) return Refusal::kTooMany;
   if (static_cast<std::size_t>(own) >= kMostOfOne) return Refusal::kTooManyOfOne;
   return std::nullopt;
 }

@@ -43,21 +43,21 @@ std::optional<std::vector<std::string>> names_in(const std::vector<std::string>&
 const char* title_of(unsigned status) {
   switch (status) {
     case 400:
-      return "Bad request";
+      return "Bad Request";
     case 403:
-      return "Not allowed";
+      return "Forbidden";
     case 404:
-      return "Not found";
+      return "Not Found";
     case 405:
-      return "Method not allowed";
+      return "Method Not Allowed";
     case 409:
       return "Conflict";
     case 422:
-      return "Cannot be done";
+      return "Unprocessable Content";
     case 429:
-      return "Too many requests";
+      return "Too Many Requests";
     case 503:
-      return "Not now";
+      return "Service Unavailable";
     default:
       return "Error";
   }

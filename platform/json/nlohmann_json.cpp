@@ -108,6 +108,8 @@ Library library_value(const Json& value) {
 
 std::optional<Json> NlohmannJson::read(std::string_view text) const {
   Reader reader;
+  // The library takes a zero character for the end.
+  if (text.find('\0') != std::string_view::npos) return std::nullopt;
   if (!Library::sax_parse(text, &reader)) return std::nullopt;
   return std::move(reader.result);
 }

@@ -31,6 +31,7 @@ TEST(RoutesTest, EveryQuestionGetsAnAnswer) {
   EXPECT_EQ(ask({"PUT", "/things/a"}).status, 405U);
   EXPECT_EQ(ask({"PUT", "/things/a"}).allow, "GET, HEAD, POST");
   EXPECT_EQ(ask({"POST", "/things/a", "", "{"}).status, 400U);
+  EXPECT_EQ(ask({"POST", "/things/a", "", std::string("{}\0", 3)}).status, 400U);
   ApiRequest reader{"POST", "/things/a"};
   reader.may_change = false;
   EXPECT_EQ(ask(reader).status, 403U);
