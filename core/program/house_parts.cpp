@@ -32,6 +32,7 @@ HouseParts::HouseParts(const HousePlatform& platform, Operations::ErrorHandler o
       device_ids(settings, house),
       module1(platform.loop, platform.registry, platform.services, platform.windows_folder),
       device_state(module1, platform.loop),
+      state_watch(frm_main, platform.registry, device_state),
       files(platform.files, platform.folder),
       rooms(frm_main, frm_main, frm_main, frm_main, frm_main, module1, house, files.rooms, notices),
       commands(frm_main.Statusbar, frm_main, platform.loop, module1, platform.interface_control,

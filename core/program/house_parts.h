@@ -44,6 +44,7 @@
 #include "x10/incoming_traffic.h"
 #include "x10/interface_finder.h"
 #include "x10/seen_commands.h"
+#include "x10/state_watch.h"
 #include "x10/unsent_commands.h"
 
 namespace homewarden {
@@ -67,6 +68,7 @@ struct HouseParts {
   DeviceIds device_ids;
   Module1 module1;
   DeviceState device_state;
+  StateWatch state_watch;
   HouseFiles files;
   RoomList rooms;
   DeviceCommands commands;

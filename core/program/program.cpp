@@ -36,7 +36,6 @@ Program::Program(const Platform& outside, Operations::ErrorHandler on_error)
       presses_(house_.operations, house_.house, house_.device_state, house_.commands),
       devices_(frm_main, frm_main, house_.operations, house_.house, house_.device_state,
                house_.commands, presses_, platform_.dialogs, platform_.sounds, platform_.folder),
-      state_watch_(frm_main, platform_.registry, house_.device_state),
       speech_(frm_main, frm_main, {&frm_main.frm_macros, &frm_main.Frame4}, frm_main, frm_main,
               frm_main.Statusbar, house_.operations, house_.house, house_.settings,
               house_.device_state, house_.commands, platform_.speech),

@@ -42,7 +42,6 @@
 #include "voice/speech.h"
 #include "x10/device_panel.h"
 #include "x10/presses.h"
-#include "x10/state_watch.h"
 
 namespace homewarden {
 
@@ -82,7 +81,6 @@ class Program {
  private:
   Presses presses_;
   DevicePanel devices_;
-  StateWatch state_watch_;
   Speech speech_;
   NavigationTree tree_;
   TreeLevels tree_levels_;

@@ -54,6 +54,19 @@ TEST(ServiceStory, RunsTheHouseAndStepsAsideWithinASecondOfTheFlag) {
   EXPECT_EQ(house.settings.read("data", "state", "none"), "none");
 }
 
+// Catches: screens that stay wrong without the window when somebody writes into the store.
+TEST(ServiceStory, TellsTheStreamWhatAnotherProcessHasRecorded) {
+  ServiceHouse house;
+  house.serve();
+  const auto stream = house.web.streams[house.web.api({"GET", "/stream"})];
+  house.set_machine("HallLamp", "True");
+  house.loop.advance(2s);
+  std::string told;
+  for (std::string more = stream->next(); !more.empty(); more = stream->next()) told += more;
+  EXPECT_THAT(told, HasSubstr(R"("source":"elsewhere")"));
+  house.terminate(5s);
+}
+
 // Catches: a flag that both wrote at the same moment, so that window and service keep the house.
 TEST(ServiceStory, TheWindowsLockIsEnoughToStepAside) {
   ServiceHouse house;
