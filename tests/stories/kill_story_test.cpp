@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 
+#include "core/device_ids.h"
 #include "tests/stories/event_house.h"
 
 namespace homewarden::testing {
@@ -135,7 +136,8 @@ class KillStory : public ::testing::TestWithParam<Operation> {
       state[file.filename().string()] = content;
     state["(profile)"] = house.settings.read("data", "profile", "Standard");
     for (const auto& [key, line] : kDevices)
-      state[std::string("(type ") + key + ")"] = house.settings.read("type", key, "");
+      state[std::string("(type ") + key + ")"] =
+          house.settings.read("type", key, "") + " " + DeviceIds::recorded(house.settings, key);
     return state;
   }
   // Runs the operation with the power gone at the n-th change, 0 for never, and starts again.
