@@ -90,6 +90,16 @@ void Routes::add(std::string method, std::string pattern, Handler handler) {
   routes_.push_back({std::move(method), segments_of(pattern), std::move(handler)});
 }
 
+std::vector<std::string> Routes::offered() const {
+  std::vector<std::string> all;
+  for (const Route& route : routes_) {
+    std::string& one = all.emplace_back(route.method + " ");
+    for (const std::string& segment : route.pattern) one += "/" + segment;
+    if (route.pattern.empty()) one += "/";
+  }
+  return all;
+}
+
 void Routes::arrived(Operations& operations, int id, const ApiRequest& request) {
   const auto path = segments_of(request.path);
   std::string methods;  // of what lies there

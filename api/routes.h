@@ -56,6 +56,9 @@ class Routes {
   // and is refused to tokens that only read.
   void add(std::string method, std::string pattern, Handler handler);
 
+  // All of them, as "GET /events/{id}".
+  std::vector<std::string> offered() const;
+
  private:
   struct Route {
     std::string method;

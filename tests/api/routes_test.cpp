@@ -1,7 +1,10 @@
 #include "api/routes.h"
 
+#include <set>
 #include <stdexcept>
 
+#include "api/openapi.h"
+#include "core/program/house_parts.h"
 #include "tests/stories/house.h"
 
 namespace homewarden::testing {
@@ -38,6 +41,25 @@ TEST(RoutesTest, EveryQuestionGetsAnAnswer) {
   EXPECT_EQ(ask({"GET", "/things/a", "fail"}).status, 500U);
   EXPECT_EQ(faults, 1);
   EXPECT_EQ(operations.running(), 0U);
+}
+
+// Fails when something is offered that no program can read of, or is described and not there.
+TEST(RoutesTest, WhatIsOfferedIsDescribedAndTheReverse) {
+  House house;
+  Label progress;
+  HouseParts parts(
+      house.house_platform(House::kFolder), [](std::exception_ptr) { FAIL(); }, progress);
+  const auto offered = parts.routes.offered();
+  const auto description = house.json.read(openapi_text());
+  ASSERT_TRUE(description);
+  std::set<std::string> described;
+  for (const auto& [path, methods] : *description->find("paths")->object())
+    for (const auto& [method, operation] : *methods.object()) {
+      std::string name = method;
+      for (char& letter : name) letter = static_cast<char>(letter - 'a' + 'A');
+      described.insert(name + " " + path);
+    }
+  EXPECT_EQ(std::set<std::string>(offered.begin(), offered.end()), described);
 }
 
 }  // namespace
