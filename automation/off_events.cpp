@@ -48,8 +48,10 @@ OffEvents::OffEvents(Files& files, std::filesystem::path folder, const ProfileSw
       flags_(flags),
       module1_(module1) {}
 
+// Its scratch file is that of the changes of several lists, which removes what a stop leaves of it;
+// both are used by who holds the files.
 ListFile OffEvents::off_list() {
-  return {files_, folder_ / (profiles_.active() + " (off).txt"), folder_ / "tcoff.tmp"};
+  return {files_, folder_ / (profiles_.active() + " (off).txt"), folder_ / "tclist.tmp"};
 }
 
 std::optional<std::vector<OffEvents::Entry>> OffEvents::all() {

@@ -92,8 +92,8 @@ TEST_F(ProgramsStory, WhatTheFilesOrTheWindowDoNotAllowIsRefused) {
   EXPECT_EQ(ask("PUT", "/events/" + event_id(*parse_event(kOff)), R"({"on": true})").status, 400U);
 }
 
-// Fails when a device that gets another name leaves its events behind that are off.
-TEST_F(ProgramsStory, EventsThatAreOffBelongToTheirProfileAndFollowTheirDevice) {
+// Fails when a switched profile takes events with it that are off, or shows them to nobody.
+TEST_F(ProgramsStory, EventsThatAreOffBelongToTheirProfile) {
   house.open_connected_at(7, 0);
   switch_event(kDaily, false);
   EXPECT_EQ(ask("PUT", "/profiles/active", R"({"name": "Holiday"})").status, 200U);

@@ -38,6 +38,7 @@ TEST_F(HouseChangeStory, EverythingThatNamesADeviceFollowsAndNothingElse) {
   house.set_machine("KitchenLamp", "True");
   house.set_machine("dimKitchenLamp", "40");
   form.once_removal[3] = "Kitchen Lamp~A~1~40~07:30~on~once";
+  house.content("Standard (off).txt") = "Kitchen Lamp~A~1~ ~10:00~off~daily~m\r\n";
   ChangePanel& change = edit(0);
   change.txt_changename.text = " Table Lamp ";
   change.lst_changeroom.text = "Hall";
@@ -53,6 +54,7 @@ TEST_F(HouseChangeStory, EverythingThatNamesADeviceFollowsAndNothingElse) {
             "Big Kitchen Lamp~A~3~40~07:30~on~daily~m\r\n"
             "Kitchen Lamp2~A~2~40~07:30~on~daily~m\r\nHall Table Lamp~C~7~ ~08:30~off~daily~m\r\n");
   EXPECT_EQ(house.content("Holiday.txt"), "Hall Table Lamp~C~7~ ~09:00~off~once~m\r\n");
+  EXPECT_EQ(house.content("Standard (off).txt"), "Hall Table Lamp~C~7~ ~10:00~off~daily~m\r\n");
   EXPECT_EQ(house.content("notes.txt"), "Kitchen Lamp has a new bulb\r\n");
   EXPECT_EQ(macros(),
             "When~C7~Hall~Table~Lamp~turns~on~Turn~On~A2~Kitchen~Lamp2\r\n"
