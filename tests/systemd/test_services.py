@@ -198,7 +198,10 @@ class ServicesTest(unittest.TestCase):
     self.say("start")
     self.driver.stdin.close()
     self.assertEqual(self.driver.wait(30), 0)
-    self.assertEqual(self.calls(self.manager), [START], "lost when the window was gone at once")
+    end = time.monotonic() + 10
+    while not (calls := self.calls(self.manager)) and time.monotonic() < end:
+      time.sleep(0.05)
+    self.assertEqual(calls, [START], "lost when the window was gone at once")
 
   def test_states(self):
     self.start_manager()
