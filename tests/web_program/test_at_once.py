@@ -38,10 +38,17 @@ class HouseWithAWindow(LiveHouse):
     self.screen = {"QT_QPA_PLATFORM": "xcb", "DISPLAY": ":" + number}
     self.manager = subprocess.Popen(["openbox"], env=self.screen, stdout=subprocess.DEVNULL,
                                     stderr=subprocess.DEVNULL)
-    super().__init__()
+    try:
+      super().__init__()
+    except BaseException:
+      self.close_screen()
+      raise
 
   def close(self):
     super().close()
+    self.close_screen()
+
+  def close_screen(self):
     for process in (self.manager, self.display):
       process.terminate()
       process.wait()
