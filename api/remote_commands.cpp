@@ -7,7 +7,7 @@
 
 #include "base/flag_guard.h"
 #include "base/text.h"
-#include "core/time_text.h"
+#include "web/switch_report.h"
 
 namespace homewarden {
 namespace {
@@ -15,7 +15,6 @@ namespace {
 using State = RemoteCommand::State;
 
 constexpr int kFullyOn = 100;
-constexpr std::size_t kLongestHouseCode = 20;
 const char* const kNoDevice = "The device is not in the house any more.";
 constexpr std::array<std::string_view, 8> kActs{"on", "off",  "toggle", "level",
                                                 "up", "down", "repeat", "event"};
@@ -297,10 +296,7 @@ Task<void> RemoteCommands::send_order(LineTurn turn, SwitchTarget target, Shared
 void RemoteCommands::tell_sent(const RemoteCommand& command, const SwitchTarget& target) {
   const DeviceOrder& order = *command.order;
   if (order.on && order.level != kFullyOn) return;
-  status_.panel2 = std::string("Internet Turned ") + (order.on ? "ON" : "OFF") +
-                   " device with housecode " + on_one_line(target.house_code, kLongestHouseCode) +
-                   std::to_string(target.unit) + " at " + hh_mm_ss(loop_.local_time()) +
-                   target.asked_by;
+  status_.panel2 = switch_report(target, order.on, loop_.local_time());
 }
 
 }  // namespace homewarden

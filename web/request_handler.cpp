@@ -5,15 +5,14 @@
 #include "base/flag_guard.h"
 #include "base/text.h"
 #include "core/settings.h"
-#include "core/time_text.h"
 #include "platform/waiting.h"
 #include "web/refusal_page.h"
+#include "web/switch_report.h"
 
 namespace homewarden {
 namespace {
 
 constexpr int kFullyOn = 100;
-constexpr std::size_t kLongestHouseCode = 20;
 const char* const kUnknownName =
     "No room is shown under this name. Open the house by its address, or name it on the panel "
     "Web Server of the Homewarden window";
@@ -130,19 +129,15 @@ Task<void> RequestHandler::switch_device(int id, SwitchQuery device, bool on, Pa
     known = house_.by_key(*typed);
   SwitchTarget target{device.house, device.unit, known ? known->key() : std::string(),
                       asked_by(web_.ClientAddress(id))};
-  const std::string from = target.asked_by;
   const auto asked = loop_.uptime();
   LineTurn turn = co_await commands_.take_line(Source::kWeb);
   // Whoever pressed may have gone while others had the line.
   if (loop_.uptime() != asked && !web_.IsAwaited(id)) co_return;
   DeviceOrder order{on, kFullyOn};
   if (device.again) order = state_.not_sent(target.key).value_or(order);
-  const bool sent =
-      co_await commands_.carry_out(std::move(turn), std::move(target), order, Source::kWeb);
+  const bool sent = co_await commands_.carry_out(std::move(turn), target, order, Source::kWeb);
   if (family == PageFamily::kMediaCenter || !sent) co_return;
-  status_.panel2 = std::string("Internet Turned ") + (order.on ? "ON" : "OFF") +
-                   " device with housecode " + on_one_line(device.house, kLongestHouseCode) +
-                   std::to_string(device.unit) + " at " + hh_mm_ss(loop_.local_time()) + from;
+  status_.panel2 = switch_report(target, order.on, loop_.local_time());
   co_await pending_events(loop_);
 }
 
