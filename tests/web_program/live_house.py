@@ -26,7 +26,12 @@ class LiveHouse(Machine):
     self.write("rmlst.hwd", [f"{room}~~~" for room in ROOMS] + lines)
     write_values(self.path, "user", TYPE_KEY, {
         "".join(both).replace(" ", ""): "bulb" for both in names.values() if "Fan" not in both[1]})
-    self.begin()
+    try:
+      self.begin()
+    except BaseException as error:
+      said = self.process.text()
+      self.close()  # else the threads of this test go on for ever
+      raise AssertionError("the program said: " + said) from error
 
   def begin(self):
     self.process = self.start(WINDOW)
